@@ -1,0 +1,10 @@
+#include "chart/model/DataSeriesShapeFormat.h"
+
+namespace quillon::chart {
+
+const char* DataSeriesShapeFormat::getFullyQualifiedOrcaTypeName() const
+{
+    return "quillon.chart.DataSeriesShapeFormat";
+}
+
+}  // namespace quillon::chart

@@ -1,0 +1,10 @@
+#include "chart/model/PictureFillFormat.h"
+
+namespace quillon::chart {
+
+const char* PictureFillFormat::getFullyQualifiedOrcaTypeName() const
+{
+    return "quillon.chart.PictureFillFormat";
+}
+
+}  // namespace quillon::chart

@@ -1,0 +1,10 @@
+#include "chart/model/PieChartSlice.h"
+
+namespace quillon::chart {
+
+const char* PieChartSlice::getFullyQualifiedOrcaTypeName() const
+{
+    return "quillon.chart.PieChartSlice";
+}
+
+}  // namespace quillon::chart

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "chart/model/Object.h"
+
+namespace quillon::chart {
+
+/// Soft edges; they have no settings.
+class QUILLON_EXPORT SoftEdgesEffect : public Object {
+ public:
+    SoftEdgesEffect() = default;
+    SoftEdgesEffect(const SoftEdgesEffect& other) = default;
+
+    /// Makes a host-bindable object from the arguments of any constructor.
+    template <typename... Args>
+    static std::shared_ptr<SoftEdgesEffect> create(Args&&... args)
+    {
+        struct SoftEdgesEffectCreator final : Retracting<SoftEdgesEffect> {
+            using Retracting<SoftEdgesEffect>::Retracting;
+        };
+        return std::make_shared<SoftEdgesEffectCreator>(std::forward<Args>(args)...);
+    }
+
+    const char* getFullyQualifiedOrcaTypeName() const override;
+};
+
+}  // namespace quillon::chart

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quillon::chart {
+
+/// How many strokes make up a solid border. The host lists the members in this order.
+enum class SolidBorderCompoundType : std::uint32_t {
+    Double = 1,
+    Simple = 0,
+    ThinThick = 2,
+    ThickThin = 3,
+    Triple = 4,
+};
+
+}  // namespace quillon::chart

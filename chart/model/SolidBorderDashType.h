@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quillon::chart {
+
+/// How a solid border is dashed. The host lists the members in this order.
+enum class SolidBorderDashType : std::uint32_t {
+    Dash = 3,
+    RoundDot = 1,
+    SquareDot = 2,
+    DashDot = 4,
+    LongDash = 5,
+    LongDashDot = 6,
+    LongDashDotDot = 7,
+    Solid = 0,
+};
+
+}  // namespace quillon::chart

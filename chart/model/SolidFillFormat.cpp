@@ -1,0 +1,12 @@
+#include "chart/model/SolidFillFormat.h"
+
+namespace quillon::chart {
+
+SolidFillFormat::SolidFillFormat(const SolidFillFormat& other) : FillFormat(other.getColor()->getText()) {}
+
+const char* SolidFillFormat::getFullyQualifiedOrcaTypeName() const
+{
+    return "quillon.chart.SolidFillFormat";
+}
+
+}  // namespace quillon::chart

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "chart/model/TextBase.h"
+
+namespace quillon::chart {
+
+/// A run: characters of one colour.
+class QUILLON_EXPORT Text : public TextBase {
+ public:
+    Text() = default;
+    explicit Text(const std::u16string& content) : content_(content) {}
+    Text(const Text& other) = default;
+
+    /// Makes a host-bindable object from the arguments of any constructor.
+    template <typename... Args>
+    static std::shared_ptr<Text> create(Args&&... args)
+    {
+        struct TextCreator final : Retracting<Text> {
+            using Retracting<Text>::Retracting;
+        };
+        return std::make_shared<TextCreator>(std::forward<Args>(args)...);
+    }
+
+    /// Default: empty.
+    const std::u16string& getContent() const { return content_; }
+    void setContent(const std::u16string& content) { content_ = content; }
+
+    const char* getFullyQualifiedOrcaTypeName() const override;
+
+ private:
+    std::u16string content_;
+};
+
+}  // namespace quillon::chart

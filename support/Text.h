@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "support/Export.h"
+
+/// Text, number and encoding helpers. Text is UTF-16 unless a name says otherwise; nothing here reads the
+/// locale.
+namespace quillon {
+
+/// Maps the ASCII letters A to Z to a to z; every other character stays.
+QUILLON_EXPORT std::u16string toLowerString(std::u16string_view text);
+
+/// Maps the ASCII letters a to z to A to Z; every other character stays.
+QUILLON_EXPORT std::u16string toUpperString(std::u16string_view text);
+
+/// UTF-16 to wide characters (UTF-32).
+/// Throws: std::invalid_argument when `text` has an unpaired surrogate.
+QUILLON_EXPORT std::wstring toWideString(std::u16string_view text);
+
+/// UTF-16 to UTF-8. Throws: std::invalid_argument when `text` has an unpaired surrogate.
+QUILLON_EXPORT std::string toUtf8(std::u16string_view text);
+
+/// UTF-8 to UTF-16. Throws: std::invalid_argument when `text` is not well-formed UTF-8.
+QUILLON_EXPORT std::u16string toUtf16(std::string_view text);
+
+/// The two lower-case hexadecimal digits of a byte: 10 gives "0a".
+QUILLON_EXPORT std::u16string num2HexStr(unsigned char byte);
+
+/// Reads a decimal number: skips leading white space and stops at the first character that is not a digit.
+/// No digits give 0; a number past the range of the type gives the type's maximum.
+QUILLON_EXPORT std::uint32_t str2uint(std::u16string_view text);
+
+/// Plain decimal text.
+QUILLON_EXPORT std::u16string num2str(unsigned long number);
+
+/// The shortest text that reads back to the same double: 0.1 gives "0.1", 1e21 gives "1e+21".
+/// What is not a finite number gives "NaN", "INF" or "-INF".
+QUILLON_EXPORT std::u16string num2str(double number);
+
+}  // namespace quillon
