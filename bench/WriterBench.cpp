@@ -6,6 +6,7 @@
 #include <xercesc/framework/MemoryManager.hpp>
 
 #include "bench/BareBuilder.h"
+#include "bench/Benchmarks.h"
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
@@ -121,30 +122,28 @@ void requireSameTree(const chart::Chart& chart, const PlainChart& plain)
         throw std::logic_error("The writer and the bare builder make different trees.");
 }
 
-/// Runs writer and bare builder in turns, so that the ratio holds on a noisy machine.
-void compare(benchmark::State& state, const PlainChart& plain)
+void compareWithBare(benchmark::State& state, const PlainChart& plain)
 {
     const auto chart = makeChart(plain);
-    if (plain.series.size() * plain.series[0].size() <= 100'000) requireSameTree(*chart, plain);
-    double writer = 1e9;
-    double bare = 1e9;
-    double memoryRatio = 0;
-    for ([[maybe_unused]] auto iteration : state) {
-        Document written;
-        Document built;
-        const double writerTime = seconds([&] { write(written.get(), *chart); });
-        const double bareTime = seconds([&] { buildBare(built.get(), plain); });
-        state.SetIterationTime(writerTime);
-        writer = std::min(writer, writerTime);
-        bare = std::min(bare, bareTime);
-        memoryRatio = static_cast<double>(written.getBytes()) / static_cast<double>(built.getBytes());
-    }
     const auto points = static_cast<double>(plain.series.size() * plain.series[0].size());
-    state.counters["bare_us"] = bare * 1e6;
-    state.counters["ns_per_point"] = writer * 1e9 / points;
-    state.counters["ratio"] = writer / bare;
-    state.counters["ratio_memory"] = memoryRatio;
-    state.counters["writer_us"] = writer * 1e6;
+    if (points <= 100'000) requireSameTree(*chart, plain);
+    std::size_t writtenBytes = 0;
+    std::size_t bareBytes = 0;
+    const auto writer = [&] {
+        Document document;
+        const double time = seconds([&] { write(document.get(), *chart); });
+        writtenBytes = document.getBytes();
+        return time;
+    };
+    const auto bare = [&] {
+        Document document;
+        const double time = seconds([&] { buildBare(document.get(), plain); });
+        bareBytes = document.getBytes();
+        return time;
+    };
+    compare(state, writer, bare);
+    state.counters["ns/point"] = state.counters["ours"].value * 1e9 / points;
+    state.counters["memory ratio"] = static_cast<double>(writtenBytes) / static_cast<double>(bareBytes);
 }
 
 struct Case {
@@ -180,10 +179,10 @@ void registerWriterBenchmarks()
                                          auto plain = makePlainChart(c.type, c.seriesCount, c.pointCount,
                                                                      c.categoryCount);
                                          plain.formattedPoints = c.formattedPoints;
-                                         compare(state, plain);
+                                         compareWithBare(state, plain);
                                      })
             ->UseManualTime()
-            ->MinTime(0.5);
+            ->MinTime(1.0);
     }
 }
 

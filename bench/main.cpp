@@ -1,14 +1,18 @@
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
-namespace quillon::bench {
-void registerWriterBenchmarks();
-}
+#include "bench/Benchmarks.h"
 
 int main(int argc, char** argv)
 {
+    // Freed memory stays with the process, so that the kernel's zeroing of fresh pages is not measured.
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, -1);
+
     quillon::bench::registerWriterBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
+    quillon::bench::TableReporter table;
+    benchmark::RunSpecifiedBenchmarks(&table);
     return 0;
 }
