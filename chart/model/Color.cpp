@@ -1,8 +1,8 @@
 #include "chart/model/Color.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <locale>
 #include <regex>
 #include <stdexcept>
@@ -101,9 +101,13 @@ std::array<double, 3> Color::toTriplet() const
 {
     if (!isRgbColorString(text_)) throw std::runtime_error("Invalid color");
     const std::string digits = toUtf8(toHexString().substr(1));
-    std::array<unsigned, 3> components{};
-    std::sscanf(digits.c_str(), "%02x%02x%02x", &components[0], &components[1], &components[2]);
-    return {components[0] / 255.0, components[1] / 255.0, components[2] / 255.0};
+    std::array<double, 3> triplet{};
+    for (std::size_t i = 0; i < triplet.size(); ++i) {
+        unsigned component = 0;
+        std::from_chars(digits.data() + 2 * i, digits.data() + std::min(2 * i + 2, digits.size()), component, 16);
+        triplet[i] = component / 255.0;
+    }
+    return triplet;
 }
 
 const char* Color::getFullyQualifiedOrcaTypeName() const
