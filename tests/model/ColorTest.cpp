@@ -1,0 +1,68 @@
+#include "chart/model/Color.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace quillon::chart {
+namespace {
+
+std::u16string hexOf(const std::u16string& text)
+{
+    return Color(text).toHexString();
+}
+
+TEST(Color, WritesEachFormAsHexadecimalDigits)
+{
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        {u"red", u"FF0000"},
+        {u"RED", u"FF0000"},
+        {u"GREY", u"808080"},
+        {u"mediumpurple", u"9370D8"},
+        {u"palevioletred", u"D87093"},
+        {u"#00ff00", u"#00ff00"},
+        {u"#", u"#"},
+        {u"00FF00", u"FFFFFF"},
+        {u"", u"FFFFFF"},
+        {u"rgb(0,128,255)", u"0080FF"},
+        {u"RGB(0,128,255)", u"0080FF"},
+        {u"rgb(1 ,2\t,3)", u"010203"},
+        {u"Rgb(0,128,255)", u"FFFFFF"},
+        {u"rgb(300,0,0)", u"FFFFFF"},
+        {u"rgb(256,0,0)", u"FFFFFF"},
+        {u"rgb( 1,2,3)", u"FFFFFF"},
+        {u"rgb(1, 2,3)", u"010203"},
+        {u"rgb(1,2,3 )", u"FFFFFF"},
+        {u"rgb(1,2,3)x", u"FFFFFF"},
+        {u"rgb(1,2)", u"FFFFFF"},
+    };
+    for (const auto& [text, digits] : cases) EXPECT_EQ(hexOf(text), digits);
+}
+
+TEST(Color, SurvivesHostileText)
+{
+    EXPECT_EQ(hexOf(u"rgb(1" + std::u16string(1'000'000, u' ') + u",2,3)"), u"010203");
+    EXPECT_EQ(hexOf(u"rgb(" + std::u16string(1'000'000, u',')), u"FFFFFF");
+    EXPECT_EQ(hexOf(u"rgb(\xD800,2,3)"), u"FFFFFF");
+}
+
+TEST(Color, KeepsATripletAsDigitsThatAreWrittenWhite)
+{
+    Color color(u"red");
+    color.setFromTriplet(1, 0.5, -0.1);
+    EXPECT_EQ(color.getText(), u"FF80E6");
+    EXPECT_TRUE(color.isFromTriplet());
+    EXPECT_EQ(color.toHexString(), u"FFFFFF");
+    EXPECT_THROW(color.toTriplet(), std::runtime_error);
+}
+
+TEST(Color, ShiftsTheTripletOfAnRgbExpressionByOneDigit)
+{
+    const auto triplet = Color(u"rgb(255,128,0)").toTriplet();
+    EXPECT_DOUBLE_EQ(triplet[0], 0xF8 / 255.0);
+    EXPECT_DOUBLE_EQ(triplet[1], 0x00 / 255.0);
+    EXPECT_DOUBLE_EQ(triplet[2], 0x0 / 255.0);
+}
+
+}  // namespace
+}  // namespace quillon::chart
