@@ -62,7 +62,7 @@ class QUILLON_EXPORT Color : public Object {
 };
 
 /// Whether `text` is an rgb expression: "rgb" or "RGB", then three whole numbers up to 255 in parentheses
-/// with commas between. White space may stand before a comma and nowhere else.
+/// with commas between. White space may stand around the commas and nowhere else.
 QUILLON_EXPORT bool isRgbColorString(const std::u16string& text);
 
 /// Red, green and blue of an rgb expression. Requires: isRgbColorString(text), apart from the range of the
