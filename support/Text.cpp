@@ -19,7 +19,7 @@ std::basic_string<To> convert(std::basic_string_view<From> text, const char* mes
         return boost::locale::conv::utf_to_utf<To>(text.data(), text.data() + text.size(),
                                                    boost::locale::conv::stop);
     } catch (const boost::locale::conv::conversion_error&) {
-        throw std::invalid_argument(message);
+        throw std::runtime_error(message);
     }
 }
 

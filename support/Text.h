@@ -17,13 +17,13 @@ QUILLON_EXPORT std::u16string toLowerString(std::u16string_view text);
 QUILLON_EXPORT std::u16string toUpperString(std::u16string_view text);
 
 /// UTF-16 to wide characters (UTF-32).
-/// Throws: std::invalid_argument when `text` has an unpaired surrogate.
+/// Throws: std::runtime_error when `text` has an unpaired surrogate.
 QUILLON_EXPORT std::wstring toWideString(std::u16string_view text);
 
-/// UTF-16 to UTF-8. Throws: std::invalid_argument when `text` has an unpaired surrogate.
+/// UTF-16 to UTF-8. Throws: std::runtime_error when `text` has an unpaired surrogate.
 QUILLON_EXPORT std::string toUtf8(std::u16string_view text);
 
-/// UTF-8 to UTF-16. Throws: std::invalid_argument when `text` is not well-formed UTF-8.
+/// UTF-8 to UTF-16. Throws: std::runtime_error when `text` is not well-formed UTF-8.
 QUILLON_EXPORT std::u16string toUtf16(std::string_view text);
 
 /// The two lower-case hexadecimal digits of a byte: 10 gives "0a".
