@@ -1,0 +1,22 @@
+# `cmake --install` gives other CMake projects the package "quillon", with the targets quillon::quillon_charts and
+# quillon::quillon_report. Headers keep their folders below one include root.
+include(CMakePackageConfigHelpers)
+
+set(include_root "${CMAKE_INSTALL_INCLUDEDIR}/quillon")
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quillon")
+set(libraries orca quillon_charts)
+
+foreach(library IN LISTS libraries)
+    target_include_directories(${library} PUBLIC "$<INSTALL_INTERFACE:${include_root}>")
+endforeach()
+install(TARGETS ${libraries} EXPORT quillon-targets)
+install(EXPORT quillon-targets NAMESPACE quillon:: DESTINATION "${package_dir}")
+foreach(folder support orca chart)
+    install(DIRECTORY ${folder} DESTINATION "${include_root}" FILES_MATCHING PATTERN "*.h")
+endforeach()
+
+configure_package_config_file(cmake/quillon-config.cmake.in "${PROJECT_BINARY_DIR}/quillon-config.cmake"
+                              INSTALL_DESTINATION "${package_dir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/quillon-config-version.cmake" COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/quillon-config.cmake" "${PROJECT_BINARY_DIR}/quillon-config-version.cmake"
+        DESTINATION "${package_dir}")
