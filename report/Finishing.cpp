@@ -1,0 +1,382 @@
+#include "report/Finishing.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <vector>
+
+#include "chart/model/BarChart.h"
+#include "chart/model/ColumnChart.h"
+#include "chart/model/LineChart.h"
+#include "chart/model/PieChart.h"
+#include "report/Worksheet.h"
+#include "report/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMDocument;
+using xercesc::DOMElement;
+
+namespace {
+
+/// The places in a chart part that the rules work on, and what they know of the chart.
+struct ChartPart {
+    DOMDocument* doc;
+    DOMElement* chartSpace;
+    DOMElement* chart;
+    DOMElement* plotArea;
+    /// c:barChart, c:lineChart or c:pieChart.
+    DOMElement* group;
+    std::vector<DOMElement*> series;
+    const FinishingContext& context;
+
+    bool isGroup(const char16_t* name) const { return std::u16string_view(group->getTagName()) == name; }
+};
+
+DOMElement* findGroup(DOMElement* plotArea)
+{
+    for (const auto* name : {u"c:barChart", u"c:lineChart", u"c:pieChart"})
+        if (auto* group = findChild(plotArea, name)) return group;
+    throw std::logic_error("The chart part has no group of a known chart type.");
+}
+
+std::string describeSeries(const ChartPart& part, std::size_t index)
+{
+    const auto series = part.context.chart.getDataSet()->getSeries(index);
+    return "chart " + std::to_string(part.context.drawingNumber) + ", series " + std::to_string(index + 1) +
+           " (\"" + toUtf8(escapeCharacters(series->getName())) + "\")";
+}
+
+/// A pie repeats its first series; a word processor wants it once.
+void keepOneSeriesOfPie(ChartPart& part)
+{
+    if (!part.isGroup(u"c:pieChart")) return;
+    while (part.series.size() > 1) {
+        part.group->removeChild(part.series.back())->release();
+        part.series.pop_back();
+    }
+}
+
+/// Bars have no marker, and must say that negative values keep their colour.
+void finishBarSeries(ChartPart& part)
+{
+    if (!part.isGroup(u"c:barChart")) return;
+    for (auto* series : part.series) {
+        removeChildren(series, u"c:marker");
+        auto* invert = findChild(series, u"c:invertIfNegative");
+        invert->setAttribute(u"val", u"0");
+        insertAfter(series, invert, findChild(series, u"c:spPr"));
+    }
+}
+
+/// Lines cannot be inverted, and must say that they are straight.
+void finishLineSeries(ChartPart& part)
+{
+    if (!part.isGroup(u"c:lineChart")) return;
+    for (auto* series : part.series) {
+        removeChildren(series, u"c:invertIfNegative");
+        series->appendChild(makeElement(part.doc, u"c:smooth", u"0"));
+    }
+}
+
+/// Slices have no marker and cannot be inverted.
+void finishPieSeries(ChartPart& part)
+{
+    if (!part.isGroup(u"c:pieChart")) return;
+    for (auto* series : part.series) {
+        removeChildren(series, u"c:marker");
+        removeChildren(series, u"c:invertIfNegative");
+    }
+}
+
+void dropGapWidthOfLines(ChartPart& part)
+{
+    if (part.isGroup(u"c:lineChart")) removeChildren(part.group, u"c:gapWidth");
+}
+
+void addGroupingOfBars(ChartPart& part)
+{
+    if (!part.isGroup(u"c:barChart")) return;
+    auto* direction = findChild(part.group, u"c:barDir");
+    auto* grouping = makeElement(part.doc, u"c:grouping", u"clustered");
+    insertAfter(part.group, grouping, direction);
+    insertAfter(part.group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
+}
+
+bool isHexColor(std::u16string_view text)
+{
+    return text.size() == 6 && std::all_of(text.begin(), text.end(), [](char16_t c) {
+               return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F');
+           });
+}
+
+/// Gives the colour six digits; one that is no colour becomes `standard`, with a warning.
+void finishColor(const ChartPart& part, DOMElement* color, const std::u16string& standard,
+                 const std::string& place)
+{
+    const std::u16string given = color->getAttribute(u"val");
+    const auto digits = toUpperString(given.starts_with(u'#') ? given.substr(1) : given);
+    if (isHexColor(digits)) {
+        if (digits != given) color->setAttribute(u"val", digits.c_str());
+        return;
+    }
+    color->setAttribute(u"val", standard.c_str());
+    if (part.context.warn)
+        part.context.warn(place + ": \"" + toUtf8(escapeCharacters(given)) +
+                          "\" is no colour (six hexadecimal digits behind \"#\" are); the default is used.");
+}
+
+void finishColorsBelow(const ChartPart& part, DOMElement* element, const std::u16string& standard,
+                       const std::string& place)
+{
+    if (std::u16string_view(element->getTagName()) == u"a:srgbClr")
+        finishColor(part, element, standard, place);
+    for (auto* child = element->getFirstElementChild(); child != nullptr;
+         child = child->getNextElementSibling())
+        finishColorsBelow(part, child, standard, place);
+}
+
+void makeColorsHexadecimal(ChartPart& part)
+{
+    for (std::size_t i = 0; i < part.series.size(); ++i) {
+        const auto place = describeSeries(part, i);
+        finishColorsBelow(part, findChild(part.series[i], u"c:spPr"), chart::getPaletteColor(i), place);
+        for (auto* point : findChildren(part.series[i], u"c:dPt")) {
+            const auto index = str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
+            finishColorsBelow(part, findChild(point, u"c:spPr"), chart::getPaletteColor(index),
+                              place + ", point " + std::to_string(index + 1));
+        }
+    }
+}
+
+/// The writer knows the letters of columns A to Z alone.
+void writeColumnLetters(ChartPart& part)
+{
+    for (std::size_t i = 25; i < part.series.size(); ++i) {
+        const auto column = u"$" + getColumnLetters(i + 1);
+        const auto rows = num2str(part.context.chart.getDataSet()->getSeries(i)->getSize() + 1);
+        findPath(part.series[i], {u"c:tx", u"c:strRef", u"c:f"})
+            ->setTextContent((u"Sheet1!" + column + u"$1").c_str());
+        findPath(part.series[i], {u"c:val", u"c:numRef", u"c:f"})
+            ->setTextContent((u"Sheet1!" + column + u"$2:" + column + u"$" + rows).c_str());
+    }
+}
+
+/// A reference to no cell at all would end above its start; it stays on its first cell.
+void keepReferencesInOrder(ChartPart& part)
+{
+    const auto& dataSet = *part.context.chart.getDataSet();
+    for (std::size_t i = 0; i < part.series.size(); ++i) {
+        const auto column = u"Sheet1!$" + getColumnLetters(i + 1) + u"$2";
+        if (dataSet.getCategories().empty())
+            findPath(part.series[i], {u"c:cat", u"c:strRef", u"c:f"})->setTextContent(u"Sheet1!$A$2");
+        if (dataSet.getSeries(i)->getSize() == 0)
+            findPath(part.series[i], {u"c:val", u"c:numRef", u"c:f"})->setTextContent(column.c_str());
+    }
+}
+
+/// What is not a number is left out of its cache and shows as a gap; the count stays.
+void leaveOutMissingValues(ChartPart& part)
+{
+    for (std::size_t i = 0; i < part.series.size(); ++i) {
+        const auto& points = part.context.chart.getDataSet()->getSeries(i)->getPoints();
+        auto* cache = findPath(part.series[i], {u"c:val", u"c:numRef", u"c:numCache"});
+        auto* cached = findChild(cache, u"c:pt");
+        for (std::size_t k = 0; k < points.size(); ++k) {
+            auto* next = cached->getNextElementSibling();
+            const double value = points[k]->getValue();
+            if (std::isinf(value))
+                throw std::runtime_error(
+                    describeSeries(part, i) + ", point " + std::to_string(k + 1) +
+                    ": the value is infinite; a chart can show finite numbers, and gaps for NaN.");
+            if (std::isnan(value)) cache->removeChild(cached)->release();
+            cached = next;
+        }
+    }
+}
+
+void escapeCache(DOMElement* cache, const std::function<const std::u16string&(std::size_t)>& getText)
+{
+    std::size_t index = 0;
+    for (auto* point : findChildren(cache, u"c:pt")) {
+        const auto& text = getText(index++);
+        const auto escaped = escapeCharacters(text);
+        if (escaped != text) point->getFirstElementChild()->setTextContent(escaped.c_str());
+    }
+}
+
+/// Characters that XML cannot hold: the caches have a notation for them, the title has none.
+void escapeTexts(ChartPart& part)
+{
+    const auto& title = part.context.chart.getTitle();
+    if (title)
+        requireXmlText(title->getText()->getContent().at(0)->getContent(),
+                       "chart " + std::to_string(part.context.drawingNumber) + ", title");
+    const auto& dataSet = *part.context.chart.getDataSet();
+    for (std::size_t i = 0; i < part.series.size(); ++i) {
+        const auto series = dataSet.getSeries(i);
+        escapeCache(findPath(part.series[i], {u"c:tx", u"c:strRef", u"c:strCache"}),
+                    [&](std::size_t) -> const std::u16string& { return series->getName(); });
+        escapeCache(findPath(part.series[i], {u"c:cat", u"c:strRef", u"c:strCache"}),
+                    [&](std::size_t k) -> const std::u16string& { return dataSet.getCategories()[k]; });
+    }
+}
+
+const char16_t* getLegendPlace(const ChartPart& part)
+{
+    switch (part.context.options.legend) {
+        case Legend::None:
+            return nullptr;
+        case Legend::Right:
+            return u"r";
+        case Legend::Top:
+            return u"t";
+        case Legend::Left:
+            return u"l";
+        case Legend::Bottom:
+            return u"b";
+        case Legend::Automatic:
+            break;
+    }
+    const bool wanted = part.series.size() > 1 || part.isGroup(u"c:pieChart");
+    return wanted ? u"b" : nullptr;
+}
+
+void addLegend(ChartPart& part)
+{
+    const auto* place = getLegendPlace(part);
+    if (place == nullptr) return;
+    auto* legend = part.doc->createElement(u"c:legend");
+    legend->appendChild(makeElement(part.doc, u"c:legendPos", place));
+    legend->appendChild(makeElement(part.doc, u"c:overlay", u"0"));
+    part.chart->appendChild(legend);
+}
+
+void showGapsAndVisibleCellsOnly(ChartPart& part)
+{
+    part.chart->appendChild(makeElement(part.doc, u"c:plotVisOnly", u"1"));
+    part.chart->appendChild(makeElement(part.doc, u"c:dispBlanksAs", u"gap"));
+}
+
+void linkWorkbook(ChartPart& part)
+{
+    if (part.context.workbookRelationshipId == nullptr) return;
+    auto* external = part.doc->createElement(u"c:externalData");
+    external->setAttribute(u"r:id", part.context.workbookRelationshipId);
+    external->appendChild(makeElement(part.doc, u"c:autoUpdate", u"0"));
+    part.chartSpace->appendChild(external);
+}
+
+/// The rules for the chart part, in the order in which they are applied.
+constexpr std::array chartRules = {
+    keepOneSeriesOfPie,          finishBarSeries,       finishLineSeries,   finishPieSeries,
+    dropGapWidthOfLines,         addGroupingOfBars,     writeColumnLetters, keepReferencesInOrder,
+    makeColorsHexadecimal,       leaveOutMissingValues, escapeTexts,        addLegend,
+    showGapsAndVisibleCellsOnly, linkWorkbook,
+};
+
+/// The inline drawing of the writer, and what the rules know of the chart.
+struct Drawing {
+    DOMElement* run;
+    DOMElement* inlineDrawing;
+    const FinishingContext& context;
+};
+
+/// Without the wrapper nothing is drawn.
+void wrapInDrawing(Drawing& drawing)
+{
+    auto* wrapper = drawing.run->getOwnerDocument()->createElement(u"w:drawing");
+    drawing.run->replaceChild(wrapper, drawing.inlineDrawing);
+    wrapper->appendChild(drawing.inlineDrawing);
+}
+
+void nameEffectExtent(Drawing& drawing)
+{
+    auto* named = drawing.run->getOwnerDocument()->createElement(u"wp:effectExtent");
+    for (const auto* side : {u"l", u"t", u"r", u"b"}) named->setAttribute(side, u"0");
+    auto* writers = findChild(drawing.inlineDrawing, u"wp:effectiveExtent");
+    drawing.inlineDrawing->replaceChild(named, writers)->release();
+}
+
+void setSize(Drawing& drawing)
+{
+    auto* extent = findChild(drawing.inlineDrawing, u"wp:extent");
+    extent->setAttribute(u"cx", num2str(static_cast<unsigned long>(drawing.context.width)).c_str());
+    extent->setAttribute(u"cy", num2str(static_cast<unsigned long>(drawing.context.height)).c_str());
+}
+
+std::string getTypeName(const chart::Chart& chart)
+{
+    if (dynamic_cast<const chart::BarChart*>(&chart) != nullptr) return "Bar chart";
+    if (dynamic_cast<const chart::ColumnChart*>(&chart) != nullptr) return "Column chart";
+    if (dynamic_cast<const chart::LineChart*>(&chart) != nullptr) return "Line chart";
+    if (dynamic_cast<const chart::PieChart*>(&chart) != nullptr) return "Pie chart";
+    return "Chart";
+}
+
+/// "values from 1.5 to 20", or nothing for a chart without numbers.
+std::u16string describeRange(const chart::DataSet& dataSet)
+{
+    double low = std::numeric_limits<double>::infinity();
+    double high = -low;
+    for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
+        for (const auto& point : dataSet.getSeries(i)->getPoints()) {
+            low = std::fmin(low, point->getValue());
+            high = std::fmax(high, point->getValue());
+        }
+    return low <= high ? u"; values from " + num2str(low) + u" to " + num2str(high) : u"";
+}
+
+std::u16string describeSeriesNames(const chart::DataSet& dataSet)
+{
+    constexpr unsigned long named = 5;
+    std::u16string names;
+    const auto count = dataSet.getSeriesCount();
+    for (unsigned long i = 0; i < std::min(count, named); ++i)
+        names += (i == 0 ? u"; series " : u", ") + escapeCharacters(dataSet.getSeries(i)->getName());
+    if (count > named) names += u" and " + num2str(count - named) + u" more";
+    return names;
+}
+
+std::u16string makeAltText(const chart::Chart& chart)
+{
+    auto text = toUtf16(getTypeName(chart));
+    if (chart.getTitle())
+        text += u": " + escapeCharacters(chart.getTitle()->getText()->getContent().at(0)->getContent());
+    return text + describeSeriesNames(*chart.getDataSet()) + describeRange(*chart.getDataSet());
+}
+
+void describe(Drawing& drawing)
+{
+    const auto& context = drawing.context;
+    const auto given = toUtf16(context.options.altText);
+    requireXmlText(given, "chart " + std::to_string(context.drawingNumber) + ", alternative text");
+    findChild(drawing.inlineDrawing, u"wp:docPr")
+        ->setAttribute(u"descr", (given.empty() ? makeAltText(context.chart) : given).c_str());
+}
+
+/// The rules for the drawing, in the order in which they are applied.
+constexpr std::array drawingRules = {wrapInDrawing, nameEffectExtent, setSize, describe};
+
+}  // namespace
+
+void finishChartPart(DOMDocument* doc, const FinishingContext& context)
+{
+    auto* chartSpace = doc->getDocumentElement();
+    auto* chart = findChild(chartSpace, u"c:chart");
+    auto* plotArea = findChild(chart, u"c:plotArea");
+    auto* group = findGroup(plotArea);
+    ChartPart part{doc, chartSpace, chart, plotArea, group, findChildren(group, u"c:ser"), context};
+    for (const auto& rule : chartRules) rule(part);
+}
+
+void finishDrawing(DOMElement* run, const FinishingContext& context)
+{
+    Drawing drawing{run, findChild(run, u"wp:inline"), context};
+    for (const auto& rule : drawingRules) rule(drawing);
+}
+
+}  // namespace quillon::report

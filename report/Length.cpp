@@ -1,0 +1,43 @@
+#include "report/Length.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <stdexcept>
+#include <string>
+
+namespace quillon::report {
+namespace {
+
+struct Unit {
+    std::string_view name;
+    double emu;
+};
+
+constexpr double emuPerInch = 914'400;
+constexpr std::array units = {Unit{"cm", emuPerInch / 2.54}, Unit{"mm", emuPerInch / 25.4},
+                              Unit{"in", emuPerInch}, Unit{"pt", emuPerInch / 72}};
+
+[[noreturn]] void refuse(std::string_view text, const char* reason)
+{
+    throw std::runtime_error("Length \"" + std::string(text) + "\": " + reason);
+}
+
+}  // namespace
+
+std::int64_t parseLength(std::string_view text)
+{
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string_view unitName = text.substr(static_cast<std::size_t>(end - text.data()));
+    if (error != std::errc()) refuse(text, "expected a number and a unit (cm, mm, in, pt), as in 15cm.");
+    for (const auto& unit : units) {
+        if (unit.name != unitName) continue;
+        const double emu = number * unit.emu;
+        if (!(emu >= 0.1 * emuPerInch && emu <= 22 * emuPerInch)) refuse(text, "expected 0.1in to 22in.");
+        return std::llround(emu);
+    }
+    refuse(text, "expected one of the units cm, mm, in, pt behind the number, as in 15cm.");
+}
+
+}  // namespace quillon::report

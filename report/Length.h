@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace quillon::report {
+
+/// Reads a length with a unit, "15cm", "80mm", "5.5in" or "300pt", as English Metric Units (914,400 an inch).
+/// Throws: std::runtime_error when the text is no such length, or lies outside 0.1 to 22 inches, the widest
+/// page that word processors take.
+std::int64_t parseLength(std::string_view text);
+
+}  // namespace quillon::report

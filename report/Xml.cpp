@@ -1,0 +1,151 @@
+#include "report/Xml.h"
+
+#include <memory>
+#include <stdexcept>
+#include <xercesc/framework/MemBufFormatTarget.hpp>
+
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMElement;
+
+namespace {
+
+struct Release {
+    template <typename T>
+    void operator()(T* object) const
+    {
+        object->release();
+    }
+};
+
+bool isHighSurrogate(char16_t c)
+{
+    return c >= 0xD800 && c < 0xDC00;
+}
+
+bool isLowSurrogate(char16_t c)
+{
+    return c >= 0xDC00 && c < 0xE000;
+}
+
+/// The number of units, 1 or 2, of the character at `at` that XML can hold; 0 when it cannot hold it.
+std::size_t getXmlCharacterLength(std::u16string_view text, std::size_t at)
+{
+    if (isHighSurrogate(text[at])) return at + 1 < text.size() && isLowSurrogate(text[at + 1]) ? 2 : 0;
+    return isXmlCharacter(text[at]) ? 1 : 0;
+}
+
+bool isHexDigit(char16_t c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+/// Whether the text itself reads like the notation, as in "_x0041_".
+bool looksEscaped(std::u16string_view text, std::size_t at)
+{
+    if (at + 7 > text.size() || text.substr(at, 2) != u"_x" || text[at + 6] != u'_') return false;
+    for (std::size_t i = at + 2; i < at + 6; ++i)
+        if (!isHexDigit(text[i])) return false;
+    return true;
+}
+
+std::u16string escapeUnit(char16_t unit)
+{
+    return u"_x" +
+           toUpperString(num2HexStr(static_cast<unsigned char>(unit >> 8)) +
+                         num2HexStr(static_cast<unsigned char>(unit))) +
+           u"_";
+}
+
+}  // namespace
+
+bool isXmlCharacter(char16_t character)
+{
+    if (character < 0x20) return character == u'\t' || character == u'\n' || character == u'\r';
+    return character < 0xD800 || (character >= 0xE000 && character < 0xFFFE);
+}
+
+void requireXmlText(std::u16string_view text, const std::string& field)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const auto length = getXmlCharacterLength(text, at);
+        if (length == 0)
+            throw std::runtime_error(
+                field + ": character " + std::to_string(at + 1) + " (U+" +
+                toUtf8(escapeUnit(text[at])).substr(2, 4) +
+                ") cannot stand in a document; only tab and line break of the control characters can.");
+        at += length;
+    }
+}
+
+std::u16string escapeCharacters(std::u16string_view text)
+{
+    std::u16string escaped;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto length = getXmlCharacterLength(text, at);
+        if (length == 0 || looksEscaped(text, at))
+            escaped += escapeUnit(text[at]);
+        else
+            escaped += text.substr(at, length);
+        at += std::max<std::size_t>(length, 1);
+    }
+    return escaped;
+}
+
+DOMElement* findChild(const DOMElement* parent, const char16_t* name)
+{
+    for (auto* child = parent->getFirstElementChild(); child != nullptr;
+         child = child->getNextElementSibling())
+        if (std::u16string_view(child->getTagName()) == name) return child;
+    return nullptr;
+}
+
+std::vector<DOMElement*> findChildren(const DOMElement* parent, const char16_t* name)
+{
+    std::vector<DOMElement*> found;
+    for (auto* child = parent->getFirstElementChild(); child != nullptr;
+         child = child->getNextElementSibling())
+        if (std::u16string_view(child->getTagName()) == name) found.push_back(child);
+    return found;
+}
+
+DOMElement* findPath(DOMElement* from, std::initializer_list<const char16_t*> names)
+{
+    for (const auto* name : names)
+        if (from != nullptr) from = findChild(from, name);
+    return from;
+}
+
+void removeChildren(DOMElement* parent, const char16_t* name)
+{
+    for (auto* child : findChildren(parent, name)) parent->removeChild(child)->release();
+}
+
+DOMElement* makeElement(xercesc::DOMDocument* doc, const char16_t* name, const std::u16string& val)
+{
+    auto* element = doc->createElement(name);
+    element->setAttribute(u"val", val.c_str());
+    return element;
+}
+
+void insertAfter(DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* previous)
+{
+    parent->insertBefore(child, previous == nullptr ? parent->getFirstChild() : previous->getNextSibling());
+}
+
+std::string serialise(const xercesc::DOMDocument* doc)
+{
+    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
+    const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(implementation->createLSSerializer());
+    const std::unique_ptr<xercesc::DOMLSOutput, Release> output(implementation->createLSOutput());
+    xercesc::MemBufFormatTarget target(64 * 1024);
+    output->setByteStream(&target);
+    output->setEncoding(u"UTF-8");
+    if (!serializer->write(doc, output.get()))
+        throw std::runtime_error("A part of the document could not be serialised.");
+    return {reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen()};
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+#include <xercesc/dom/DOM.hpp>
+
+namespace quillon::report {
+
+/// The first child element of that name, or null.
+xercesc::DOMElement* findChild(const xercesc::DOMElement* parent, const char16_t* name);
+/// All child elements of that name, in order.
+std::vector<xercesc::DOMElement*> findChildren(const xercesc::DOMElement* parent, const char16_t* name);
+/// The element at the end of a path of child names; null when a step is missing.
+xercesc::DOMElement* findPath(xercesc::DOMElement* from, std::initializer_list<const char16_t*> names);
+
+/// Removes the children of that name.
+void removeChildren(xercesc::DOMElement* parent, const char16_t* name);
+/// Makes `<name val="value"/>`, not yet in the tree.
+xercesc::DOMElement* makeElement(xercesc::DOMDocument* doc, const char16_t* name, const std::u16string& val);
+/// Inserts `child` behind `previous`, or first when that is null.
+void insertAfter(xercesc::DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* previous);
+
+/// Whether XML can hold the character, a UTF-16 unit of well-formed text.
+bool isXmlCharacter(char16_t character);
+/// Throws: std::runtime_error that names `field` when XML cannot hold `text`.
+void requireXmlText(std::u16string_view text, const std::string& field);
+/// `text` in the notation that chart caches and worksheets have for characters that XML cannot hold: _x0001_.
+std::u16string escapeCharacters(std::u16string_view text);
+
+/// The bytes of a document in UTF-8, with its declaration.
+std::string serialise(const xercesc::DOMDocument* doc);
+
+}  // namespace quillon::report
