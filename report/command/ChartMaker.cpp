@@ -1,0 +1,232 @@
+#include "report/command/ChartMaker.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <optional>
+#include <stdexcept>
+
+#include "chart/model/BarChart.h"
+#include "chart/model/ColumnChart.h"
+#include "chart/model/LineChart.h"
+#include "chart/model/PieChart.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+using Note = std::function<void(const std::string&)>;
+
+constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+
+template <typename... Args>
+[[noreturn]] void fail(fmt::format_string<Args...> text, Args&&... args)
+{
+    throw std::runtime_error(fmt::format(text, std::forward<Args>(args)...));
+}
+
+struct ChartType {
+    const char* name;
+    std::shared_ptr<chart::Chart> (*create)();
+    bool isPie;
+};
+
+constexpr std::array chartTypes = {
+    ChartType{"column", chart::ColumnChart::create, false},
+    ChartType{"bar", chart::BarChart::create, false},
+    ChartType{"line", chart::LineChart::create, false},
+    ChartType{"pie", chart::PieChart::create, true},
+};
+
+const ChartType& findType(const std::string& name)
+{
+    if (name.empty()) return chartTypes.front();
+    for (const auto& type : chartTypes)
+        if (name == type.name) return type;
+    fail("Chart type \"{}\": expected bar, column, line or pie.", name);
+}
+
+std::u16string readColor(const std::string& text)
+{
+    const auto color = toUtf16(text);
+    const bool isHex = text.size() == 7 && text[0] == '#' &&
+                       text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
+    const bool isKnown =
+        isHex || chart::isRgbColorString(color) || chart::findNamedColor(toLowerString(color)) != nullptr;
+    if (!isKnown)
+        fail("Colour \"{}\": expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.", text);
+    return color;
+}
+
+double readValue(const Table& table, const Table::Row& row, std::size_t column, bool gaps)
+{
+    const auto& cell = row.cells[column];
+    if (cell.empty() && gaps) return gap;
+    const auto number = Table::readNumber(cell);
+    if (!number)
+        table.refuseCell(row, column,
+                         gaps ? "a number, as in -1.5, or an empty cell" : "a number, as in -1.5");
+    return *number;
+}
+
+bool holdsNumber(const Table& table, std::size_t column)
+{
+    return std::any_of(table.rows.begin(), table.rows.end(), [column](const auto& row) {
+        return Table::readNumber(row.cells[column]).has_value();
+    });
+}
+
+std::vector<std::size_t> chooseColumns(const ChartJob& job, const Table& table, std::size_t category,
+                                       const Note& note)
+{
+    std::vector<std::size_t> chosen;
+    for (const auto& name : job.columns) chosen.push_back(table.findColumn(name));
+    if (!chosen.empty()) return chosen;
+    for (std::size_t column = 0; column < table.columns.size(); ++column) {
+        if (column == category) continue;
+        if (holdsNumber(table, column))
+            chosen.push_back(column);
+        else
+            note(fmt::format("{}: column \"{}\" holds no numbers and is left out.", table.path,
+                             table.columns[column]));
+    }
+    if (chosen.empty())
+        fail("{}: no column beside \"{}\" holds numbers.", table.path, table.columns[category]);
+    return chosen;
+}
+
+std::shared_ptr<chart::DataSet> readWide(const ChartJob& job, const Table& table, const Note& note)
+{
+    const auto category = job.category.empty() ? 0 : table.findColumn(job.category);
+    std::vector<std::u16string> names;
+    for (const auto& row : table.rows) names.push_back(toUtf16(row.cells[category]));
+    auto dataSet = chart::DataSet::create(names);
+    for (const auto column : chooseColumns(job, table, category, note)) {
+        auto series = chart::DataSeries::create(toUtf16(table.columns[column]));
+        for (const auto& row : table.rows) series->appendPoint(readValue(table, row, column, job.gaps));
+        dataSet->appendSeries(series);
+    }
+    return dataSet;
+}
+
+/// Texts in the order in which they first appear, each with its position.
+class Index {
+ public:
+    std::size_t add(const std::string& text)
+    {
+        const auto [found, isNew] = positions_.try_emplace(text, texts_.size());
+        if (isNew) texts_.push_back(text);
+        return found->second;
+    }
+    const std::vector<std::string>& getTexts() const { return texts_; }
+
+ private:
+    std::map<std::string, std::size_t> positions_;
+    std::vector<std::string> texts_;
+};
+
+/// The values of a long table by series and category.
+struct Pivot {
+    Index categories;
+    Index series;
+    std::map<std::pair<std::size_t, std::size_t>, double> values;
+};
+
+Pivot pivot(const ChartJob& job, const Table& table)
+{
+    const auto category = job.category.empty() ? 0 : table.findColumn(job.category);
+    const auto series = table.findColumn(job.series);
+    const auto value = table.findColumn(job.value);
+    Pivot result;
+    for (const auto& row : table.rows) {
+        const auto key =
+            std::pair(result.series.add(row.cells[series]), result.categories.add(row.cells[category]));
+        if (!result.values.try_emplace(key, readValue(table, row, value, job.gaps)).second)
+            fail("{}:{}: a second value for {} \"{}\" and {} \"{}\"; a long table has one for each pair.",
+                 table.path, row.line, job.series, row.cells[series], table.columns[category],
+                 row.cells[category]);
+    }
+    return result;
+}
+
+std::shared_ptr<chart::DataSet> readLong(const ChartJob& job, const Table& table)
+{
+    if (job.series.empty() || job.value.empty())
+        fail("A long table needs both the column of series names (series) and the column of values (value).");
+    if (!job.columns.empty())
+        fail("Columns are chosen in wide tables; a long table has series and value instead.");
+    const auto table2d = pivot(job, table);
+    const auto& categories = table2d.categories.getTexts();
+    std::vector<std::u16string> names;
+    for (const auto& name : categories) names.push_back(toUtf16(name));
+    auto dataSet = chart::DataSet::create(names);
+    for (std::size_t i = 0; i < table2d.series.getTexts().size(); ++i) {
+        const auto& name = table2d.series.getTexts()[i];
+        auto series = chart::DataSeries::create(toUtf16(name));
+        for (std::size_t k = 0; k < categories.size(); ++k) {
+            const auto found = table2d.values.find({i, k});
+            if (found == table2d.values.end() && !job.gaps)
+                fail("{}: no value for {} \"{}\" and category \"{}\"; add the row, or ask for gaps.",
+                     table.path, job.series, name, categories[k]);
+            series->appendPoint(found == table2d.values.end() ? gap : found->second);
+        }
+        dataSet->appendSeries(series);
+    }
+    return dataSet;
+}
+
+void applyColors(const ChartJob& job, const ChartType& type, const chart::DataSet& dataSet)
+{
+    const auto places = type.isPie ? dataSet.getSeries(0)->getSize() : dataSet.getSeriesCount();
+    if (job.colors.size() > places)
+        fail("Got {} colours for {} {}; give at most one for each.", job.colors.size(), places,
+             type.isPie ? "slices" : "series");
+    for (std::size_t i = 0; i < job.colors.size(); ++i) {
+        const auto color = readColor(job.colors[i]);
+        if (type.isPie)
+            dataSet.getSeries(0)->getPoint(i)->setFormat(
+                chart::DataPointShapeFormat::create(color, u"white"));
+        else
+            dataSet.getSeries(i)->setFormat(chart::DataSeriesShapeFormat::create(color));
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table, const Note& note)
+{
+    const auto& type = findType(job.type);
+    const bool isLong = !job.series.empty() || !job.value.empty();
+    const auto dataSet = isLong ? readLong(job, table) : readWide(job, table, note);
+    if (type.isPie && dataSet->getSeriesCount() > 1)
+        fail("{}: a pie shows one series, the table gives {}; choose one with columns.", table.path,
+             dataSet->getSeriesCount());
+    applyColors(job, type, *dataSet);
+    auto chart = type.create();
+    chart->setDataSet(dataSet);
+    if (!job.title.empty()) chart->setTitle(chart::Title::create(toUtf16(job.title)));
+    return chart;
+}
+
+ChartOptions makeOptions(const ChartJob& job)
+{
+    static const std::map<std::string, Legend> legends = {
+        {"", Legend::Automatic},   {"auto", Legend::Automatic}, {"none", Legend::None},
+        {"right", Legend::Right},  {"top", Legend::Top},        {"left", Legend::Left},
+        {"bottom", Legend::Bottom}};
+    const auto legend = legends.find(job.legend);
+    if (legend == legends.end())
+        fail("Legend \"{}\": expected auto, none, right, top, left or bottom.", job.legend);
+    ChartOptions options;
+    options.legend = legend->second;
+    if (!job.width.empty()) options.width = job.width;
+    if (!job.height.empty()) options.height = job.height;
+    options.altText = job.altText;
+    options.workbook = !job.noWorkbook;
+    return options;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,182 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <map>
+
+#include "report/Document.h"
+#include "report/command/ChartJob.h"
+#include "report/command/ChartMaker.h"
+#include "report/command/JobFile.h"
+#include "report/command/Table.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr int dataError = 1;
+constexpr int usageError = 2;
+
+constexpr auto description = "Makes a Word document with native, editable charts from tables in CSV files.";
+
+constexpr auto examples =
+    R"text(Options stand behind the TABLE they are for; those before the first are for all.
+
+Examples:
+  quillon-report revenue.csv --type column --title "Revenue" -o report.docx
+  quillon-report weather.csv --type line --category date --columns temp_max,temp_min -o weather.docx
+  quillon-report energy.csv --category year --series source --value net_generation -o energy.docx
+  quillon-report sales.csv --colors red,#00ff00,"rgb(0,128,255)" --legend right -o sales.docx
+  quillon-report a.csv --type bar --heading "A" b.csv --type pie --heading "B" -o both.docx
+  quillon-report --job charts.json -o report.docx
+
+A job file: {"charts": [{"table": "sales.csv", "type": "bar", "columns": ["north", "south"]}]}
+
+Exit status: 0 when the document is written, 1 when data or a file is refused, 2 for a wrong call.)text";
+
+void complain(const std::string& sentence)
+{
+    fmt::print(stderr, "quillon-report: {}\n", sentence);
+}
+
+/// Shows on a terminal how far a work has come that lasts over a second.
+class ProgressLine {
+ public:
+    ~ProgressLine()
+    {
+        if (shown_) fmt::print(stderr, "\r\033[K");
+    }
+
+    void show(std::size_t done, std::size_t total)
+    {
+        using namespace std::chrono_literals;
+        if (isatty(STDERR_FILENO) == 0 || std::chrono::steady_clock::now() - start_ < 1s) return;
+        shown_ = true;
+        fmt::print(stderr, "\rchart {} of {}", done, total);
+        std::fflush(stderr);
+    }
+
+ private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    bool shown_ = false;
+};
+
+/// What the author typed: CLI11 keeps the words, and the order in which options and tables came.
+class CommandLine {
+ public:
+    CommandLine();
+
+    CLI::App& getApp() { return app_; }
+    const std::string& getOutput() const { return output_; }
+    /// One job for each table, in order, or those of the job file.
+    std::vector<ChartJob> getJobs() const;
+
+ private:
+    void apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const;
+
+    CLI::App app_{description};
+    CLI::Option* tables_;
+    std::map<const CLI::Option*, const JobOption*> chartOptions_;
+    std::string output_;
+    std::string jobFile_;
+};
+
+CommandLine::CommandLine()
+{
+    app_.footer(examples);
+    tables_ = app_.add_option("TABLE", "a CSV file; several make several charts")->expected(1, 1 << 20);
+    for (const auto& option : jobOptions) {
+        const auto name = std::string("--") + option.name;
+        const bool isFlag = std::holds_alternative<bool ChartJob::*>(option.member);
+        auto* added = isFlag ? app_.add_flag(name, option.help) : app_.add_option(name, option.help);
+        if (!isFlag)
+            added->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)->type_name("TEXT");
+        chartOptions_[added] = &option;
+    }
+    auto* job = app_.add_option("--job", jobFile_, "a JSON file that lists the charts")->type_name("FILE");
+    job->excludes(tables_);
+    app_.add_option("-o,--output", output_, "the document to write")->type_name("FILE")->required();
+}
+
+void CommandLine::apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const
+{
+    const auto& member = chartOptions_.at(option)->member;
+    if (const auto* flag = std::get_if<bool ChartJob::*>(&member)) {
+        job.*(*flag) = true;
+        return;
+    }
+    const auto& text = option->results().at(occurrence);
+    if (const auto* list = std::get_if<std::vector<std::string> ChartJob::*>(&member))
+        job.*(*list) = splitList(text);
+    if (const auto* single = std::get_if<std::string ChartJob::*>(&member)) job.*(*single) = text;
+}
+
+std::vector<ChartJob> CommandLine::getJobs() const
+{
+    if (!jobFile_.empty()) return readJobFile(jobFile_);
+    std::vector<ChartJob> jobs;
+    ChartJob common;
+    std::map<const CLI::Option*, std::size_t> occurrences;
+    for (const auto* option : app_.parse_order()) {
+        const auto occurrence = occurrences[option]++;
+        if (option == tables_) {
+            jobs.push_back(common);
+            jobs.back().table = option->results().at(occurrence);
+        } else if (chartOptions_.contains(option)) {
+            apply(option, occurrence, jobs.empty() ? common : jobs.back());
+        }
+    }
+    return jobs;
+}
+
+void write(const std::vector<ChartJob>& jobs, const std::string& output)
+{
+    Document document;
+    ProgressLine progress;
+    document.setProgress([&progress](std::size_t done, std::size_t total) { progress.show(done, total); });
+    document.setWarning(complain);
+    for (const auto& job : jobs) {
+        const auto chart = makeChart(job, readTable(job.table, job.delimiter), complain);
+        if (!job.heading.empty()) document.addHeading(job.heading, 1);
+        document.addChart(chart, makeOptions(job));
+    }
+    document.save(output);
+}
+
+int run(int argc, char** argv)
+{
+    CommandLine commandLine;
+    try {
+        commandLine.getApp().parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        fmt::print("{}", commandLine.getApp().help());
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        complain(std::string(error.what()) + " See quillon-report --help.");
+        return usageError;
+    }
+    const auto jobs = commandLine.getJobs();
+    if (jobs.empty()) {
+        complain("Expected at least one TABLE, a CSV file, or --job. See quillon-report --help.");
+        return usageError;
+    }
+    write(jobs, commandLine.getOutput());
+    return 0;
+}
+
+}  // namespace
+}  // namespace quillon::report
+
+int main(int argc, char** argv)
+{
+    try {
+        return quillon::report::run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        quillon::report::complain("Out of memory.");
+    } catch (const std::exception& error) {
+        quillon::report::complain(error.what());
+    }
+    return quillon::report::dataError;
+}
