@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 set(include_root "${CMAKE_INSTALL_INCLUDEDIR}/quillon")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quillon")
-set(libraries orca quillon_charts)
+set(libraries orca quillon_charts quillon_report)
 
 foreach(library IN LISTS libraries)
     target_include_directories(${library} PUBLIC "$<INSTALL_INTERFACE:${include_root}>")
@@ -14,6 +14,8 @@ install(EXPORT quillon-targets NAMESPACE quillon:: DESTINATION "${package_dir}")
 foreach(folder support orca chart)
     install(DIRECTORY ${folder} DESTINATION "${include_root}" FILES_MATCHING PATTERN "*.h")
 endforeach()
+install(FILES report/Document.h DESTINATION "${include_root}/report")
+install(TARGETS quillon-report)
 
 configure_package_config_file(cmake/quillon-config.cmake.in "${PROJECT_BINARY_DIR}/quillon-config.cmake"
                               INSTALL_DESTINATION "${package_dir}")

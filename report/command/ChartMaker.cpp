@@ -7,12 +7,13 @@
 #include <limits>
 #include <map>
 #include <optional>
-#include <stdexcept>
+#include <set>
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
+#include "report/command/Fail.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -21,12 +22,6 @@ namespace {
 using Note = std::function<void(const std::string&)>;
 
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
-
-template <typename... Args>
-[[noreturn]] void fail(fmt::format_string<Args...> text, Args&&... args)
-{
-    throw std::runtime_error(fmt::format(text, std::forward<Args>(args)...));
-}
 
 struct ChartType {
     const char* name;
@@ -51,7 +46,7 @@ const ChartType& findType(const std::string& name)
 
 std::u16string readColor(const std::string& text)
 {
-    const auto color = toUtf16(text);
+    const auto color = quillon::toUtf16(text);
     const bool isHex = text.size() == 7 && text[0] == '#' &&
                        text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
     const bool isKnown =
@@ -79,6 +74,27 @@ bool holdsNumber(const Table& table, std::size_t column)
     });
 }
 
+std::vector<std::u16string> toUtf16(const std::vector<std::string>& texts)
+{
+    std::vector<std::u16string> result;
+    for (const auto& text : texts) result.push_back(quillon::toUtf16(text));
+    return result;
+}
+
+/// Wide tables name each category once; a name that comes again is the mark of a long one.
+void noteRepeatedCategory(const Table& table, std::size_t category, const Note& note)
+{
+    std::set<std::string> names;
+    for (const auto& row : table.rows) {
+        if (names.insert(row.cells[category]).second) continue;
+        note(fmt::format(
+            "{}:{}: \"{}\" comes twice in the category column \"{}\"; a table with one row for each "
+            "value needs --series and --value.",
+            table.path, row.line, row.cells[category], table.columns[category]));
+        return;
+    }
+}
+
 std::vector<std::size_t> chooseColumns(const ChartJob& job, const Table& table, std::size_t category,
                                        const Note& note)
 {
@@ -101,11 +117,12 @@ std::vector<std::size_t> chooseColumns(const ChartJob& job, const Table& table, 
 std::shared_ptr<chart::DataSet> readWide(const ChartJob& job, const Table& table, const Note& note)
 {
     const auto category = job.category.empty() ? 0 : table.findColumn(job.category);
-    std::vector<std::u16string> names;
-    for (const auto& row : table.rows) names.push_back(toUtf16(row.cells[category]));
-    auto dataSet = chart::DataSet::create(names);
+    noteRepeatedCategory(table, category, note);
+    std::vector<std::string> names;
+    for (const auto& row : table.rows) names.push_back(row.cells[category]);
+    auto dataSet = chart::DataSet::create(toUtf16(names));
     for (const auto column : chooseColumns(job, table, category, note)) {
-        auto series = chart::DataSeries::create(toUtf16(table.columns[column]));
+        auto series = chart::DataSeries::create(quillon::toUtf16(table.columns[column]));
         for (const auto& row : table.rows) series->appendPoint(readValue(table, row, column, job.gaps));
         dataSet->appendSeries(series);
     }
@@ -155,23 +172,22 @@ Pivot pivot(const ChartJob& job, const Table& table)
 std::shared_ptr<chart::DataSet> readLong(const ChartJob& job, const Table& table)
 {
     if (job.series.empty() || job.value.empty())
-        fail("A long table needs both the column of series names (series) and the column of values (value).");
-    if (!job.columns.empty())
-        fail("Columns are chosen in wide tables; a long table has series and value instead.");
-    const auto table2d = pivot(job, table);
-    const auto& categories = table2d.categories.getTexts();
-    std::vector<std::u16string> names;
-    for (const auto& name : categories) names.push_back(toUtf16(name));
-    auto dataSet = chart::DataSet::create(names);
-    for (std::size_t i = 0; i < table2d.series.getTexts().size(); ++i) {
-        const auto& name = table2d.series.getTexts()[i];
-        auto series = chart::DataSeries::create(toUtf16(name));
+        fail(
+            "A long table needs both --series, the column of series names, and --value, the column of "
+            "values.");
+    if (!job.columns.empty()) fail("--columns is for wide tables; a long table has --series and --value.");
+    const auto cells = pivot(job, table);
+    const auto& categories = cells.categories.getTexts();
+    auto dataSet = chart::DataSet::create(toUtf16(categories));
+    for (std::size_t i = 0; i < cells.series.getTexts().size(); ++i) {
+        const auto& name = cells.series.getTexts()[i];
+        auto series = chart::DataSeries::create(quillon::toUtf16(name));
         for (std::size_t k = 0; k < categories.size(); ++k) {
-            const auto found = table2d.values.find({i, k});
-            if (found == table2d.values.end() && !job.gaps)
-                fail("{}: no value for {} \"{}\" and category \"{}\"; add the row, or ask for gaps.",
+            const auto found = cells.values.find({i, k});
+            if (found == cells.values.end() && !job.gaps)
+                fail("{}: no value for {} \"{}\" and category \"{}\"; add the row, or ask for --gaps.",
                      table.path, job.series, name, categories[k]);
-            series->appendPoint(found == table2d.values.end() ? gap : found->second);
+            series->appendPoint(found == cells.values.end() ? gap : found->second);
         }
         dataSet->appendSeries(series);
     }
@@ -202,12 +218,12 @@ std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table,
     const bool isLong = !job.series.empty() || !job.value.empty();
     const auto dataSet = isLong ? readLong(job, table) : readWide(job, table, note);
     if (type.isPie && dataSet->getSeriesCount() > 1)
-        fail("{}: a pie shows one series, the table gives {}; choose one with columns.", table.path,
+        fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", table.path,
              dataSet->getSeriesCount());
     applyColors(job, type, *dataSet);
     auto chart = type.create();
     chart->setDataSet(dataSet);
-    if (!job.title.empty()) chart->setTitle(chart::Title::create(toUtf16(job.title)));
+    if (!job.title.empty()) chart->setTitle(chart::Title::create(quillon::toUtf16(job.title)));
     return chart;
 }
 

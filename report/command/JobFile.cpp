@@ -1,24 +1,17 @@
 #include "report/command/JobFile.h"
 
-#include <fmt/format.h>
-
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
+
+#include "report/command/Fail.h"
 
 namespace quillon::report {
 namespace {
 
 using Json = nlohmann::json;
-
-template <typename... Args>
-[[noreturn]] void fail(fmt::format_string<Args...> text, Args&&... args)
-{
-    throw std::runtime_error(fmt::format(text, std::forward<Args>(args)...));
-}
 
 Json parseFile(const std::string& path)
 {

@@ -1,7 +1,6 @@
 #include "report/command/Table.h"
 
 #include <csv.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -16,6 +15,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "report/command/Fail.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -29,12 +29,6 @@ struct Delimiter {
 };
 constexpr std::array delimiters = {Delimiter{"comma", ','}, Delimiter{"semicolon", ';'},
                                    Delimiter{"tab", '\t'}};
-
-template <typename... Args>
-[[noreturn]] void fail(fmt::format_string<Args...> text, Args&&... args)
-{
-    throw std::runtime_error(fmt::format(text, std::forward<Args>(args)...));
-}
 
 /// A cell's text as it stands in a message.
 std::string shorten(std::string_view text)

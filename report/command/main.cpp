@@ -77,6 +77,7 @@ class CommandLine {
     void apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const;
 
     CLI::App app_{description};
+    std::vector<std::string> tableNames_;
     CLI::Option* tables_;
     std::map<const CLI::Option*, const JobOption*> chartOptions_;
     std::string output_;
@@ -86,7 +87,7 @@ class CommandLine {
 CommandLine::CommandLine()
 {
     app_.footer(examples);
-    tables_ = app_.add_option("TABLE", "a CSV file; several make several charts")->expected(1, 1 << 20);
+    tables_ = app_.add_option("TABLE", tableNames_, "a CSV file; several make several charts");
     for (const auto& option : jobOptions) {
         const auto name = std::string("--") + option.name;
         const bool isFlag = std::holds_alternative<bool ChartJob::*>(option.member);
@@ -123,7 +124,7 @@ std::vector<ChartJob> CommandLine::getJobs() const
         const auto occurrence = occurrences[option]++;
         if (option == tables_) {
             jobs.push_back(common);
-            jobs.back().table = option->results().at(occurrence);
+            jobs.back().table = tableNames_.at(occurrence);
         } else if (chartOptions_.contains(option)) {
             apply(option, occurrence, jobs.empty() ? common : jobs.back());
         }
@@ -154,7 +155,7 @@ int run(int argc, char** argv)
         fmt::print("{}", commandLine.getApp().help());
         return 0;
     } catch (const CLI::ParseError& error) {
-        complain(std::string(error.what()) + " See quillon-report --help.");
+        complain(fmt::format("{}; see quillon-report --help.", error.what()));
         return usageError;
     }
     const auto jobs = commandLine.getJobs();

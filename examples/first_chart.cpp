@@ -1,0 +1,23 @@
+// A document with one chart, made from C++.
+#include <iostream>
+
+#include "chart/model/ColumnChart.h"
+#include "report/Document.h"
+
+int main(int argc, char** argv)
+try {
+    auto data = quillon::chart::DataSet::create(std::vector<std::u16string>{u"Q1", u"Q2", u"Q3"});
+    auto north = data->appendSeries(quillon::chart::DataSeries::create(u"North"));
+    for (const double value : {1.5, 2.0, 3.25}) north->appendPoint(value);
+    auto chart = quillon::chart::ColumnChart::create();
+    chart->setDataSet(data);
+    chart->setTitle(quillon::chart::Title::create(u"Revenue"));
+
+    quillon::report::Document document;
+    document.addHeading("Sales");
+    document.addChart(chart);
+    document.save(argc > 1 ? argv[1] : "sales.docx");
+} catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+}
