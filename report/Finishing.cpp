@@ -11,6 +11,7 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
+#include "report/ColorText.h"
 #include "report/Worksheet.h"
 #include "report/Xml.h"
 #include "support/Text.h"
@@ -106,49 +107,58 @@ void addGroupingOfBars(ChartPart& part)
     insertAfter(part.group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
 }
 
-bool isHexColor(std::u16string_view text)
-{
-    return text.size() == 6 && std::all_of(text.begin(), text.end(), [](char16_t c) {
-               return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F');
-           });
-}
-
-/// Gives the colour six digits; one that is no colour becomes `standard`, with a warning.
-void finishColor(const ChartPart& part, DOMElement* color, const std::u16string& standard,
-                 const std::string& place)
-{
-    const std::u16string given = color->getAttribute(u"val");
-    const auto digits = toUpperString(given.starts_with(u'#') ? given.substr(1) : given);
-    if (isHexColor(digits)) {
-        if (digits != given) color->setAttribute(u"val", digits.c_str());
-        return;
-    }
-    color->setAttribute(u"val", standard.c_str());
-    if (part.context.warn)
-        part.context.warn(place + ": \"" + toUtf8(escapeCharacters(given)) +
-                          "\" is no colour (six hexadecimal digits behind \"#\" are); the default is used.");
-}
-
-void finishColorsBelow(const ChartPart& part, DOMElement* element, const std::u16string& standard,
-                       const std::string& place)
+void setColorsBelow(DOMElement* element, const std::u16string& digits)
 {
     if (std::u16string_view(element->getTagName()) == u"a:srgbClr")
-        finishColor(part, element, standard, place);
+        element->setAttribute(u"val", digits.c_str());
     for (auto* child = element->getFirstElementChild(); child != nullptr;
          child = child->getNextElementSibling())
-        finishColorsBelow(part, child, standard, place);
+        setColorsBelow(child, digits);
+}
+
+/// Gives the colours below `element`, which the writer took from `format`, six digits. What is no colour
+/// becomes `standard`, with a warning.
+void finishColors(const ChartPart& part, DOMElement* element, const chart::Format* format,
+                  const std::u16string& standard, const std::string& place)
+{
+    if (element == nullptr || format == nullptr || !format->getColor()) return;
+    const auto& text = format->getColor()->getText();
+    if (isColorText(text)) {
+        if (text.starts_with(u'#')) setColorsBelow(element, toUpperString(text.substr(1)));
+        return;
+    }
+    setColorsBelow(element, standard);
+    if (part.context.warn)
+        part.context.warn(
+            place + ": \"" + toUtf8(escapeCharacters(text)) +
+            "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
+            "The default is used.");
+}
+
+void finishPointColors(const ChartPart& part, std::size_t seriesIndex, const chart::DataSeries& series)
+{
+    for (auto* point : findChildren(part.series[seriesIndex], u"c:dPt")) {
+        const auto index = str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
+        const auto& format = series.getPoint(index)->getFormat();
+        if (!format) continue;
+        const auto place = describeSeries(part, seriesIndex) + ", point " + std::to_string(index + 1);
+        const auto& standard = chart::getPaletteColor(index);
+        auto* properties = findChild(point, u"c:spPr");
+        finishColors(part, findChild(properties, u"a:solidFill"), format->getFill().get(), standard,
+                     place + ", fill");
+        finishColors(part, findChild(properties, u"a:ln"), format->getBorder().get(), standard,
+                     place + ", border");
+    }
 }
 
 void makeColorsHexadecimal(ChartPart& part)
 {
     for (std::size_t i = 0; i < part.series.size(); ++i) {
-        const auto place = describeSeries(part, i);
-        finishColorsBelow(part, findChild(part.series[i], u"c:spPr"), chart::getPaletteColor(i), place);
-        for (auto* point : findChildren(part.series[i], u"c:dPt")) {
-            const auto index = str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
-            finishColorsBelow(part, findChild(point, u"c:spPr"), chart::getPaletteColor(index),
-                              place + ", point " + std::to_string(index + 1));
-        }
+        const auto& series = *part.context.chart.getDataSet()->getSeries(i);
+        const auto& format = series.getFormat();
+        finishColors(part, findChild(part.series[i], u"c:spPr"), format ? format->getFill().get() : nullptr,
+                     chart::getPaletteColor(i), describeSeries(part, i));
+        finishPointColors(part, i, series);
     }
 }
 

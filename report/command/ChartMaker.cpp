@@ -13,6 +13,7 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
+#include "report/ColorText.h"
 #include "report/command/Fail.h"
 #include "support/Text.h"
 
@@ -47,11 +48,7 @@ const ChartType& findType(const std::string& name)
 std::u16string readColor(const std::string& text)
 {
     const auto color = quillon::toUtf16(text);
-    const bool isHex = text.size() == 7 && text[0] == '#' &&
-                       text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
-    const bool isKnown =
-        isHex || chart::isRgbColorString(color) || chart::findNamedColor(toLowerString(color)) != nullptr;
-    if (!isKnown)
+    if (!isColorText(color))
         fail("Colour \"{}\": expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.", text);
     return color;
 }
