@@ -2,6 +2,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <chrono>
+#include <cmath>
 #include <functional>
 #include <string>
 
@@ -20,6 +22,22 @@ class TableReporter : public benchmark::BenchmarkReporter {
     void ReportRuns(const std::vector<Run>& runs) override;
 };
 
+/// The seconds that `work` takes.
+template <typename Work>
+double seconds(const Work& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// The value of a point of the charts that are measured: one decimal, of either sign.
+inline double makeValue(std::size_t series, std::size_t point)
+{
+    return std::round(1000 * std::sin(0.1 * static_cast<double>(point + series))) / 10;
+}
+
 void registerWriterBenchmarks();
+void registerReportBenchmarks();
 
 }  // namespace quillon::bench

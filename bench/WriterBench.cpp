@@ -1,7 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-#include <cmath>
 #include <stdexcept>
 #include <xercesc/framework/MemoryManager.hpp>
 
@@ -16,8 +14,6 @@
 
 namespace quillon::bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 /// Counts the bytes that a document takes from the system.
 class CountingMemory : public xercesc::MemoryManager {
@@ -62,8 +58,7 @@ PlainChart makePlainChart(ChartType type, std::size_t seriesCount, std::size_t p
     for (std::size_t k = 0; k < categoryCount; ++k) chart.categories.push_back(u"Month " + num2str(k + 1));
     chart.series.resize(seriesCount);
     for (std::size_t i = 0; i < seriesCount; ++i)
-        for (std::size_t k = 0; k < pointCount; ++k)
-            chart.series[i].push_back(std::round(1000 * std::sin(0.1 * static_cast<double>(k + i))) / 10);
+        for (std::size_t k = 0; k < pointCount; ++k) chart.series[i].push_back(makeValue(i, k));
     return chart;
 }
 
@@ -102,14 +97,6 @@ std::shared_ptr<chart::Chart> makeChart(const PlainChart& plain)
 void write(xercesc::DOMDocument* doc, const chart::Chart& chart)
 {
     chart.getDOCXWriter()->createChartDOMDocContent(doc);
-}
-
-template <typename Work>
-double seconds(const Work& work)
-{
-    const auto start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 void requireSameTree(const chart::Chart& chart, const PlainChart& plain)

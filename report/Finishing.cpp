@@ -61,7 +61,7 @@ void keepOneSeriesOfPie(ChartPart& part)
     }
 }
 
-/// Bars have no marker, and must say that negative values keep their colour.
+/// Bars have no marker, and they and their points must say that negative values keep their colour.
 void finishBarSeries(ChartPart& part)
 {
     if (!part.isGroup(u"c:barChart")) return;
@@ -70,6 +70,8 @@ void finishBarSeries(ChartPart& part)
         auto* invert = findChild(series, u"c:invertIfNegative");
         invert->setAttribute(u"val", u"0");
         insertAfter(series, invert, findChild(series, u"c:spPr"));
+        for (auto* point : findChildren(series, u"c:dPt"))
+            insertAfter(point, makeElement(part.doc, u"c:invertIfNegative", u"0"), findChild(point, u"c:idx"));
     }
 }
 

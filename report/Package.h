@@ -17,6 +17,10 @@ struct Part {
 /// Throws: std::runtime_error when the file cannot be made.
 std::string zipParts(const std::vector<Part>& parts);
 
+/// The zip file `archive` with the given parts in place of those of the same names.
+/// Throws: std::runtime_error when the file cannot be made, or a name is missing.
+std::string replaceParts(const std::string& archive, const std::vector<Part>& parts);
+
 /// Writes `bytes` to `path` by way of a file beside it, which never stays behind.
 /// Throws: std::runtime_error that names the path and the reason.
 void writeFile(const std::string& path, const std::string& bytes);

@@ -6,15 +6,30 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "chart/model/Chart.h"
+#include "report/Package.h"
 #include "report/Xml.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
+
+constexpr auto sheetPart = "xl/worksheets/sheet1.xml";
+constexpr auto sharedStringsPart = "xl/sharedStrings.xml";
+
+void require(lxw_error error, const char* what)
+{
+    if (error != LXW_NO_ERROR)
+        throw std::runtime_error(std::string("The embedded workbook could not be made: ") + what + ": " +
+                                 lxw_strerror(error));
+}
 
 /// A file in memory, because the workbook library writes to a named file only.
 class MemoryFile {
@@ -34,12 +49,8 @@ class MemoryFile {
     std::string read() const
     {
         std::string bytes(static_cast<std::size_t>(lseek(descriptor_, 0, SEEK_END)), '\0');
-        for (std::size_t done = 0; done < bytes.size();) {
-            const auto count =
-                pread(descriptor_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-            if (count <= 0) throw std::runtime_error("The embedded workbook could not be read back.");
-            done += static_cast<std::size_t>(count);
-        }
+        if (pread(descriptor_, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
+            throw std::runtime_error("The embedded workbook could not be read back.");
         return bytes;
     }
 
@@ -47,32 +58,105 @@ class MemoryFile {
     int descriptor_;
 };
 
-void require(lxw_error error, const char* what)
+/// The workbook that every chart's is made from. A sheet's data stands in two of its parts; the others are
+/// the same for all, and making and compressing them for each chart would take most of the time of a
+/// document.
+std::string makeTemplate()
 {
-    if (error != LXW_NO_ERROR)
-        throw std::runtime_error(std::string("The embedded workbook could not be made: ") + what + ": " +
-                                 lxw_strerror(error));
+    const MemoryFile file;
+    auto* workbook = workbook_new(file.getName().c_str());
+    if (workbook == nullptr) throw std::runtime_error("The embedded workbook could not be made.");
+    lxw_doc_properties properties{};
+    properties.created = 1;  // A fixed time, so that equal data gives equal bytes.
+    workbook_set_properties(workbook, &properties);
+    auto* sheet = workbook_add_worksheet(workbook, "Sheet1");
+    worksheet_write_string(sheet, 0, 0, "Any text makes a table of shared strings.", nullptr);
+    require(workbook_close(workbook), "packing");
+    return file.read();
 }
 
-void writeText(lxw_worksheet* sheet, unsigned long row, unsigned long column, const std::u16string& text)
-{
-    if (text.empty()) return;
-    require(worksheet_write_string(sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
+/// Text that is written to a C stream.
+class TextStream {
+ public:
+    TextStream() : file_(open_memstream(&text_, &size_))
+    {
+        if (file_ == nullptr) throw std::bad_alloc();
+    }
+    ~TextStream()
+    {
+        std::fclose(file_);
+        std::free(text_);
+    }
+    TextStream(const TextStream&) = delete;
+    TextStream& operator=(const TextStream&) = delete;
+
+    std::FILE* getFile() const { return file_; }
+    std::string read() const
+    {
+        std::fflush(file_);
+        return {text_, size_};
+    }
+
+ private:
+    char* text_ = nullptr;
+    std::size_t size_ = 0;
+    std::FILE* file_;
+};
+
+/// One worksheet, and the table of its texts.
+class Worksheet {
+ public:
+    Worksheet()
+    {
+        if (!strings_ || !sheet_) throw std::bad_alloc();
+        sheet_->sst = strings_.get();
+        worksheet_select(sheet_.get());
+    }
+
+    void writeText(unsigned long row, unsigned long column, const std::u16string& text)
+    {
+        if (text.empty()) return;
+        require(
+            worksheet_write_string(sheet_.get(), static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
                                    toUtf8(escapeCharacters(text)).c_str(), nullptr),
             "a text");
-}
-
-void writeSeries(lxw_worksheet* sheet, unsigned long column, const chart::DataSeries& series)
-{
-    writeText(sheet, 0, column, series.getName());
-    unsigned long row = 1;
-    for (const auto& point : series.getPoints()) {
-        if (std::isfinite(point->getValue()))
-            require(worksheet_write_number(sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
-                                           point->getValue(), nullptr),
-                    "a number");
-        ++row;
     }
+
+    void writeNumber(unsigned long row, unsigned long column, double number)
+    {
+        if (!std::isfinite(number)) return;
+        require(worksheet_write_number(sheet_.get(), static_cast<lxw_row_t>(row),
+                                       static_cast<lxw_col_t>(column), number, nullptr),
+                "a number");
+    }
+
+    std::string makeSheetPart() { return assemble(*sheet_, lxw_worksheet_assemble_xml_file); }
+    std::string makeSharedStringsPart() { return assemble(*strings_, lxw_sst_assemble_xml_file); }
+
+ private:
+    struct Free {
+        void operator()(lxw_worksheet* sheet) const { lxw_worksheet_free(sheet); }
+        void operator()(lxw_sst* strings) const { lxw_sst_free(strings); }
+    };
+
+    template <typename T>
+    static std::string assemble(T& part, void (*write)(T*))
+    {
+        const TextStream stream;
+        part.file = stream.getFile();
+        write(&part);
+        return stream.read();
+    }
+
+    std::unique_ptr<lxw_sst, Free> strings_{lxw_sst_new()};
+    std::unique_ptr<lxw_worksheet, Free> sheet_{lxw_worksheet_new(nullptr)};
+};
+
+void writeSeries(Worksheet& sheet, unsigned long column, const chart::DataSeries& series)
+{
+    sheet.writeText(0, column, series.getName());
+    unsigned long row = 1;
+    for (const auto& point : series.getPoints()) sheet.writeNumber(row++, column, point->getValue());
 }
 
 }  // namespace
@@ -87,22 +171,15 @@ std::u16string getColumnLetters(unsigned long number)
 
 std::string makeWorkbook(const chart::Chart& chart)
 {
-    const MemoryFile file;
-    auto* workbook = workbook_new(file.getName().c_str());
-    if (workbook == nullptr) throw std::runtime_error("The embedded workbook could not be made.");
-    lxw_doc_properties properties{};
-    properties.created = 1;  // A fixed time, so that equal data gives equal bytes.
-    workbook_set_properties(workbook, &properties);
-
-    auto* sheet = workbook_add_worksheet(workbook, "Sheet1");
+    static const std::string workbook = makeTemplate();
     const auto& dataSet = *chart.getDataSet();
+    Worksheet sheet;
     unsigned long row = 1;
-    for (const auto& category : dataSet.getCategories()) writeText(sheet, row++, 0, category);
+    for (const auto& category : dataSet.getCategories()) sheet.writeText(row++, 0, category);
     for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
         writeSeries(sheet, i + 1, *dataSet.getSeries(i));
-
-    require(workbook_close(workbook), "packing");
-    return file.read();
+    return replaceParts(
+        workbook, {{sheetPart, sheet.makeSheetPart()}, {sharedStringsPart, sheet.makeSharedStringsPart()}});
 }
 
 }  // namespace quillon::report

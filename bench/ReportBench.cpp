@@ -1,0 +1,188 @@
+#include <malloc.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <xercesc/dom/DOM.hpp>
+
+#include "bench/Benchmarks.h"
+#include "chart/model/ColumnChart.h"
+#include "chart/writer/DOCXChartWriter.h"
+#include "report/Document.h"
+#include "report/Finishing.h"
+#include "report/Package.h"
+#include "report/Worksheet.h"
+#include "report/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::bench {
+namespace {
+
+struct Size {
+    const char* name;
+    std::size_t charts;
+    std::size_t series;
+    std::size_t points;
+};
+
+constexpr Size manySmall = {"document, 1,000 charts of 3 x 12", 1'000, 3, 12};
+constexpr Size oneLarge = {"document, 1 chart of 3 x 100,000", 1, 3, 100'000};
+
+std::shared_ptr<chart::Chart> makeChart(const Size& size)
+{
+    std::vector<std::u16string> categories;
+    for (std::size_t k = 0; k < size.points; ++k) categories.push_back(u"Month " + num2str(k + 1));
+    auto dataSet = chart::DataSet::create(categories);
+    for (std::size_t i = 0; i < size.series; ++i) {
+        auto series = chart::DataSeries::create(u"Series " + num2str(i));
+        for (std::size_t k = 0; k < size.points; ++k) series->appendPoint(makeValue(i, k));
+        dataSet->appendSeries(series);
+    }
+    auto chart = chart::ColumnChart::create();
+    chart->setTitle(chart::Title::create(u"Revenue by region"));
+    chart->setDataSet(dataSet);
+    return chart;
+}
+
+std::string makeDocument(const Size& size)
+{
+    report::Document document;
+    for (std::size_t i = 0; i < size.charts; ++i) document.addChart(makeChart(size));
+    return document.toBytes();
+}
+
+/// The seconds that the other library takes for the same document; it runs in a process of its own and times
+/// itself, so that its start does not count.
+double runOtherLibrary(const Size& size)
+{
+    const auto command = "node \"" QUILLON_DOCX_JS "/make.mjs\" " + std::to_string(size.charts) + " " +
+                         std::to_string(size.series) + " " + std::to_string(size.points);
+    std::FILE* output = popen(command.c_str(), "r");
+    double seconds = 0;
+    const int found = output == nullptr ? 0 : std::fscanf(output, "%lf", &seconds);
+    if (output == nullptr || pclose(output) != 0 || found != 1)
+        throw std::runtime_error("The baseline needs Node and its packages; `./run bench` installs both.");
+    return seconds;
+}
+
+/// What the process needs at most for a document, in bytes; measured in a child, which starts without any.
+double measurePeakMemory(const Size& size)
+{
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
+    if (fork() == 0) {
+        rusage before{};
+        rusage after{};
+        getrusage(RUSAGE_SELF, &before);
+        makeDocument(size);
+        getrusage(RUSAGE_SELF, &after);
+        const double bytes = 1024.0 * static_cast<double>(after.ru_maxrss - before.ru_maxrss);
+        _exit(write(ends[1], &bytes, sizeof bytes) == sizeof bytes ? 0 : 1);
+    }
+    double bytes = 0;
+    const bool isRead = read(ends[0], &bytes, sizeof bytes) == sizeof bytes;
+    close(ends[0]);
+    close(ends[1]);
+    if (!isRead) throw std::runtime_error("The child that measures memory failed.");
+    return bytes;
+}
+
+void compareWithOtherLibrary(benchmark::State& state, const Size& size, double peakMemory)
+{
+    compare(
+        state, [&] { return seconds([&] { makeDocument(size); }); }, [&] { return runOtherLibrary(size); });
+    const auto points = static_cast<double>(size.charts * size.series * size.points);
+    state.counters["times faster"] = state.counters["baseline"].value / state.counters["ours"].value;
+    state.counters["peak bytes/point"] = peakMemory / points;
+}
+
+struct ReleaseDocument {
+    void operator()(xercesc::DOMDocument* document) const { document->release(); }
+};
+
+/// The stages that one chart goes through, in their order, timed one by one.
+struct Stages {
+    double model = 0;
+    double writer = 0;
+    double finishing = 0;
+    double serialising = 0;
+    double workbook = 0;
+    double zip = 0;
+
+    double sum() const { return model + writer + finishing + serialising + workbook + zip; }
+};
+
+void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& parts)
+{
+    std::shared_ptr<chart::Chart> chart;
+    stages.model += seconds([&] { chart = makeChart(size); });
+    std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> doc;
+    stages.writer += seconds([&] {
+        doc.reset(xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS")->createDocument());
+        chart->getDOCXWriter()->createChartDOMDocContent(doc.get());
+    });
+    const report::ChartOptions options;
+    stages.finishing += seconds([&] {
+        report::finishChartPart(doc.get(), {*chart, options, 1, 1, 1, u"rId1", nullptr});
+    });
+    const auto name = std::to_string(parts.size());
+    stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });
+    stages.workbook += seconds([&] {
+        parts.push_back({name + ".xlsx", report::makeWorkbook(*chart), false});
+    });
+}
+
+Stages timeStages(const Size& size)
+{
+    Stages stages;
+    std::vector<report::Part> parts;
+    for (std::size_t i = 0; i < size.charts; ++i) timeChart(size, stages, parts);
+    stages.zip = seconds([&] { report::zipParts(parts); });
+    return stages;
+}
+
+struct Stage {
+    const char* name;
+    double Stages::*time;
+};
+
+constexpr Stage stageRows[] = {
+    {"  model", &Stages::model},         {"  writer", &Stages::writer},
+    {"  finishing", &Stages::finishing}, {"  serialising", &Stages::serialising},
+    {"  workbook", &Stages::workbook},   {"  zip", &Stages::zip},
+};
+
+void registerStages(const Size& size)
+{
+    for (const auto& row : stageRows)
+        benchmark::RegisterBenchmark(row.name,
+                                     [row, size](benchmark::State& state) {
+                                         Stages stages;
+                                         compare(
+                                             state, [&] { return (stages = timeStages(size)).*row.time; },
+                                             [&] { return stages.sum(); });
+                                     })
+            ->UseManualTime()
+            ->Iterations(2);
+}
+
+}  // namespace
+
+void registerReportBenchmarks()
+{
+    for (const auto& size : {manySmall, oneLarge}) {
+        // Now, while the process is still small.
+        const double peakMemory = measurePeakMemory(size);
+        benchmark::RegisterBenchmark(
+            size.name,
+            [size, peakMemory](benchmark::State& state) { compareWithOtherLibrary(state, size, peakMemory); })
+            ->UseManualTime()
+            ->Iterations(2);
+        registerStages(size);
+    }
+}
+
+}  // namespace quillon::bench
