@@ -44,12 +44,12 @@ ShapeFormat::ShapeFormat(const std::u16string& fillColorText, const std::u16stri
 {
 }
 
-ShapeFormat::ShapeFormat(const ShapeFormat& other)
-    : Object(other),
-      fill_(copyFill(other.fill_.get())),
-      border_(copyBorder(other.border_.get())),
-      effects_(copyOf(other.effects_))
+// In this order, so that of two formats that cannot be copied the border is the one reported.
+ShapeFormat::ShapeFormat(const ShapeFormat& other) : Object(other)
 {
+    effects_ = copyOf(other.effects_);
+    border_ = copyBorder(other.border_.get());
+    fill_ = copyFill(other.fill_.get());
 }
 
 const char* ShapeFormat::getFullyQualifiedOrcaTypeName() const
