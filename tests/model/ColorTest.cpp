@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
+#include <cmath>
+
+#include "tests/ThrownText.h"
 
 namespace quillon::chart {
 namespace {
@@ -48,12 +50,22 @@ TEST(Color, SurvivesHostileText)
 
 TEST(Color, KeepsATripletAsDigitsThatAreWrittenWhite)
 {
+    const std::pair<std::array<double, 3>, const char16_t*> cases[] = {
+        {{1, 0.5, -0.1}, u"FF80E6"},
+        {{1.2, 2, -0.5}, u"32FE80"},
+        {{HUGE_VAL, std::nan(""), -1e300}, u"000000"},
+    };
     Color color(u"red");
-    color.setFromTriplet(1, 0.5, -0.1);
-    EXPECT_EQ(color.getText(), u"FF80E6");
-    EXPECT_TRUE(color.isFromTriplet());
-    EXPECT_EQ(color.toHexString(), u"FFFFFF");
-    EXPECT_THROW(color.toTriplet(), std::runtime_error);
+    for (const auto& [triplet, digits] : cases) {
+        color.setFromTriplet(triplet[0], triplet[1], triplet[2]);
+        EXPECT_EQ(color.getText(), digits);
+        EXPECT_TRUE(Color(color).isFromTriplet());
+        EXPECT_EQ(color.toHexString(), u"FFFFFF");
+        EXPECT_EQ(thrownText([&] { color.toTriplet(); }), "Invalid color");
+    }
+    color.setFromText(u"#00ff00");
+    EXPECT_FALSE(color.isFromTriplet());
+    EXPECT_EQ(thrownText([&] { color.toTriplet(); }), "Invalid color");
 }
 
 TEST(Color, ShiftsTheTripletOfAnRgbExpressionByOneDigit)
