@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes FOLDER/demo.docx with one chart of each type: examples/demo.sh QUILLON_REPORT FOLDER
+# Makes FOLDER/demo.docx with one chart of each type: examples/demo.sh QUILLON_REPORT FOLDER [--no-pictures]
 # Where LibreOffice is installed, it also makes a PDF of the document, and pictures of its pages.
 set -euo pipefail
 report=$1
@@ -18,7 +18,7 @@ mkdir -p "$folder"
     -o "$folder/demo.docx"
 echo "$folder/demo.docx"
 
-if command -v soffice >/dev/null && command -v pdftoppm >/dev/null; then
+if [[ ${3:-} != --no-pictures ]] && command -v soffice >/dev/null && command -v pdftoppm >/dev/null; then
     soffice --headless --convert-to pdf --outdir "$folder" "$folder/demo.docx" >/dev/null 2>&1
     pdftoppm -png -r 80 "$folder/demo.pdf" "$folder/demo"
     ls "$folder"/demo.pdf "$folder"/demo-*.png

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -34,7 +35,14 @@ struct ChartPart {
     std::vector<DOMElement*> series;
     const FinishingContext& context;
 
+    std::set<std::string> warnings;
+
     bool isGroup(const char16_t* name) const { return std::u16string_view(group->getTagName()) == name; }
+    /// Reports each sentence once; the slices of a pie share their series' format.
+    void warn(const std::string& sentence)
+    {
+        if (warnings.insert(sentence).second && context.warn) context.warn(sentence);
+    }
 };
 
 DOMElement* findGroup(DOMElement* plotArea)
@@ -120,7 +128,7 @@ void setColorsBelow(DOMElement* element, const std::u16string& digits)
 
 /// Gives the colours below `element`, which the writer took from `format`, six digits. What is no colour
 /// becomes `standard`, with a warning.
-void finishColors(const ChartPart& part, DOMElement* element, const chart::Format* format,
+void finishColors(ChartPart& part, DOMElement* element, const chart::Format* format,
                   const std::u16string& standard, const std::string& place)
 {
     if (element == nullptr || format == nullptr || !format->getColor()) return;
@@ -130,20 +138,23 @@ void finishColors(const ChartPart& part, DOMElement* element, const chart::Forma
         return;
     }
     setColorsBelow(element, standard);
-    if (part.context.warn)
-        part.context.warn(
-            place + ": \"" + toUtf8(escapeCharacters(text)) +
-            "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
-            "The default is used.");
+    part.warn(place + ": \"" + toUtf8(escapeCharacters(text)) +
+              "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
+              "The default is used.");
 }
 
-void finishPointColors(const ChartPart& part, std::size_t seriesIndex, const chart::DataSeries& series)
+/// A slice without a format of its own has that of its series.
+void finishPointColors(ChartPart& part, std::size_t seriesIndex, const chart::DataSeries& series)
 {
     for (auto* point : findChildren(part.series[seriesIndex], u"c:dPt")) {
         const auto index = str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
-        const auto& format = series.getPoint(index)->getFormat();
-        if (!format) continue;
-        const auto place = describeSeries(part, seriesIndex) + ", point " + std::to_string(index + 1);
+        const chart::ShapeFormat* format = series.getPoint(index)->getFormat().get();
+        auto place = describeSeries(part, seriesIndex);
+        if (format != nullptr)
+            place += ", point " + std::to_string(index + 1);
+        else
+            format = series.getFormat().get();
+        if (format == nullptr) continue;
         const auto& standard = chart::getPaletteColor(index);
         auto* properties = findChild(point, u"c:spPr");
         finishColors(part, findChild(properties, u"a:solidFill"), format->getFill().get(), standard,
@@ -159,7 +170,7 @@ void makeColorsHexadecimal(ChartPart& part)
         const auto& series = *part.context.chart.getDataSet()->getSeries(i);
         const auto& format = series.getFormat();
         finishColors(part, findChild(part.series[i], u"c:spPr"), format ? format->getFill().get() : nullptr,
-                     chart::getPaletteColor(i), describeSeries(part, i));
+                     chart::getPaletteColor(i), describeSeries(part, i) + ", fill");
         finishPointColors(part, i, series);
     }
 }
@@ -381,7 +392,7 @@ void finishChartPart(DOMDocument* doc, const FinishingContext& context)
     auto* chart = findChild(chartSpace, u"c:chart");
     auto* plotArea = findChild(chart, u"c:plotArea");
     auto* group = findGroup(plotArea);
-    ChartPart part{doc, chartSpace, chart, plotArea, group, findChildren(group, u"c:ser"), context};
+    ChartPart part{doc, chartSpace, chart, plotArea, group, findChildren(group, u"c:ser"), context, {}};
     for (const auto& rule : chartRules) rule(part);
 }
 

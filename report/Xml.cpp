@@ -143,9 +143,13 @@ std::string serialise(const xercesc::DOMDocument* doc)
     xercesc::MemBufFormatTarget target(64 * 1024);
     output->setByteStream(&target);
     output->setEncoding(u"UTF-8");
-    if (!serializer->write(doc, output.get()))
-        throw std::runtime_error("A part of the document could not be serialised.");
-    return {reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen()};
+    try {
+        if (serializer->write(doc, output.get()))
+            return {reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen()};
+    } catch (const xercesc::DOMException&) {
+        // Falls through: its message names a character, not the place.
+    }
+    throw std::runtime_error("A part of the document could not be serialised.");
 }
 
 }  // namespace quillon::report
