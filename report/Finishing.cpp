@@ -211,10 +211,11 @@ void leaveOutMissingValues(ChartPart& part)
         for (std::size_t k = 0; k < points.size(); ++k) {
             auto* next = cached->getNextElementSibling();
             const double value = points[k]->getValue();
-            if (std::isinf(value))
+            if (std::abs(value) > maximumNumber)
                 throw std::runtime_error(
-                    describeSeries(part, i) + ", point " + std::to_string(k + 1) +
-                    ": the value is infinite; a chart can show finite numbers, and gaps for NaN.");
+                    describeSeries(part, i) + ", point " + std::to_string(k + 1) + ": the value is " +
+                    toUtf8(num2str(value)) +
+                    "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.");
             if (std::isnan(value)) cache->removeChild(cached)->release();
             cached = next;
         }

@@ -12,6 +12,8 @@ namespace quillon::report {
 inline constexpr unsigned long maximumColumn = 16'383;
 /// The last row of a worksheet by 0-based number; row 0 holds the series names.
 inline constexpr unsigned long maximumRow = 1'048'575;
+/// The largest number that a cell holds.
+inline constexpr double maximumNumber = 9.99999999999999e307;
 
 /// The letters of a column by 0-based number: 0 is "A", 26 "AA", 16383 "XFD".
 std::u16string getColumnLetters(unsigned long number);

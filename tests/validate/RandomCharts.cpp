@@ -50,14 +50,9 @@ const std::array colors = {
     u"#"s,    u"#12345"s,         u"#12345G"s, u"rgb(300,0,0)"s, u"00FF00"s,         u"\"<&>"s,    u"\xD800"s,
     u"#\x01"s};
 
-const std::array values = {std::numeric_limits<double>::quiet_NaN(),
-                           0.0,
-                           -0.0,
-                           1.0 / 3.0,
-                           -1234.5,
-                           1e21,
-                           std::numeric_limits<double>::max(),
-                           std::numeric_limits<double>::min()};
+const std::array values = {
+    std::numeric_limits<double>::quiet_NaN(), 0.0, -0.0, 1.0 / 3.0, -1234.5, 1e21, 9.99999999999999e307,
+    std::numeric_limits<double>::min()};
 
 constexpr std::array lengths = {"0.1in", "22in", "15cm", "80mm", "300pt", "6in"};
 
