@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the validator into FOLDER, which holds package.json and package-lock.json, unless it is there and no
-# older than they are: install.sh FOLDER
+# Installs the npm packages of FOLDER, which holds package.json and package-lock.json, unless they are there and no
+# older than they are: npm-install.sh FOLDER
 set -euo pipefail
 cd "$1"
 # npm writes this file last.
