@@ -1,39 +1,67 @@
 #include "orca/BindingRegistry.h"
 
+#include <atomic>
+
+#include "orca/Error.h"
+
 namespace orca {
 
 using factory::full::StdShareable;
 using factory::full::Wrappable;
 
-BindingRegistry& BindingRegistry::instance()
+namespace {
+
+std::atomic<std::size_t> bindingCount = 0;
+
+}  // namespace
+
+std::shared_ptr<HostObject> BindingRegistry::announce(StdShareable& object, internal::Name typeName)
 {
-    static BindingRegistry registry;
-    return registry;
+    if (object.host_ != nullptr) return object.host_->shared_from_this();
+    auto host = std::make_shared<HostObject>(typeName);
+    bind(object, *host);
+    return host;
 }
 
-void BindingRegistry::announce(StdShareable& object)
+void BindingRegistry::announceForConstructor(StdShareable& object, internal::Name typeName, HostObject& host,
+                                             bool isNew)
 {
-    shares_.try_emplace(&object);
-    object.bound_ = true;
+    if (isNew && object.host_ != nullptr) throw Error(ErrorId::AlreadyBound, {typeName.getText()});
+    remove(object);
+    host.className_ = typeName;
+    bind(object, host);
+}
+
+void BindingRegistry::bind(StdShareable& object, HostObject& host) noexcept
+{
+    object.host_ = &host;
+    host.object_ = &object;
+    bindingCount.fetch_add(1, std::memory_order_relaxed);
 }
 
 void BindingRegistry::remove(Wrappable& object) noexcept
 {
-    object.bound_ = false;
-    // The share goes after the entry, because its release may destroy the object and come back here.
-    auto entry = shares_.extract(&object);
+    if (object.host_ == nullptr) return;
+    // The share goes last, because it may be all that keeps the object alive.
+    const auto share = std::move(object.host_->share_);
+    object.host_->object_ = nullptr;
+    object.host_ = nullptr;
+    bindingCount.fetch_sub(1, std::memory_order_relaxed);
 }
 
-void BindingRegistry::acquire(const std::shared_ptr<StdShareable>& object)
+void BindingRegistry::hold(const std::shared_ptr<StdShareable>& object)
 {
-    shares_.at(object.get()) = object;
+    if (object->host_ != nullptr && !object->host_->share_) object->host_->share_ = object;
 }
 
-void BindingRegistry::release(StdShareable& object) noexcept
+void BindingRegistry::letGo(StdShareable& object) noexcept
 {
-    if (const auto found = shares_.find(&object); found != shares_.end()) {
-        const auto share = std::move(found->second);
-    }
+    if (object.host_ != nullptr) const auto share = std::move(object.host_->share_);
+}
+
+std::size_t BindingRegistry::size() noexcept
+{
+    return bindingCount.load(std::memory_order_relaxed);
 }
 
 }  // namespace orca

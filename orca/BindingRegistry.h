@@ -2,31 +2,42 @@
 
 #include <cstddef>
 #include <memory>
-#include <unordered_map>
 
+#include "orca/HostObject.h"
+#include "orca/Name.h"
 #include "orca/Wrappable.h"
 #include "support/Export.h"
 
 namespace orca {
 
-/// Which library objects the host knows, and the share of each that the host holds.
+/// Ties library objects to host objects, one to one. Each end points at the other, so that nothing is looked
+/// up and different threads may work on different objects.
 class QUILLON_EXPORT BindingRegistry {
  public:
-    /// The one registry of the process.
-    static BindingRegistry& instance();
+    BindingRegistry() = delete;
 
-    /// Binds `object`; a second call changes nothing.
-    void announce(factory::full::StdShareable& object);
-    /// Forgets `object` and gives up the host's share of it.
-    void remove(factory::full::Wrappable& object) noexcept;
+    /// The host object that `object` is bound to; binds a new one, named `typeName`, if there is none.
+    static std::shared_ptr<HostObject> announce(factory::full::StdShareable& object, internal::Name typeName);
 
-    void acquire(const std::shared_ptr<factory::full::StdShareable>& object);
-    void release(factory::full::StdShareable& object) noexcept;
+    /// Binds `object` to the host object that the host is constructing, which takes the name `typeName`.
+    /// `isNew` says that the object must not be bound yet; otherwise an older binding gives way.
+    /// Throws: Error when a new object is bound already.
+    static void announceForConstructor(factory::full::StdShareable& object, internal::Name typeName,
+                                       HostObject& host, bool isNew);
 
-    std::size_t size() const noexcept { return shares_.size(); }
+    /// Unties `object`; does nothing when it is not bound.
+    static void remove(factory::full::Wrappable& object) noexcept;
+
+    /// The number of objects bound now.
+    static std::size_t size() noexcept;
 
  private:
-    std::unordered_map<factory::full::Wrappable*, std::shared_ptr<factory::full::StdShareable>> shares_;
+    friend void factory::full::acquireReference(const std::shared_ptr<factory::full::StdShareable>& object);
+    friend void factory::full::releaseReference(factory::full::StdShareable* object);
+
+    static void bind(factory::full::StdShareable& object, HostObject& host) noexcept;
+    static void hold(const std::shared_ptr<factory::full::StdShareable>& object);
+    static void letGo(factory::full::StdShareable& object) noexcept;
 };
 
 }  // namespace orca

@@ -4,19 +4,19 @@
 
 namespace orca::factory::full {
 
-void retract(Wrappable* object) noexcept
+void retractBound(Wrappable& object) noexcept
 {
-    if (object->bound_) BindingRegistry::instance().remove(*object);
+    BindingRegistry::remove(object);
 }
 
 void acquireReference(const std::shared_ptr<StdShareable>& object)
 {
-    BindingRegistry::instance().acquire(object);
+    BindingRegistry::hold(object);
 }
 
 void releaseReference(StdShareable* object)
 {
-    BindingRegistry::instance().release(*object);
+    BindingRegistry::letGo(*object);
 }
 
 }  // namespace orca::factory::full

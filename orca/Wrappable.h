@@ -6,7 +6,8 @@
 
 namespace orca {
 class BindingRegistry;
-}
+class HostObject;
+}  // namespace orca
 
 /// What a library class derives from so that its objects can be bound to host objects.
 namespace orca::factory::full {
@@ -18,7 +19,7 @@ class QUILLON_EXPORT Wrappable {
 
     /// 0: never bound; 1: the host holds the object by its own means; 2: bound. In states 0 and 2 the host's
     /// share is taken with acquireReference and given back with releaseReference.
-    virtual unsigned bindingState() const noexcept { return bound_ ? 2 : 0; }
+    virtual unsigned bindingState() const noexcept { return host_ != nullptr ? 2 : 0; }
 
  protected:
     Wrappable() = default;
@@ -29,15 +30,22 @@ class QUILLON_EXPORT Wrappable {
     friend class orca::BindingRegistry;
     friend void retract(Wrappable* object) noexcept;
 
-    /// Lets the many objects that no host ever saw be destroyed without a look at the registry.
-    bool bound_ = false;
+    /// The other end of the binding. Null for the many objects that no host ever saw, which therefore are
+    /// destroyed without a look at the registry.
+    HostObject* host_ = nullptr;
 };
 
 /// A Wrappable that is held by std::shared_ptr.
 class QUILLON_EXPORT StdShareable : public std::enable_shared_from_this<StdShareable>, public Wrappable {};
 
+/// Retracts an object that is bound.
+QUILLON_EXPORT void retractBound(Wrappable& object) noexcept;
+
 /// Makes the host forget `object`; called by its destructor. Does nothing for an object that is not bound.
-QUILLON_EXPORT void retract(Wrappable* object) noexcept;
+inline void retract(Wrappable* object) noexcept
+{
+    if (object->host_ != nullptr) retractBound(*object);
+}
 
 /// Gives the host a share of `object`, which must be bound; a second call changes nothing.
 QUILLON_EXPORT void acquireReference(const std::shared_ptr<StdShareable>& object);

@@ -1,0 +1,189 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "orca/HostArray.h"
+#include "orca/Member.h"
+#include "support/Export.h"
+
+/// The conversions between host values and C++ values: one HostType for each C++ type.
+namespace orca::factory {
+
+/// The host name of a class or enumeration; specialised where the class is declared to the host.
+template <typename T>
+inline constexpr const char* hostName = nullptr;
+
+/// The text of a value. Throws: Error when it is no text.
+QUILLON_EXPORT std::u16string extractString(const HostArrayProxy& value);
+/// Whether a value is a text array.
+QUILLON_EXPORT bool isStringVector(const HostArrayProxy& value);
+/// The elements of a text array. Requires: isStringVector(value).
+QUILLON_EXPORT std::vector<std::u16string> extractFromStringVector(const HostArrayProxy& value);
+/// Raises the error for an element, counted from 1, that is no text.
+[[noreturn]] QUILLON_EXPORT void errorMustBeString(std::size_t position);
+/// Raises the error for a value that is neither text array nor cell array; `got` says what it is.
+[[noreturn]] QUILLON_EXPORT void errorMustBeCellArray(const std::string& got = "something else");
+
+namespace detail {
+
+/// The number of a numeric scalar. Throws: Error for anything else, and for uint32 and uint64 when the number
+/// is negative, fractional, too large or not a number.
+QUILLON_EXPORT double toDouble(const HostArray& value);
+QUILLON_EXPORT std::uint32_t toUint32(const HostArray& value);
+QUILLON_EXPORT std::uint64_t toUint64(const HostArray& value);
+/// Takes a logical scalar, or a numeric 0 or 1. Throws: Error for anything else.
+QUILLON_EXPORT bool toLogical(const HostArray& value);
+/// Takes nothing, a text array, or a cell array of texts. Throws: Error for anything else.
+QUILLON_EXPORT std::vector<std::u16string> toTexts(const HostArray& value);
+/// The value of the member of `enumClass` that `value` is or names. Throws: Error for anything else.
+QUILLON_EXPORT std::uint64_t toEnumValue(const EnumClass& enumClass, const HostArray& value);
+QUILLON_EXPORT HostArray fromEnumValue(const EnumClass& enumClass, std::uint64_t value);
+/// The registered enumeration class. Throws: Error when there is none of that name.
+QUILLON_EXPORT const EnumClass& requireEnumClass(const char* name);
+QUILLON_EXPORT bool isNumber(const HostArray& value);
+
+/// The host object bound to `object`, which is announced under `typeName` if it is not bound; the host gets
+/// its share.
+QUILLON_EXPORT std::shared_ptr<HostObject> share(const std::shared_ptr<full::StdShareable>& object,
+                                                 const char* typeName);
+/// Raises the error for a value that is not of a type.
+[[noreturn]] QUILLON_EXPORT void errorWrongType(const std::string& expected, const HostArray& got);
+
+}  // namespace detail
+
+/// For each C++ type: its host type string, both conversions, and accepts(), which tells without a check of
+/// ranges whether a value is of the type at all.
+template <typename T>
+struct HostType;
+
+template <>
+struct HostType<double> {
+    static std::string name() { return "double scalar"; }
+    static HostArrayProxy toHost(double number) { return number; }
+    static double fromHost(const HostArray& value) { return detail::toDouble(value); }
+    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
+};
+
+template <>
+struct HostType<std::uint32_t> {
+    static std::string name() { return "uint32 scalar"; }
+    static HostArrayProxy toHost(std::uint32_t number) { return number; }
+    static std::uint32_t fromHost(const HostArray& value) { return detail::toUint32(value); }
+    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
+};
+
+template <>
+struct HostType<std::uint64_t> {
+    static std::string name() { return "uint64 scalar"; }
+    static HostArrayProxy toHost(std::uint64_t number) { return number; }
+    static std::uint64_t fromHost(const HostArray& value) { return detail::toUint64(value); }
+    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
+};
+
+template <>
+struct HostType<bool> {
+    static std::string name() { return "logical scalar"; }
+    static HostArrayProxy toHost(bool truth) { return truth; }
+    static bool fromHost(const HostArray& value) { return detail::toLogical(value); }
+    static bool accepts(const HostArray& value) { return value.getLogical() || detail::isNumber(value); }
+};
+
+template <>
+struct HostType<std::u16string> {
+    static std::string name()
+    {
+        detail::initStringDataTypes();
+        return "OrcaFactoryString scalar";
+    }
+    static HostArrayProxy toHost(const std::u16string& text) { return HostArray(text).getProxy(); }
+    static std::u16string fromHost(const HostArray& value) { return extractString(value.getProxy()); }
+    static bool accepts(const HostArray& value) { return value.getText() != nullptr; }
+};
+
+template <>
+struct HostType<std::vector<std::u16string>> {
+    static std::string name()
+    {
+        detail::initStringDataTypes();
+        return "OrcaFactoryString vector";
+    }
+    static HostArrayProxy toHost(const std::vector<std::u16string>& texts)
+    {
+        return HostArray::cells(1, texts.size(), std::vector<HostArray>(texts.begin(), texts.end())).getProxy();
+    }
+    static std::vector<std::u16string> fromHost(const HostArray& value) { return detail::toTexts(value); }
+    static bool accepts(const HostArray& value)
+    {
+        return value.isEmpty() || isStringVector(value.getProxy()) || value.getCells() != nullptr;
+    }
+};
+
+template <typename E>
+requires std::is_enum_v<E>
+struct HostType<E> {
+    static std::string name() { return hostName<E>; }
+    static HostArrayProxy toHost(E member)
+    {
+        return detail::fromEnumValue(enumClass(), static_cast<std::uint64_t>(member)).getProxy();
+    }
+    static E fromHost(const HostArray& value)
+    {
+        return static_cast<E>(detail::toEnumValue(enumClass(), value));
+    }
+    static bool accepts(const HostArray& value)
+    {
+        return value.getMember() != nullptr ? value.getMember()->enumClass == &enumClass()
+                                            : value.getText() != nullptr;
+    }
+
+ private:
+    static const EnumClass& enumClass()
+    {
+        static const EnumClass& result = detail::requireEnumClass(hostName<E>);
+        return result;
+    }
+};
+
+/// A null handle is an empty value of the class, and a value without elements is a null handle.
+template <typename C>
+struct HostType<std::shared_ptr<C>> {
+    static std::string name() { return hostName<C>; }
+    static HostArrayProxy toHost(const std::shared_ptr<C>& object)
+    {
+        if (!object) return EmptyValue{internal::makeInterned(hostName<C>)};
+        return detail::share(object, object->getFullyQualifiedOrcaTypeName());
+    }
+    static std::shared_ptr<C> fromHost(const HostArray& value)
+    {
+        if (value.isEmpty()) return nullptr;
+        auto result = value.getNative<C>();
+        if (!result) detail::errorWrongType(hostName<C>, value);
+        return result;
+    }
+    static bool accepts(const HostArray& value)
+    {
+        if (value.isEmpty()) return true;
+        const auto* const object = value.getFirstObject();
+        return object != nullptr && dynamic_cast<C*>(object->getObject()) != nullptr;
+    }
+};
+
+template <typename C>
+struct HostType<std::vector<std::shared_ptr<C>>> {
+    static std::string name() { return std::string(hostName<C>) + " vector"; }
+    static HostArrayProxy toHost(const std::vector<std::shared_ptr<C>>& objects)
+    {
+        const auto className = internal::makeInterned(hostName<C>);
+        auto array = omCreateORCAMatrix(1, objects.size(), className);
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            if (objects[i]) omSetArrayElement(array, i, HostArray(HostType<std::shared_ptr<C>>::toHost(objects[i])));
+        omSetClassOfHeterogeneousArray(array, className);
+        return array.getProxy();
+    }
+};
+
+}  // namespace orca::factory
