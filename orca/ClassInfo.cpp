@@ -6,7 +6,8 @@
 
 namespace orca::factory {
 
-ClassInfo::ClassInfo(const std::string& name, std::vector<std::string> superclassNames, std::string description)
+ClassInfo::ClassInfo(const std::string& name, std::vector<std::string> superclassNames,
+                     std::string description)
     : name_(internal::makeInterned(name)),
       superclassNames_(std::move(superclassNames)),
       description_(std::move(description)),

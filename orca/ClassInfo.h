@@ -48,8 +48,8 @@ class QUILLON_EXPORT ClassInfo {
 
     /// All properties: those of the superclasses first, each in the order of its declaration.
     const std::vector<const impl::PropertyImpl*>& getProperties() const { return allProperties_; }
-    /// A property of the class or a superclass; null when there is none of that name. What it returns lasts as
-    /// long as the process, so that it can be kept and used again.
+    /// A property of the class or a superclass; null when there is none of that name. What it returns lasts
+    /// as long as the process, so that it can be kept and used again.
     const impl::PropertyImpl* findProperty(std::string_view name) const;
     /// The names of all methods: those of the superclasses first, each in the order of its declaration.
     const std::vector<std::string_view>& getMethodNames() const { return allMethodNames_; }
@@ -116,11 +116,14 @@ struct FunctionParts<R (C::*)(Args...)> {
     using Signature = R(std::remove_cvref_t<Args>...);
 };
 template <typename R, typename C, typename... Args>
-struct FunctionParts<R (C::*)(Args...) const> : FunctionParts<R (C::*)(Args...)> {};
+struct FunctionParts<R (C::*)(Args...) const> : FunctionParts<R (C::*)(Args...)> {
+};
 template <typename R, typename C, typename... Args>
-struct FunctionParts<R (*)(C&, Args...)> : FunctionParts<R (C::*)(Args...)> {};
+struct FunctionParts<R (*)(C&, Args...)> : FunctionParts<R (C::*)(Args...)> {
+};
 template <typename R, typename C, typename... Args>
-struct FunctionParts<R (*)(const C&, Args...)> : FunctionParts<R (C::*)(Args...)> {};
+struct FunctionParts<R (*)(const C&, Args...)> : FunctionParts<R (C::*)(Args...)> {
+};
 
 /// The type that a setter takes.
 template <typename Signature>
@@ -165,26 +168,27 @@ class HandleClassInfo : public ClassInfo {
 
     /// A property over a const member function that reads it and, unless it is read-only, one that writes it.
     template <auto Get, auto Set = nullptr>
-    void property(std::string name)
+    void property(std::string name, std::string description)
     {
         using Function = decltype(Get);
         using Parts = detail::FunctionParts<Function>;
         using Result = typename Parts::Result;
         using T = std::remove_cvref_t<Result>;
         addProperty(std::make_unique<impl::PropertyImpl>(
-            std::move(name), HostType<T>::name(),
+            std::move(name), HostType<T>::name(), std::move(description),
             std::make_unique<impl::ClassGetter<T, typename Parts::Class, Function, Result>>(Get),
             makeSetter<Set>()));
     }
 
     /// A property of type "any" over functions of raw host values.
     template <typename C>
-    void adaptedProperty(std::string name, typename impl::AdaptedClassGetter<C>::Function get,
+    void adaptedProperty(std::string name, std::string description,
+                         typename impl::AdaptedClassGetter<C>::Function get,
                          typename impl::AdaptedClassSetter<C>::Function set)
     {
-        addProperty(std::make_unique<impl::PropertyImpl>(
-            std::move(name), "any", std::make_unique<impl::AdaptedClassGetter<C>>(get),
-            std::make_unique<impl::AdaptedClassSetter<C>>(set)));
+        addProperty(std::make_unique<impl::PropertyImpl>(std::move(name), "any", std::move(description),
+                                                         std::make_unique<impl::AdaptedClassGetter<C>>(get),
+                                                         std::make_unique<impl::AdaptedClassSetter<C>>(set)));
     }
 
     /// One form of a method over a member function, or over a free function that takes the object first.

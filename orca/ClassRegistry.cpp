@@ -29,7 +29,8 @@ const ClassInfo& ClassRegistry::requireClass(std::string_view name) const
     return *result;
 }
 
-const ClassInfo* ClassRegistry::findClassOf(internal::Name name, const factory::full::StdShareable* object) const
+const ClassInfo* ClassRegistry::findClassOf(internal::Name name,
+                                            const factory::full::StdShareable* object) const
 {
     if (const auto* const named = findClass(name.getText())) return named;
     const ClassInfo* deepest = nullptr;

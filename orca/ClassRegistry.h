@@ -45,7 +45,8 @@ class QUILLON_EXPORT ClassRegistry {
     /// Throws: Error for an unknown name.
     const factory::ClassInfo& requireClass(std::string_view name) const;
     /// The class of that name, otherwise the most derived one that `object` belongs to; null for none.
-    const factory::ClassInfo* findClassOf(internal::Name name, const factory::full::StdShareable* object) const;
+    const factory::ClassInfo* findClassOf(internal::Name name,
+                                          const factory::full::StdShareable* object) const;
     /// In the order of their registration.
     const std::vector<const factory::ClassInfo*>& getClasses() const { return inOrder_; }
     const std::vector<std::string>& getNamespaces() const { return namespaces_; }

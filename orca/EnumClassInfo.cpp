@@ -10,8 +10,8 @@ try {
     if (arguments.size() != 1)
         throw Error(ErrorId::WrongType, {form, std::to_string(arguments.size()) + " arguments"});
     const auto& argument = arguments.front();
-    const auto value = detail::isNumber(argument) ? detail::toUint64(argument)
-                                                  : detail::toEnumValue(enumClass_, argument);
+    const auto value =
+        detail::isNumber(argument) ? detail::toUint64(argument) : detail::toEnumValue(enumClass_, argument);
     return detail::fromEnumValue(enumClass_, value);
 } catch (const Error& error) {
     throw error.at(enumClass_.getName());

@@ -67,7 +67,7 @@ template <typename E>
 class EnumClassInfo : public EnumClass {
  protected:
     explicit EnumClassInfo(const EnumInfo<E>& info)
-        : EnumClass(hostName<E>, info.description, underlyingType(), membersOf(info))
+        : EnumClass(hostName<E>().getText(), info.description, underlyingType(), membersOf(info))
     {
     }
 
@@ -80,7 +80,8 @@ class EnumClassInfo : public EnumClass {
     static std::vector<Member> membersOf(const EnumInfo<E>& info)
     {
         std::vector<Member> members;
-        for (const auto& [name, value] : info.members) members.push_back({name, static_cast<std::uint64_t>(value)});
+        for (const auto& [name, value] : info.members)
+            members.push_back({name, static_cast<std::uint64_t>(value)});
         return members;
     }
 };

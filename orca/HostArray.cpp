@@ -5,6 +5,7 @@
 
 #include "orca/ClassInfo.h"
 #include "orca/ClassRegistry.h"
+#include "orca/EnumClassInfo.h"
 #include "orca/Error.h"
 #include "support/Text.h"
 
@@ -31,16 +32,20 @@ template <typename T>
 void requireShape(const Matrix<T>& matrix)
 {
     const auto count = matrix.elements.size();
-    const bool fits = matrix.columns == 0 ? count == 0
-                                          : count % matrix.columns == 0 && count / matrix.columns == matrix.rows;
+    const bool fits = matrix.columns == 0
+                          ? count == 0
+                          : count % matrix.columns == 0 && count / matrix.columns == matrix.rows;
     if (fits) return;
-    throw Error(ErrorId::BadShape, {std::to_string(matrix.rows), std::to_string(matrix.columns),
-                                    std::to_string(count)});
+    throw Error(ErrorId::BadShape,
+                {std::to_string(matrix.rows), std::to_string(matrix.columns), std::to_string(count)});
 }
 
 struct ShapeOf {
     Shape operator()(const EmptyValue& /*value*/) const { return {0, 0}; }
-    Shape operator()(const Shared<std::u16string>& text) const { return {text->empty() ? 0 : 1, text->size()}; }
+    Shape operator()(const Shared<std::u16string>& text) const
+    {
+        return {text->empty() ? 0 : 1, text->size()};
+    }
     Shape operator()(const Shared<std::vector<std::u16string>>& texts) const { return {1, texts->size()}; }
     Shape operator()(const std::shared_ptr<HostObject>& /*object*/) const { return {1, 1}; }
     template <typename T>
@@ -58,7 +63,10 @@ struct Description {
     {
         return value.className ? "empty " + value.className.getText() : "empty";
     }
-    std::string operator()(bool truth) const { return truth ? "logical scalar true" : "logical scalar false"; }
+    std::string operator()(bool truth) const
+    {
+        return truth ? "logical scalar true" : "logical scalar false";
+    }
     std::string operator()(const EnumMember& member) const
     {
         return member.enumClass->getName() + "." + member.enumClass->getMembers()[member.index].name;
@@ -88,7 +96,8 @@ struct Description {
     template <typename T>
     std::string operator()(T number) const
     {
-        return std::string(numberName<T>) + " scalar " + quillon::toUtf8(quillon::num2str(number));
+        using Printed = std::conditional_t<std::is_integral_v<T>, unsigned long, double>;
+        return std::string(numberName<T>) + " scalar " + quillon::toUtf8(quillon::num2str(Printed{number}));
     }
 };
 

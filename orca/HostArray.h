@@ -86,7 +86,10 @@ class QUILLON_EXPORT HostArray {
     HostArray(const char16_t* text) : HostArray(std::u16string(text)) {}
 
     /// Empty, of a class.
-    static HostArray empty(internal::Name className) { return HostArray(factory::HostArrayProxy(EmptyValue{className})); }
+    static HostArray empty(internal::Name className)
+    {
+        return HostArray(factory::HostArrayProxy(EmptyValue{className}));
+    }
     /// A row of texts.
     static HostArray textArray(std::vector<std::u16string> texts);
     /// A matrix of double, uint32_t or uint64_t; one element makes a scalar.
@@ -140,7 +143,8 @@ class QUILLON_EXPORT HostArray {
     friend bool operator==(const HostArray& left, const HostArray& right);
 
  private:
-    friend QUILLON_EXPORT void omSetArrayElement(HostArray& array, std::size_t index, const HostArray& element);
+    friend QUILLON_EXPORT void omSetArrayElement(HostArray& array, std::size_t index,
+                                                 const HostArray& element);
     friend QUILLON_EXPORT void omSetClassOfHeterogeneousArray(HostArray& array, internal::Name className);
 
     /// The objects of the value as an array that no other value shares.

@@ -12,8 +12,8 @@ namespace factory {
 class ClassInfo;
 }
 
-/// The host's side of a bound object. It lives as long as a host value names it, and gives up its share of the
-/// library object when the last one goes.
+/// The host's side of a bound object. It lives as long as a host value names it, and gives up its share of
+/// the library object when the last one goes.
 class QUILLON_EXPORT HostObject : public std::enable_shared_from_this<HostObject> {
  public:
     explicit HostObject(internal::Name className) : className_(className) {}

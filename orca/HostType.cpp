@@ -1,11 +1,14 @@
 #include "orca/HostType.h"
 
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/core/demangle.hpp>
 #include <cmath>
 #include <limits>
 
 #include "orca/BindingRegistry.h"
 #include "orca/ClassInfo.h"
 #include "orca/ClassRegistry.h"
+#include "orca/EnumClassInfo.h"
 #include "orca/Error.h"
 
 namespace orca::factory {
@@ -72,6 +75,19 @@ void errorMustBeCellArray(const std::string& got)
 
 namespace detail {
 
+internal::Name hostNameOf(const std::type_info& type)
+{
+    return internal::makeInterned(boost::replace_all_copy(boost::core::demangle(type.name()), "::", "."));
+}
+
+bool isEmptyOf(internal::Name className, const HostArray& value)
+{
+    const auto* const empty = std::get_if<EmptyValue>(&value.getProxy());
+    if (empty == nullptr || !empty->className || empty->className == className) return true;
+    const auto* const info = ClassRegistry::instance().findClass(empty->className.getText());
+    return info != nullptr && info->isA(className.getText());
+}
+
 double toDouble(const HostArray& value)
 {
     const auto number = value.getNumber();
@@ -119,8 +135,7 @@ std::uint64_t toEnumValue(const EnumClass& enumClass, const HostArray& value)
     const auto* const text = value.getText();
     if (text == nullptr) errorWrongType(enumClass.getName(), value);
     const auto* const member = enumClass.findMember(*text);
-    if (member == nullptr)
-        throw Error(ErrorId::UnknownMember, {memberNames(enumClass), quoted(*text)});
+    if (member == nullptr) throw Error(ErrorId::UnknownMember, {memberNames(enumClass), quoted(*text)});
     return member->value;
 }
 
@@ -132,10 +147,11 @@ HostArray fromEnumValue(const EnumClass& enumClass, std::uint64_t value)
     throw Error(ErrorId::UnknownMember, {memberNames(enumClass), std::to_string(value)});
 }
 
-const EnumClass& requireEnumClass(const char* name)
+const EnumClass& requireEnumClass(internal::Name name)
 {
-    const auto* const result = dynamic_cast<const EnumClass*>(ClassRegistry::instance().findClass(name));
-    if (result == nullptr) throw Error(ErrorId::UnknownClass, {name});
+    const auto* const result =
+        dynamic_cast<const EnumClass*>(ClassRegistry::instance().findClass(name.getText()));
+    if (result == nullptr) throw Error(ErrorId::UnknownClass, {name.getText()});
     return *result;
 }
 
@@ -146,8 +162,8 @@ bool isNumber(const HostArray& value)
 
 std::shared_ptr<HostObject> share(const std::shared_ptr<full::StdShareable>& object, const char* typeName)
 {
-    auto host =
-        BindingRegistry::announce(*object, *typeName != '\0' ? internal::makeInterned(typeName) : internal::nullValue);
+    auto host = BindingRegistry::announce(
+        *object, *typeName != '\0' ? internal::makeInterned(typeName) : internal::nullValue);
     if (object->bindingState() != 1) full::acquireReference(object);
     return host;
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <typeinfo>
 #include <vector>
 
 #include "orca/HostArray.h"
@@ -13,9 +14,19 @@
 /// The conversions between host values and C++ values: one HostType for each C++ type.
 namespace orca::factory {
 
-/// The host name of a class or enumeration; specialised where the class is declared to the host.
+namespace detail {
+/// The qualified C++ name of a type with full stops for the colons: "quillon.chart.Title".
+QUILLON_EXPORT internal::Name hostNameOf(const std::type_info& type);
+}  // namespace detail
+
+/// The host name of a class or enumeration, which follows from its C++ name. Specialised for a type whose
+/// host name differs.
 template <typename T>
-inline constexpr const char* hostName = nullptr;
+internal::Name hostName()
+{
+    static const auto name = detail::hostNameOf(typeid(T));
+    return name;
+}
 
 /// The text of a value. Throws: Error when it is no text.
 QUILLON_EXPORT std::u16string extractString(const HostArrayProxy& value);
@@ -43,13 +54,16 @@ QUILLON_EXPORT std::vector<std::u16string> toTexts(const HostArray& value);
 QUILLON_EXPORT std::uint64_t toEnumValue(const EnumClass& enumClass, const HostArray& value);
 QUILLON_EXPORT HostArray fromEnumValue(const EnumClass& enumClass, std::uint64_t value);
 /// The registered enumeration class. Throws: Error when there is none of that name.
-QUILLON_EXPORT const EnumClass& requireEnumClass(const char* name);
+QUILLON_EXPORT const EnumClass& requireEnumClass(internal::Name name);
 QUILLON_EXPORT bool isNumber(const HostArray& value);
 
 /// The host object bound to `object`, which is announced under `typeName` if it is not bound; the host gets
 /// its share.
 QUILLON_EXPORT std::shared_ptr<HostObject> share(const std::shared_ptr<full::StdShareable>& object,
                                                  const char* typeName);
+/// Whether a value without elements may stand for an object of a class: it is of no class, or of that one or
+/// a subclass.
+QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 /// Raises the error for a value that is not of a type.
 [[noreturn]] QUILLON_EXPORT void errorWrongType(const std::string& expected, const HostArray& got);
 
@@ -113,7 +127,8 @@ struct HostType<std::vector<std::u16string>> {
     }
     static HostArrayProxy toHost(const std::vector<std::u16string>& texts)
     {
-        return HostArray::cells(1, texts.size(), std::vector<HostArray>(texts.begin(), texts.end())).getProxy();
+        return HostArray::cells(1, texts.size(), std::vector<HostArray>(texts.begin(), texts.end()))
+            .getProxy();
     }
     static std::vector<std::u16string> fromHost(const HostArray& value) { return detail::toTexts(value); }
     static bool accepts(const HostArray& value)
@@ -125,7 +140,7 @@ struct HostType<std::vector<std::u16string>> {
 template <typename E>
 requires std::is_enum_v<E>
 struct HostType<E> {
-    static std::string name() { return hostName<E>; }
+    static std::string name() { return hostName<E>().getText(); }
     static HostArrayProxy toHost(E member)
     {
         return detail::fromEnumValue(enumClass(), static_cast<std::uint64_t>(member)).getProxy();
@@ -143,7 +158,7 @@ struct HostType<E> {
  private:
     static const EnumClass& enumClass()
     {
-        static const EnumClass& result = detail::requireEnumClass(hostName<E>);
+        static const EnumClass& result = detail::requireEnumClass(hostName<E>());
         return result;
     }
 };
@@ -151,22 +166,22 @@ struct HostType<E> {
 /// A null handle is an empty value of the class, and a value without elements is a null handle.
 template <typename C>
 struct HostType<std::shared_ptr<C>> {
-    static std::string name() { return hostName<C>; }
+    static std::string name() { return hostName<C>().getText(); }
     static HostArrayProxy toHost(const std::shared_ptr<C>& object)
     {
-        if (!object) return EmptyValue{internal::makeInterned(hostName<C>)};
+        if (!object) return EmptyValue{hostName<C>()};
         return detail::share(object, object->getFullyQualifiedOrcaTypeName());
     }
     static std::shared_ptr<C> fromHost(const HostArray& value)
     {
         if (value.isEmpty()) return nullptr;
         auto result = value.getNative<C>();
-        if (!result) detail::errorWrongType(hostName<C>, value);
+        if (!result) detail::errorWrongType(name(), value);
         return result;
     }
     static bool accepts(const HostArray& value)
     {
-        if (value.isEmpty()) return true;
+        if (value.isEmpty()) return detail::isEmptyOf(hostName<C>(), value);
         const auto* const object = value.getFirstObject();
         return object != nullptr && dynamic_cast<C*>(object->getObject()) != nullptr;
     }
@@ -174,14 +189,14 @@ struct HostType<std::shared_ptr<C>> {
 
 template <typename C>
 struct HostType<std::vector<std::shared_ptr<C>>> {
-    static std::string name() { return std::string(hostName<C>) + " vector"; }
+    static std::string name() { return hostName<C>().getText() + " vector"; }
     static HostArrayProxy toHost(const std::vector<std::shared_ptr<C>>& objects)
     {
-        const auto className = internal::makeInterned(hostName<C>);
-        auto array = omCreateORCAMatrix(1, objects.size(), className);
+        auto array = omCreateORCAMatrix(1, objects.size(), hostName<C>());
         for (std::size_t i = 0; i < objects.size(); ++i)
-            if (objects[i]) omSetArrayElement(array, i, HostArray(HostType<std::shared_ptr<C>>::toHost(objects[i])));
-        omSetClassOfHeterogeneousArray(array, className);
+            if (objects[i])
+                omSetArrayElement(array, i, HostArray(HostType<std::shared_ptr<C>>::toHost(objects[i])));
+        omSetClassOfHeterogeneousArray(array, hostName<C>());
         return array.getProxy();
     }
 };

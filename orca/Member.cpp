@@ -38,7 +38,8 @@ HostTypeInfo parseHostType(const std::string& text)
     const auto element = text.substr(0, space);
     const auto shape = space == std::string::npos ? "" : text.substr(space + 1);
     if (shape == "scalar" && isDataType(element)) return {text, element, Shape::Scalar};
-    if (shape == "vector" && (isDataType(element) || isClassName(element))) return {text, element, Shape::Vector};
+    if (shape == "vector" && (isDataType(element) || isClassName(element)))
+        return {text, element, Shape::Vector};
     throw Error(ErrorId::UnknownHostType, {text});
 }
 

@@ -22,8 +22,8 @@ OrcaMethod::OrcaMethod(std::string name, MethodAttributes attributes, std::strin
 {
 }
 
-void OrcaMethod::createSignatureImpl(std::vector<std::string> signature, bool isStatic, const std::string& name,
-                                     const std::vector<std::string>& inputTypes,
+void OrcaMethod::createSignatureImpl(std::vector<std::string> signature, bool isStatic,
+                                     const std::string& name, const std::vector<std::string>& inputTypes,
                                      const std::vector<std::string>& outputTypes)
 {
     isStatic_ = isStatic;

@@ -85,13 +85,15 @@ class MethodImpl<Result(Args...), IsStatic, C, Callable> final : public OrcaMeth
                Callable callable)
         : OrcaMethod(std::move(name), {IsStatic}, std::move(description)), callable_(callable)
     {
-        createSignatureImpl(std::move(argumentNames), IsStatic, getName(), {HostType<Args>::name()...},
-                            {IsStatic ? hostName<C> : HostType<std::remove_cvref_t<Result>>::name()});
+        createSignatureImpl(
+            std::move(argumentNames), IsStatic, getName(), {HostType<Args>::name()...},
+            {IsStatic ? hostName<C>().getText() : HostType<std::remove_cvref_t<Result>>::name()});
     }
 
     bool accepts(Arguments arguments) const override
     {
-        return arguments.size() == sizeof...(Args) && acceptsAll(arguments, std::index_sequence_for<Args...>());
+        return arguments.size() == sizeof...(Args) &&
+               acceptsAll(arguments, std::index_sequence_for<Args...>());
     }
 
     HostArray invoke(HostObject& self, Arguments arguments) const override
@@ -131,8 +133,8 @@ class MethodImpl<Result(Args...), IsStatic, C, Callable> final : public OrcaMeth
             return self.shared_from_this();
         } else {
             C& object = resolveSelf<C>(self);
-            return HostArray(
-                HostType<std::remove_cvref_t<Result>>::toHost(std::invoke(callable_, object, std::move(arguments)...)));
+            return HostArray(HostType<std::remove_cvref_t<Result>>::toHost(
+                std::invoke(callable_, object, std::move(arguments)...)));
         }
     }
 
@@ -152,7 +154,10 @@ class QUILLON_EXPORT OverloadSet {
 
     /// Calls the first form that the arguments suit.
     /// Throws: Error when none does, and as OrcaMethod::invoke.
-    HostArray invoke(HostObject& self, Arguments arguments) const { return choose(arguments).invoke(self, arguments); }
+    HostArray invoke(HostObject& self, Arguments arguments) const
+    {
+        return choose(arguments).invoke(self, arguments);
+    }
     HostArray invoke(const HostArray& self, Arguments arguments) const;
 
  private:

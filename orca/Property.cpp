@@ -4,9 +4,10 @@
 
 namespace orca::factory::impl {
 
-PropertyImpl::PropertyImpl(std::string name, const std::string& type, std::unique_ptr<Getter> getter,
-                           std::unique_ptr<Setter> setter)
+PropertyImpl::PropertyImpl(std::string name, const std::string& type, std::string description,
+                           std::unique_ptr<Getter> getter, std::unique_ptr<Setter> setter)
     : name_(std::move(name)),
+      description_(std::move(description)),
       type_(parseHostType(type)),
       setType_(setter ? parseHostType(setter->getTypeName()) : HostTypeInfo()),
       getter_(std::move(getter)),

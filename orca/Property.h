@@ -93,10 +93,11 @@ class AdaptedClassSetter final : public Setter {
 class QUILLON_EXPORT PropertyImpl {
  public:
     /// Read-only without `setter`. Throws: Error when `type` is no host type string.
-    PropertyImpl(std::string name, const std::string& type, std::unique_ptr<Getter> getter,
-                 std::unique_ptr<Setter> setter = nullptr);
+    PropertyImpl(std::string name, const std::string& type, std::string description,
+                 std::unique_ptr<Getter> getter, std::unique_ptr<Setter> setter = nullptr);
 
     const std::string& getName() const { return name_; }
+    const std::string& getDescription() const { return description_; }
     /// The type that reading gives.
     const HostTypeInfo& getType() const { return type_; }
     /// The type that writing takes, which may be another one. Requires: isWritable().
@@ -120,6 +121,7 @@ class QUILLON_EXPORT PropertyImpl {
     std::string place() const { return owner_ + "." + name_; }
 
     std::string name_;
+    std::string description_;
     std::string owner_;
     HostTypeInfo type_;
     HostTypeInfo setType_;
