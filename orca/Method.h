@@ -112,15 +112,21 @@ class MethodImpl<Result(Args...), IsStatic, C, Callable> final : public OrcaMeth
     HostArray invokeAll(HostObject& self, [[maybe_unused]] Arguments arguments,
                         std::index_sequence<I...> /*positions*/) const
     {
-        std::size_t position = 0;
+        // The braces convert the arguments from first to last.
+        std::tuple<Args...> values{convert<Args>(arguments, I)...};
         try {
-            // The braces convert the arguments from first to last.
-            std::tuple<Args...> values{(position = I + 1, HostType<Args>::fromHost(arguments[I]))...};
-            position = 0;
             return std::apply([&](auto&... value) { return call(self, std::move(value)...); }, values);
         } catch (const Error& error) {
-            throw locate(error, position);
+            throw locate(error, 0);
         }
+    }
+
+    template <typename T>
+    T convert(Arguments arguments, std::size_t index) const
+    try {
+        return HostType<T>::fromHost(arguments[index]);
+    } catch (const Error& error) {
+        throw locate(error, index + 1);
     }
 
     HostArray call(HostObject& self, Args&&... arguments) const
