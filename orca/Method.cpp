@@ -34,7 +34,8 @@ void OrcaMethod::createSignatureImpl(std::vector<std::string> signature, bool is
     std::string arguments;
     for (std::size_t i = 0; i < inputs_.size(); ++i)
         append(arguments, ", ", argumentNames_[i] + ": " + inputs_[i].text);
-    signature_ = name + "(" + arguments + ") -> " + outputs_.front().text;
+    signature_ = name + "(" + arguments + ")";
+    if (!isConstructor()) signature_ += " -> " + outputs_.front().text;
 }
 
 std::string OrcaMethod::getArgumentList() const

@@ -35,7 +35,8 @@ class QUILLON_EXPORT OrcaMethod {
     const std::string& getDescription() const { return description_; }
     bool isConstructor() const { return attributes_.isConstructor; }
     bool isStatic() const { return isStatic_; }
-    /// "appendPoint(x: double scalar, y: double scalar) -> quillon.chart.DataPoint".
+    /// "appendPoint(x: double scalar, y: double scalar) -> quillon.chart.DataPoint"; a constructor's ends
+    /// with its arguments.
     const std::string& getSignature() const { return signature_; }
     /// The argument types alone: "(double scalar, double scalar)".
     std::string getArgumentList() const;

@@ -155,7 +155,12 @@ struct CosDataShapeFormat : CosClass<C, ShapeFormat> {
 };
 
 struct CosDataPointShapeFormat : CosDataShapeFormat<DataPointShapeFormat> {
-    CosDataPointShapeFormat() : CosDataShapeFormat("The shape format of one data point.") {}
+    CosDataPointShapeFormat()
+        : CosDataShapeFormat(
+              "The shape format of one data point; its objects report the class name "
+              "quillon.chart.DataPointFormat.")
+    {
+    }
 };
 
 struct CosDataSeriesShapeFormat : CosDataShapeFormat<DataSeriesShapeFormat> {

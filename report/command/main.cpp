@@ -10,6 +10,7 @@
 #include "report/Document.h"
 #include "report/command/ChartJob.h"
 #include "report/command/ChartMaker.h"
+#include "report/command/ClassCatalogue.h"
 #include "report/command/JobFile.h"
 #include "report/command/Table.h"
 
@@ -70,6 +71,9 @@ class CommandLine {
 
     CLI::App& getApp() { return app_; }
     const std::string& getOutput() const { return output_; }
+    /// Whether the author asks for the catalogue of classes and not for a document.
+    bool wantsClasses() const { return classes_; }
+    bool wantsJson() const { return json_; }
     /// One job for each table, in order, or those of the job file.
     std::vector<ChartJob> getJobs() const;
 
@@ -82,6 +86,8 @@ class CommandLine {
     std::map<const CLI::Option*, const JobOption*> chartOptions_;
     std::string output_;
     std::string jobFile_;
+    bool classes_ = false;
+    bool json_ = false;
 };
 
 CommandLine::CommandLine()
@@ -98,7 +104,10 @@ CommandLine::CommandLine()
     }
     auto* job = app_.add_option("--job", jobFile_, "a JSON file that lists the charts")->type_name("FILE");
     job->excludes(tables_);
-    app_.add_option("-o,--output", output_, "the document to write")->type_name("FILE")->required();
+    app_.add_option("-o,--output", output_, "the document to write")->type_name("FILE");
+    auto* classes = app_.add_flag("--classes", classes_, "print the classes that a host program sees");
+    classes->excludes(tables_)->excludes(job);
+    app_.add_flag("--json", json_, "print them as JSON")->needs(classes);
 }
 
 void CommandLine::apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const
@@ -146,6 +155,12 @@ void write(const std::vector<ChartJob>& jobs, const std::string& output)
     document.save(output);
 }
 
+void printClasses(bool asJson)
+{
+    registerChartClasses();
+    fmt::print("{}", asJson ? describeClassesAsJson() : describeClasses());
+}
+
 int run(int argc, char** argv)
 {
     CommandLine commandLine;
@@ -156,6 +171,14 @@ int run(int argc, char** argv)
         return 0;
     } catch (const CLI::ParseError& error) {
         complain(fmt::format("{}; see quillon-report --help.", error.what()));
+        return usageError;
+    }
+    if (commandLine.wantsClasses()) {
+        printClasses(commandLine.wantsJson());
+        return 0;
+    }
+    if (commandLine.getOutput().empty()) {
+        complain("Expected --output, the document to write. See quillon-report --help.");
         return usageError;
     }
     const auto jobs = commandLine.getJobs();
