@@ -117,6 +117,14 @@ void addGroupingOfBars(ChartPart& part)
     insertAfter(part.group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
 }
 
+/// Slices differ in colour, the points of a line do not. Where slices may not differ, a reader gives those
+/// with the colour of the series one of its own.
+void varyColorsOfSlicesAlone(ChartPart& part)
+{
+    if (part.isGroup(u"c:barChart")) return;
+    findChild(part.group, u"c:varyColors")->setAttribute(u"val", part.isGroup(u"c:pieChart") ? u"1" : u"0");
+}
+
 void setColorsBelow(DOMElement* element, const std::u16string& digits)
 {
     if (std::u16string_view(element->getTagName()) == u"a:srgbClr")
@@ -296,10 +304,21 @@ void linkWorkbook(ChartPart& part)
 
 /// The rules for the chart part, in the order in which they are applied.
 constexpr std::array chartRules = {
-    keepOneSeriesOfPie,          finishBarSeries,       finishLineSeries,   finishPieSeries,
-    dropGapWidthOfLines,         addGroupingOfBars,     writeColumnLetters, keepReferencesInOrder,
-    makeColorsHexadecimal,       leaveOutMissingValues, escapeTexts,        addLegend,
-    showGapsAndVisibleCellsOnly, linkWorkbook,
+    keepOneSeriesOfPie,
+    finishBarSeries,
+    finishLineSeries,
+    finishPieSeries,
+    dropGapWidthOfLines,
+    addGroupingOfBars,
+    varyColorsOfSlicesAlone,
+    writeColumnLetters,
+    keepReferencesInOrder,
+    makeColorsHexadecimal,
+    leaveOutMissingValues,
+    escapeTexts,
+    addLegend,
+    showGapsAndVisibleCellsOnly,
+    linkWorkbook,
 };
 
 /// The inline drawing of the writer, and what the rules know of the chart.

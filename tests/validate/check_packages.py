@@ -155,7 +155,7 @@ def check_chart(package, part, chart):
     axes = {axis.find(f"{CHART}axId").get("val"): axis.find(f"{CHART}crossAx").get("val")
             for axis in plot_area if axis.tag.endswith("Ax")}
     wanted = [element.get("val") for element in group.findall(f"{CHART}axId")]
-    package.require(set(wanted) == set(axes) and all(axes[axes[axis]] == axis for axis in axes),
+    package.require(set(wanted) == set(axes) and all(axes.get(axes[axis]) == axis for axis in axes),
                     f"{part}: the group names axes {wanted}, the axes are {axes}")
 
 
