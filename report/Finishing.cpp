@@ -79,7 +79,8 @@ void finishBarSeries(ChartPart& part)
         invert->setAttribute(u"val", u"0");
         insertAfter(series, invert, findChild(series, u"c:spPr"));
         for (auto* point : findChildren(series, u"c:dPt"))
-            insertAfter(point, makeElement(part.doc, u"c:invertIfNegative", u"0"), findChild(point, u"c:idx"));
+            insertAfter(point, makeElement(part.doc, u"c:invertIfNegative", u"0"),
+                        findChild(point, u"c:idx"));
     }
 }
 
