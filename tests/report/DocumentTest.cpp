@@ -1,0 +1,333 @@
+#include "report/Document.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <regex>
+#include <stdexcept>
+
+#include "chart/model/BarChart.h"
+#include "chart/model/ColumnChart.h"
+#include "chart/model/LineChart.h"
+#include "chart/model/PieChart.h"
+#include "tests/ThrownText.h"
+#include "tests/report/PackageReader.h"
+
+namespace quillon::report {
+namespace {
+
+using chart::DataPointShapeFormat;
+using chart::DataSeriesShapeFormat;
+
+template <typename Type>
+std::shared_ptr<chart::Chart> makeChart(std::size_t seriesCount = 1,
+                                        const std::vector<double>& values = {1, -2})
+{
+    auto data = chart::DataSet::create(std::vector<std::u16string>(values.size(), u"c"));
+    for (std::size_t i = 0; i < seriesCount; ++i) {
+        auto series = chart::DataSeries::create(u"North");
+        for (const double value : values) series->appendPoint(value);
+        data->appendSeries(series);
+    }
+    auto chart = Type::create();
+    chart->setDataSet(data);
+    return chart;
+}
+
+const auto makeColumns = makeChart<chart::ColumnChart>;
+const auto makePie = makeChart<chart::PieChart>;
+
+std::string writeChart(const std::shared_ptr<chart::Chart>& chart, const ChartOptions& options = {},
+                       const Document::Warning& warning = nullptr)
+{
+    Document document;
+    document.addChart(chart, options);
+    document.setWarning(warning);
+    return document.toBytes();
+}
+
+std::string getPart(const std::string& bytes, const std::string& name)
+{
+    return PackageReader(bytes).getPart(name);
+}
+
+std::string getChartPart(const std::string& bytes)
+{
+    return getPart(bytes, "word/charts/chart1.xml");
+}
+
+/// What the first group of the pattern finds, one behind the other.
+std::vector<std::string> findAll(const std::string& text, const std::string& pattern)
+{
+    const std::regex regex(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator it(text.begin(), text.end(), regex); it != std::sregex_iterator(); ++it)
+        found.push_back((*it)[1]);
+    return found;
+}
+
+TEST(Document, HoldsItsBlocksInOrder)
+{
+    Document document;
+    document.addHeading("Sales", 2);
+    document.addParagraph("a\tb\r\nc\n<&> \xC3\xA9");
+    document.addParagraph("");
+    document.addChart(makeColumns(1, {1}));
+    auto text = getPart(document.toBytes(), "word/document.xml");
+    text = std::regex_replace(text, std::regex("<w:drawing>.*</w:drawing>"), "<drawing/>");
+    text = findAll(text, "<w:body>(.*)<w:sectPr>").at(0);
+    EXPECT_EQ(
+        text,
+        "<w:p><w:pPr><w:pStyle w:val=\"Heading2\"/></w:pPr>"
+        "<w:r><w:t xml:space=\"preserve\">Sales</w:t></w:r></w:p>"
+        "<w:p><w:r><w:t xml:space=\"preserve\">a</w:t><w:tab/><w:t xml:space=\"preserve\">b</w:t><w:br/>"
+        "<w:t xml:space=\"preserve\">c</w:t><w:br/>"
+        "<w:t xml:space=\"preserve\">&lt;&amp;&gt; \xC3\xA9</w:t></w:r></w:p>"
+        "<w:p/><w:p><w:r><drawing/></w:r></w:p>");
+}
+
+TEST(Document, DrawsAChartAsWordProcessorsWantIt)
+{
+    ChartOptions options;
+    options.altText = "\"Sales\" & more";
+    EXPECT_EQ(findAll(getPart(writeChart(makeColumns(1, {1}), options), "word/document.xml"),
+                      "(<w:drawing>.*<a:graphic )")
+                  .at(0),
+              "<w:drawing><wp:inline distB=\"0\" distL=\"0\" distR=\"0\" distT=\"0\">"
+              "<wp:extent cx=\"5486400\" cy=\"3200400\"/><wp:effectExtent b=\"0\" l=\"0\" r=\"0\" t=\"0\"/>"
+              "<wp:docPr descr=\"&quot;Sales&quot; &amp; more\" id=\"1\" name=\"Chart 1\"/>"
+              "<wp:cNvGraphicFramePr/><a:graphic ");
+}
+
+TEST(Document, DescribesAChartThatHasNoAlternativeText)
+{
+    auto chart = makeColumns(7, {1.5, NAN, -3});
+    chart->setTitle(chart::Title::create(u"Sales"));
+    const auto getDescription = [](const auto& described) {
+        return findAll(getPart(writeChart(described), "word/document.xml"), "descr=\"([^\"]*)\"").at(0);
+    };
+    EXPECT_EQ(
+        getDescription(chart),
+        "Column chart: Sales; series North, North, North, North, North and 2 more; values from -3 to 1.5");
+    EXPECT_EQ(getDescription(makePie(0, {})), "Pie chart");
+}
+
+TEST(Document, ReadsLengths)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"2.54cm", "914400"},
+        {"25.4mm", "914400"},
+        {"72pt", "914400"},
+        {"0.1in", "91440"},
+        {"22in", "20116800"},
+        {"", "Length \"\": expected a number and a unit (cm, mm, in, pt), as in 15cm."},
+        {"cm", "Length \"cm\": expected a number and a unit (cm, mm, in, pt), as in 15cm."},
+        {"15", "Length \"15\": expected one of the units cm, mm, in, pt behind the number, as in 15cm."},
+        {"15 cm",
+         "Length \"15 cm\": expected one of the units cm, mm, in, pt behind the number, as in 15cm."},
+        {"0x5in",
+         "Length \"0x5in\": expected one of the units cm, mm, in, pt behind the number, as in 15cm."},
+        {"0in", "Length \"0in\": expected 0.1in to 22in."},
+        {"-5cm", "Length \"-5cm\": expected 0.1in to 22in."},
+        {"22.1in", "Length \"22.1in\": expected 0.1in to 22in."},
+        {"1e30in", "Length \"1e30in\": expected 0.1in to 22in."},
+        {"nanin", "Length \"nanin\": expected 0.1in to 22in."},
+    };
+    for (const auto& [text, expected] : cases) {
+        ChartOptions options;
+        options.height = text;
+        std::string result;
+        const auto error = thrownText([&] {
+            const auto document = getPart(writeChart(makeColumns(1, {1}), options), "word/document.xml");
+            result = findAll(document, "cy=\"([0-9]*)\"").at(0);
+        });
+        EXPECT_EQ(result.empty() ? error : result, expected);
+    }
+}
+
+TEST(Document, PlacesTheLegend)
+{
+    const std::tuple<std::shared_ptr<chart::Chart>, Legend, std::vector<std::string>> cases[] = {
+        {makeColumns(1, {1}), Legend::Automatic, {}}, {makeColumns(2, {1}), Legend::Automatic, {"b"}},
+        {makePie(1, {1}), Legend::Automatic, {"b"}},  {makePie(1, {1}), Legend::None, {}},
+        {makeColumns(1, {1}), Legend::Right, {"r"}},  {makeColumns(1, {1}), Legend::Top, {"t"}},
+        {makeColumns(1, {1}), Legend::Left, {"l"}},   {makeColumns(1, {1}), Legend::Bottom, {"b"}},
+    };
+    for (const auto& [chart, legend, places] : cases) {
+        ChartOptions options;
+        options.legend = legend;
+        EXPECT_EQ(findAll(getChartPart(writeChart(chart, options)), "<c:legendPos val=\"(.)\"/>"), places);
+    }
+}
+
+TEST(Document, LeavesOutTheWorkbook)
+{
+    ChartOptions options;
+    options.workbook = false;
+    const PackageReader package(writeChart(makeColumns(1, {1}), options));
+    EXPECT_EQ(package.getPart("word/charts/chart1.xml").find("externalData"), std::string::npos);
+    EXPECT_FALSE(package.hasPart("word/charts/_rels/chart1.xml.rels"));
+    EXPECT_FALSE(package.hasPart("word/embeddings/data1.xlsx"));
+}
+
+TEST(Document, GivesEqualBytesForEqualContent)
+{
+    EXPECT_EQ(writeChart(makeColumns(3, {1, NAN})), writeChart(makeColumns(3, {1, NAN})));
+}
+
+TEST(Document, OrdersTheElementsOfEachType)
+{
+    const std::string bars =
+        "c:barDir c:grouping c:varyColors c:ser c:ser c:dLbls c:gapWidth c:axId c:axId | "
+        "c:idx c:order c:tx c:spPr c:invertIfNegative c:dPt c:cat c:val ";
+    const std::pair<std::shared_ptr<chart::Chart>, std::string> cases[] = {
+        {makeChart<chart::BarChart>(2), bars},
+        {makeChart<chart::ColumnChart>(2), bars},
+        {makeChart<chart::LineChart>(2),
+         "c:grouping c:varyColors c:ser c:ser c:dLbls c:axId c:axId | "
+         "c:idx c:order c:tx c:spPr c:marker c:dPt c:cat c:val c:smooth "},
+        {makeChart<chart::PieChart>(2),
+         "c:varyColors c:ser c:dLbls | c:idx c:order c:tx c:spPr c:dPt c:dPt c:cat c:val "},
+    };
+    for (const auto& [chart, expected] : cases) {
+        chart->getDataSet()->getSeries(0)->getPoint(1)->setFormat(DataPointShapeFormat::create(u"red"));
+        const auto part = getChartPart(writeChart(chart));
+        const auto inside = [](const std::string& text, const std::string& element) {
+            std::string names;
+            int depth = 0;
+            for (const auto& tag : findAll(findAll(text, "<" + element + ">(.*?)</" + element + ">").at(0),
+                                           "<(/?[^ >]+[^>]*)>")) {
+                if (tag[0] == '/')
+                    --depth;
+                else if (depth == 0)
+                    names += tag.substr(0, tag.find_first_of(" /")) + " ";
+                if (tag[0] != '/' && tag.back() != '/') ++depth;
+            }
+            return names;
+        };
+        EXPECT_EQ(inside(part, "c:(?:bar|line|pie)Chart") + "| " + inside(part, "c:ser"), expected);
+    }
+}
+
+TEST(Document, NamesColumnsPastTheAlphabet)
+{
+    const auto part = getChartPart(writeChart(makeColumns(702, {1})));
+    const auto references = findAll(part, "<c:f>(Sheet1![$][B-Z][^<]*|Sheet1![$]A[A-Z][^<]*)</c:f>");
+    ASSERT_EQ(references.size(), 2 * 702U);
+    const std::pair<std::size_t, std::string> cases[] = {
+        {24, "$Z"}, {25, "$AA"}, {50, "$AZ"}, {51, "$BA"}, {699, "$ZY"}, {700, "$ZZ"}, {701, "$AAA"}};
+    for (const auto& [series, column] : cases) {
+        EXPECT_EQ(references[2 * series], "Sheet1!" + column + "$1");
+        EXPECT_EQ(references[2 * series + 1], "Sheet1!" + column + "$2:" + column + "$2");
+    }
+}
+
+TEST(Document, ShowsMissingValuesAsGaps)
+{
+    const auto part = getChartPart(writeChart(makeColumns(1, {NAN, 5, NAN})));
+    EXPECT_NE(part.find("<c:ptCount val=\"3\"/><c:pt idx=\"1\"><c:v>5</c:v></c:pt></c:numCache>"),
+              std::string::npos);
+    EXPECT_NE(part.find("<c:plotVisOnly val=\"1\"/><c:dispBlanksAs val=\"gap\"/>"), std::string::npos);
+}
+
+TEST(Document, ReportsTextsThatAreNoColour)
+{
+    const auto expected = [](const std::string& place, const std::string& text) {
+        return "chart 1, series 1 (\"North\")" + place + ": \"" + text +
+               "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
+               "The default is used.";
+    };
+    const auto write = [](const std::shared_ptr<chart::Chart>& chart) {
+        const auto series = chart->getDataSet()->getSeries(0);
+        series->setFormat(DataSeriesShapeFormat::create(u"#00ff0", u"#00ff00"));
+        series->getPoint(1)->setFormat(DataPointShapeFormat::create(u"rgb(0,128,255)", u"\x01"));
+        std::vector<std::string> warnings;
+        const auto part =
+            getChartPart(writeChart(chart, {}, [&](const auto& text) { warnings.push_back(text); }));
+        return std::pair(warnings, findAll(part, "<a:srgbClr val=\"([^\"]*)\"/>"));
+    };
+    const std::vector<std::string> warnings = {expected(", fill", "#00ff0"),
+                                               expected(", point 2, border", "_x0001_")};
+    EXPECT_EQ(write(makeColumns(1, {1, 2})),
+              std::pair(warnings, std::vector<std::string>{"4472C4", "0080FF", "ED7D31"}));
+    EXPECT_EQ(
+        write(makePie(1, {1, 2})),
+        std::pair(warnings, std::vector<std::string>{"4472C4", "4472C4", "00FF00", "0080FF", "ED7D31"}));
+}
+
+TEST(Document, RefusesWhatNoDocumentHolds)
+{
+    const auto withTitle = [] {
+        auto chart = makeColumns(1, {1});
+        chart->setTitle(chart::Title::create(u"a\x1F"));
+        return chart;
+    }();
+    const double infinity = std::numeric_limits<double>::infinity();
+    constexpr auto controlSentence =
+        " cannot stand in a document; only tab and line break of the control characters can.";
+    constexpr auto largeSentence =
+        "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.";
+    const std::pair<std::function<void(Document&)>, std::string> cases[] = {
+        {[](auto& d) { d.addHeading("x", 0); }, "Heading level: expected 1 to 9, got 0."},
+        {[](auto& d) { d.addHeading("x", 10); }, "Heading level: expected 1 to 9, got 10."},
+        {[](auto& d) { d.addHeading("a\x01"); },
+         std::string("Heading: character 2 (U+0001)") + controlSentence},
+        {[](auto& d) { d.addParagraph("\xEF\xBF\xBE"); },
+         std::string("Paragraph: character 1 (U+FFFE)") + controlSentence},
+        {[](auto& d) { d.addChart(nullptr); }, "addChart: expected a chart, got an empty handle."},
+        {[&](auto& d) { d.addChart(withTitle); },
+         std::string("chart 1, title: character 2 (U+001F)") + controlSentence},
+        {[&](auto& d) {
+             d.addChart(makeColumns(1, {1, infinity}));
+         },
+         std::string("chart 1, series 1 (\"North\"), point 2: the value is INF") + largeSentence},
+        {[](auto& d) { d.addChart(makeColumns(1, {-1e308})); },
+         std::string("chart 1, series 1 (\"North\"), point 1: the value is -1e+308") + largeSentence},
+    };
+    for (const auto& [add, message] : cases) {
+        Document document;
+        EXPECT_EQ(thrownText([&] {
+                      add(document);
+                      document.toBytes();
+                  }),
+                  message);
+    }
+}
+
+TEST(Document, LeavesNoHalfWrittenFile)
+{
+    const std::filesystem::path folder = testing::TempDir() + "quillon_document_test";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder / "taken.docx");
+    const auto path = folder / "old.docx";
+    std::ofstream(path) << "old";
+
+    Document document;
+    document.addParagraph("new");
+    const auto taken = (folder / "taken.docx").string();
+    EXPECT_EQ(thrownText([&] { document.save(taken); }), "Cannot write \"" + taken + "\": Is a directory.");
+    const auto missing = (folder / "missing" / "x.docx").string();
+    EXPECT_EQ(thrownText([&] { document.save(missing); }),
+              "Cannot write \"" + missing + "\": No such file or directory.");
+    document.addChart(makeColumns(1, {INFINITY}));
+    EXPECT_THROW(document.save(path), std::runtime_error);
+
+    EXPECT_EQ(std::filesystem::file_size(path), 3U);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 2);
+}
+
+TEST(Document, TellsItsProgress)
+{
+    Document document;
+    std::vector<std::pair<std::size_t, std::size_t>> calls;
+    document.setProgress([&](std::size_t done, std::size_t total) { calls.emplace_back(done, total); });
+    for (int i = 0; i < 2; ++i) document.addChart(makeColumns(1, {1}));
+    document.toBytes();
+    EXPECT_EQ(calls, (std::vector<std::pair<std::size_t, std::size_t>>{{1, 2}, {2, 2}}));
+}
+
+}  // namespace
+}  // namespace quillon::report
