@@ -140,7 +140,7 @@ class QUILLON_EXPORT HostArray {
     std::string describe() const;
 
     /// Objects are equal when they are the same object.
-    friend bool operator==(const HostArray& left, const HostArray& right);
+    friend QUILLON_EXPORT bool operator==(const HostArray& left, const HostArray& right);
 
  private:
     friend QUILLON_EXPORT void omSetArrayElement(HostArray& array, std::size_t index,

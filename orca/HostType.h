@@ -69,8 +69,8 @@ QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 
 }  // namespace detail
 
-/// For each C++ type: its host type string, both conversions, and accepts(), which tells without a check of
-/// ranges whether a value is of the type at all.
+/// For each C++ type: its host type string, both conversions, and accepts(), which tells whether a value is of
+/// the type when an overload is chosen: ranges are not checked, and a number is no truth value.
 template <typename T>
 struct HostType;
 
@@ -103,7 +103,7 @@ struct HostType<bool> {
     static std::string name() { return "logical scalar"; }
     static HostArrayProxy toHost(bool truth) { return truth; }
     static bool fromHost(const HostArray& value) { return detail::toLogical(value); }
-    static bool accepts(const HostArray& value) { return value.getLogical() || detail::isNumber(value); }
+    static bool accepts(const HostArray& value) { return value.getLogical().has_value(); }
 };
 
 template <>

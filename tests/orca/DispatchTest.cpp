@@ -1,0 +1,202 @@
+#include <gtest/gtest.h>
+
+#include "orca/Script.h"
+
+namespace test {
+
+/// The root of a small package of its own.
+class Root : public orca::factory::full::StdShareable {
+ public:
+    ~Root() override { orca::factory::full::retract(this); }
+    virtual const char* getFullyQualifiedOrcaTypeName() const { return "test.Root"; }
+};
+
+class Derived : public Root {
+ public:
+    explicit Derived(double number = 0) : number_(number) {}
+    template <typename... Args>
+    static std::shared_ptr<Derived> create(Args... args)
+    {
+        return std::make_shared<Derived>(args...);
+    }
+
+    double getNumber() const { return number_; }
+    /// Throws: std::runtime_error for a negative number.
+    void setNumber(double number)
+    {
+        if (number < 0) throw std::runtime_error("negative");
+        number_ = number;
+    }
+    double getBroken() const { throw std::runtime_error("broken"); }
+    std::shared_ptr<Derived> keep(std::shared_ptr<Derived> other)
+    {
+        other_ = std::move(other);
+        return other_;
+    }
+    void clear() { other_ = nullptr; }
+    std::u16string pick(bool /*truth*/) { return u"logical"; }
+    std::u16string pick(double /*number*/) { return u"double"; }
+    std::u16string pick(std::u16string /*text*/) { return u"text"; }
+
+    const char* getFullyQualifiedOrcaTypeName() const override { return "test.Derived"; }
+
+ private:
+    double number_;
+    std::shared_ptr<Derived> other_;
+};
+
+/// An object that the host holds by its own means, of a class that nobody registers.
+class Held : public Derived {
+ public:
+    unsigned bindingState() const noexcept override { return 1; }
+    const char* getFullyQualifiedOrcaTypeName() const override { return ""; }
+};
+
+template <typename C>
+struct Info : orca::factory::StdShareableHandleClassInfo<Root> {
+    explicit Info(std::string superclass)
+        : StdShareableHandleClassInfo(orca::factory::hostName<C>().getText(), {std::move(superclass)}, "")
+    {
+    }
+    bool isInstance(const orca::factory::full::StdShareable* object) const override
+    {
+        return dynamic_cast<const C*>(object) != nullptr;
+    }
+};
+
+struct DerivedInfo : Info<Derived> {
+    DerivedInfo() : Info("test.Root")
+    {
+        using orca::factory::overload;
+        constructor<Derived>();
+        constructor<Derived, double>({"number"});
+        property<&Derived::getNumber, &Derived::setNumber>("Number", "");
+        property<&Derived::getBroken>("Broken", "");
+        method<&Derived::keep>("keep", {"other"}, "");
+        constexpr auto pickLogical = overload<bool>(&Derived::pick);
+        constexpr auto pickDouble = overload<double>(&Derived::pick);
+        constexpr auto pickText = overload<std::u16string>(&Derived::pick);
+        method<pickLogical>("pick", {"truth"}, "");
+        method<pickDouble>("pick", {"number"}, "");
+        method<pickText>("pick", {"text"}, "");
+    }
+};
+
+struct RootInfo : Info<Root> {
+    RootInfo() : Info("test.Unknown") {}
+};
+
+}  // namespace test
+
+namespace orca {
+namespace {
+
+using test::Derived;
+
+/// Derived before base, and a base that nobody registers.
+void populate(COSNamespace* added)
+{
+    added->addClass<test::DerivedInfo>();
+    added->addClass<test::RootInfo>();
+}
+
+class Dispatch : public testing::Test {
+ protected:
+    static void SetUpTestSuite()
+    {
+        if (ClassRegistry::instance().getClasses().empty()) factory::registerOrcaNamespace("test", populate);
+    }
+    void TearDown() override { EXPECT_EQ(BindingRegistry::size(), 0); }
+};
+
+TEST_F(Dispatch, ResolvesSuperclassesThatComeLaterOrNever)
+{
+    const auto& derived = ClassRegistry::instance().requireClass("test.Derived");
+    EXPECT_EQ(derived.getLineage().size(), 2);
+    EXPECT_TRUE(derived.isA("test.Root"));
+    EXPECT_TRUE(derived.isA("test.Unknown"));
+    EXPECT_FALSE(derived.isA("test.Derive"));
+    EXPECT_FALSE(derived.isHeterogeneous());
+    auto array = omCreateORCAMatrix(1, 0, internal::makeInterned("test.Root"));
+    EXPECT_THROW(omSetClassOfHeterogeneousArray(array, internal::makeInterned("test.Root")), Error);
+}
+
+TEST_F(Dispatch, TakesTheFirstFormThatMatches)
+{
+    const auto object = construct("test.Derived");
+    EXPECT_EQ(call(object, "pick", {true}), HostArray(u"logical"));
+    EXPECT_EQ(call(object, "pick", {1}), HostArray(u"double"));
+    EXPECT_EQ(call(object, "pick", {u"x"}), HostArray(u"text"));
+    EXPECT_THROW(call(object, "pick"), Error);
+    EXPECT_THROW(call(object, "pick", {HostArray()}), Error);
+}
+
+TEST_F(Dispatch, LeavesEverythingAsItWasWhenTheLibraryThrows)
+{
+    const auto object = construct("test.Derived", {2.5});
+    EXPECT_THROW(set(object, "Number", -1), std::runtime_error);
+    EXPECT_THROW(get(object, "Broken"), std::runtime_error);
+    EXPECT_EQ(get(object, "Number"), HostArray(2.5));
+    EXPECT_EQ(BindingRegistry::size(), 1);
+}
+
+TEST_F(Dispatch, KeepsMembersThatAreFoundOnce)
+{
+    const auto* const number = ClassRegistry::instance().requireClass("test.Derived").findProperty("Number");
+    for (const double value : {1.0, 2.0}) {
+        const auto object = construct("test.Derived", {value});
+        EXPECT_EQ(number->get(object), HostArray(value));
+    }
+    EXPECT_EQ(ClassRegistry::instance().requireClass("test.Root").findProperty("Number"), nullptr);
+}
+
+TEST_F(Dispatch, TakesNoShareOfAnObjectThatTheHostHoldsByItself)
+{
+    const auto held = std::make_shared<test::Held>();
+    auto object = construct("test.Derived");
+    auto value = call(object, "keep", {HostArray(factory::HostType<std::shared_ptr<Derived>>::toHost(held))});
+    object.getNative<Derived>()->clear();
+    EXPECT_EQ(held.use_count(), 1);
+    // Without a name of its own, an object is used as the nearest class that is known.
+    EXPECT_EQ(value.describe(), "object without class name");
+    set(value, "Number", 4);
+    EXPECT_EQ(held->getNumber(), 4);
+    value = {};
+    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(BindingRegistry::size(), 1);
+}
+
+TEST_F(Dispatch, RefusesToConstructAnObjectThatIsBound)
+{
+    const auto object = construct("test.Derived");
+    HostObject other(internal::makeInterned("test.Derived"));
+    auto native = object.getNative<Derived>();
+    EXPECT_THROW(BindingRegistry::announceForConstructor(*native, other.getClassName(), other, true), Error);
+    EXPECT_EQ(native->bindingState(), 2);
+    EXPECT_EQ(object.getNative<Derived>(), native);
+    BindingRegistry::announceForConstructor(*native, other.getClassName(), other, false);
+    EXPECT_EQ(object.getNative<Derived>(), nullptr);
+    EXPECT_EQ(other.getObject(), native.get());
+}
+
+TEST_F(Dispatch, RefusesANamespaceOrClassTwice)
+{
+    const auto before = ClassRegistry::instance().getClasses();
+    EXPECT_THROW(factory::registerOrcaNamespace("test", populate), Error);
+    EXPECT_THROW(factory::registerOrcaNamespace("test2", populate), Error);
+    EXPECT_THROW(factory::registerOrcaNamespace("test3", [](COSNamespace*) { throw std::bad_alloc(); }),
+                 std::bad_alloc);
+    EXPECT_EQ(ClassRegistry::instance().getClasses(), before);
+    EXPECT_EQ(ClassRegistry::instance().getNamespaces(), std::vector<std::string>{"test"});
+}
+
+TEST_F(Dispatch, InternsNames)
+{
+    EXPECT_EQ(internal::makeInterned("a.b"), internal::makeInterned(std::string("a.b")));
+    EXPECT_FALSE(internal::makeInterned("a.b") == internal::makeInterned("a.c"));
+    EXPECT_FALSE(internal::makeInterned("") == internal::nullValue);
+    EXPECT_EQ(internal::nullValue.getText(), "");
+}
+
+}  // namespace
+}  // namespace orca
