@@ -122,25 +122,28 @@ std::shared_ptr<DOMDocument> DOCXChartWriter::parseString(const std::u16string& 
 DOMElement* DOCXChartWriter::appendParsedElement(std::u16string markup, DOMDocument* doc,
                                                  DOMElement* parent) const
 {
+    const char* const failure = "DOCXChartWriter could not import parsed markup.";
+    if (doc == nullptr || parent == nullptr) throw std::runtime_error(failure);
     const auto parsed = parseString(markup);
     try {
         auto* imported = doc->importNode(parsed->getDocumentElement(), true);
         return static_cast<DOMElement*>(parent->appendChild(imported));
     } catch (const xercesc::DOMException&) {
-        throw std::runtime_error("DOCXChartWriter could not import parsed markup.");
+        throw std::runtime_error(failure);
     }
 }
 
 DOMElement* DOCXChartWriter::findElem(DOMElement* elem, const char16_t* tagName, unsigned long n) const
 {
-    const auto* found = elem->getElementsByTagName(tagName);
-    if (found->getLength() == 0) throw std::runtime_error("findElem: element not found.");
+    const auto* found = elem != nullptr && tagName != nullptr ? elem->getElementsByTagName(tagName) : nullptr;
+    if (found == nullptr || found->getLength() == 0) throw std::runtime_error("findElem: element not found.");
     if (n >= found->getLength()) throw std::runtime_error("findElem: nth element not found.");
     return static_cast<DOMElement*>(found->item(n));
 }
 
 void DOCXChartWriter::requireWritableChart() const
 {
+    if (chart_ == nullptr) throw std::runtime_error("The writer has no chart.");
     if (!chart_->getDataSet())
         throw std::runtime_error("The chart has no data set; set its DataSet before writing.");
     if (!chart_->getTitle()) return;
@@ -170,6 +173,8 @@ void DOCXChartWriter::createChartDOMElemContent(DOMDocument* doc, DOMElement* pa
     if (doc == nullptr || parent == nullptr)
         throw std::runtime_error(
             "createChartDOMElemContent: expected a document and a parent element, got null.");
+    if (parent->getOwnerDocument() != doc)
+        throw std::runtime_error("createChartDOMElemContent: the parent element is not of the document.");
     auto* run = appendElement(doc, parent, u"w:r");
     // The inline stands in the run itself, without a w:drawing between them.
     auto* inlineDrawing = appendElement(doc, run, u"wp:inline");
@@ -203,6 +208,8 @@ void DOCXChartWriter::createChartDOMElemContent(DOMDocument* doc, DOMElement* pa
 void DOCXChartWriter::c_chartSpace(DOMDocument* doc) const
 {
     if (doc == nullptr) throw std::runtime_error("createChartDOMDocContent: expected a document, got null.");
+    if (doc->getDocumentElement() != nullptr)
+        throw std::runtime_error("createChartDOMDocContent: expected an empty document.");
     requireWritableChart();
     auto* chartSpace = doc->createElementNS(DrawingXML_chartNS_, u"c:chartSpace");
     chartSpace->setAttribute(Pfx_a_, DrawingXML_mainNS_);

@@ -26,14 +26,15 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
     explicit DOCXChartWriter(const Chart* chart);
 
     /// Appends the inline drawing to `parent`, a paragraph of the main document `doc`: `id` is the drawing's
-    /// number, `relId` the relationship id of the chart part. The extent is 6 by 3.5 inches. Throws:
-    /// std::runtime_error when `doc` or `parent` is null.
+    /// number, `relId` the relationship id of the chart part. The extent is 6 by 3.5 inches.
+    /// Throws: std::runtime_error, with the document untouched, when `doc` or `parent` is null, or `parent`
+    /// belongs to another document.
     virtual void createChartDOMElemContent(xercesc::DOMDocument* doc, xercesc::DOMElement* parent,
                                            const std::u16string& id, const std::u16string& relId);
     /// Fills an empty document with the chart part.
-    /// Throws: std::runtime_error, with the document untouched, when `doc` is null, or the chart has no data
-    /// set, or its title holds an empty paragraph or run handle. std::out_of_range when the title's paragraph
-    /// has no runs.
+    /// Throws: std::runtime_error, with the document untouched, when `doc` is null or has a root already, or
+    /// the chart is null or has no data set, or its title holds an empty paragraph or run handle.
+    /// std::out_of_range when the title's paragraph has no runs.
     virtual void createChartDOMDocContent(xercesc::DOMDocument* doc);
     /// The colours and style parts have no content: both leave the document as it is.
     virtual void createChartColorsDOMDocContent(xercesc::DOMDocument* doc);
@@ -64,7 +65,7 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
                        unsigned long seriesIndex) const;
     virtual void c_serShapeProps(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
                                  const std::shared_ptr<DataSeries>& series, unsigned long seriesIndex) const;
-    /// Throws: std::runtime_error when the series has no such point.
+    /// Throws: std::out_of_range when the series has no such point.
     virtual void c_dPt(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
                        const std::shared_ptr<DataSeries>& series, unsigned long pointIndex) const;
     virtual void c_cat(xercesc::DOMDocument* doc, xercesc::DOMElement* ser) const;

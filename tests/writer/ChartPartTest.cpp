@@ -108,5 +108,28 @@ TEST(ChartPart, IsThatOfTheGoldenFile)
     }
 }
 
+TEST(InlineDrawing, IsTheSameForEveryChartType)
+{
+    for (const auto create : {BarChart::create, ColumnChart::create, LineChart::create, PieChart::create}) {
+        auto document = makeDocument(u"w:p");
+        auto* paragraph = document->getDocumentElement();
+        // It names the chart part and nothing of the chart, which needs no data yet.
+        create()->getDOCXWriter()->createChartDOMElemContent(document.get(), paragraph, u"12", u"rId7");
+        EXPECT_TRUE(matchesGolden("inline-drawing", *paragraph));
+    }
+}
+
+TEST(InlineDrawing, FollowsWhatTheParagraphHolds)
+{
+    const auto chart = BarChart::create();
+    auto document = makeDocument(u"w:p");
+    auto* paragraph = document->getDocumentElement();
+    for (const auto* id : {u"1", u"<&\">"})
+        chart->getDOCXWriter()->createChartDOMElemContent(document.get(), paragraph, id, u"rId1");
+    ASSERT_EQ(paragraph->getElementsByTagName(u"wp:docPr")->getLength(), 2);
+    const auto* second = chart->getDOCXWriter()->findElem(paragraph, u"wp:docPr", 1);
+    EXPECT_EQ(std::u16string(second->getAttribute(u"name")), u"Chart <&\">");
+}
+
 }  // namespace
 }  // namespace quillon::chart

@@ -1,0 +1,166 @@
+#include "chart/writer/DOCXChartWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "chart/model/BarChart.h"
+#include "chart/model/ColumnChart.h"
+#include "chart/model/LineChart.h"
+#include "chart/model/PieChart.h"
+#include "chart/writer/DOCXColumnChartWriter.h"
+#include "chart/writer/DOCXPieChartWriter.h"
+#include "support/Text.h"
+#include "tests/writer/TestCharts.h"
+
+namespace quillon::chart {
+namespace {
+
+using xercesc::DOMElement;
+
+/// Opens the operation of one point.
+template <typename Writer>
+struct PointWriter : Writer {
+    using Writer::c_dPt;
+    using Writer::Writer;
+};
+
+/// What the writer says of a chart; it must leave the document without a root.
+std::string getRefusal(const Chart& chart)
+{
+    auto document = makeDocument();
+    const auto failure = getFailure([&] { chart.getDOCXWriter()->createChartDOMDocContent(document.get()); });
+    EXPECT_EQ(document->getDocumentElement(), nullptr);
+    return failure;
+}
+
+std::u16string getFirstText(const Document& document, const char16_t* elementName)
+{
+    const auto* element =
+        static_cast<const DOMElement*>(document->getElementsByTagName(elementName)->item(0));
+    return element->getTextContent();
+}
+
+TEST(DOCXChartWriter, TellsBarAndColumnApartByTheDirectionAlone)
+{
+    const auto data = makeSales();
+    const auto bar = writeChart(*makeChart(BarChart::create, data));
+    const auto column = writeChart(*makeChart(ColumnChart::create, data));
+    auto* direction = static_cast<DOMElement*>(column->getElementsByTagName(u"c:barDir")->item(0));
+    EXPECT_EQ(std::u16string(direction->getAttribute(u"val")), u"col");
+    direction->setAttribute(u"val", u"bar");
+    EXPECT_TRUE(isSameTree(*bar->getDocumentElement(), *column->getDocumentElement()));
+}
+
+TEST(DOCXChartWriter, WritesTheSameTreeAgainAndFollowsTheChart)
+{
+    const auto chart = makeChart(LineChart::create, makeSales());
+    const auto writer = chart->getDOCXWriter();
+    auto first = makeDocument();
+    auto second = makeDocument();
+    writer->createChartDOMDocContent(first.get());
+    writer->createChartDOMDocContent(second.get());
+    EXPECT_TRUE(isSameTree(*first->getDocumentElement(), *second->getDocumentElement()));
+    chart->getDataSet()->getSeries(1)->getPoint(0)->setValue(0.25);
+    EXPECT_EQ(
+        findDifference(*first->getDocumentElement(), *writeChart(*chart)->getDocumentElement()),
+        "c:chartSpace/c:chart[1]/c:plotArea[1]/c:lineChart[1]/c:ser[2]/c:val[1]/c:numRef[1]/c:numCache[1]"
+        "/c:pt[1]/c:v[1]: text: expected u\"0.1\", got u\"0.25\"");
+}
+
+TEST(DOCXChartWriter, RefusesAChartThatItCannotWrite)
+{
+    const auto run = Paragraph::create(u"first");
+    run->appendText(nullptr);
+    const struct {
+        std::shared_ptr<DataSet> data;
+        std::shared_ptr<Title> title;
+        const char* failure;
+    } cases[] = {
+        {nullptr, nullptr, "The chart has no data set; set its DataSet before writing."},
+        {nullptr, Title::create(), "The chart has no data set; set its DataSet before writing."},
+        {makeSales(), Title::create(std::shared_ptr<Paragraph>()),
+         "The chart's title holds an empty paragraph handle."},
+        {makeSales(), Title::create(std::shared_ptr<Text>()),
+         "The chart's title holds an empty text run handle."},
+        {makeSales(), Title::create(run), "The chart's title holds an empty text run handle."},
+    };
+    for (const auto create : {BarChart::create, ColumnChart::create, LineChart::create, PieChart::create})
+        for (const auto& [data, title, failure] : cases)
+            EXPECT_EQ(getRefusal(*makeChart(create, data, title)), failure);
+}
+
+TEST(DOCXChartWriter, CannotTitleAChartWithAParagraphWithoutRuns)
+{
+    const auto chart = makeChart(BarChart::create, makeSales(), Title::create(Paragraph::create()));
+    auto document = makeDocument();
+    EXPECT_THROW(chart->getDOCXWriter()->createChartDOMDocContent(document.get()), std::out_of_range);
+    EXPECT_EQ(document->getElementsByTagName(u"c:plotArea")->getLength(), 0);
+}
+
+TEST(DOCXChartWriter, RefusesDocumentsThatItCannotFill)
+{
+    const auto chart = makeChart(BarChart::create, makeSales());
+    const auto writer = chart->getDOCXWriter();
+    auto document = makeDocument(u"w:p");
+    auto other = makeDocument(u"w:p");
+    auto* parent = document->getDocumentElement();
+    const auto drawingFailure = [&](xercesc::DOMDocument* doc, DOMElement* element) {
+        return getFailure([&] { writer->createChartDOMElemContent(doc, element, u"1", u"rId1"); });
+    };
+    EXPECT_EQ(getFailure([&] { writer->createChartDOMDocContent(nullptr); }),
+              "createChartDOMDocContent: expected a document, got null.");
+    EXPECT_EQ(getFailure([&] { writer->createChartDOMDocContent(document.get()); }),
+              "createChartDOMDocContent: expected an empty document.");
+    EXPECT_EQ(drawingFailure(nullptr, parent),
+              "createChartDOMElemContent: expected a document and a parent element, got null.");
+    EXPECT_EQ(drawingFailure(document.get(), nullptr),
+              "createChartDOMElemContent: expected a document and a parent element, got null.");
+    EXPECT_EQ(drawingFailure(other.get(), parent),
+              "createChartDOMElemContent: the parent element is not of the document.");
+    EXPECT_EQ(parent->getFirstChild(), nullptr);
+    EXPECT_EQ(getFailure([] { DOCXPieChartWriter(nullptr).createChartDOMDocContent(makeDocument().get()); }),
+              "The writer has no chart.");
+}
+
+TEST(DOCXChartWriter, HasNoPointPastTheEnd)
+{
+    const auto chart = makeChart(ColumnChart::create, makeSales());
+    const auto series = chart->getDataSet()->getSeries(0);
+    auto document = makeDocument(u"c:ser");
+    auto* parent = document->getDocumentElement();
+    const PointWriter<DOCXColumnChartWriter> columns(chart.get());
+    const PointWriter<DOCXPieChartWriter> slices(chart.get());
+    EXPECT_THROW(columns.c_dPt(document.get(), parent, series, 2), std::out_of_range);
+    EXPECT_THROW(slices.c_dPt(document.get(), parent, series, 2), std::out_of_range);
+    EXPECT_EQ(parent->getFirstChild(), nullptr);
+}
+
+TEST(DOCXChartWriter, KeepsTextsThatXmlCannotHold)
+{
+    for (const auto* text : {u"\xD800", u"a\xDC00z", u"\x0001\x001F", u"\xFFFE"}) {
+        const auto chart =
+            makeChart(ColumnChart::create, makeDataSet({text}, {{u"Series", {1}}}), Title::create(text));
+        const auto document = writeChart(*chart);
+        EXPECT_EQ(getFirstText(document, u"a:t"), text);
+        EXPECT_EQ(getFirstText(document, u"c:cat"), std::u16string(u"Sheet1!$A$2:$A$2") + text);
+    }
+}
+
+TEST(DOCXChartWriter, LeavesTheStyleAndColoursDocumentsAsTheyAre)
+{
+    const auto chart = makeChart(BarChart::create, makeSales());
+    const auto writer = chart->getDOCXWriter();
+    auto empty = makeDocument();
+    auto filled = makeDocument(u"cs:chartStyle");
+    for (auto* document : {empty.get(), filled.get(), static_cast<xercesc::DOMDocument*>(nullptr)}) {
+        writer->createChartStyleDOMDocContent(document);
+        writer->createChartColorsDOMDocContent(document);
+    }
+    EXPECT_FALSE(empty->hasChildNodes());
+    EXPECT_TRUE(
+        isSameTree(*makeDocument(u"cs:chartStyle")->getDocumentElement(), *filled->getDocumentElement()));
+}
+
+}  // namespace
+}  // namespace quillon::chart

@@ -1,0 +1,109 @@
+/// Parsing, importing and finding in fragments, which every writer offers.
+
+#include <gtest/gtest.h>
+
+#include "chart/model/BarChart.h"
+#include "chart/writer/DOCXChartWriter.h"
+#include "chart/writer/Templates.h"
+#include "tests/writer/TestCharts.h"
+
+namespace quillon::chart {
+namespace {
+
+class Markup : public testing::Test {
+ protected:
+    std::string getParseFailure(const std::u16string& markup) const
+    {
+        return getFailure([&] { writer_->parseString(markup); });
+    }
+
+    std::shared_ptr<Chart> chart_ = BarChart::create();
+    std::shared_ptr<DOCXChartWriter> writer_ = chart_->getDOCXWriter();
+};
+
+TEST_F(Markup, IsRefusedWithTheParsersMessage)
+{
+    const std::pair<std::u16string, const char*> cases[] = {
+        {u"<!DOCTYPE a><a/>", "Doctype not allowed."},
+        {u"<!DOCTYPE a [<!ENTITY b SYSTEM 'file:///etc/hostname'>]><a>&b;</a>", "Doctype not allowed."},
+        // What has no root at all gets the parser's message for a document type, and so its text.
+        {u"", "Doctype not allowed."},
+        {u"text", "Doctype not allowed."},
+        {u"<a>", "input ended before all started tags were ended; last tag started is 'a'"},
+        {u"<a><b></a></c>", "expected end of tag 'b'"},
+        {u"<a b=1/>", "attribute value expected"},
+        {u"<a b='1' b='2'/>", "attribute 'b' is already specified for element 'a'"},
+        {u"<a>&b;</a>", "entity 'b' not found"},
+        {u"<a>\x0001</a>", "invalid character 0x1"},
+        {u"<a>\xD800</a>", "Text is not well-formed UTF-16: it has an unpaired surrogate."},
+    };
+    for (const auto& [markup, failure] : cases) EXPECT_EQ(getParseFailure(markup), failure);
+    EXPECT_EQ(getParseFailure(u"<a/>"), "no failure");
+}
+
+TEST_F(Markup, NeedsNoDeclaredPrefixes)
+{
+    const auto legend = writer_->parseString(templates::legend);
+    EXPECT_EQ(std::u16string(legend->getDocumentElement()->getTagName()), u"c:legend");
+    EXPECT_EQ(legend->getDocumentElement()->getNamespaceURI(), nullptr);
+}
+
+TEST_F(Markup, OutlivesItsWriter)
+{
+    const auto parsed = writer_->parseString(u"<a b=\"\U0001F600\">text<c/></a>");
+    writer_->parseString(u"<other/>");
+    writer_.reset();
+    EXPECT_TRUE(isSameTree(*parseMarkup("<a b='\xF0\x9F\x98\x80'>text<c/></a>")->getDocumentElement(),
+                           *parsed->getDocumentElement()));
+}
+
+TEST_F(Markup, IsAppendedToItsParent)
+{
+    auto document = makeDocument(u"p");
+    auto* parent = document->getDocumentElement();
+    writer_->appendParsedElement(u"<a/>", document.get(), parent);
+    auto* second = writer_->appendParsedElement(u"<b c='1'><d>&lt;</d></b>", document.get(), parent);
+    EXPECT_EQ(second, parent->getLastChild());
+    EXPECT_EQ(second->getOwnerDocument(), document.get());
+    EXPECT_TRUE(
+        isSameTree(*parseMarkup("<p><a/><b c='1'><d>&lt;</d></b></p>")->getDocumentElement(), *parent));
+}
+
+TEST_F(Markup, IsNotImportedWhereItDoesNotBelong)
+{
+    auto document = makeDocument(u"p");
+    auto other = makeDocument(u"p");
+    const auto getImportFailure = [&](const char16_t* markup, xercesc::DOMDocument* doc,
+                                      xercesc::DOMElement* parent) {
+        return getFailure([&] { writer_->appendParsedElement(markup, doc, parent); });
+    };
+    const auto* const failure = "DOCXChartWriter could not import parsed markup.";
+    EXPECT_EQ(getImportFailure(u"<a/>", document.get(), other->getDocumentElement()), failure);
+    EXPECT_EQ(getImportFailure(u"<a/>", document.get(), nullptr), failure);
+    EXPECT_EQ(getImportFailure(u"<a/>", nullptr, document->getDocumentElement()), failure);
+    EXPECT_EQ(getImportFailure(u"<!DOCTYPE a><a/>", document.get(), document->getDocumentElement()),
+              "Doctype not allowed.");
+    EXPECT_FALSE(document->getDocumentElement()->hasChildNodes());
+    EXPECT_FALSE(other->getDocumentElement()->hasChildNodes());
+}
+
+TEST_F(Markup, OffersItsElementsByNameAndPosition)
+{
+    const auto document = parseMarkup("<p><a i='0'><a i='1'/></a><b><a i='2'/></b></p>");
+    auto* root = document->getDocumentElement();
+    const char16_t* const positions[] = {u"0", u"1", u"2"};
+    for (unsigned long n = 0; n < 3; ++n)
+        EXPECT_EQ(std::u16string(writer_->findElem(root, u"a", n)->getAttribute(u"i")), positions[n]);
+    const auto getFindFailure = [&](xercesc::DOMElement* from, const char16_t* name, unsigned long n) {
+        return getFailure([&] { writer_->findElem(from, name, n); });
+    };
+    EXPECT_EQ(getFindFailure(root, u"a", 3), "findElem: nth element not found.");
+    EXPECT_EQ(getFindFailure(root, u"a", ~0UL), "findElem: nth element not found.");
+    EXPECT_EQ(getFindFailure(root, u"c", 0), "findElem: element not found.");
+    EXPECT_EQ(getFindFailure(root, u"p", 0), "findElem: element not found.");
+    EXPECT_EQ(getFindFailure(nullptr, u"a", 0), "findElem: element not found.");
+    EXPECT_EQ(getFindFailure(root, nullptr, 0), "findElem: element not found.");
+}
+
+}  // namespace
+}  // namespace quillon::chart
