@@ -29,7 +29,7 @@ struct PointWriter : Writer {
 std::string getRefusal(const Chart& chart)
 {
     auto document = makeDocument();
-    const auto failure = getFailure([&] { chart.getDOCXWriter()->createChartDOMDocContent(document.get()); });
+    auto failure = getFailure([&] { chart.getDOCXWriter()->createChartDOMDocContent(document.get()); });
     EXPECT_EQ(document->getDocumentElement(), nullptr);
     return failure;
 }

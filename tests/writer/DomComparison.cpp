@@ -155,7 +155,7 @@ std::string readFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
     if (!file) throw std::runtime_error(path + " cannot be read; UPDATE_GOLDENS=1 writes it.");
-    return std::string(std::istreambuf_iterator<char>(file), {});
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace

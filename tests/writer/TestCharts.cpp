@@ -6,13 +6,6 @@
 
 namespace quillon::chart {
 
-std::shared_ptr<DataSeries> makeSeries(const SeriesData& data)
-{
-    auto series = DataSeries::create(data.name);
-    for (const double value : data.values) series->appendPoint(value);
-    return series;
-}
-
 std::shared_ptr<DataSet> makeDataSet(const std::vector<std::u16string>& categories,
                                      const std::vector<SeriesData>& series)
 {

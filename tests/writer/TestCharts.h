@@ -15,7 +15,6 @@ struct SeriesData {
     std::vector<double> values;
 };
 
-std::shared_ptr<DataSeries> makeSeries(const SeriesData& data);
 /// The series need not have one size.
 std::shared_ptr<DataSet> makeDataSet(const std::vector<std::u16string>& categories,
                                      const std::vector<SeriesData>& series);
