@@ -168,7 +168,7 @@ class CommandTest(unittest.TestCase):
     def test_refuses_wrong_calls(self):
         self.write("t.csv", WIDE)
         for arguments, sentence in [
-            (["t.csv"], "--output is required"),
+            (["t.csv"], "Expected --output, the document to write"),
             (["-o", "out.docx"], "Expected at least one TABLE"),
             (["t.csv", "--colour", "red", "-o", "out.docx"], "The following argument was not expected: --colour"),
             (["t.csv", "--job", "job.json", "-o", "out.docx"], "TABLE excludes --job"),
