@@ -86,14 +86,20 @@ TEST(Object, TellsTheHostNameOfTheClassesWithoutObjectsOfTheirOwn)
     EXPECT_STREQ(AChart().getFullyQualifiedOrcaTypeName(), "quillon.chart.Chart");
 }
 
+std::shared_ptr<orca::HostObject> announce(Object& object)
+{
+    return BindingRegistry::announce(object,
+                                     orca::internal::makeInterned(object.getFullyQualifiedOrcaTypeName()));
+}
+
 TEST(Object, LeavesTheHostWhenItIsDestroyed)
 {
     const auto before = BindingRegistry::size();
     std::vector<std::shared_ptr<orca::HostObject>> hosts;
     for (const auto& each : createEveryClass()) {
-        for (const auto& object : {each.object, each.copy})
-            hosts.push_back(BindingRegistry::announce(*object, {}));
+        for (const auto& object : {each.object, each.copy}) hosts.push_back(announce(*object));
         EXPECT_EQ(each.object->bindingState(), 2U);
+        EXPECT_EQ(announce(*each.object), hosts.end()[-2]);
     }
     EXPECT_EQ(BindingRegistry::size(), before);
     for (const auto& host : hosts) EXPECT_EQ(host->getObject(), nullptr);
@@ -103,17 +109,21 @@ TEST(Object, LivesWhileTheHostOrTheLibrarySharesIt)
 {
     auto text = Text::create(u"run");
     const std::weak_ptr<Text> watch = text;
-    auto host = BindingRegistry::announce(*text, {});
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(BindingRegistry::announce(*text, {}), host);
-        orca::factory::full::acquireReference(text);
-        EXPECT_EQ(text.use_count(), 2);
-    }
+    auto host = announce(*text);
+    for (int i = 0; i < 2; ++i) orca::factory::full::acquireReference(text);
+    EXPECT_EQ(text.use_count(), 2);
     EXPECT_EQ(Text(*text).bindingState(), 0U);
+    for (int i = 0; i < 2; ++i) orca::factory::full::retract(text.get());
+    EXPECT_EQ(text->bindingState(), 0U);
+    EXPECT_EQ(text.use_count(), 1);
+
+    host = announce(*text);
+    orca::factory::full::acquireReference(text);
     text.reset();
     EXPECT_EQ(watch.lock()->getContent(), u"run");
-    host.reset();
+    orca::factory::full::releaseReference(host->getObject());
     EXPECT_TRUE(watch.expired());
+    EXPECT_EQ(host->getObject(), nullptr);
 }
 
 }  // namespace
