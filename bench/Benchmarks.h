@@ -38,6 +38,7 @@ inline double makeValue(std::size_t series, std::size_t point)
 }
 
 void registerWriterBenchmarks();
+void registerHostBenchmarks();
 void registerReportBenchmarks();
 
 }  // namespace quillon::bench

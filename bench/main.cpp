@@ -10,6 +10,7 @@ int main(int argc, char** argv)
     mallopt(M_TRIM_THRESHOLD, -1);
 
     quillon::bench::registerWriterBenchmarks();
+    quillon::bench::registerHostBenchmarks();
     quillon::bench::registerReportBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;

@@ -245,8 +245,10 @@ HostObject* HostArray::getFirstObject() const
 
 HostObject& HostArray::getOneObject() const
 {
+    const auto* const objects = getObjectArray();
     auto* const object = getFirstObject();
-    if (object == nullptr || getElementCount() != 1) throw Error(ErrorId::NotOneObject, {describe()});
+    if (object == nullptr || (objects != nullptr && objects->elements.size() != 1))
+        throw Error(ErrorId::NotOneObject, {describe()});
     return *object;
 }
 

@@ -47,10 +47,12 @@ std::string quoted(const std::u16string& text)
 
 std::u16string extractString(const HostArrayProxy& value)
 {
-    const HostArray array(value);
-    const auto* const text = array.getText();
-    if (text == nullptr) detail::errorWrongType("text", array);
-    return *text;
+    if (const auto* const text = std::get_if<std::shared_ptr<const std::u16string>>(&value)) return **text;
+    if (isStringVector(value)) {
+        auto texts = extractFromStringVector(value);
+        if (texts.size() == 1) return std::move(texts.front());
+    }
+    detail::errorWrongType("text", HostArray(value));
 }
 
 bool isStringVector(const HostArrayProxy& value)

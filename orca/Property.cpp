@@ -25,7 +25,7 @@ try {
 void PropertyImpl::set(const HostObject& self, const HostArray& value) const
 try {
     if (!isWritable()) throw Error(ErrorId::ReadOnly, {});
-    setter_->set(self, value.getProxy());
+    setter_->set(self, value);
 } catch (const Error& error) {
     throw error.at(place());
 }

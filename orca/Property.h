@@ -24,7 +24,7 @@ class QUILLON_EXPORT Getter {
 class QUILLON_EXPORT Setter {
  public:
     virtual ~Setter() = default;
-    virtual void set(const HostObject& self, const HostArrayProxy& value) const = 0;
+    virtual void set(const HostObject& self, const HostArray& value) const = 0;
     /// The host type string of what it takes.
     virtual std::string getTypeName() const = 0;
 };
@@ -49,9 +49,9 @@ template <typename T, typename C, typename Function = void (C::*)(T)>
 class ClassSetter final : public Setter {
  public:
     explicit ClassSetter(Function function) : function_(function) {}
-    void set(const HostObject& self, const HostArrayProxy& value) const override
+    void set(const HostObject& self, const HostArray& value) const override
     {
-        auto converted = HostType<T>::fromHost(HostArray(value));
+        auto converted = HostType<T>::fromHost(value);
         (resolveSelf<C>(self).*function_)(std::move(converted));
     }
     std::string getTypeName() const override { return HostType<T>::name(); }
@@ -79,9 +79,9 @@ class AdaptedClassSetter final : public Setter {
  public:
     using Function = void (*)(C& self, const HostArrayProxy& value);
     explicit AdaptedClassSetter(Function function) : function_(function) {}
-    void set(const HostObject& self, const HostArrayProxy& value) const override
+    void set(const HostObject& self, const HostArray& value) const override
     {
-        function_(resolveSelf<C>(self), value);
+        function_(resolveSelf<C>(self), value.getProxy());
     }
     std::string getTypeName() const override { return "any"; }
 

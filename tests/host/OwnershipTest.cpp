@@ -120,6 +120,14 @@ TEST_F(Ownership, KeepsTheClassOfAChildReadThroughItsBase)
     EXPECT_EQ(orca::classOf(border).getName(), "quillon.chart.GradientBorderFormat");
 }
 
+TEST_F(Ownership, BindsNoMoreThanTheHostStillNames)
+{
+    const auto series = make("DataSeries");
+    for (int i = 0; i < 1000; ++i) orca::call(series, "appendPoint", {i});
+    EXPECT_EQ(BindingRegistry::size(), 1);
+    EXPECT_EQ(orca::get(series, "Size"), HostArray(std::uint64_t{1000}));
+}
+
 TEST_F(Ownership, SurvivesRefusedCallsAndFailedConstructors)
 {
     const auto set = make("DataSet");

@@ -10,3 +10,4 @@ mkdir -p "$folder"
 "$bin/random_charts" "$folder"
 "$examples/demo.sh" "$bin/quillon-report" "$folder" --no-pictures
 "$bin/first_chart" "$folder/first_chart.docx"
+"$bin/chart_by_names" "$folder/chart_by_names.docx"
