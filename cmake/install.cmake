@@ -14,7 +14,7 @@ install(EXPORT quillon-targets NAMESPACE quillon:: DESTINATION "${package_dir}")
 foreach(folder support orca chart)
     install(DIRECTORY ${folder} DESTINATION "${include_root}" FILES_MATCHING PATTERN "*.h")
 endforeach()
-install(FILES report/Document.h DESTINATION "${include_root}/report")
+install(FILES report/Document.h report/ChartParts.h DESTINATION "${include_root}/report")
 install(TARGETS quillon-report)
 
 configure_package_config_file(cmake/quillon-config.cmake.in "${PROJECT_BINARY_DIR}/quillon-config.cmake"

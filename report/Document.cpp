@@ -1,24 +1,20 @@
 #include "report/Document.h"
 
-#include <array>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 #include <variant>
 #include <xercesc/dom/DOM.hpp>
 
-#include "chart/model/Chart.h"
-#include "chart/writer/DOCXChartWriter.h"
-#include "report/Finishing.h"
+#include "report/AppendChart.h"
 #include "report/FixedParts.h"
 #include "report/Length.h"
 #include "report/Package.h"
-#include "report/Worksheet.h"
 #include "report/Xml.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 
-using xercesc::DOMDocument;
 using xercesc::DOMElement;
 
 namespace {
@@ -40,33 +36,11 @@ constexpr auto xmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standa
 constexpr auto relationshipTypes = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
 constexpr auto relationshipsNamespace = "http://schemas.openxmlformats.org/package/2006/relationships";
 
-struct ReleaseDocument {
-    void operator()(DOMDocument* document) const { document->release(); }
-};
-using DocumentPointer = std::unique_ptr<DOMDocument, ReleaseDocument>;
-
-DocumentPointer createDocument()
-{
-    return DocumentPointer(xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS")->createDocument());
-}
-
-DOMElement* append(DOMElement* parent, const char16_t* name)
-{
-    auto* element = parent->getOwnerDocument()->createElement(name);
-    parent->appendChild(element);
-    return element;
-}
-
 DocumentPointer createMainDocument()
 {
     auto doc = createDocument();
     auto* root = doc->createElement(u"w:document");
-    const std::array<std::pair<const char16_t*, const char16_t*>, 3> namespaces = {{
-        {u"xmlns:w", u"http://schemas.openxmlformats.org/wordprocessingml/2006/main"},
-        {u"xmlns:r", u"http://schemas.openxmlformats.org/officeDocument/2006/relationships"},
-        {u"xmlns:wp", u"http://schemas.openxmlformats.org/drawingml/2006/wordprocessingDrawing"},
-    }};
-    for (const auto& [name, uri] : namespaces) root->setAttribute(name, uri);
+    declareNamespaces(root);
     doc->appendChild(root);
     append(root, u"w:body");
     return doc;
@@ -147,10 +121,8 @@ class PackageBuilder {
     std::string finish();
 
  private:
-    void addChartPart(const ChartBlock& block, const FinishingContext& context,
-                      chart::DOCXChartWriter& writer);
-    void addDrawing(const FinishingContext& context, chart::DOCXChartWriter& writer);
-    void addWorkbook(const chart::Chart& chart, const std::string& number);
+    void addChart(const ChartBlock& block, std::size_t number);
+    void addWorkbook(std::string bytes, const std::string& number);
     void addFixedParts();
     std::string makeContentTypes() const;
 
@@ -165,71 +137,29 @@ class PackageBuilder {
     std::vector<Part> parts_;
 };
 
-void requireSheetSize(const chart::DataSet& dataSet)
-{
-    unsigned long rows = dataSet.getCategories().size();
-    for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
-        rows = std::max<unsigned long>(rows, dataSet.getSeries(i)->getSize());
-    if (dataSet.getSeriesCount() > maximumColumn)
-        throw std::runtime_error("A chart takes at most " + std::to_string(maximumColumn) + " series, got " +
-                                 std::to_string(dataSet.getSeriesCount()) + ".");
-    if (rows > maximumRow)
-        throw std::runtime_error("A series takes at most " + std::to_string(maximumRow) + " points, got " +
-                                 std::to_string(rows) + ".");
-}
-
 void PackageBuilder::add(const ChartBlock& block)
 {
-    const auto number = done_ + 1;
-    try {
-        const auto writer = block.chart->getDOCXWriter();
-        const FinishingContext context{*block.chart,
-                                       block.options,
-                                       number,
-                                       parseLength(block.options.width),
-                                       parseLength(block.options.height),
-                                       block.options.workbook ? u"rId1" : nullptr,
-                                       warning_};
-        addChartPart(block, context, *writer);
-        addDrawing(context, *writer);
-    } catch (const std::exception& error) {
-        const std::string place = "chart " + std::to_string(number);
-        const std::string message = error.what();
-        throw std::runtime_error(message.starts_with(place) ? message : place + ": " + message);
-    }
-    done_ = number;
+    addChart(block, done_ + 1);
+    ++done_;
     if (progress_) progress_(done_, chartCount_);
 }
 
-void PackageBuilder::addChartPart(const ChartBlock& block, const FinishingContext& context,
-                                  chart::DOCXChartWriter& writer)
+void PackageBuilder::addChart(const ChartBlock& block, std::size_t number)
 {
-    const auto number = std::to_string(context.drawingNumber);
-    const auto doc = createDocument();
-    writer.createChartDOMDocContent(doc.get());
-    requireSheetSize(*block.chart->getDataSet());
-    finishChartPart(doc.get(), context);
-    parts_.push_back({"word/charts/chart" + number + ".xml", serialise(doc.get())});
-    if (block.options.workbook) addWorkbook(*block.chart, number);
+    const auto name = "chart" + std::to_string(number);
+    auto parts = appendChart(append(body_, u"w:p"), {*block.chart, block.options, number, name, warning_});
+    parts_.push_back({"word/charts/" + name + ".xml", std::move(parts.chart)});
+    chartRelationships_ += makeRelationship(name, "chart", "charts/" + name + ".xml");
+    if (block.options.workbook) addWorkbook(std::move(parts.workbook), std::to_string(number));
 }
 
-void PackageBuilder::addWorkbook(const chart::Chart& chart, const std::string& number)
+void PackageBuilder::addWorkbook(std::string bytes, const std::string& number)
 {
     hasWorkbook_ = true;
-    parts_.push_back(
-        {"word/charts/_rels/chart" + number + ".xml.rels",
-         makeRelationships(makeRelationship("rId1", "package", "../embeddings/data" + number + ".xlsx"))});
-    parts_.push_back({"word/embeddings/data" + number + ".xlsx", makeWorkbook(chart), false});
-}
-
-void PackageBuilder::addDrawing(const FinishingContext& context, chart::DOCXChartWriter& writer)
-{
-    const auto number = std::to_string(context.drawingNumber);
-    const auto id = "chart" + number;
-    auto* paragraph = append(body_, u"w:p");
-    writer.createChartDOMElemContent(main_.get(), paragraph, toUtf16(number), toUtf16(id));
-    finishDrawing(findChild(paragraph, u"w:r"), context);
-    chartRelationships_ += makeRelationship(id, "chart", "charts/chart" + number + ".xml");
+    parts_.push_back({"word/charts/_rels/chart" + number + ".xml.rels",
+                      makeRelationships(makeRelationship(workbookRelationshipId, "package",
+                                                         "../embeddings/data" + number + ".xlsx"))});
+    parts_.push_back({"word/embeddings/data" + number + ".xlsx", std::move(bytes), false});
 }
 
 std::string PackageBuilder::makeContentTypes() const
@@ -302,6 +232,11 @@ struct Document::Content {
     Progress progress;
     Warning warning;
 };
+
+FileError::FileError(const std::string& path, int number)
+    : std::runtime_error("Cannot write \"" + path + "\": " + std::strerror(number) + "."), number_(number)
+{
+}
 
 Document::Document() : content_(std::make_unique<Content>()) {}
 Document::~Document() = default;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,17 @@ struct ChartOptions {
     /// Whether the document carries the chart's data as an embedded workbook, for editing in a word
     /// processor.
     bool workbook = true;
+};
+
+/// Says that a file cannot be written: the path, and the reason.
+class QUILLON_EXPORT FileError : public std::runtime_error {
+ public:
+    /// Number: as in errno.
+    FileError(const std::string& path, int number);
+    int getNumber() const noexcept { return number_; }
+
+ private:
+    int number_;
 };
 
 /// A word-processing document made of headings, paragraphs and charts, one below the other.
@@ -64,7 +76,7 @@ class QUILLON_EXPORT Document {
     std::string toBytes() const;
 
     /// Writes the package to `path`, beside it first, so that no half-written file is ever found there.
-    /// Throws: as toBytes, and std::runtime_error that names the path when it cannot be written.
+    /// Throws: as toBytes, and FileError.
     void save(const std::string& path) const;
 
  private:

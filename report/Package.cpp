@@ -1,15 +1,16 @@
 #include "report/Package.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <zip.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <stdexcept>
+
+#include "report/Document.h"
 
 namespace quillon::report {
 namespace {
@@ -86,18 +87,16 @@ class Archive {
     std::unique_ptr<zip_t, Free> archive_;
 };
 
-[[noreturn]] void failToWrite(const std::string& path, int error)
-{
-    throw std::runtime_error("Cannot write \"" + path + "\": " + std::strerror(error) + ".");
-}
-
 /// A new file beside the target; removed unless it was moved there.
 class TemporaryFile {
  public:
-    explicit TemporaryFile(const std::string& target) : target_(target), name_(target + ".XXXXXX")
+    explicit TemporaryFile(const std::string& target) : target_(target)
     {
-        descriptor_ = mkstemp(name_.data());
-        if (descriptor_ < 0) failToWrite(target_, errno);
+        do {
+            name_ = target + "." + std::to_string(getpid()) + "-" + std::to_string(++fileCount);
+            descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        } while (descriptor_ < 0 && errno == EEXIST);
+        if (descriptor_ < 0) throw FileError(target_, errno);
     }
     ~TemporaryFile()
     {
@@ -107,28 +106,27 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void write(const std::string& bytes) const
+    void write(std::string_view bytes) const
     {
         for (std::size_t done = 0; done < bytes.size();) {
             const auto count = ::write(descriptor_, bytes.data() + done, bytes.size() - done);
             if (count < 0 && errno == EINTR) continue;
-            if (count < 0) failToWrite(target_, errno);
+            if (count < 0) throw FileError(target_, errno);
             done += static_cast<std::size_t>(count);
         }
     }
 
     void moveToTarget()
     {
-        const auto mask = umask(0);
-        umask(mask);
-        fchmod(descriptor_, 0666 & ~mask);
         const int closed = close(descriptor_);
         descriptor_ = -1;
-        if (closed < 0 || std::rename(name_.c_str(), target_.c_str()) != 0) failToWrite(target_, errno);
+        if (closed < 0 || std::rename(name_.c_str(), target_.c_str()) != 0) throw FileError(target_, errno);
         moved_ = true;
     }
 
  private:
+    static inline std::atomic<unsigned> fileCount = 0;
+
     const std::string& target_;
     std::string name_;
     int descriptor_ = -1;
@@ -155,7 +153,7 @@ std::string replaceParts(const std::string& archive, const std::vector<Part>& pa
     return changed.write();
 }
 
-void writeFile(const std::string& path, const std::string& bytes)
+void writeFile(const std::string& path, std::string_view bytes)
 {
     TemporaryFile file(path);
     file.write(bytes);

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "support/Export.h"
 
 namespace quillon::report {
 
@@ -22,7 +25,7 @@ std::string zipParts(const std::vector<Part>& parts);
 std::string replaceParts(const std::string& archive, const std::vector<Part>& parts);
 
 /// Writes `bytes` to `path` by way of a file beside it, which never stays behind.
-/// Throws: std::runtime_error that names the path and the reason.
-void writeFile(const std::string& path, const std::string& bytes);
+/// Throws: FileError.
+QUILLON_EXPORT void writeFile(const std::string& path, std::string_view bytes);
 
 }  // namespace quillon::report

@@ -1,7 +1,8 @@
 #include "report/Xml.h"
 
-#include <memory>
+#include <array>
 #include <stdexcept>
+#include <utility>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
 
 #include "support/Text.h"
@@ -60,6 +61,28 @@ std::u16string escapeUnit(char16_t unit)
 }
 
 }  // namespace
+
+DocumentPointer createDocument()
+{
+    return DocumentPointer(xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS")->createDocument());
+}
+
+void declareNamespaces(DOMElement* element)
+{
+    constexpr std::array<std::pair<const char16_t*, const char16_t*>, 3> namespaces = {{
+        {u"xmlns:w", u"http://schemas.openxmlformats.org/wordprocessingml/2006/main"},
+        {u"xmlns:r", u"http://schemas.openxmlformats.org/officeDocument/2006/relationships"},
+        {u"xmlns:wp", u"http://schemas.openxmlformats.org/drawingml/2006/wordprocessingDrawing"},
+    }};
+    for (const auto& [name, uri] : namespaces) element->setAttribute(name, uri);
+}
+
+DOMElement* append(DOMElement* parent, const char16_t* name)
+{
+    auto* element = parent->getOwnerDocument()->createElement(name);
+    parent->appendChild(element);
+    return element;
+}
 
 bool isXmlCharacter(char16_t character)
 {
@@ -135,7 +158,7 @@ void insertAfter(DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* 
     parent->insertBefore(child, previous == nullptr ? parent->getFirstChild() : previous->getNextSibling());
 }
 
-std::string serialise(const xercesc::DOMDocument* doc)
+std::string serialise(const xercesc::DOMNode* node)
 {
     auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
     const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(implementation->createLSSerializer());
@@ -144,7 +167,7 @@ std::string serialise(const xercesc::DOMDocument* doc)
     output->setByteStream(&target);
     output->setEncoding(u"UTF-8");
     try {
-        if (serializer->write(doc, output.get()))
+        if (serializer->write(node, output.get()))
             return {reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen()};
     } catch (const xercesc::DOMException&) {
         // Falls through: its message names a character, not the place.

@@ -1,11 +1,23 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
 
 namespace quillon::report {
+
+struct ReleaseDocument {
+    void operator()(xercesc::DOMDocument* document) const { document->release(); }
+};
+using DocumentPointer = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
+
+DocumentPointer createDocument();
+/// Declares the namespaces w, r and wp, those of the elements of a main document.
+void declareNamespaces(xercesc::DOMElement* element);
+/// Appends an empty element of that name.
+xercesc::DOMElement* append(xercesc::DOMElement* parent, const char16_t* name);
 
 /// The first child element of that name, or null.
 xercesc::DOMElement* findChild(const xercesc::DOMElement* parent, const char16_t* name);
@@ -28,7 +40,7 @@ void requireXmlText(std::u16string_view text, const std::string& field);
 /// `text` in the notation that chart caches and worksheets have for characters that XML cannot hold: _x0001_.
 std::u16string escapeCharacters(std::u16string_view text);
 
-/// The bytes of a document in UTF-8, with its declaration.
-std::string serialise(const xercesc::DOMDocument* doc);
+/// The bytes of a document in UTF-8, with its declaration, or of an element.
+std::string serialise(const xercesc::DOMNode* node);
 
 }  // namespace quillon::report

@@ -1,0 +1,89 @@
+#include "report/ChartParts.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <stdexcept>
+#include <vector>
+
+#include "chart/model/ColumnChart.h"
+#include "chart/model/PieChart.h"
+#include "tests/ThrownText.h"
+#include "tests/report/PackageReader.h"
+
+namespace quillon::report {
+namespace {
+
+template <typename Type>
+std::shared_ptr<chart::Chart> makeChart(double value = 1.5)
+{
+    auto data = chart::DataSet::create(std::vector<std::u16string>{u"a < b", u"\u00E9"});
+    auto series = data->appendSeries(chart::DataSeries::create(u"North"));
+    series->appendPoint(value);
+    auto chart = Type::create();
+    chart->setDataSet(data);
+    return chart;
+}
+
+std::string getDrawing(const std::string& markup)
+{
+    const std::string end = "</w:drawing>";
+    const auto from = markup.find("<w:drawing>");
+    return markup.substr(from, markup.find(end) + end.size() - from);
+}
+
+TEST(ChartParts, AreThoseOfADocument)
+{
+    ChartOptions options;
+    options.width = "10cm";
+    options.legend = Legend::Left;
+    options.altText = "\"Sales\" & more";
+    for (const auto& chart : {makeChart<chart::ColumnChart>(), makeChart<chart::PieChart>()}) {
+        Document document;
+        document.addChart(chart, options);
+        const PackageReader package(document.toBytes());
+        const auto parts = makeChartParts(*chart, options, 1, "chart1");
+        EXPECT_EQ(parts.chart, package.getPart("word/charts/chart1.xml"));
+        EXPECT_EQ(parts.workbook, package.getPart("word/embeddings/data1.xlsx"));
+        EXPECT_EQ(getDrawing(parts.run), getDrawing(package.getPart("word/document.xml")));
+    }
+}
+
+TEST(ChartParts, StandOnTheirOwn)
+{
+    ChartOptions options;
+    options.workbook = false;
+    const auto parts = makeChartParts(*makeChart<chart::ColumnChart>(), options, 12, "rId7");
+    EXPECT_EQ(parts.workbook, "");
+    EXPECT_EQ(parts.chart.find("externalData"), std::string::npos);
+    const std::string start =
+        "<w:r xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" "
+        "xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\" "
+        "xmlns:wp=\"http://schemas.openxmlformats.org/drawingml/2006/wordprocessingDrawing\"><w:drawing>";
+    EXPECT_EQ(parts.run.substr(0, start.size()), start);
+    EXPECT_NE(parts.run.find("id=\"12\" name=\"Chart 12\""), std::string::npos);
+    EXPECT_NE(parts.run.find("r:id=\"rId7\""), std::string::npos);
+}
+
+TEST(ChartParts, TellWhatWasReplacedAndWhatIsRefused)
+{
+    auto chart = makeChart<chart::ColumnChart>();
+    chart->getDataSet()->getSeries(0)->setFormat(chart::DataSeriesShapeFormat::create(u"nonsense"));
+    std::vector<std::string> warnings;
+    makeChartParts(*chart, {}, 3, "rId1", [&](const auto& sentence) { warnings.push_back(sentence); });
+    ASSERT_EQ(warnings.size(), 1U);
+    EXPECT_EQ(warnings[0].substr(0, 45), "chart 3, series 1 (\"North\"), fill: \"nonsense\"");
+
+    ChartOptions narrow;
+    narrow.width = "1pt";
+    const auto infinite = makeChart<chart::ColumnChart>(std::numeric_limits<double>::infinity());
+    const auto empty = chart::ColumnChart::create();
+    EXPECT_EQ(thrownText([&] { makeChartParts(*chart, narrow, 3, "rId1"); }),
+              "chart 3: Length \"1pt\": expected 0.1in to 22in.");
+    EXPECT_EQ(thrownText([&] { makeChartParts(*infinite, {}, 3, "rId1"); }).substr(0, 59),
+              "chart 3, series 1 (\"North\"), point 1: the value is INF; a c");
+    EXPECT_NE(thrownText([&] { makeChartParts(*empty, {}, 3, "rId1"); }), "");
+}
+
+}  // namespace
+}  // namespace quillon::report
