@@ -24,11 +24,16 @@ namespace {
 constexpr auto sheetPart = "xl/worksheets/sheet1.xml";
 constexpr auto sharedStringsPart = "xl/sharedStrings.xml";
 
-void require(lxw_error error, const char* what)
+[[noreturn]] void fail(const std::string& place, lxw_error error)
+{
+    throw std::runtime_error("The embedded workbook could not be made: " + place + ": " +
+                             lxw_strerror(error));
+}
+
+void requireCell(lxw_error error, unsigned long row, unsigned long column)
 {
     if (error != LXW_NO_ERROR)
-        throw std::runtime_error(std::string("The embedded workbook could not be made: ") + what + ": " +
-                                 lxw_strerror(error));
+        fail("cell " + toUtf8(getColumnLetters(column)) + std::to_string(row + 1), error);
 }
 
 /// A file in memory, because the workbook library writes to a named file only.
@@ -71,7 +76,7 @@ std::string makeTemplate()
     workbook_set_properties(workbook, &properties);
     auto* sheet = workbook_add_worksheet(workbook, "Sheet1");
     worksheet_write_string(sheet, 0, 0, "Any text makes a table of shared strings.", nullptr);
-    require(workbook_close(workbook), "packing");
+    if (const auto error = workbook_close(workbook); error != LXW_NO_ERROR) fail("packing", error);
     return file.read();
 }
 
@@ -116,18 +121,18 @@ class Worksheet {
     void writeText(unsigned long row, unsigned long column, const std::u16string& text)
     {
         if (text.empty()) return;
-        require(
-            worksheet_write_string(sheet_.get(), static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
-                                   toUtf8(escapeCharacters(text)).c_str(), nullptr),
-            "a text");
+        const auto cellText = toUtf8(escapeCharacters(text));
+        requireCell(worksheet_write_string(sheet_.get(), static_cast<lxw_row_t>(row),
+                                           static_cast<lxw_col_t>(column), cellText.c_str(), nullptr),
+                    row, column);
     }
 
     void writeNumber(unsigned long row, unsigned long column, double number)
     {
         if (!std::isfinite(number)) return;
-        require(worksheet_write_number(sheet_.get(), static_cast<lxw_row_t>(row),
-                                       static_cast<lxw_col_t>(column), number, nullptr),
-                "a number");
+        requireCell(worksheet_write_number(sheet_.get(), static_cast<lxw_row_t>(row),
+                                           static_cast<lxw_col_t>(column), number, nullptr),
+                    row, column);
     }
 
     std::string makeSheetPart() { return assemble(*sheet_, lxw_worksheet_assemble_xml_file); }
