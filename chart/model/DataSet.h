@@ -28,7 +28,7 @@ class QUILLON_EXPORT DataSet : public Object {
 
     /// One name per point position; their number is not checked against the series. Default: empty.
     const std::vector<std::u16string>& getCategories() const { return categories_; }
-    void setCategories(const std::vector<std::u16string>& categories) { categories_ = categories; }
+    void setCategories(std::vector<std::u16string> categories) { categories_ = std::move(categories); }
 
     std::uint64_t getSeriesCount() const { return series_.size(); }
     /// The series at a 0-based position; an empty handle when the set holds no series at all.

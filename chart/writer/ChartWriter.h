@@ -10,7 +10,7 @@ class QUILLON_EXPORT ChartWriter {
     ChartWriter() = default;
     ChartWriter(const ChartWriter&) = delete;
     ChartWriter& operator=(const ChartWriter&) = delete;
-    virtual ~ChartWriter();
+    virtual ~ChartWriter() = 0;
 };
 
 }  // namespace quillon::chart

@@ -50,12 +50,6 @@ std::string describe(const ErrorHandler& errors, const xercesc::DOMConfiguration
     return toUtf8(errors.getMessage());
 }
 
-/// The text of the title's first run.
-const std::u16string& getTitleText(const std::vector<std::shared_ptr<Text>>& runs)
-{
-    return runs.at(0)->getContent();
-}
-
 /// "Sheet1!$B$2:$B$4": the cells of a column below the header row, empty or not.
 std::u16string getCellRange(const std::u16string& column, unsigned long count)
 {
@@ -238,7 +232,9 @@ void DOCXChartWriter::c_title(DOMDocument* doc, DOMElement* chart) const
     if (title) {
         static const MarkupTemplate block(*parseString(templates::title), {{u"a:t", 0}});
         const auto runs = title->getText()->getContent();
-        block.appendTo(doc, chart, {getTitleText(runs).c_str()});
+        // Without a run the block keeps its own text in the document that is left behind.
+        block.appendTo(doc, chart, {runs.empty() ? nullptr : runs.front()->getContent().c_str()});
+        static_cast<void>(runs.at(0));
     }
     appendElement(doc, chart, u"c:autoTitleDeleted", title ? SC_0_ : SC_1_);
 }
@@ -308,15 +304,14 @@ void DOCXChartWriter::c_ser(DOMDocument* doc, DOMElement* group, unsigned long s
     c_val(doc, ser, seriesIndex);
 }
 
-void DOCXChartWriter::c_serShapeProps(DOMDocument* doc, DOMElement* ser,
-                                      const std::shared_ptr<DataSeries>& series,
+void DOCXChartWriter::c_serShapeProps(DOMDocument* doc, DOMElement* ser, std::shared_ptr<DataSeries> series,
                                       unsigned long seriesIndex) const
 {
     static const MarkupTemplate block(*parseString(templates::seriesFill), {{u"a:srgbClr", 0}});
     block.appendTo(doc, ser, {getSeriesColor(*series, seriesIndex).c_str()});
 }
 
-void DOCXChartWriter::c_dPt(DOMDocument* doc, DOMElement* ser, const std::shared_ptr<DataSeries>& series,
+void DOCXChartWriter::c_dPt(DOMDocument* doc, DOMElement* ser, std::shared_ptr<DataSeries> series,
                             unsigned long pointIndex) const
 {
     const auto& format = series->getPoints().at(pointIndex)->getFormat();

@@ -64,10 +64,10 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
     virtual void c_ser(xercesc::DOMDocument* doc, xercesc::DOMElement* group,
                        unsigned long seriesIndex) const;
     virtual void c_serShapeProps(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
-                                 const std::shared_ptr<DataSeries>& series, unsigned long seriesIndex) const;
+                                 std::shared_ptr<DataSeries> series, unsigned long seriesIndex) const;
     /// Throws: std::out_of_range when the series has no such point.
     virtual void c_dPt(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
-                       const std::shared_ptr<DataSeries>& series, unsigned long pointIndex) const;
+                       std::shared_ptr<DataSeries> series, unsigned long pointIndex) const;
     virtual void c_cat(xercesc::DOMDocument* doc, xercesc::DOMElement* ser) const;
     virtual void c_val(xercesc::DOMDocument* doc, xercesc::DOMElement* ser, unsigned long seriesIndex) const;
     virtual void c_dLbls(xercesc::DOMDocument* doc, xercesc::DOMElement* group) const;

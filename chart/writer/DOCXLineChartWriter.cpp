@@ -19,8 +19,7 @@ void DOCXLineChartWriter::c_chartTypeGroup(xercesc::DOMDocument* doc, xercesc::D
 }
 
 void DOCXLineChartWriter::c_serShapeProps(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
-                                          const std::shared_ptr<DataSeries>& series,
-                                          unsigned long seriesIndex) const
+                                          std::shared_ptr<DataSeries> series, unsigned long seriesIndex) const
 {
     static const MarkupTemplate block(*parseString(templates::seriesLine), {{u"a:srgbClr", 0}});
     block.appendTo(doc, ser, {getSeriesColor(*series, seriesIndex).c_str()});

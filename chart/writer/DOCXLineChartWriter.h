@@ -13,7 +13,7 @@ class QUILLON_EXPORT DOCXLineChartWriter : public DOCXChartWriter {
     void c_chartTypeGroup(xercesc::DOMDocument* doc, xercesc::DOMElement* plotArea) const override;
     /// The fill colour of the series, not its border colour, colours the line.
     void c_serShapeProps(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
-                         const std::shared_ptr<DataSeries>& series, unsigned long seriesIndex) const override;
+                         std::shared_ptr<DataSeries> series, unsigned long seriesIndex) const override;
 };
 
 }  // namespace quillon::chart

@@ -16,7 +16,7 @@ void DOCXPieChartWriter::c_chartTypeGroup(xercesc::DOMDocument* doc, xercesc::DO
 }
 
 void DOCXPieChartWriter::c_dPt(xercesc::DOMDocument* doc, xercesc::DOMElement* ser,
-                               const std::shared_ptr<DataSeries>& series, unsigned long pointIndex) const
+                               std::shared_ptr<DataSeries> series, unsigned long pointIndex) const
 {
     const ShapeFormat* format = series->getPoints().at(pointIndex)->getFormat().get();
     if (format == nullptr) format = series->getFormat().get();

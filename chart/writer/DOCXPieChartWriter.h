@@ -12,7 +12,7 @@ class QUILLON_EXPORT DOCXPieChartWriter : public DOCXChartWriter {
  protected:
     /// A pie repeats its first series once for every series of the data set.
     void c_chartTypeGroup(xercesc::DOMDocument* doc, xercesc::DOMElement* plotArea) const override;
-    void c_dPt(xercesc::DOMDocument* doc, xercesc::DOMElement* ser, const std::shared_ptr<DataSeries>& series,
+    void c_dPt(xercesc::DOMDocument* doc, xercesc::DOMElement* ser, std::shared_ptr<DataSeries> series,
                unsigned long pointIndex) const override;
     void c_catAx(xercesc::DOMDocument* doc, xercesc::DOMElement* plotArea) const override;
     void c_valAx(xercesc::DOMDocument* doc, xercesc::DOMElement* plotArea) const override;

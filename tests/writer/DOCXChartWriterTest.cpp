@@ -95,6 +95,7 @@ TEST(DOCXChartWriter, CannotTitleAChartWithAParagraphWithoutRuns)
     const auto chart = makeChart(BarChart::create, makeSales(), Title::create(Paragraph::create()));
     auto document = makeDocument();
     EXPECT_THROW(chart->getDOCXWriter()->createChartDOMDocContent(document.get()), std::out_of_range);
+    EXPECT_EQ(getFirstText(document, u"a:t"), u"Chart Title");
     EXPECT_EQ(document->getElementsByTagName(u"c:plotArea")->getLength(), 0);
 }
 
