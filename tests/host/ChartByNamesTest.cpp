@@ -1,3 +1,5 @@
+#include <atomic>
+#include <thread>
 #include <xercesc/dom/DOM.hpp>
 
 #include "chart/model/ColumnChart.h"
@@ -62,6 +64,22 @@ TEST_F(ChartByNames, GivesTheMarkupOfTheSameChartBuiltNatively)
               2);
     EXPECT_FALSE(
         write(*other.getNative<Chart>())->getDocumentElement()->isEqualNode(native->getDocumentElement()));
+}
+
+TEST_F(ChartByNames, BuildsDifferentChartsOnDifferentThreads)
+{
+    const auto native = write(*makeNatively());
+    std::atomic<int> equal = 0;
+    const auto build = [&] {
+        for (int i = 0; i < 20; ++i) {
+            const auto written = write(*makeByNames().getNative<Chart>());
+            equal += written->getDocumentElement()->isEqualNode(native->getDocumentElement()) ? 1 : 0;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) threads.emplace_back(build);
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(equal, 80);
 }
 
 TEST_F(ChartByNames, OutlivesEveryHostValue)
