@@ -168,6 +168,35 @@ PyTypeObject* makeType(PyType_Spec& spec)
     return reinterpret_cast<PyTypeObject*>(type);
 }
 
+template <typename Descriptor>
+py::object allocate(PyTypeObject* type, Descriptor*& descriptor)
+{
+    auto result = py::reinterpret_steal<py::object>(type->tp_alloc(type, 0));
+    if (!result) throw py::error_already_set();
+    descriptor = reinterpret_cast<Descriptor*>(result.ptr());
+    return result;
+}
+
+std::string documentationOf(const orca::factory::impl::PropertyImpl& impl, const ValueType& type,
+                            const ValueType& setType)
+{
+    auto text = type.name;
+    if (!impl.isWritable()) text += ", read-only";
+    if (impl.isWritable() && setType.name != type.name) text += ", set from " + setType.name;
+    return text + ". " + impl.getDescription();
+}
+
+std::string documentationOf(const std::string& name, const std::vector<Form>& forms)
+{
+    std::string text;
+    for (const auto& form : forms)
+        text += name + form.getArgumentText() + " -> " + form.getResultName() + "\n    " +
+                form.getMethod().getDescription() + "\n";
+    return text;
+}
+
+}  // namespace
+
 PyTypeObject* propertyType()
 {
     using Of = Attributes<propertyOf>;
@@ -221,35 +250,6 @@ PyTypeObject* methodType()
     static PyTypeObject* const type = makeType(spec);
     return type;
 }
-
-template <typename Descriptor>
-py::object allocate(PyTypeObject* type, Descriptor*& descriptor)
-{
-    auto result = py::reinterpret_steal<py::object>(type->tp_alloc(type, 0));
-    if (!result) throw py::error_already_set();
-    descriptor = reinterpret_cast<Descriptor*>(result.ptr());
-    return result;
-}
-
-std::string documentationOf(const orca::factory::impl::PropertyImpl& impl, const ValueType& type,
-                            const ValueType& setType)
-{
-    auto text = type.name;
-    if (!impl.isWritable()) text += ", read-only";
-    if (impl.isWritable() && setType.name != type.name) text += ", set from " + setType.name;
-    return text + ". " + impl.getDescription();
-}
-
-std::string documentationOf(const std::string& name, const std::vector<Form>& forms)
-{
-    std::string text;
-    for (const auto& form : forms)
-        text += name + form.getArgumentText() + " -> " + form.getResultName() + "\n    " +
-                form.getMethod().getDescription() + "\n";
-    return text;
-}
-
-}  // namespace
 
 Property::Property(PyTypeObject* ownerType, const orca::factory::impl::PropertyImpl& property)
     : owner(ownerType),

@@ -39,6 +39,10 @@ struct Method {
     std::string documentation;
 };
 
+/// The Python types of the descriptors; borrowed references. Throw: pybind11::error_already_set.
+PyTypeObject* propertyType();
+PyTypeObject* methodType();
+
 /// The descriptors. Throw: pybind11::error_already_set.
 pybind11::object makeDescriptor(const Property& property);
 pybind11::object makeDescriptor(const Method& method);

@@ -7,6 +7,7 @@
 #include "python/core/Calls.h"
 #include "python/core/Classes.h"
 #include "python/core/Handle.h"
+#include "python/core/Members.h"
 #include "support/FeatureService.h"
 
 namespace quillon::python {
@@ -22,6 +23,11 @@ void loadChartLibrary()
     reinterpret_cast<void (*)()>(entry)();
 }
 
+void addType(py::module_& module, const char* name, PyTypeObject* type)
+{
+    module.attr(name) = py::handle(reinterpret_cast<PyObject*>(type));
+}
+
 }  // namespace
 }  // namespace quillon::python
 
@@ -31,7 +37,9 @@ PYBIND11_MODULE(_core, module)
     using namespace pybind11::literals;
     module.doc() = "The library of charts for Python. Use quillon.chart and quillon.report.";
     loadChartLibrary();
-    module.attr("Handle") = py::handle(reinterpret_cast<PyObject*>(handleType()));
+    addType(module, "Handle", handleType());
+    addType(module, "Property", propertyType());
+    addType(module, "Method", methodType());
     module.def("load_classes", loadClasses, "namespace"_a, "bases"_a,
                "Makes a type for every class of a namespace, and gives them by name.");
     module.def(
