@@ -1,0 +1,50 @@
+#include "python/core/Calls.h"
+
+#include <algorithm>
+
+#include "python/core/Conversion.h"
+#include "python/core/Errors.h"
+#include "python/core/Handle.h"
+#include "python/core/Members.h"
+
+namespace quillon::python {
+namespace {
+
+bool takesOneNumber(const Form& form)
+{
+    return form.getInputs().size() == 1 && form.getInputs().front().kind == ValueType::Kind::Number;
+}
+
+const Form& findForm(const Method& method)
+{
+    const auto found = std::find_if(method.forms.begin(), method.forms.end(), takesOneNumber);
+    if (found == method.forms.end()) throw Refused(PyExc_TypeError, "the method does not take one number.");
+    return *found;
+}
+
+void callAll(const Handle& handle, const Form& form, PyObject* values)
+{
+    for (const double number : toNumbers(values)) {
+        const orca::HostArray argument(number);
+        form.getMethod().invoke(*handle.host, orca::Arguments(&argument, 1));
+    }
+}
+
+}  // namespace
+
+void callForEach(const py::object& object, const std::string& method, const py::object& values)
+{
+    const auto member = py::type::of(object).attr(method.c_str());
+    const auto* const found = asMethod(member.ptr());
+    const auto* const handle = asHandle(object.ptr());
+    if (found == nullptr || handle == nullptr)
+        throw py::type_error(method + ": expected a method of the library.");
+    try {
+        callAll(*handle, findForm(*found), values.ptr());
+    } catch (...) {
+        raise(found->place);
+        throw py::error_already_set();
+    }
+}
+
+}  // namespace quillon::python

@@ -1,0 +1,1 @@
+"""Native, editable charts in word-processing documents: see quillon.chart."""
