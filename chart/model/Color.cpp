@@ -104,7 +104,8 @@ std::array<double, 3> Color::toTriplet() const
     std::array<double, 3> triplet{};
     for (std::size_t i = 0; i < triplet.size(); ++i) {
         unsigned component = 0;
-        std::from_chars(digits.data() + 2 * i, digits.data() + std::min(2 * i + 2, digits.size()), component, 16);
+        std::from_chars(digits.data() + 2 * i, digits.data() + std::min(2 * i + 2, digits.size()), component,
+                        16);
         triplet[i] = component / 255.0;
     }
     return triplet;
