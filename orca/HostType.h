@@ -69,8 +69,8 @@ QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 
 }  // namespace detail
 
-/// For each C++ type: its host type string, both conversions, and accepts(), which tells whether a value is of
-/// the type when an overload is chosen: ranges are not checked, and a number is no truth value.
+/// For each C++ type: its host type string, both conversions, and accepts(), which tells whether a value is
+/// of the type when an overload is chosen: ranges are not checked, and a number is no truth value.
 template <typename T>
 struct HostType;
 
@@ -183,7 +183,7 @@ struct HostType<std::shared_ptr<C>> {
     {
         if (value.isEmpty()) return detail::isEmptyOf(hostName<C>(), value);
         const auto* const object = value.getFirstObject();
-        return object != nullptr && dynamic_cast<C*>(object->getObject()) != nullptr;
+        return object != nullptr && object->getObjectAs<C>() != nullptr;
     }
 };
 
