@@ -35,7 +35,7 @@ void BindingRegistry::announceForConstructor(StdShareable& object, internal::Nam
 void BindingRegistry::bind(StdShareable& object, HostObject& host) noexcept
 {
     object.host_ = &host;
-    host.object_ = &object;
+    host.setObject(&object);
     bindingCount.fetch_add(1, std::memory_order_relaxed);
 }
 
@@ -44,7 +44,7 @@ void BindingRegistry::remove(Wrappable& object) noexcept
     if (object.host_ == nullptr) return;
     // The share goes last, because it may be all that keeps the object alive.
     const auto share = std::move(object.host_->share_);
-    object.host_->object_ = nullptr;
+    object.host_->setObject(nullptr);
     object.host_ = nullptr;
     bindingCount.fetch_sub(1, std::memory_order_relaxed);
 }

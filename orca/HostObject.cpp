@@ -10,6 +10,12 @@ HostObject::~HostObject()
     if (object_ != nullptr) factory::ClassInfo::hostObjectDestroyed(*this);
 }
 
+void HostObject::setObject(factory::full::StdShareable* object)
+{
+    object_ = object;
+    castType_ = nullptr;
+}
+
 const factory::ClassInfo* HostObject::getClass() const
 {
     if (class_ == nullptr) class_ = ClassRegistry::instance().findClassOf(className_, object_);

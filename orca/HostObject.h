@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <typeinfo>
 
 #include "orca/Name.h"
 #include "orca/Wrappable.h"
@@ -31,20 +32,36 @@ class QUILLON_EXPORT HostObject : public std::enable_shared_from_this<HostObject
     /// The bound library object. Null before it is bound and once the library has destroyed it.
     factory::full::StdShareable* getObject() const { return object_; }
 
+    /// The bound library object as a T; null when there is none or it is no T. A dynamic_cast costs more than
+    /// most members, so the last one is kept.
+    template <typename T>
+    T* getObjectAs() const
+    {
+        if (castType_ != &typeid(T)) {
+            castObject_ = dynamic_cast<T*>(object_);
+            castType_ = &typeid(T);
+        }
+        return static_cast<T*>(castObject_);
+    }
+
     /// The bound library object as a T, shared. Empty when there is none or it is no T.
     template <typename T>
     std::shared_ptr<T> getNative() const
     {
-        auto* const object = dynamic_cast<T*>(object_);
+        auto* const object = getObjectAs<T>();
         return object ? std::shared_ptr<T>(object_->shared_from_this(), object) : nullptr;
     }
 
  private:
     friend class BindingRegistry;
 
+    void setObject(factory::full::StdShareable* object);
+
     internal::Name className_;
     mutable const factory::ClassInfo* class_ = nullptr;
     factory::full::StdShareable* object_ = nullptr;
+    mutable const std::type_info* castType_ = nullptr;
+    mutable void* castObject_ = nullptr;
     std::shared_ptr<factory::full::StdShareable> share_;
 };
 

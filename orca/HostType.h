@@ -183,7 +183,7 @@ struct HostType<std::shared_ptr<C>> {
     {
         if (value.isEmpty()) return detail::isEmptyOf(hostName<C>(), value);
         const auto* const object = value.getFirstObject();
-        return object != nullptr && dynamic_cast<C*>(object->getObject()) != nullptr;
+        return object != nullptr && object->getObjectAs<C>() != nullptr;
     }
 };
 

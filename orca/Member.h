@@ -41,7 +41,7 @@ QUILLON_EXPORT void validateSelfPointer(const void* self);
 template <typename C>
 C& resolveSelf(const HostObject& self)
 {
-    auto* const object = dynamic_cast<C*>(self.getObject());
+    auto* const object = self.getObjectAs<C>();
     validateSelfPointer(object);
     return *object;
 }
