@@ -9,7 +9,7 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
-#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
 
 #include "support/Text.h"
 
@@ -33,11 +33,6 @@ xercesc::DOMImplementation* getImplementation()
     return xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
 }
 
-std::string getName(const DOMElement& element)
-{
-    return toUtf8(element.getTagName());
-}
-
 std::vector<DOMElement*> getChildren(const DOMElement& element)
 {
     std::vector<DOMElement*> children;
@@ -47,9 +42,8 @@ std::vector<DOMElement*> getChildren(const DOMElement& element)
     return children;
 }
 
-/// The attributes in the order of their names: `a="1" b="2"`. An element made in a namespace declares it, as
-/// it does in a file.
-std::u16string getAttributes(const DOMElement& element)
+/// The attributes by name. An element made in a namespace declares it, as it does in a file.
+std::map<std::u16string, std::u16string> getAttributes(const DOMElement& element)
 {
     std::map<std::u16string, std::u16string> attributes;
     if (const auto* uri = element.getNamespaceURI())
@@ -57,10 +51,7 @@ std::u16string getAttributes(const DOMElement& element)
     const auto* list = element.getAttributes();
     for (XMLSize_t i = 0; i < list->getLength(); ++i)
         attributes[list->item(i)->getNodeName()] = list->item(i)->getNodeValue();
-    std::u16string text;
-    for (const auto& [name, value] : attributes)
-        text.append(text.empty() ? u"" : u" ").append(name).append(u"=\"").append(value).append(u"\"");
-    return text;
+    return attributes;
 }
 
 /// The text that stands in the element itself.
@@ -72,41 +63,14 @@ std::u16string getText(const DOMElement& element)
     return text;
 }
 
-/// A text as it is printed; characters that UTF-8 cannot hold as the number of their unit.
-std::string quote(const std::u16string& text)
+/// One line for each element: its path, attributes in the order of their names, and text. Characters that
+/// UTF-8 cannot hold stand as the number of their unit.
+void printLines(const DOMElement& element, const std::string& parent, std::vector<std::string>& lines)
 {
-    return testing::PrintToString(text);
-}
-
-std::string describe(const std::string& what, const std::string& expected, const std::string& actual)
-{
-    return ": " + what + ": expected " + expected + ", got " + actual;
-}
-
-/// "/c:ser[2]": the second of its name among its siblings.
-std::string getStep(const std::vector<DOMElement*>& siblings, std::size_t index)
-{
-    const auto name = getName(*siblings[index]);
-    std::size_t position = 0;
-    for (std::size_t i = 0; i <= index; ++i) position += getName(*siblings[i]) == name ? 1 : 0;
-    return "/" + name + "[" + std::to_string(position) + "]";
-}
-
-/// The difference with its path below the two elements.
-std::string findDifferenceBelow(const DOMElement& expected, const DOMElement& actual)
-{
-    if (getName(expected) != getName(actual)) return describe("element", getName(expected), getName(actual));
-    if (getAttributes(expected) != getAttributes(actual))
-        return describe("attributes", quote(getAttributes(expected)), quote(getAttributes(actual)));
-    if (getText(expected) != getText(actual))
-        return describe("text", quote(getText(expected)), quote(getText(actual)));
-    const auto wanted = getChildren(expected);
-    const auto present = getChildren(actual);
-    for (std::size_t i = 0; i < std::min(wanted.size(), present.size()); ++i)
-        if (const auto below = findDifferenceBelow(*wanted[i], *present[i]); !below.empty())
-            return getStep(wanted, i) + below;
-    if (wanted.size() == present.size()) return {};
-    return describe("number of elements", std::to_string(wanted.size()), std::to_string(present.size()));
+    const auto path = parent + "/" + toUtf8(element.getTagName());
+    lines.push_back(path + " " + testing::PrintToString(getAttributes(element)) + " " +
+                    testing::PrintToString(getText(element)));
+    for (const auto* child : getChildren(element)) printLines(*child, path, lines);
 }
 
 /// White space in an element that holds other elements is layout.
@@ -123,32 +87,6 @@ void removeLayout(DOMElement& element)
         node = next;
     }
     for (auto* child : children) removeLayout(*child);
-}
-
-std::string toMarkup(const DOMNode& node)
-{
-    const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(
-        getImplementation()->createLSSerializer());
-    auto* text = serializer->writeToString(&node);
-    auto markup = toUtf8(text);
-    xercesc::XMLString::release(&text);
-    return markup;
-}
-
-/// Writes the element on one line where it fits, otherwise each of its children on lines of their own.
-void layOut(std::ostream& file, const DOMElement& element, const std::string& indent)
-{
-    constexpr std::size_t width = 120;
-    const auto line = indent + toMarkup(element);
-    const auto children = getChildren(element);
-    if (line.size() <= width || children.empty()) {
-        file << line << '\n';
-        return;
-    }
-    const auto emptyTag = toMarkup(*element.cloneNode(false));
-    file << indent << emptyTag.substr(0, emptyTag.size() - 2) << ">\n";
-    for (const auto* child : children) layOut(file, *child, indent + "  ");
-    file << indent << "</" << getName(element) << ">\n";
 }
 
 std::string readFile(const std::string& path)
@@ -189,17 +127,16 @@ Document parseMarkup(const std::string& markup)
     return document;
 }
 
-std::string findDifference(const DOMElement& expected, const DOMElement& actual)
-{
-    const auto below = findDifferenceBelow(expected, actual);
-    return below.empty() ? below : getName(expected) + below;
-}
-
 testing::AssertionResult isSameTree(const DOMElement& expected, const DOMElement& actual)
 {
-    const auto difference = findDifference(expected, actual);
-    if (difference.empty()) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << difference;
+    std::vector<std::string> wanted;
+    std::vector<std::string> present;
+    printLines(expected, "", wanted);
+    printLines(actual, "", present);
+    const auto [want, got] = std::mismatch(wanted.begin(), wanted.end(), present.begin(), present.end());
+    if (want == wanted.end() && got == present.end()) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "expected " << (want == wanted.end() ? "no more" : *want)
+                                       << ", got " << (got == present.end() ? "no more" : *got);
 }
 
 testing::AssertionResult matchesGolden(const std::string& name, const DOMElement& actual)
@@ -207,8 +144,10 @@ testing::AssertionResult matchesGolden(const std::string& name, const DOMElement
     const auto path = QUILLON_GOLDEN_FOLDER "/" + name + ".xml";
     const char* update = std::getenv("UPDATE_GOLDENS");
     if (update != nullptr && std::string(update) == "1") {
-        std::ofstream file(path);
-        layOut(file, actual, "");
+        const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(
+            getImplementation()->createLSSerializer());
+        serializer->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, true);
+        serializer->writeToURI(&actual, toUtf16(path).c_str());
     }
     return isSameTree(*parseMarkup(readFile(path))->getDocumentElement(), actual);
 }

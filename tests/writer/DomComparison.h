@@ -19,10 +19,8 @@ Document makeDocument(const char16_t* rootName);
 /// Throws: std::runtime_error with the parser's message.
 Document parseMarkup(const std::string& markup);
 
-/// The path of the first difference between two trees and what differs there; empty when they are the same.
-/// Attributes are compared in any order, texts exactly.
-std::string findDifference(const xercesc::DOMElement& expected, const xercesc::DOMElement& actual);
-/// As findDifference, for EXPECT_TRUE.
+/// Compares two trees, attributes in any order and texts exactly; a failure names the first element that
+/// differs.
 testing::AssertionResult isSameTree(const xercesc::DOMElement& expected, const xercesc::DOMElement& actual);
 
 /// Compares a tree with `golden/<name>.xml`. With UPDATE_GOLDENS=1 in the environment the file is written
