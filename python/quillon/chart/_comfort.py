@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import enum
 import operator
 import reprlib
 from collections.abc import Iterable, Iterator
@@ -19,6 +20,8 @@ Item = TypeVar("Item")
 def _show(value: object) -> str:
     if isinstance(value, _core.Handle):
         return f"<{type(value).__name__}>"
+    if isinstance(value, enum.Enum):
+        return value.name
     if isinstance(value, list) and value and isinstance(value[0], _core.Handle):
         return f"[{len(value)} {type(value[0]).__name__}]"
     return reprlib.repr(value)
