@@ -65,9 +65,14 @@ def method_lines(name, member):
     return form_lines(name, member.forms, re.findall(r"^    (.*)$", member.__doc__, re.MULTILINE))
 
 
+def base_name(base):
+    if base in _comfort.bases.values():
+        return f"_comfort.{base.__name__}"
+    return "_core.Handle" if base is _core.Handle else base.__name__
+
+
 def class_lines(cls):
-    bases = (f"_comfort.{base.__name__}" if base.__module__ == _comfort.__name__ else base.__name__ for base in cls.__bases__)
-    bases = ", ".join(base.replace("Handle", "_core.Handle") for base in bases)
+    bases = ", ".join(map(base_name, cls.__bases__))
     lines = [f"class {cls.__name__}({bases}):", *doc_lines(cls.__doc__.split("\n")[0], "    ")]
     constructors = _core.constructors(cls)
     lines += form_lines("__init__", constructors, [""] * len(constructors))

@@ -75,7 +75,7 @@ __all__ = [
 class Object(_comfort.Shown, _core.Handle):
     """The root of every chart class."""
 
-class Chart(Object):
+class Chart(_comfort.Preview, Object):
     """A chart: its data, its title and its plot area. A new chart has none of them."""
     @property
     def DataSet(self) -> quillon.chart.DataSet | None:
