@@ -183,7 +183,7 @@ auto convertItems(PyObject* sequence, const Convert& convert)
 HostArray toTexts(PyObject* value)
 {
     if (value == Py_None) return {};
-    if (!isSequence(value)) refuseType(value, "a sequence of str");
+    if (!isSequence(value)) refuseType(value, "Sequence[str]");
     return HostArray::textArray(convertItems(value, toText));
 }
 
@@ -199,7 +199,7 @@ HostArray toObject(PyObject* value, const ValueType& type)
 HostArray toObjects(PyObject* value, const ValueType& type)
 {
     if (value == Py_None) return {};
-    if (!isSequence(value)) refuseType(value, "a sequence of " + type.name);
+    if (!isSequence(value)) refuseType(value, type.name);
     const auto objects = convertItems(value, [&](PyObject* item) { return toObject(item, type); });
     auto array = orca::omCreateORCAMatrix(1, objects.size(), orca::internal::nullValue);
     for (std::size_t i = 0; i < objects.size(); ++i)
@@ -217,7 +217,7 @@ HostArray toMember(PyObject* value, const ValueType& type)
 
 const ValueType& typeOfAnyObject()
 {
-    static const ValueType type{Kind::Object, 0, nullptr, handleType(), "an object of the library"};
+    static const ValueType type{Kind::Object, 0, nullptr, handleType(), "object of the library"};
     return type;
 }
 

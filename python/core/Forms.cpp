@@ -43,8 +43,8 @@ std::size_t Call::size() const
 
 Form::Form(const orca::factory::OrcaMethod& method) : method_(method)
 {
-    for (const auto& input : method.getInputs()) inputs_.push_back(resolveType(input));
-    if (!method.isConstructor()) resultName_ = resolveType(method.getOutputs().front()).name;
+    for (const auto& input : method.getInputs()) inputs_.push_back(resolveInput(input));
+    if (!method.isConstructor()) resultName_ = resolveResult(method.getOutputs().front()).name;
 }
 
 PyObject* Form::findValue(const Call& call, std::size_t index) const

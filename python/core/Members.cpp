@@ -254,8 +254,8 @@ PyTypeObject* methodType()
 Property::Property(PyTypeObject* ownerType, const orca::factory::impl::PropertyImpl& property)
     : owner(ownerType),
       impl(property),
-      type(resolveType(property.getType())),
-      setType(property.isWritable() ? resolveType(property.getSetType()) : ValueType()),
+      type(resolveResult(property.getType())),
+      setType(property.isWritable() ? resolveInput(property.getSetType()) : ValueType()),
       place(std::string(ownerType->tp_name) + "." + property.getName()),
       documentation(documentationOf(property, type, setType))
 {

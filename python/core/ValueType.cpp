@@ -1,6 +1,7 @@
 #include "python/core/ValueType.h"
 
 #include <limits>
+#include <string_view>
 
 #include "python/core/Classes.h"
 
@@ -29,7 +30,7 @@ constexpr Row rows[] = {
 
 }  // namespace
 
-ValueType resolveType(const orca::factory::HostTypeInfo& type)
+ValueType resolveResult(const orca::factory::HostTypeInfo& type)
 {
     for (const auto& row : rows)
         if (type.text == row.host) return {row.kind, row.maximum, nullptr, nullptr, row.python};
@@ -40,6 +41,14 @@ ValueType resolveType(const orca::factory::HostTypeInfo& type)
     const auto name = shortName(type.element);
     if (type.shape == Shape::Vector) return {Kind::Objects, 0, nullptr, python, "list[" + name + "]"};
     return {Kind::Object, 0, nullptr, python, name};
+}
+
+ValueType resolveInput(const orca::factory::HostTypeInfo& type)
+{
+    constexpr std::string_view list = "list[";
+    auto result = resolveResult(type);
+    if (result.name.starts_with(list)) result.name.replace(0, list.size(), "Sequence[");
+    return result;
 }
 
 }  // namespace quillon::python

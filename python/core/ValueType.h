@@ -22,11 +22,14 @@ struct ValueType {
     const Enumeration* enumeration = nullptr;
     /// Objects: their Python type. Null when nobody registered the class.
     PyTypeObject* type = nullptr;
-    /// The type in the words of Python: "float", "list[str]", "Title".
+    /// The type in the words of Python: "float", "list[str]", "Sequence[str]", "Title".
     std::string name;
 };
 
-/// Requires: the Python types of all classes are made.
-ValueType resolveType(const orca::factory::HostTypeInfo& type);
+/// The type of what a member gives. Requires: the Python types of all classes are made.
+ValueType resolveResult(const orca::factory::HostTypeInfo& type);
+
+/// The type of what a member takes: any sequence where it would give a list. Requires: as resolveResult().
+ValueType resolveInput(const orca::factory::HostTypeInfo& type);
 
 }  // namespace quillon::python

@@ -9,7 +9,7 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
-#include <xercesc/util/XMLUni.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include "support/Text.h"
 
@@ -89,6 +89,32 @@ void removeLayout(DOMElement& element)
     for (auto* child : children) removeLayout(*child);
 }
 
+std::string toMarkup(const DOMNode& node)
+{
+    const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(
+        getImplementation()->createLSSerializer());
+    auto* text = serializer->writeToString(&node);
+    auto markup = toUtf8(text);
+    xercesc::XMLString::release(&text);
+    return markup;
+}
+
+/// Writes the element on one line where it fits, otherwise each of its children on lines of their own.
+void layOut(std::ostream& file, const DOMElement& element, const std::string& indent)
+{
+    constexpr std::size_t width = 120;
+    const auto line = indent + toMarkup(element);
+    const auto children = getChildren(element);
+    if (line.size() <= width || children.empty()) {
+        file << line << '\n';
+        return;
+    }
+    const auto emptyTag = toMarkup(*element.cloneNode(false));
+    file << indent << emptyTag.substr(0, emptyTag.size() - 2) << ">\n";
+    for (const auto* child : children) layOut(file, *child, indent + "  ");
+    file << indent << "</" << toUtf8(element.getTagName()) << ">\n";
+}
+
 std::string readFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -144,10 +170,8 @@ testing::AssertionResult matchesGolden(const std::string& name, const DOMElement
     const auto path = QUILLON_GOLDEN_FOLDER "/" + name + ".xml";
     const char* update = std::getenv("UPDATE_GOLDENS");
     if (update != nullptr && std::string(update) == "1") {
-        const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(
-            getImplementation()->createLSSerializer());
-        serializer->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, true);
-        serializer->writeToURI(&actual, toUtf16(path).c_str());
+        std::ofstream file(path);
+        layOut(file, actual, "");
     }
     return isSameTree(*parseMarkup(readFile(path))->getDocumentElement(), actual);
 }

@@ -2,12 +2,14 @@
 
 from __future__ import annotations
 
+import enum
 import operator
 import reprlib
 from collections.abc import Iterable, Iterator
 from typing import TYPE_CHECKING, Any, Generic, SupportsIndex, TypeVar, overload
 
 from quillon import _core
+from quillon._preview import Preview
 
 if TYPE_CHECKING:
     from quillon.chart import DataPoint, DataSeries, Text
@@ -18,6 +20,8 @@ Item = TypeVar("Item")
 def _show(value: object) -> str:
     if isinstance(value, _core.Handle):
         return f"<{type(value).__name__}>"
+    if isinstance(value, enum.Enum):
+        return value.name
     if isinstance(value, list) and value and isinstance(value[0], _core.Handle):
         return f"[{len(value)} {type(value[0]).__name__}]"
     return reprlib.repr(value)
@@ -128,4 +132,10 @@ class ParagraphItems(Items["Text"]):
 
 
 #: By the name of the class that inherits them.
-bases = {"Object": Shown, "DataSeries": SeriesItems, "DataSet": SetItems, "Paragraph": ParagraphItems}
+bases = {
+    "Object": Shown,
+    "Chart": Preview,
+    "DataSeries": SeriesItems,
+    "DataSet": SetItems,
+    "Paragraph": ParagraphItems,
+}
