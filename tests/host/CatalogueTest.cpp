@@ -169,20 +169,5 @@ TEST_F(Catalogue, HoldsEveryClassAndMemberInItsOrder)
     EXPECT_EQ(catalogue, expectedCatalogue);
 }
 
-TEST_F(Catalogue, InheritsMembersBasesFirst)
-{
-    const std::pair<const char*, const char*> cases[] = {
-        {"PlotArea", "Height Width Format X Y "},
-        {"SolidBorderFormat", "Color Transparency Width DashType CapType JoinType CompoundType "},
-        {"PieChartSlice", ""},
-    };
-    for (const auto& [className, expected] : cases) {
-        const auto& info = orca::ClassRegistry::instance().requireClass(fullName(className));
-        std::string names;
-        for (const auto* property : info.getProperties()) names += property->getName() + " ";
-        EXPECT_EQ(names, expected);
-    }
-}
-
 }  // namespace
 }  // namespace quillon::chart
