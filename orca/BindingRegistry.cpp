@@ -26,8 +26,10 @@ std::shared_ptr<HostObject> BindingRegistry::announce(StdShareable& object, inte
 void BindingRegistry::announceForConstructor(StdShareable& object, internal::Name typeName, HostObject& host,
                                              bool isNew)
 {
-    if (isNew && object.host_ != nullptr) throw Error(ErrorId::AlreadyBound, {typeName.getText()});
+    if (isNew && (object.host_ != nullptr || host.object_ != nullptr))
+        throw Error(ErrorId::AlreadyBound, {typeName.getText()});
     remove(object);
+    if (host.object_ != nullptr) remove(*host.object_);
     host.className_ = typeName;
     bind(object, host);
 }

@@ -20,8 +20,8 @@ class QUILLON_EXPORT BindingRegistry {
     static std::shared_ptr<HostObject> announce(factory::full::StdShareable& object, internal::Name typeName);
 
     /// Binds `object` to the host object that the host is constructing, which takes the name `typeName`.
-    /// `isNew` says that the object must not be bound yet; otherwise an older binding gives way.
-    /// Throws: Error when a new object is bound already.
+    /// `isNew` says that neither of the two may be bound yet; otherwise older bindings give way.
+    /// Throws: Error when one of them is bound already.
     static void announceForConstructor(factory::full::StdShareable& object, internal::Name typeName,
                                        HostObject& host, bool isNew);
 

@@ -14,7 +14,8 @@ struct Row {
 
 /// Every error of the host system. %1, %2, ... are filled in where it is raised.
 constexpr Row rows[] = {
-    {ErrorId::AlreadyBound, "orca:alreadyBound", "the object of class %1 has a host object already."},
+    {ErrorId::AlreadyBound, "orca:alreadyBound",
+     "an object of class %1 and its host object are bound only once."},
     {ErrorId::BadShape, "orca:badShape", "a value of %1 rows and %2 columns cannot have %3 elements."},
     {ErrorId::DuplicateClass, "orca:duplicateClass", "the class %1 is registered already."},
     {ErrorId::DuplicateNamespace, "orca:duplicateNamespace", "the namespace %1 is registered already."},
@@ -22,7 +23,7 @@ constexpr Row rows[] = {
     {ErrorId::InvalidSelf, "orca:invalidSelf", "the object is gone, or of a class without this member."},
     {ErrorId::MustBeCellArray, "orca:mustBeCellArray",
      "expected a cell array of text or a text array, got %1."},
-    {ErrorId::MustBeString, "orca:mustBeString", "element %1 must be text."},
+    {ErrorId::MustBeString, "orca:mustBeString", "element %1 must be text, got %2."},
     {ErrorId::NoConstructor, "orca:noConstructor", "objects of class %1 cannot be constructed."},
     {ErrorId::NoOverload, "orca:noOverload", "no form takes (%1); expected %2."},
     {ErrorId::NotHeterogeneous, "orca:notHeterogeneous", "arrays of class %1 cannot mix classes."},

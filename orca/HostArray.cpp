@@ -127,6 +127,13 @@ void requireIndex(std::size_t index, std::size_t count)
 
 }  // namespace
 
+HostArray::HostArray(EnumMember member)
+{
+    if (member.enumClass == nullptr) return;
+    requireIndex(member.index, member.enumClass->getMembers().size());
+    value_ = member;
+}
+
 HostArray::HostArray(std::shared_ptr<HostObject> object)
 {
     if (object) value_ = std::move(object);

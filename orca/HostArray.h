@@ -71,6 +71,7 @@ class QUILLON_EXPORT HostArray {
  public:
     /// Empty, of no class.
     HostArray() = default;
+    /// Requires: no null pointer in `proxy`.
     explicit HostArray(factory::HostArrayProxy proxy) : value_(std::move(proxy)) {}
 
     /// Scalars. Whole numbers of the language are doubles, as numbers of the host are.
@@ -79,7 +80,8 @@ class QUILLON_EXPORT HostArray {
     HostArray(std::uint32_t number) : value_(number) {}
     HostArray(std::uint64_t number) : value_(number) {}
     HostArray(std::same_as<bool> auto truth) : value_(truth) {}
-    HostArray(EnumMember member) : value_(member) {}
+    /// A member of no class is empty. Throws: Error for a member that the class does not have.
+    HostArray(EnumMember member);
     /// A null object is empty.
     HostArray(std::shared_ptr<HostObject> object);
     HostArray(std::u16string text);

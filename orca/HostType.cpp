@@ -65,9 +65,9 @@ std::vector<std::u16string> extractFromStringVector(const HostArrayProxy& value)
     return *std::get<std::shared_ptr<const std::vector<std::u16string>>>(value);
 }
 
-void errorMustBeString(std::size_t position)
+void errorMustBeString(std::size_t position, const std::string& got)
 {
-    throw Error(ErrorId::MustBeString, {std::to_string(position)});
+    throw Error(ErrorId::MustBeString, {std::to_string(position), got});
 }
 
 void errorMustBeCellArray(const std::string& got)
@@ -124,7 +124,7 @@ std::vector<std::u16string> toTexts(const HostArray& value)
     std::vector<std::u16string> texts;
     texts.reserve(cells->elements.size());
     for (const auto& cell : cells->elements) {
-        if (cell.getText() == nullptr) errorMustBeString(texts.size() + 1);
+        if (cell.getText() == nullptr) errorMustBeString(texts.size() + 1, cell.describe());
         texts.push_back(extractString(cell.getProxy()));
     }
     return texts;

@@ -34,9 +34,10 @@ QUILLON_EXPORT std::u16string extractString(const HostArrayProxy& value);
 QUILLON_EXPORT bool isStringVector(const HostArrayProxy& value);
 /// The elements of a text array. Requires: isStringVector(value).
 QUILLON_EXPORT std::vector<std::u16string> extractFromStringVector(const HostArrayProxy& value);
-/// Raises the error for an element, counted from 1, that is no text.
-[[noreturn]] QUILLON_EXPORT void errorMustBeString(std::size_t position);
-/// Raises the error for a value that is neither text array nor cell array; `got` says what it is.
+/// Raises the error for an element, counted from 1, that is no text; `got` says what it is.
+[[noreturn]] QUILLON_EXPORT void errorMustBeString(std::size_t position,
+                                                   const std::string& got = "something else");
+/// Raises the error for a value that is neither text array nor cell array.
 [[noreturn]] QUILLON_EXPORT void errorMustBeCellArray(const std::string& got = "something else");
 
 namespace detail {

@@ -113,13 +113,29 @@ class MethodImpl<Result(Args...), IsStatic, C, Callable> final : public OrcaMeth
     HostArray invokeAll(HostObject& self, [[maybe_unused]] Arguments arguments,
                         std::index_sequence<I...> /*positions*/) const
     {
+        [[maybe_unused]] C* const object = resolve(self);
         // The braces convert the arguments from first to last.
         std::tuple<Args...> values{convert<Args>(arguments, I)...};
         try {
-            return std::apply([&](auto&... value) { return call(self, std::move(value)...); }, values);
+            if constexpr (IsStatic)
+                return std::apply([&](auto&... value) { return construct(self, std::move(value)...); },
+                                  values);
+            else
+                return std::apply([&](auto&... value) { return call(*object, std::move(value)...); }, values);
         } catch (const Error& error) {
             throw locate(error, 0);
         }
+    }
+
+    /// The receiving object; null for a constructor.
+    C* resolve(HostObject& self) const
+    try {
+        if constexpr (IsStatic)
+            return nullptr;
+        else
+            return &resolveSelf<C>(self);
+    } catch (const Error& error) {
+        throw locate(error, 0);
     }
 
     template <typename T>
@@ -130,19 +146,19 @@ class MethodImpl<Result(Args...), IsStatic, C, Callable> final : public OrcaMeth
         throw locate(error, index + 1);
     }
 
-    HostArray call(HostObject& self, Args&&... arguments) const
+    HostArray construct(HostObject& self, Args&&... arguments) const
     {
-        if constexpr (IsStatic) {
-            const auto object = callable_(std::move(arguments)...);
-            const auto name = internal::makeInterned(object->getFullyQualifiedOrcaTypeName());
-            BindingRegistry::announceForConstructor(*object, name, self, true);
-            if (object->bindingState() != 1) full::acquireReference(object);
-            return self.shared_from_this();
-        } else {
-            C& object = resolveSelf<C>(self);
-            return HostArray(HostType<std::remove_cvref_t<Result>>::toHost(
-                std::invoke(callable_, object, std::move(arguments)...)));
-        }
+        const auto object = callable_(std::move(arguments)...);
+        const auto name = internal::makeInterned(object->getFullyQualifiedOrcaTypeName());
+        BindingRegistry::announceForConstructor(*object, name, self, true);
+        if (object->bindingState() != 1) full::acquireReference(object);
+        return self.shared_from_this();
+    }
+
+    HostArray call(C& object, Args&&... arguments) const
+    {
+        return HostArray(HostType<std::remove_cvref_t<Result>>::toHost(
+            std::invoke(callable_, object, std::move(arguments)...)));
     }
 
     Callable callable_;

@@ -65,10 +65,10 @@ struct CosPieChartDataSeriesFormatOptions
         constructor<>();
         constructor<std::uint32_t>({"explosion"});
         constructor<std::uint32_t, std::uint32_t>({"explosion", "firstSliceAngle"});
-        property<&Options::getFirstSliceAngle, &Options::setFirstSliceAngle>(
-            "FirstSliceAngle", "Where the first slice starts: degrees, 0 to 360.");
         property<&Options::getPieExplosion, &Options::setPieExplosion>(
             "PieExplosion", "How far the slices are pulled out: percent, 0 to 100.");
+        property<&Options::getFirstSliceAngle, &Options::setFirstSliceAngle>(
+            "FirstSliceAngle", "Where the first slice starts: degrees, 0 to 360.");
     }
 };
 

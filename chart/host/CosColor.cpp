@@ -21,7 +21,8 @@ void setColor(Color& color, const HostArrayProxy& proxy)
 {
     const HostArray value(proxy);
     if (const auto* const text = value.getText()) return color.setFromText(*text);
-    if (value.isEmpty()) return;
+    const bool isVector = value.getRowCount() == 1 || value.getColumnCount() == 1;
+    if (value.isEmpty() || !isVector) return;
     if (const auto numbers = value.getMatrixElements()) setTriplet(color, *numbers);
 }
 

@@ -75,20 +75,11 @@ void addStranger(orca::COSNamespace* strangers)
     finish({messageOf(entry) == refused, classCount() == 1, messageOf(entry) == refused, classCount() == 1});
 }
 
-const auto success = testing::ExitedWithCode(0);
-
-TEST(ModuleEntryDeathTest, RegistersOnceAndOnlyWithTheFeatureOn)
+TEST(ModuleEntryDeathTest, RegistersOnceAndOnlyWhenItMay)
 {
+    const auto success = testing::ExitedWithCode(0);
     EXPECT_EXIT(offThenOnThenTwice(), success, "");
-}
-
-TEST(ModuleEntryDeathTest, FollowsTheEnvironmentWhereTheProgramSaysNothing)
-{
     EXPECT_EXIT(environmentDecidesUntilTheProgramDoes(), success, "");
-}
-
-TEST(ModuleEntryDeathTest, PassesAnErrorOnAndTriesAgain)
-{
     EXPECT_EXIT(refusedRegistration(), success, "");
 }
 
