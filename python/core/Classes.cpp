@@ -181,8 +181,6 @@ class Loader {
 /// Calls a constructor with what Py_tp_new is given.
 py::object construct(const Class& made, PyTypeObject* type, PyObject* arguments, PyObject* keywords)
 {
-    if (made.constructors.empty())
-        throw Refused(PyExc_TypeError, "the class has no constructor; its subclasses have.");
     std::vector<PyObject*> values(&PyTuple_GET_ITEM(arguments, 0),
                                   &PyTuple_GET_ITEM(arguments, 0) + PyTuple_GET_SIZE(arguments));
     Call call{nullptr, values.size(), nullptr};
@@ -213,7 +211,8 @@ py::dict loadClasses(const std::string& namespaceName, const py::dict& bases)
 PyObject* constructHandle(PyTypeObject* type, PyObject* arguments, PyObject* keywords) noexcept
 try {
     const auto* const made = classOf(type);
-    if (made == nullptr) throw Refused(PyExc_TypeError, "the class has no constructor.");
+    if (made == nullptr || made->constructors.empty())
+        throw Refused(PyExc_TypeError, "the class has no constructor.");
     return construct(*made, type, arguments, keywords).release().ptr();
 } catch (...) {
     raise(type->tp_name);

@@ -224,11 +224,12 @@ const ValueType& typeOfAnyObject()
 /// A sequence is of what its first item is of.
 HostArray toArray(PyObject* sequence)
 {
-    if (PySequence_Size(sequence) == 0) return {};
-    const auto first = owned(PySequence_GetItem(sequence, 0));
-    if (PyUnicode_Check(first.ptr())) return toTexts(sequence);
-    if (asHandle(first.ptr()) != nullptr) return toObjects(sequence, typeOfAnyObject());
-    return HostArray::row(convertItems(sequence, toDouble));
+    const auto list = owned(PySequence_List(sequence));
+    if (PyList_GET_SIZE(list.ptr()) == 0) return {};
+    auto* const first = PyList_GET_ITEM(list.ptr(), 0);
+    if (PyUnicode_Check(first)) return toTexts(list.ptr());
+    if (asHandle(first) != nullptr) return toObjects(list.ptr(), typeOfAnyObject());
+    return HostArray::row(convertItems(list.ptr(), toDouble));
 }
 
 HostArray toAny(PyObject* value)
