@@ -8,6 +8,7 @@
 #include "python/core/Classes.h"
 #include "python/core/Handle.h"
 #include "python/core/Members.h"
+#include "python/core/Report.h"
 #include "support/FeatureService.h"
 
 namespace quillon::python {
@@ -52,4 +53,5 @@ PYBIND11_MODULE(_core, module)
                "Calls a method of one number for each number of a sequence or buffer.");
     module.def("bound_objects", orca::BindingRegistry::size,
                "The number of library objects that Python or another host holds.");
+    defineReport(module);
 }

@@ -1,13 +1,24 @@
 #!/usr/bin/env bash
-# Fills FOLDER with the documents to validate: make_documents.sh BIN EXAMPLES FOLDER
+# Fills FOLDER with the documents to validate, and FOLDER/others with those that another library packages:
+# make_documents.sh BIN EXAMPLES FOLDER PYTHON_FOLDER
 set -euo pipefail
+tests=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 bin=$1
 examples=$2
 folder=$3
+export PYTHONPATH=$4
 
 rm -rf "$folder"
-mkdir -p "$folder"
+mkdir -p "$folder/others"
 "$bin/random_charts" "$folder"
 "$examples/demo.sh" "$bin/quillon-report" "$folder" --no-pictures
 "$bin/first_chart" "$folder/first_chart.docx"
 "$bin/chart_by_names" "$folder/chart_by_names.docx"
+
+cd "$folder"
+for example in "$examples"/python/*.py; do
+    [[ $example == */into_python_docx.py ]] || /usr/bin/python3 "$example"
+done
+cd others
+/usr/bin/python3 "$examples/python/into_python_docx.py"
+/usr/bin/python3 "$tests/reopen_document.py" "$folder/demo.docx" reopened.docx

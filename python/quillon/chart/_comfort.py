@@ -8,6 +8,7 @@ from collections.abc import Iterable, Iterator
 from typing import TYPE_CHECKING, Any, Generic, SupportsIndex, TypeVar, overload
 
 from quillon import _core
+from quillon._preview import Preview
 
 if TYPE_CHECKING:
     from quillon.chart import DataPoint, DataSeries, Text
@@ -128,4 +129,10 @@ class ParagraphItems(Items["Text"]):
 
 
 #: By the name of the class that inherits them.
-bases = {"Object": Shown, "DataSeries": SeriesItems, "DataSet": SetItems, "Paragraph": ParagraphItems}
+bases = {
+    "Object": Shown,
+    "Chart": Preview,
+    "DataSeries": SeriesItems,
+    "DataSet": SetItems,
+    "Paragraph": ParagraphItems,
+}

@@ -1,0 +1,16 @@
+"""A document with a heading and one chart."""
+
+from quillon.chart import ColumnChart, DataSet, DataSeries, Title
+from quillon.report import Document
+
+data = DataSet(["Q1", "Q2", "Q3"])
+north = data.appendSeries(DataSeries("North"))
+for value in (1.5, 2.0, 3.25):
+    north.appendPoint(value)
+chart = ColumnChart()
+chart.DataSet, chart.ChartTitle = data, Title("Revenue")
+
+report = Document()
+report.add_heading("Sales")
+report.add_chart(chart, width="15cm", legend="bottom")
+report.save("sales.docx")
