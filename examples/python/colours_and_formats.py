@@ -12,29 +12,28 @@ def make_chart(kind, title, categories, **series):
     chart.DataSet, chart.ChartTitle = DataSet(categories), Title(title)
     for name, values in series.items():
         row = DataSeries(name)
-        for value in values:
-            row.appendPoint(value)
+        row.extend(values)
         chart.DataSet.appendSeries(row)  # filled, because all series of a set are of one size
     return chart
 
 
-# A colour is a name, "#rrggbb" or "rgb(r,g,b)". Positions count from 1 in the library's own methods.
+# A colour is a name, "#rrggbb" or "rgb(r,g,b)".
 bars = make_chart(BarChart, "Waiting time in minutes", ["Mon", "Tue", "Wed", "Thu", "Fri"], Waiting=[4, 6, 5, 14, 7])
-waiting = bars.DataSet.getSeries(1)
+waiting = bars.DataSet[0]
 waiting.Format = DataSeriesShapeFormat("steelblue")
-waiting.getPoint(4).Format = DataPointShapeFormat("#C83C28", "rgb(90,20,10)")  # inside, outline
+waiting[3].Format = DataPointShapeFormat("#C83C28", "rgb(90,20,10)")  # inside, outline
 
 # A value that is no number is a gap.
 lines = make_chart(
     LineChart, "Level in metres", ["1", "2", "3", "4", "5", "6"],
     Upper=[2.1, 2.2, 2.4, 2.3, 2.2, 2.1], Lower=[0.9, 1.0, float("nan"), float("nan"), 1.2, 1.1],
 )
-for number, colour in enumerate(("seagreen", "darkorange"), start=1):
-    lines.DataSet.getSeries(number).Format = DataSeriesShapeFormat(colour)
+for series, colour in zip(lines.DataSet, ("seagreen", "darkorange")):
+    series.Format = DataSeriesShapeFormat(colour)
 
 pie = make_chart(PieChart, "Votes", ["Yes", "No", "Abstained"], Votes=[61, 30, 9])
-for number, colour in enumerate(("seagreen", "firebrick", "silver"), start=1):
-    pie.DataSet.getSeries(1).getPoint(number).Format = DataPointShapeFormat(colour, "white")
+for slice_, colour in zip(pie.DataSet[0], ("seagreen", "firebrick", "silver")):
+    slice_.Format = DataPointShapeFormat(colour, "white")
 
 report = Document()
 report.add_heading("Colours and formats")

@@ -10,9 +10,7 @@ from quillon.docx import add_chart
 def make_chart(kind, title, values):
     chart = kind()
     chart.DataSet, chart.ChartTitle = DataSet(list(values)), Title(title)
-    series = chart.DataSet.appendSeries(DataSeries(title))
-    for value in values.values():
-        series.appendPoint(value)
+    chart.DataSet.appendSeries(DataSeries(title)).extend(list(values.values()))
     return chart
 
 

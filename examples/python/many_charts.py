@@ -18,8 +18,7 @@ report.add_heading("Mean temperatures")
 for station in range(1, 41):
     values = measure(station)
     series = DataSeries(f"Station {station}")
-    for value in values:
-        series.appendPoint(value)
+    series.extend(values)
     chart = LineChart()
     chart.DataSet, chart.ChartTitle = DataSet(MONTHS), Title(f"Station {station}")
     chart.DataSet.appendSeries(series)

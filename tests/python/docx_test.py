@@ -19,8 +19,7 @@ from quillon.docx import ChartWarning, add_chart
 
 def make_chart(values=(1.5, 2.0), colour=None):
     series = DataSeries("North")
-    for value in values:
-        series.appendPoint(value)
+    series.extend(values)
     if colour:
         series.Format = DataSeriesShapeFormat(colour)
     chart = ColumnChart()

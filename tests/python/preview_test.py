@@ -16,8 +16,7 @@ CAN_DRAW = shutil.which("soffice") and shutil.which("pdftoppm")
 
 def make_chart(values=(1.5, 2.0)):
     series = DataSeries("North")
-    for value in values:
-        series.appendPoint(value)
+    series.extend(values)
     chart = ColumnChart()
     chart.DataSet = DataSet(["Q"] * len(values))
     chart.DataSet.appendSeries(series)
@@ -75,7 +74,7 @@ class Preview(unittest.TestCase):
         self.assertNotEqual(pictures[0], pictures[1])
         with mock.patch.dict(os.environ, PATH="/nonexistent"):
             self.assertEqual(charts[0].preview(width="4in", height="2in", dpi=50), pictures[0])
-            charts[0].DataSet.getSeries(1).getPoint(1).Value = 3
+            charts[0].DataSet[0][0].Value = 3
             with self.assertRaises(PreviewError):
                 charts[0].preview(width="4in", height="2in", dpi=50)
 

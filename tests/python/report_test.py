@@ -20,8 +20,7 @@ from quillon.report import ChartWarning, Document
 
 def make_chart(values=(1.5, 2.0), kind=ColumnChart, colour=None):
     series = DataSeries("North")
-    for value in values:
-        series.appendPoint(value)
+    series.extend(values)
     if colour:
         series.Format = DataSeriesShapeFormat(colour)
     chart = kind()

@@ -12,8 +12,7 @@ from quillon.docx import add_chart
 
 def make_chart(kind):
     series = DataSeries("a < b")
-    for value in (1, float("nan"), -3.5):
-        series.appendPoint(value)
+    series.extend((1, float("nan"), -3.5))
     chart = kind()
     chart.DataSet, chart.ChartTitle = DataSet(["x", "", "\U0001f389"]), Title(kind.__name__)
     chart.DataSet.appendSeries(series)
