@@ -28,7 +28,7 @@ orca::HostArray makeChart()
     const auto quarters = orca::HostArray::textArray({u"Q1", u"Q2", u"Q3"});
     const auto data = orca::construct("quillon.chart.DataSet", {quarters});
     orca::call(data, "appendSeries", {series});
-    const auto chart = orca::construct("quillon.chart.ColumnChart");
+    auto chart = orca::construct("quillon.chart.ColumnChart");
     orca::set(chart, "DataSet", data);
     orca::set(chart, "ChartTitle", orca::construct("quillon.chart.Title", {u"Sales"}));
     return chart;

@@ -57,7 +57,7 @@ std::string fill(std::string_view sentence, std::initializer_list<std::string_vi
 }  // namespace
 
 Error::Error(ErrorId id, std::initializer_list<std::string_view> words)
-    : Error(id, fill(rowOf(id).sentence, words))
+    : Error(fill(rowOf(id).sentence, words), id)
 {
 }
 

@@ -42,10 +42,10 @@ class QUILLON_EXPORT Error : public std::runtime_error {
     const char* getIdentifier() const;
 
     /// The same error with the place where it happened in front of its sentence.
-    Error at(const std::string& place) const { return {id_, place + ": " + what()}; }
+    Error at(const std::string& place) const { return {place + ": " + what(), id_}; }
 
  private:
-    Error(ErrorId id, const std::string& sentence) : std::runtime_error(sentence), id_(id) {}
+    Error(const std::string& sentence, ErrorId id) : std::runtime_error(sentence), id_(id) {}
 
     ErrorId id_;
 };

@@ -6,6 +6,7 @@ namespace {
 std::vector<HostTypeInfo> parseAll(const std::vector<std::string>& types)
 {
     std::vector<HostTypeInfo> result;
+    result.reserve(types.size());
     for (const auto& type : types) result.push_back(parseHostType(type));
     return result;
 }
