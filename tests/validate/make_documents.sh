@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Fills FOLDER with the documents to validate, and FOLDER/others with those that another library packages:
 # make_documents.sh BIN EXAMPLES FOLDER PYTHON_FOLDER
+# Without a PYTHON_FOLDER, those that Python makes are left out.
 set -euo pipefail
 tests=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 bin=$1
 examples=$2
 folder=$3
-export PYTHONPATH=$4
+python=$4
 
 rm -rf "$folder"
 mkdir -p "$folder/others"
@@ -15,6 +16,8 @@ mkdir -p "$folder/others"
 "$bin/first_chart" "$folder/first_chart.docx"
 "$bin/chart_by_names" "$folder/chart_by_names.docx"
 
+[[ -n $python ]] || exit 0
+export PYTHONPATH=$python
 cd "$folder"
 for example in "$examples"/python/*.py; do
     [[ $example == */into_python_docx.py ]] || /usr/bin/python3 "$example"
