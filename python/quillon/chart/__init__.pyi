@@ -433,15 +433,15 @@ class PieChartDataSeriesFormatOptions(DataSeriesFormatOptions):
     @overload
     def __init__(self, explosion: int, firstSliceAngle: int) -> None: ...
     @property
-    def FirstSliceAngle(self) -> int:
-        """Where the first slice starts: degrees, 0 to 360."""
-    @FirstSliceAngle.setter
-    def FirstSliceAngle(self, value: int) -> None: ...
-    @property
     def PieExplosion(self) -> int:
         """How far the slices are pulled out: percent, 0 to 100."""
     @PieExplosion.setter
     def PieExplosion(self, value: int) -> None: ...
+    @property
+    def FirstSliceAngle(self) -> int:
+        """Where the first slice starts: degrees, 0 to 360."""
+    @FirstSliceAngle.setter
+    def FirstSliceAngle(self, value: int) -> None: ...
 
 class Effects(Object):
     """The visual effects of a shape."""
