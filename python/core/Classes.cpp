@@ -69,18 +69,21 @@ class Loader {
     /// Members name types, so that all types are made first.
     py::dict load()
     {
-        for (const auto* info : infos_) {
-            if (const auto* const enumClass = dynamic_cast<const EnumClass*>(info))
-                addEnumeration(*enumClass);
-            else
-                getType(*info);
-        }
+        for (const auto* info : infos_) add(*info);
         for (const auto* info : infos_)
             if (auto* const added = find(catalogue().classes, info)) addMembers(*added);
         return dictionary();
     }
 
  private:
+    void add(const ClassInfo& info)
+    {
+        if (const auto* const enumClass = dynamic_cast<const EnumClass*>(&info))
+            addEnumeration(*enumClass);
+        else
+            getType(info);
+    }
+
     void addEnumeration(const EnumClass& enumClass)
     {
         py::list values;

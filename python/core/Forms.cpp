@@ -68,8 +68,10 @@ bool Form::hasInputsOf(const Call& call) const
 
 bool Form::accepts(const Call& call) const
 {
-    for (std::size_t i = 0; i < inputs_.size(); ++i)
-        if (!fits(findValue(call, i), inputs_[i])) return false;
+    for (std::size_t i = 0; i < inputs_.size(); ++i) {
+        auto* const value = findValue(call, i);
+        if (value == nullptr || !fits(value, inputs_[i])) return false;
+    }
     return true;
 }
 
