@@ -1,5 +1,6 @@
 # `cmake --install` gives other CMake projects the package "quillon", with the targets quillon::quillon_charts and
-# quillon::quillon_report. Headers keep their folders below one include root.
+# quillon::quillon_report; projects that add this folder have the same names. Headers keep their folders below one include
+# root.
 include(CMakePackageConfigHelpers)
 
 set(include_root "${CMAKE_INSTALL_INCLUDEDIR}/quillon")
@@ -7,6 +8,7 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quillon")
 set(libraries orca quillon_charts quillon_report)
 
 foreach(library IN LISTS libraries)
+    add_library(quillon::${library} ALIAS ${library})
     target_include_directories(${library} PUBLIC "$<INSTALL_INTERFACE:${include_root}>")
 endforeach()
 install(TARGETS ${libraries} EXPORT quillon-targets)
