@@ -95,7 +95,3 @@ class Catalogue(unittest.TestCase):
                 method = getattr(owner, form["name"])
                 self.assertIsInstance(method(*values), result_type(form["returns"]))
                 self.assertIn(form["description"], method.__doc__)
-
-
-if __name__ == "__main__":
-    unittest.main()

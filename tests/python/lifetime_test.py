@@ -133,7 +133,3 @@ VALUES = {
     "Sequence[str]": [[], ["Q1", "Q2"], ("a",)],
     "Any": ["blue", (1, 0.5, 0), [1]],
 }
-
-
-if __name__ == "__main__":
-    unittest.main()

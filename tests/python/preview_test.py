@@ -52,7 +52,3 @@ class Preview(unittest.TestCase):
             self.assertEqual(draw(charts[0]), pictures[0])
             charts[0].DataSet[0][0].Value = 3
             self.assertRaises(PreviewError, draw, charts[0])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -112,7 +112,6 @@ class Refusals(unittest.TestCase):
         cases = [
             (document.add_heading, ("x", 0), ValueError, "Heading level: expected 1 to 9, got 0."),
             (document.add_heading, ("x", 10**30), ValueError, "Heading level: expected 1 to 9"),
-            (document.add_heading, ("x", "1"), TypeError, "integer"),
             (document.add_heading, (3,), TypeError, "text: expected str, got int"),
             (document.add_paragraph, ("a\0b",), ValueError, r"Paragraph: character 2 \(U\+0000\)"),
             (document.add_paragraph, ("\ud800",), ValueError, "surrogates"),
@@ -181,7 +180,3 @@ class Threads(unittest.TestCase):
         with ThreadPoolExecutor() as pool:
             results = list(pool.map(write, charts))
         self.assertEqual(results, [make_document(chart).to_bytes() for chart in charts])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,7 +1,6 @@
 """The committed type stubs are those of the registry, and agree with the classes at run time."""
 
 import difflib
-import os
 import subprocess
 import sys
 import tempfile
@@ -21,8 +20,7 @@ value: float = data[0][0].Value
 chart = ColumnChart()
 chart.DataSet, chart.ChartTitle = data, None
 border = SolidBorderFormat()
-border.Color = "red"
-border.DashType = SolidBorderDashType.Dash
+border.Color, border.DashType = "red", SolidBorderDashType.Dash
 text: str = Title("Revenue").Text.Content[0].Content
 rows: DataSet = from_rows([["", "North"], ["Q1", 1]])
 """
@@ -55,8 +53,3 @@ class Stubs(unittest.TestCase):
             checked = run("-m", "mypy", "--cache-dir", folder, "--no-error-summary", path)
         numbers = {int(line.split(":")[1]) for line in checked.stdout.splitlines() if ": error:" in line}
         self.assertEqual([lines[number - 1] for number in sorted(numbers)], WRONG)
-
-
-if __name__ == "__main__":
-    os.environ["MYPYPATH"] = os.environ["PYTHONPATH"]
-    unittest.main()
