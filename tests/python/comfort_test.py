@@ -9,8 +9,8 @@ import unittest
 
 from quillon import chart
 from quillon.chart import (
-    Color, ColumnChart, DataPoint, DataSeries, DataSet, Object, Paragraph, SolidBorderFormat, Text, Title, from_dataframe,
-    from_rows,
+    Color, ColumnChart, DataPoint, DataSeries, DataSet, Object, Paragraph, SolidBorderFormat, Text, Title,
+    from_dataframe, from_rows,
 )
 
 NAN = float("nan")
