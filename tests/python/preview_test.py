@@ -31,11 +31,10 @@ class Preview(unittest.TestCase):
         self.assertIsNone(ColumnChart()._repr_png_())
 
     def test_tells_of_a_program_that_fails_or_hangs(self):
-        cases = [("false", "^false failed"), ("sleep 60", "^sleep was stopped after 0.2 seconds")]
-        with mock.patch.object(_preview, "_SECONDS", 0.2):
-            for command, text in cases:
-                with self.assertRaisesRegex(PreviewError, text):
-                    _preview._run(_preview.Path("/"), "result", command.split())
+        cases = [("false", 60, "^false failed"), ("sleep 60", 0.2, "^sleep was stopped after 0.2 seconds")]
+        for command, seconds, text in cases:
+            with mock.patch.object(_preview, "_SECONDS", seconds), self.assertRaisesRegex(PreviewError, text):
+                _preview._run(_preview.Path("/"), "result", command.split())
 
     @unittest.skipUnless(shutil.which("soffice") and shutil.which("pdftoppm"), "LibreOffice is not installed")
     def test_draws_each_chart_once_and_several_at_once(self):
