@@ -34,7 +34,7 @@ const std::array texts = {u"North"s,
                           std::u16string(300, u'w')};
 
 /// Of `texts`, those that fields without a notation for other characters take.
-const std::array plainTexts = {""s, "Title"s, "a & b <c> \"d\" 'e' ]]>"s, "line\r\nbreak\ttab"s,
+const std::array plainTexts = {""s, "Title"s, R"(a & b <c> "d" 'e' ]]>)"s, "line\r\nbreak\ttab"s,
                                "\u00E9\u6F22\u5B57 \U0001F389"s};
 
 const std::array colors = {
@@ -51,7 +51,8 @@ const std::array lengths = {"0.1in"s, "22in"s, "15cm"s, "80mm"s, "300pt"s, "6in"
 /// From 0 to `count` - 1. Takes one number of the engine, whose sequence the standard fixes.
 unsigned pick(unsigned count)
 {
-    static std::mt19937 engine{20'240'501};
+    static std::seed_seq seed{20'240'501};
+    static std::mt19937 engine(seed);
     return static_cast<unsigned>(engine() % count);
 }
 
