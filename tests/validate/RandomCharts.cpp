@@ -1,6 +1,4 @@
 #include <array>
-#include <cstdio>
-#include <exception>
 #include <limits>
 #include <random>
 #include <string>
@@ -18,31 +16,25 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::size_t documentCount = 8;
-constexpr std::size_t chartsInDocument = 25;
+constexpr unsigned documentCount = 8;
+constexpr unsigned chartsInDocument = 25;
 constexpr unsigned maximumSeries = 60;
 constexpr unsigned maximumPoints = 50;
 
-const std::array texts = {
-    u"North"s,
-    u""s,
-    u" "s,
-    u"a & b <c> \"d\" 'e' ]]> <!--"s,
-    u"control \x01\x1F\x7F"s,
-    u"nothing\0behind"s,
-    u"_x0041_ and _x005F_"s,
-    u"line\r\nbreak\ttab"s,
-    u"\u00E9\u6F22\u5B57 \U0001F389"s,
-    u"half \xD83C of a pair"s,
-    u"\xDC00\uFFFE\uFFFF"s,
-    u"\u202Eright to left"s,
-    u"=1+1"s,
-    u"http://example.com/"s,
-    std::u16string(300, u'w'),
-};
+const std::array texts = {u"North"s,
+                          u""s,
+                          u" "s,
+                          u"a & b <c> \"d\" 'e' ]]> <!-- _x0041_ and _x005F_"s,
+                          u"control \x01\x1F\x7F line\r\nbreak\ttab"s,
+                          u"nothing\0behind"s,
+                          u"\u00E9\u6F22\u5B57 \U0001F389 \u202Eright to left"s,
+                          u"half \xD83C of a pair \xDC00\uFFFE\uFFFF"s,
+                          u"=1+1"s,
+                          u"http://example.com/"s,
+                          std::u16string(300, u'w')};
 
 /// Of `texts`, those that fields without a notation for other characters take.
-const std::array plainTexts = {""s, "Title"s, "a & b <c> \"d\" 'e' ]]>"s, "line\r\nbreak\ttab"s,
+const std::array plainTexts = {""s, "Title"s, R"(a & b <c> "d" 'e' ]]>)"s, "line\r\nbreak\ttab"s,
                                "\u00E9\u6F22\u5B57 \U0001F389"s};
 
 const std::array colors = {
@@ -54,36 +46,30 @@ const std::array values = {
     std::numeric_limits<double>::quiet_NaN(), 0.0, -0.0, 1.0 / 3.0, -1234.5, 1e21, 9.99999999999999e307,
     std::numeric_limits<double>::min()};
 
-constexpr std::array lengths = {"0.1in", "22in", "15cm", "80mm", "300pt", "6in"};
+const std::array lengths = {"0.1in"s, "22in"s, "15cm"s, "80mm"s, "300pt"s, "6in"s};
 
-/// Makes charts; every draw takes one number of the engine, whose sequence the standard fixes.
-class ChartMaker {
- public:
-    unsigned pick(unsigned count) { return static_cast<unsigned>(engine_() % count); }
+/// From 0 to `count` - 1. Takes one number of the engine, whose sequence the standard fixes.
+unsigned pick(unsigned count)
+{
+    static std::seed_seq seed{20'240'501};
+    static std::mt19937 engine(seed);
+    return static_cast<unsigned>(engine() % count);
+}
 
-    template <typename Choices>
-    const auto& pickOf(const Choices& choices)
-    {
-        return choices[pick(static_cast<unsigned>(choices.size()))];
-    }
+template <typename Choices>
+const auto& pickOf(const Choices& choices)
+{
+    return choices[pick(static_cast<unsigned>(choices.size()))];
+}
 
-    /// From 0 to `maximum`; mostly small numbers, which are validated faster.
-    unsigned pickCount(unsigned maximum) { return pick(pick(6) == 0 ? maximum + 1 : 6); }
-
-    std::shared_ptr<chart::Chart> makeChart();
-    report::ChartOptions makeOptions();
-
- private:
-    template <typename Format>
-    std::shared_ptr<Format> makeFormat();
-    std::shared_ptr<chart::DataSeries> makeSeries(unsigned pointCount);
-    std::shared_ptr<chart::DataSet> makeDataSet();
-
-    std::mt19937 engine_{20'240'501};
-};
+/// From 0 to `maximum`; mostly small numbers, which are validated faster.
+unsigned pickCount(unsigned maximum)
+{
+    return pick(pick(6) == 0 ? maximum + 1 : 6);
+}
 
 template <typename Format>
-std::shared_ptr<Format> ChartMaker::makeFormat()
+std::shared_ptr<Format> makeFormat()
 {
     if (pick(3) == 0) return nullptr;
     auto format = Format::create(pickOf(colors), pickOf(colors));
@@ -93,7 +79,7 @@ std::shared_ptr<Format> ChartMaker::makeFormat()
     return format;
 }
 
-std::shared_ptr<chart::DataSeries> ChartMaker::makeSeries(unsigned pointCount)
+std::shared_ptr<chart::DataSeries> makeSeries(unsigned pointCount)
 {
     auto series = chart::DataSeries::create(pickOf(texts));
     series->setFormat(makeFormat<chart::DataSeriesShapeFormat>());
@@ -104,11 +90,11 @@ std::shared_ptr<chart::DataSeries> ChartMaker::makeSeries(unsigned pointCount)
     return series;
 }
 
-std::shared_ptr<chart::DataSet> ChartMaker::makeDataSet()
+std::shared_ptr<chart::DataSet> makeDataSet()
 {
     const auto pointCount = pickCount(maximumPoints);
-    std::vector<std::u16string> categories;
-    for (unsigned i = 0; i < pointCount; ++i) categories.push_back(pickOf(texts));
+    std::vector<std::u16string> categories(pointCount);
+    for (auto& category : categories) category = pickOf(texts);
     auto dataSet = chart::DataSet::create(categories);
     const auto seriesCount = pickCount(maximumSeries);
     for (unsigned i = 0; i < seriesCount; ++i) dataSet->appendSeries(makeSeries(pointCount));
@@ -116,7 +102,7 @@ std::shared_ptr<chart::DataSet> ChartMaker::makeDataSet()
     return dataSet;
 }
 
-std::shared_ptr<chart::Chart> ChartMaker::makeChart()
+std::shared_ptr<chart::Chart> makeChart()
 {
     const std::array<std::shared_ptr<chart::Chart>, 4> types = {
         chart::BarChart::create(), chart::ColumnChart::create(), chart::LineChart::create(),
@@ -127,40 +113,26 @@ std::shared_ptr<chart::Chart> ChartMaker::makeChart()
     return chart;
 }
 
-report::ChartOptions ChartMaker::makeOptions()
+report::Document makeDocument()
 {
-    report::ChartOptions options;
-    options.width = pickOf(lengths);
-    options.height = pickOf(lengths);
-    options.legend = static_cast<report::Legend>(pick(6));
-    options.altText = pickOf(plainTexts);
-    options.workbook = pick(4) > 0;
-    return options;
-}
-
-void writeDocuments(const std::string& folder)
-{
-    ChartMaker maker;
-    for (std::size_t i = 1; i <= documentCount; ++i) {
-        report::Document document;
-        for (std::size_t k = 0; k < chartsInDocument; ++k) {
-            document.addHeading(maker.pickOf(plainTexts), static_cast<int>(1 + maker.pick(9)));
-            document.addParagraph(maker.pickOf(plainTexts));
-            document.addChart(maker.makeChart(), maker.makeOptions());
-        }
-        document.save(folder + "/random-" + std::to_string(i) + ".docx");
+    report::Document document;
+    for (unsigned i = 0; i < chartsInDocument; ++i) {
+        document.addHeading(pickOf(plainTexts), static_cast<int>(1 + pick(9)));
+        document.addParagraph(pickOf(plainTexts));
+        const auto chart = makeChart();
+        // Braces take their numbers in order.
+        document.addChart(chart, {pickOf(lengths), pickOf(lengths), static_cast<report::Legend>(pick(6)),
+                                  pickOf(plainTexts), pick(4) > 0});
     }
+    return document;
 }
 
 }  // namespace
 }  // namespace quillon
 
 int main(int argc, char** argv)
-try {
-    if (argc != 2) throw std::runtime_error("expected a folder");
-    quillon::writeDocuments(argv[1]);
-    return 0;
-} catch (const std::exception& error) {
-    std::fprintf(stderr, "random_charts: %s\n", error.what());
-    return 1;
+{
+    const std::string folder = argc > 1 ? argv[1] : ".";
+    for (unsigned i = 1; i <= quillon::documentCount; ++i)
+        quillon::makeDocument().save(folder + "/random-" + std::to_string(i) + ".docx");
 }

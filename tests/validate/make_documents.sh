@@ -17,7 +17,7 @@ mkdir -p "$folder/others"
 "$bin/chart_by_names" "$folder/chart_by_names.docx"
 
 [[ -n $python ]] || exit 0
-export PYTHONPATH=$python
+export PYTHONPATH=$python:$tests/../python
 cd "$folder"
 for example in "$examples"/python/*.py; do
     [[ $example == */into_python_docx.py ]] || /usr/bin/python3 "$example"

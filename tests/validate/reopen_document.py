@@ -6,18 +6,9 @@ import sys
 import docx
 from docx.shared import Cm
 
-from quillon.chart import BarChart, ColumnChart, DataSeries, DataSet, LineChart, PieChart, Title
+from charts import make_chart
+from quillon.chart import BarChart, ColumnChart, LineChart, PieChart
 from quillon.docx import add_chart
-
-
-def make_chart(kind):
-    series = DataSeries("a < b")
-    series.extend((1, float("nan"), -3.5))
-    chart = kind()
-    chart.DataSet, chart.ChartTitle = DataSet(["x", "", "\U0001f389"]), Title(kind.__name__)
-    chart.DataSet.appendSeries(series)
-    return chart
-
 
 document = docx.Document(sys.argv[1])
 table = document.add_table(rows=1, cols=1)
@@ -26,6 +17,6 @@ targets = [
     document.sections[0].header, document.sections[0].footer,
 ]
 for number, target in enumerate(targets):
-    kind = (BarChart, ColumnChart, LineChart, PieChart)[number % 4]
-    add_chart(target, make_chart(kind), width=Cm(8), height="4cm", workbook=number != 1, alt_text=f"Chart {number}")
+    chart = make_chart((1, float("nan"), -3.5), (BarChart, ColumnChart, LineChart, PieChart)[number % 4])
+    add_chart(target, chart, width=Cm(8), height="4cm", workbook=number != 1, alt_text=f"Chart {number}")
 document.save(sys.argv[2])
