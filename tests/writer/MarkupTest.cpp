@@ -4,7 +4,6 @@
 
 #include "chart/model/BarChart.h"
 #include "chart/writer/DOCXChartWriter.h"
-#include "chart/writer/Templates.h"
 #include "tests/ThrownText.h"
 #include "tests/writer/GoldenFile.h"
 #include "tests/writer/TestCharts.h"
@@ -39,19 +38,12 @@ TEST_F(Markup, IsRefusedWithTheParsersMessage)
         EXPECT_EQ(thrownText([&, &m = markup] { writer_->parseString(m); }), failure);
 }
 
-TEST_F(Markup, NeedsNoDeclaredPrefixes)
-{
-    const auto legend = writer_->parseString(templates::legend);
-    EXPECT_EQ(std::u16string(legend->getDocumentElement()->getTagName()), u"c:legend");
-    EXPECT_EQ(legend->getDocumentElement()->getNamespaceURI(), nullptr);
-}
-
 TEST_F(Markup, OutlivesItsWriter)
 {
-    const auto parsed = writer_->parseString(u"<a b='\U0001F600'>text<c/></a>");
+    const auto parsed = writer_->parseString(u"<n:a b='\U0001F600'>text<c/></n:a>");
     writer_->parseString(u"<other/>");
     writer_.reset();
-    EXPECT_EQ(toMarkup(*parsed->getDocumentElement()), "<a b=\"\xF0\x9F\x98\x80\">text<c/></a>");
+    EXPECT_EQ(toMarkup(*parsed->getDocumentElement()), "<n:a b=\"\xF0\x9F\x98\x80\">text<c/></n:a>");
 }
 
 TEST_F(Markup, IsAppendedToItsParent)
