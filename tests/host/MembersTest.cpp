@@ -151,30 +151,21 @@ TEST_F(Members, TakeWholeNumbersInRangeOnly)
     const auto format = make("SolidFillFormat");
     const auto series = make("DataSeries");
     const struct {
-        HostArray value;
+        std::vector<HostArray> values;
         bool isUint32;
         bool isUint64;
     } cases[] = {
-        {0, true, true},
-        {-0.0, true, true},
-        {std::uint64_t{4294967295}, true, true},
-        {4294967295.0, true, true},
-        {std::uint64_t{4294967296}, false, true},
-        {4294967296.0, false, true},
-        {18446744073709549568.0, false, true},
-        {UINT64_MAX, false, true},
-        {18446744073709551616.0, false, false},
-        {-1, false, false},
-        {0.5, false, false},
-        {INFINITY, false, false},
-        {std::nan(""), false, false},
+        {{0, -0.0, std::uint64_t{4294967295}, 4294967295.0}, true, true},
+        {{std::uint64_t{4294967296}, 4294967296.0, 18446744073709549568.0, UINT64_MAX}, false, true},
+        {{18446744073709551616.0, -1, 0.5, INFINITY, -INFINITY, std::nan("")}, false, false},
     };
-    for (const auto& row : cases) {
-        const auto written = thrownText([&] { orca::set(format, "Transparency", row.value); });
-        const auto read = thrownText([&] { orca::call(series, "getPoint", {row.value}); });
-        EXPECT_EQ(written == "nothing was thrown", row.isUint32) << written;
-        EXPECT_EQ(read == "Data point index out of range.", row.isUint64) << read;
-    }
+    for (const auto& [values, isUint32, isUint64] : cases)
+        for (const auto& value : values) {
+            const auto written = thrownText([&] { orca::set(format, "Transparency", value); });
+            const auto read = thrownText([&] { orca::call(series, "getPoint", {value}); });
+            EXPECT_EQ(written == "nothing was thrown", isUint32) << written;
+            EXPECT_EQ(read == "Data point index out of range.", isUint64) << read;
+        }
 }
 
 TEST_F(Members, TakeMemberNamesZeroOrOneAndTextArrays)
