@@ -108,7 +108,8 @@ TEST(InlineDrawing, IsTheSameForEveryChartTypeAndFollowsTheOthers)
         auto document = makeDocument(u"w:p");
         auto* paragraph = document->getDocumentElement();
         // It names the chart part and nothing of the chart, which needs no data yet.
-        const auto writer = create()->getDOCXWriter();
+        const auto chart = create();
+        const auto writer = chart->getDOCXWriter();
         writer->createChartDOMElemContent(document.get(), paragraph, u"12", u"rId7");
         EXPECT_TRUE(matchesGolden("inline-drawing", *paragraph));
         writer->createChartDOMElemContent(document.get(), paragraph, u"<&\">", u"rId8");

@@ -49,12 +49,7 @@ TEST(DOCXChartWriter, RefusesAChartThatItCannotWrite)
 {
     const auto run = Paragraph::create(u"first");
     run->appendText(nullptr);
-    const struct {
-        std::shared_ptr<DataSet> data;
-        std::shared_ptr<Title> title;
-        const char* failure;
-    } cases[] = {
-        {nullptr, nullptr, "The chart has no data set; set its DataSet before writing."},
+    const std::tuple<std::shared_ptr<DataSet>, std::shared_ptr<Title>, const char*> cases[] = {
         {nullptr, Title::create(), "The chart has no data set; set its DataSet before writing."},
         {makeSales(), Title::create(std::shared_ptr<Paragraph>()),
          "The chart's title holds an empty paragraph handle."},
@@ -64,9 +59,10 @@ TEST(DOCXChartWriter, RefusesAChartThatItCannotWrite)
     };
     for (const auto create : {BarChart::create, ColumnChart::create, LineChart::create, PieChart::create})
         for (const auto& [data, title, failure] : cases) {
-            const auto writer = makeChart(create, data, title)->getDOCXWriter();
+            const auto chart = makeChart(create, data, title);
             auto document = makeDocument();
-            EXPECT_EQ(thrownText([&] { writer->createChartDOMDocContent(document.get()); }), failure);
+            const auto fill = [&] { chart->getDOCXWriter()->createChartDOMDocContent(document.get()); };
+            EXPECT_EQ(thrownText(fill), failure);
             EXPECT_EQ(document->getDocumentElement(), nullptr);
         }
 }
