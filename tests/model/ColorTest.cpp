@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 #include "tests/ThrownText.h"
@@ -64,10 +65,7 @@ TEST(Color, KeepsATripletAsDigitsThatAreWrittenWhite)
 
 TEST(Color, ShiftsTheTripletOfAnRgbExpressionByOneDigit)
 {
-    const auto triplet = Color(u"rgb(255,128,0)").toTriplet();
-    EXPECT_DOUBLE_EQ(triplet[0], 0xF8 / 255.0);
-    EXPECT_DOUBLE_EQ(triplet[1], 0x00 / 255.0);
-    EXPECT_DOUBLE_EQ(triplet[2], 0x0 / 255.0);
+    EXPECT_EQ(Color(u"rgb(255,128,0)").toTriplet(), (std::array{0xF8 / 255.0, 0x00 / 255.0, 0x0 / 255.0}));
 }
 
 }  // namespace

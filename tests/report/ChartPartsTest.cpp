@@ -9,8 +9,7 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/PieChart.h"
 #include "tests/ThrownText.h"
-#include "tests/report/PackageReader.h"
-#include "tests/report/TestCharts.h"
+#include "tests/report/TestDocuments.h"
 
 namespace quillon::report {
 namespace {
@@ -28,11 +27,11 @@ TEST(ChartParts, AreThoseOfADocument)
     for (const auto& chart : {makeChart<chart::ColumnChart>(), makeChart<chart::PieChart>()}) {
         Document document;
         document.addChart(chart, options);
-        const PackageReader package(document.toBytes());
+        const auto package = document.toBytes();
         const auto parts = makeChartParts(*chart, options, 1, "chart1");
-        EXPECT_EQ(parts.chart, package.getPart("word/charts/chart1.xml"));
-        EXPECT_EQ(parts.workbook, package.getPart("word/embeddings/data1.xlsx"));
-        EXPECT_EQ(getDrawing(parts.run), getDrawing(package.getPart("word/document.xml")));
+        EXPECT_EQ(parts.chart, readPart(package, "word/charts/chart1.xml"));
+        EXPECT_EQ(parts.workbook, readPart(package, "word/embeddings/data1.xlsx"));
+        EXPECT_EQ(getDrawing(parts.run), getDrawing(readPart(package, "word/document.xml")));
     }
 }
 
