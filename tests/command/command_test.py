@@ -42,6 +42,7 @@ ACCEPTED = [
 # A table, options, and the sentence with which they are refused.
 REFUSED = [
     (b"", [], "t.csv: the table is empty; expected a header row and rows of data."),
+    (b"\n\n", [], "t.csv: the table is empty; expected a header row and rows of data."),
     (b"A,B\n", [], "t.csv: the table has a header row and no rows of data."),
     (b"A,\nx,1\n", [], "t.csv:1: column 2 has no name."),
     (b"A,B,B\nx,1,2\n", [], 't.csv:1: two columns are named "B"; each needs a name of its own.'),
