@@ -23,7 +23,7 @@ ACCEPTED = [
     (WIDE, [], [WIDE_CHART]),
     (WIDE, ["--columns", "South"], [("bar", ["Q1", "Q2"], {"South": ["-2", "4"]})]),
     (WIDE, ["--category", "South", "--columns", "North"], [("bar", ["-2", "+4"], {"North": ["1.5", "300"]})]),
-    (b"\xef\xbb\xbf" + WIDE, [], [WIDE_CHART]),
+    (b"\xef\xbb\xbf" + WIDE, ["--category", "Quarter"], [WIDE_CHART]),
     (WIDE.replace(b"\n", b"\r\n"), [], [WIDE_CHART]),
     (WIDE.rstrip() + b"\n\n", [], [WIDE_CHART]),
     (WIDE.replace(b",", b";"), [], [WIDE_CHART]),
@@ -95,6 +95,16 @@ REFUSED_JOBS = [
     ('{"charts": [{"table": "t.csv", "columns": "A"}]}', 'job.json: chart 1, "columns": expected a list of texts.'),
     ('{"charts": [{"table": "t.csv", "colour": "red"}]}', 'job.json: chart 1, "colour": unknown member'),
     ('{"charts": ', "job.json: not well-formed JSON"),
+]
+
+# Where "taken" is a folder: the exit status, the arguments, and the sentence with which they are refused.
+REFUSED_CALLS = [
+    (2, ["t.csv"], "Expected --output, the document to write."),
+    (2, ["-o", "out.docx"], "Expected at least one TABLE"),
+    (2, ["t.csv", "--colour", "red", "-o", "out.docx"], "The following argument was not expected: --colour"),
+    (2, ["t.csv", "--job", "job.json", "-o", "out.docx"], "TABLE excludes --job"),
+    (1, ["t.csv", "-o", "no/out.docx"], 'Cannot write "no/out.docx": No such file or directory.\n'),
+    (1, ["t.csv", "-o", "taken"], 'Cannot write "taken": Is a directory.\n'),
 ]
 
 
@@ -169,21 +179,10 @@ class CommandTest(unittest.TestCase):
 
     def test_refuses_wrong_calls(self):
         self.write("t.csv", WIDE)
-        for arguments, sentence in [
-            (["t.csv"], "Expected --output, the document to write."),
-            (["-o", "out.docx"], "Expected at least one TABLE"),
-            (["t.csv", "--colour", "red", "-o", "out.docx"], "The following argument was not expected: --colour"),
-            (["t.csv", "--job", "job.json", "-o", "out.docx"], "TABLE excludes --job"),
-        ]:
-            with self.subTest(arguments=arguments):
-                self.require_refusal(2, sentence, *arguments)
-
-    def test_refuses_an_output_that_cannot_be_written(self):
-        self.write("t.csv", WIDE)
         os.mkdir(os.path.join(self.folder, "taken"))
-        for output, reason in [("no/out.docx", "No such file or directory"), ("taken", "Is a directory")]:
-            with self.subTest(output=output):
-                self.require_refusal(1, f'Cannot write "{output}": {reason}.\n', "t.csv", "-o", output)
+        for status, arguments, sentence in REFUSED_CALLS:
+            with self.subTest(arguments=arguments):
+                self.require_refusal(status, sentence, *arguments)
 
     def test_makes_the_charts_of_a_job_file(self):
         os.mkdir(os.path.join(self.folder, "jobs"))

@@ -25,18 +25,6 @@ inline orca::HostArray make(const std::string& shortName,
     return orca::construct(fullName(shortName), arguments);
 }
 
-/// The sentence with which `action` fails; "no error" when it does not.
-template <typename Action>
-std::string messageOf(const Action& action)
-{
-    try {
-        action();
-    } catch (const std::exception& error) {
-        return error.what();
-    }
-    return "no error";
-}
-
 /// Tests that use the registered classes, and leave no binding behind.
 class HostTest : public testing::Test {
  protected:

@@ -3,6 +3,7 @@
 #include "chart/model/Object.h"
 #include "orca/ClassRegistry.h"
 #include "support/FeatureService.h"
+#include "tests/ThrownText.h"
 #include "tests/host/HostTest.h"
 
 /// The entry acts once in a process, so each scenario runs in a process of its own, and before any other
@@ -17,42 +18,28 @@ std::size_t classCount()
     return orca::ClassRegistry::instance().getClasses().size();
 }
 
-/// Ends the process with 0 when the steps hold, and with the number of the first that does not.
-[[noreturn]] void finish(std::initializer_list<bool> steps)
+void actsOnceAndOnlyWhenTheFeatureIsOn()
 {
-    int number = 0;
-    for (const bool holds : steps) {
-        ++number;
-        if (!holds) std::_Exit(number);
+    const std::pair<bool, std::size_t> calls[] = {{false, 0}, {true, 47}, {true, 47}, {false, 47}};
+    for (const auto& [isOn, count] : calls) {
+        setFeature(feature, isOn);
+        findModuleEntry()();
+        EXPECT_EQ(classCount(), count);
     }
-    std::exit(0);
 }
 
-std::size_t countAfterEntry(bool isOn)
-{
-    setFeature(feature, isOn);
-    findModuleEntry()();
-    return classCount();
-}
-
-[[noreturn]] void offThenOnThenTwice()
-{
-    finish({countAfterEntry(false) == 0, countAfterEntry(true) == 47, countAfterEntry(true) == 47,
-            countAfterEntry(false) == 47});
-}
-
-[[noreturn]] void environmentDecidesUntilTheProgramDoes()
+void letsTheEnvironmentDecideUntilTheProgramDoes()
 {
     unsetenv("QUILLON_FEATURES");
-    const bool offWithout = !Feature(feature).isOn();
+    EXPECT_FALSE(Feature(feature).isOn());
     setenv("QUILLON_FEATURES", "NoQuillonCharts,QuillonChartsToo", 1);
-    const bool offAmongOthers = !Feature(feature).isOn();
+    EXPECT_FALSE(Feature(feature).isOn());
     setenv("QUILLON_FEATURES", "Other, QuillonCharts", 1);
-    const bool onByName = Feature(feature).isOn();
+    EXPECT_TRUE(Feature(feature).isOn());
     findModuleEntry()();
-    const bool registered = classCount() == 47;
+    EXPECT_EQ(classCount(), 47);
     setFeature(feature, false);
-    finish({offWithout, offAmongOthers, onByName, registered, !Feature(feature).isOn()});
+    EXPECT_FALSE(Feature(feature).isOn());
 }
 
 struct Stranger : orca::factory::StdShareableHandleClassInfo<Object> {
@@ -60,27 +47,23 @@ struct Stranger : orca::factory::StdShareableHandleClassInfo<Object> {
     bool isInstance(const orca::factory::full::StdShareable* /*object*/) const override { return false; }
 };
 
-void addStranger(orca::COSNamespace* strangers)
-{
-    strangers->addClass<Stranger>();
-}
-
-[[noreturn]] void refusedRegistration()
+void triesAgainAfterARefusedRegistration()
 {
     setFeature(feature, true);
-    orca::factory::registerOrcaNamespace("strangers", addStranger);
-    const auto entry = findModuleEntry();
-    const std::string refused = "the class quillon.chart.Title is registered already.";
-    // The second call tries again, for the first has not set the flag.
-    finish({messageOf(entry) == refused, classCount() == 1, messageOf(entry) == refused, classCount() == 1});
+    orca::factory::registerOrcaNamespace("strangers",
+                                         [](auto* added) { added->template addClass<Stranger>(); });
+    for (int call = 0; call < 2; ++call) {
+        EXPECT_EQ(thrownText(findModuleEntry()), "the class quillon.chart.Title is registered already.");
+        EXPECT_EQ(classCount(), 1);
+    }
 }
 
 TEST(ModuleEntryDeathTest, RegistersOnceAndOnlyWhenItMay)
 {
-    const auto success = testing::ExitedWithCode(0);
-    EXPECT_EXIT(offThenOnThenTwice(), success, "");
-    EXPECT_EXIT(environmentDecidesUntilTheProgramDoes(), success, "");
-    EXPECT_EXIT(refusedRegistration(), success, "");
+    for (const auto scenario :
+         {actsOnceAndOnlyWhenTheFeatureIsOn, letsTheEnvironmentDecideUntilTheProgramDoes,
+          triesAgainAfterARefusedRegistration})
+        EXPECT_EXIT(scenario(); std::exit(HasFailure() ? 1 : 0), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "chart/model/DataSet.h"
 #include "chart/model/GradientBorderFormat.h"
 #include "chart/model/Title.h"
+#include "tests/ThrownText.h"
 #include "tests/host/HostTest.h"
 
 namespace quillon::chart {
@@ -144,9 +145,9 @@ TEST_F(Ownership, ForgetsAnObjectThatDiesWhileTheHostListsIt)
     EXPECT_EQ(BindingRegistry::size(), 0);
     EXPECT_EQ(paragraph.getNative<Paragraph>(), nullptr);
     const std::string gone = ": the object is gone, or of a class without this member.";
-    EXPECT_EQ(messageOf([&] { orca::get(paragraph, "Content"); }), "quillon.chart.Paragraph.Content" + gone);
+    EXPECT_EQ(thrownText([&] { orca::get(paragraph, "Content"); }), "quillon.chart.Paragraph.Content" + gone);
     // The receiving object is looked at before the arguments.
-    EXPECT_EQ(messageOf([&] { orca::call(paragraph, "appendText", {2.5}); }),
+    EXPECT_EQ(thrownText([&] { orca::call(paragraph, "appendText", {2.5}); }),
               "quillon.chart.Paragraph.appendText" + gone);
 }
 

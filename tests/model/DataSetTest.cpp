@@ -147,16 +147,16 @@ TEST(DataSeries, CopiesPointsAndFormatsIntoNewOnes)
 
 TEST(PieChartDataSeriesFormatOptions, RefusesValuesPastTheirRange)
 {
+    using Options = PieChartDataSeriesFormatOptions;
     const std::string explosionText = "Pie explosion percentage must be <= 100.";
     const std::string angleText = "First slice angle must be <= 360 degrees.";
-    EXPECT_EQ(thrownText([] { PieChartDataSeriesFormatOptions::create(101U, 361U); }), explosionText);
-    EXPECT_EQ(thrownText([] { PieChartDataSeriesFormatOptions::create(100U, 361U); }), angleText);
-    PieChartDataSeriesFormatOptions options(100, 360);
+    EXPECT_EQ(thrownText([] { Options::create(101U, 361U); }), explosionText);
+    EXPECT_EQ(thrownText([] { Options::create(100U, 361U); }), angleText);
+    Options options(100, 360);
     EXPECT_EQ(thrownText([&] { options.setPieExplosion(0xFFFFFFFF); }), explosionText);
     EXPECT_EQ(thrownText([&] { options.setFirstSliceAngle(361); }), angleText);
-    const PieChartDataSeriesFormatOptions copy(options);
-    EXPECT_EQ(copy.getPieExplosion(), 100U);
-    EXPECT_EQ(copy.getFirstSliceAngle(), 360U);
+    const Options copy(options);
+    EXPECT_TRUE(copy.getPieExplosion() == 100 && copy.getFirstSliceAngle() == 360);
 }
 
 }  // namespace

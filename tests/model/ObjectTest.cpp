@@ -72,18 +72,9 @@ TEST(Object, TellsTheHostNameOfEveryClass)
 
 TEST(Object, TellsTheHostNameOfTheClassesWithoutObjectsOfTheirOwn)
 {
-    struct AnObject : Object {};
-    struct AFormat : Format {};
-    struct AChart : Chart {
-        std::shared_ptr<DOCXChartWriter> getDOCXWriter() const override { return nullptr; }
-        std::shared_ptr<DataSeriesFormatOptions> getDataSeriesFormatOptions() const override
-        {
-            return nullptr;
-        }
-    };
-    EXPECT_STREQ(AnObject().getFullyQualifiedOrcaTypeName(), "quillon.chart.Object");
-    EXPECT_STREQ(AFormat().getFullyQualifiedOrcaTypeName(), "quillon.chart.Format");
-    EXPECT_STREQ(AChart().getFullyQualifiedOrcaTypeName(), "quillon.chart.Chart");
+    EXPECT_STREQ(BarChart().Object::getFullyQualifiedOrcaTypeName(), "quillon.chart.Object");
+    EXPECT_STREQ(BarChart().Chart::getFullyQualifiedOrcaTypeName(), "quillon.chart.Chart");
+    EXPECT_STREQ(FillFormat().Format::getFullyQualifiedOrcaTypeName(), "quillon.chart.Format");
 }
 
 std::shared_ptr<orca::HostObject> announce(Object& object)

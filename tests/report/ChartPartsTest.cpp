@@ -2,28 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <cmath>
 #include <stdexcept>
 #include <vector>
 
 #include "chart/model/ColumnChart.h"
 #include "chart/model/PieChart.h"
 #include "tests/ThrownText.h"
-#include "tests/report/PackageReader.h"
+#include "tests/report/TestDocuments.h"
 
 namespace quillon::report {
 namespace {
-
-template <typename Type>
-std::shared_ptr<chart::Chart> makeChart(double value = 1.5)
-{
-    auto data = chart::DataSet::create(std::vector<std::u16string>{u"a < b", u"\u00E9"});
-    auto series = data->appendSeries(chart::DataSeries::create(u"North"));
-    series->appendPoint(value);
-    auto chart = Type::create();
-    chart->setDataSet(data);
-    return chart;
-}
 
 std::string getDrawing(const std::string& markup)
 {
@@ -34,26 +23,21 @@ std::string getDrawing(const std::string& markup)
 
 TEST(ChartParts, AreThoseOfADocument)
 {
-    ChartOptions options;
-    options.width = "10cm";
-    options.legend = Legend::Left;
-    options.altText = "\"Sales\" & more";
+    const ChartOptions options{.width = "10cm", .legend = Legend::Left, .altText = "\"Sales\" & more"};
     for (const auto& chart : {makeChart<chart::ColumnChart>(), makeChart<chart::PieChart>()}) {
         Document document;
         document.addChart(chart, options);
-        const PackageReader package(document.toBytes());
+        const auto package = document.toBytes();
         const auto parts = makeChartParts(*chart, options, 1, "chart1");
-        EXPECT_EQ(parts.chart, package.getPart("word/charts/chart1.xml"));
-        EXPECT_EQ(parts.workbook, package.getPart("word/embeddings/data1.xlsx"));
-        EXPECT_EQ(getDrawing(parts.run), getDrawing(package.getPart("word/document.xml")));
+        EXPECT_EQ(parts.chart, readPart(package, "word/charts/chart1.xml"));
+        EXPECT_EQ(parts.workbook, readPart(package, "word/embeddings/data1.xlsx"));
+        EXPECT_EQ(getDrawing(parts.run), getDrawing(readPart(package, "word/document.xml")));
     }
 }
 
 TEST(ChartParts, StandOnTheirOwn)
 {
-    ChartOptions options;
-    options.workbook = false;
-    const auto parts = makeChartParts(*makeChart<chart::ColumnChart>(), options, 12, "rId7");
+    const auto parts = makeChartParts(*makeChart<chart::ColumnChart>(), {.workbook = false}, 12, "rId7");
     EXPECT_EQ(parts.workbook, "");
     EXPECT_EQ(parts.chart.find("externalData"), std::string::npos);
     const std::string start =
@@ -74,15 +58,18 @@ TEST(ChartParts, TellWhatWasReplacedAndWhatIsRefused)
     ASSERT_EQ(warnings.size(), 1U);
     EXPECT_EQ(warnings[0].substr(0, 45), "chart 3, series 1 (\"North\"), fill: \"nonsense\"");
 
-    ChartOptions narrow;
-    narrow.width = "1pt";
-    const auto infinite = makeChart<chart::ColumnChart>(std::numeric_limits<double>::infinity());
-    const auto empty = chart::ColumnChart::create();
-    EXPECT_EQ(thrownText([&] { makeChartParts(*chart, narrow, 3, "rId1"); }),
-              "chart 3: Length \"1pt\": expected 0.1in to 22in.");
-    EXPECT_EQ(thrownText([&] { makeChartParts(*infinite, {}, 3, "rId1"); }).substr(0, 59),
-              "chart 3, series 1 (\"North\"), point 1: the value is INF; a c");
-    EXPECT_NE(thrownText([&] { makeChartParts(*empty, {}, 3, "rId1"); }), "");
+    const std::tuple<std::shared_ptr<chart::Chart>, ChartOptions, std::string> refused[] = {
+        {chart, {.width = "1pt"}, "chart 3: Length \"1pt\": expected 0.1in to 22in."},
+        {chart::ColumnChart::create(),
+         {},
+         "chart 3: The chart has no data set; set its DataSet before writing."},
+        {makeChart<chart::ColumnChart>(1, {INFINITY}),
+         {},
+         "chart 3, series 1 (\"North\"), point 1: the value is INF; a chart can show numbers as large as "
+         "9.99999999999999e+307, and gaps for NaN."},
+    };
+    for (const auto& [bad, options, sentence] : refused)
+        EXPECT_EQ(thrownText([&b = *bad, &o = options] { makeChartParts(b, o, 3, "rId1"); }), sentence);
 }
 
 }  // namespace

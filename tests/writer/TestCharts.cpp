@@ -1,10 +1,16 @@
 #include "tests/writer/TestCharts.h"
 
-#include <stdexcept>
-
 #include "chart/writer/DOCXChartWriter.h"
 
 namespace quillon::chart {
+
+Document makeDocument(const char16_t* rootName)
+{
+    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
+    Document document(implementation->createDocument(), [](auto* made) { made->release(); });
+    if (rootName != nullptr) document->appendChild(document->createElement(rootName));
+    return document;
+}
 
 std::shared_ptr<DataSet> makeDataSet(const std::vector<std::u16string>& categories,
                                      const std::vector<SeriesData>& series)
@@ -36,16 +42,6 @@ Document writeChart(const Chart& chart)
     auto document = makeDocument();
     chart.getDOCXWriter()->createChartDOMDocContent(document.get());
     return document;
-}
-
-std::string getFailure(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const std::runtime_error& failure) {
-        return failure.what();
-    }
-    return "no failure";
 }
 
 }  // namespace quillon::chart

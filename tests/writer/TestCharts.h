@@ -1,14 +1,19 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+#include <xercesc/dom/DOM.hpp>
 
 #include "chart/model/Chart.h"
-#include "tests/writer/DomComparison.h"
 
 namespace quillon::chart {
+
+/// A document that releases itself.
+using Document = std::shared_ptr<xercesc::DOMDocument>;
+
+/// A new document; its root is an empty element, if it is named.
+Document makeDocument(const char16_t* rootName = nullptr);
 
 struct SeriesData {
     std::u16string name;
@@ -27,8 +32,5 @@ std::shared_ptr<Chart> makeChart(std::shared_ptr<Chart> (*create)(), std::shared
 
 /// A new document with the chart part.
 Document writeChart(const Chart& chart);
-
-/// What `action` says in the std::runtime_error that it throws, or that it throws none.
-std::string getFailure(const std::function<void()>& action);
 
 }  // namespace quillon::chart
