@@ -26,7 +26,7 @@ struct ChartOptions {
     Legend legend = Legend::Automatic;
     /// What a screen reader says. Default, for an empty text: made from type, title, series and range of the
     /// data.
-    std::string altText;
+    std::string altText = {};
     /// Whether the document carries the chart's data as an embedded workbook, for editing in a word
     /// processor.
     bool workbook = true;

@@ -1,3 +1,4 @@
+#include <boost/algorithm/string/join.hpp>
 #include <boost/algorithm/string/replace.hpp>
 #include <cmath>
 #include <functional>
@@ -100,49 +101,72 @@ TEST_F(Members, RoundTripEveryWritableProperty)
     EXPECT_EQ(count, 63);
 }
 
-TEST_F(Members, RefuseWrongValuesAndKeepTheirOwn)
+/// A value, its kind, and what messages call it.
+struct Stranger {
+    HostArray value;
+    char kind;
+    std::string name;
+};
+
+std::vector<Stranger> strangers()
 {
-    const auto border = make("SolidBorderFormat");
-    const auto label = make("DataLabelContentOptions");
-    const auto series = make("DataSeries");
-    const auto set = make("DataSet", {HostArray::textArray({u"Q1", u"Q2"})});
-    const HostArray capType = orca::EnumMember{findEnum(fullName("SolidBorderCapType")), 1};
-    const struct {
-        HostArray object;
-        const char* property;
-        HostArray value;
-        std::string sentence;
-    } cases[] = {
-        {border, "Width", u"2", "~BorderFormat.Width: expected double scalar, got text."},
-        {border, "Width", true, "~BorderFormat.Width: expected double scalar, got logical scalar true."},
-        {border, "Width", HostArray::row({1, 0, 0}),
-         "~BorderFormat.Width: expected double scalar, got 1x3 double matrix."},
-        {border, "Width", HostArray(), "~BorderFormat.Width: expected double scalar, got empty."},
-        {border, "Transparency", 2.5, "~Format.Transparency: expected uint32 scalar, got double scalar 2.5."},
-        {border, "Color", 2.5, "~Format.Color: expected text, got double scalar 2.5."},
-        {label, "ShowLeaderLines", 2,
-         "~DataLabelContentOptions.ShowLeaderLines: expected logical scalar, got double scalar 2."},
-        {label, "Separator", u"comma",
-         "~DataLabelContentOptions.Separator: expected one of Comma, Semicolon, Period, NewLine, Space, got "
-         "\"comma\"."},
-        {label, "Separator", capType,
-         "~DataLabelContentOptions.Separator: expected ~DataLabelContentSeparator, got "
-         "~SolidBorderCapType.Round."},
-        {series, "Name", HostArray::textArray({u"a", u"b"}),
-         "~DataSeries.Name: expected text, got 1x2 text array."},
-        {series, "Format", make("ThreeDEffect"),
-         "~DataSeries.Format: expected ~DataSeriesShapeFormat, got ~ThreeDEffect."},
-        {series, "Size", 1, "~DataSeries.Size: the property is read-only."},
-        {set, "Categories", 1,
-         "~DataSet.Categories: expected a cell array of text or a text array, got double scalar 1."},
-        {set, "Categories", HostArray::cells(1, 2, {u"a", 2}),
-         "~DataSet.Categories: element 2 must be text, got double scalar 2."},
+    const auto& separators = *findEnum(fullName("DataLabelContentSeparator"));
+    return {
+        {2.5, 'n', "double scalar 2.5"},
+        {-1, 'n', "double scalar -1"},
+        {std::nan(""), 'n', "double scalar NaN"},
+        {std::uint64_t{1} << 32U, 'n', "uint64 scalar 4294967296"},
+        {true, 'l', "logical scalar true"},
+        {u"no such", 't', "text"},
+        {HostArray::row({1, 0, 0}), 'm', "1x3 double matrix"},
+        {HostArray::textArray({u"a", u"b"}), 's', "1x2 text array"},
+        {HostArray::cells(1, 1, {2.0}), 'c', "1x1 cell array"},
+        {orca::EnumMember{&separators, 4}, 'e', "quillon.chart.DataLabelContentSeparator.Space"},
+        {make("ThreeDEffect"), 'o', "quillon.chart.ThreeDEffect"},
+        {HostArray(), '0', "empty"},
     };
-    for (const auto& row : cases) {
-        const auto before = orca::get(row.object, row.property);
-        EXPECT_EQ(thrownText([&] { orca::set(row.object, row.property, row.value); }),
-                  spellOut(row.sentence));
-        EXPECT_EQ(orca::get(row.object, row.property), before);
+}
+
+/// The end of the sentence with which a property refuses a value; empty when it takes it.
+std::string refusalOf(const PropertyImpl& property, const Stranger& stranger)
+{
+    if (!property.isWritable()) return "the property is read-only.";
+    const auto& type = property.getSetType().text;
+    const auto unless = [&](const std::string& kinds, const std::string& expected) {
+        if (kinds.find(stranger.kind) != std::string::npos) return std::string();
+        return "expected " + expected + ", got " + stranger.name + ".";
+    };
+    if (type == "any") return "";
+    if (type == "double scalar") return unless("n", type);
+    if (type == "uint32 scalar") return unless("", type);
+    if (type == "logical scalar") return unless("l", type);
+    if (type == "OrcaFactoryString scalar") return unless("t", "text");
+    if (type == "OrcaFactoryString vector" && stranger.kind == 'c')
+        return "element 1 must be text, got double scalar 2.";
+    if (type == "OrcaFactoryString vector") return unless("s0", "a cell array of text or a text array");
+    if (findEnum(type) == nullptr) return unless("0", type);
+    if (type == fullName("DataLabelContentSeparator") && stranger.kind == 'e') return "";
+    if (stranger.kind != 't') return unless("", type);
+    std::vector<std::string> names;
+    for (const auto& member : findEnum(type)->getMembers()) names.push_back(member.name);
+    return "expected one of " + boost::join(names, ", ") + ", got \"no such\".";
+}
+
+TEST_F(Members, RefuseEveryWrongValueAndKeepTheirOwn)
+{
+    for (const auto* info : registry().getClasses()) {
+        if (info->getOwnConstructors().empty()) continue;
+        const auto object = info->construct({});
+        for (const auto* property : info->getProperties()) {
+            const auto place = property->getOwner() + "." + property->getName() + ": ";
+            for (const auto& stranger : strangers()) {
+                const auto refusal = refusalOf(*property, stranger);
+                if (refusal.empty()) continue;
+                const auto value = property->get(object);
+                EXPECT_EQ(thrownText([&] { property->set(object, stranger.value); }), place + refusal);
+                EXPECT_EQ(property->get(object), value);
+            }
+        }
     }
 }
 
