@@ -190,10 +190,9 @@ HostArray toTexts(PyObject* value)
 HostArray toObject(PyObject* value, const ValueType& type)
 {
     if (value == Py_None) return {};
-    const auto* const handle = asHandle(value);
-    if (handle == nullptr || type.type == nullptr || !PyObject_TypeCheck(value, type.type))
+    if (type.type == nullptr || !PyObject_TypeCheck(value, type.type))
         refuseType(value, type.name + " or None");
-    return {handle->host};
+    return {hostOf(value)};
 }
 
 HostArray toObjects(PyObject* value, const ValueType& type)
@@ -228,7 +227,7 @@ HostArray toArray(PyObject* sequence)
     if (PyList_GET_SIZE(list.ptr()) == 0) return {};
     auto* const first = PyList_GET_ITEM(list.ptr(), 0);
     if (PyUnicode_Check(first)) return toTexts(list.ptr());
-    if (asHandle(first) != nullptr) return toObjects(list.ptr(), typeOfAnyObject());
+    if (isHandle(first)) return toObjects(list.ptr(), typeOfAnyObject());
     return HostArray::row(convertItems(list.ptr(), toDouble));
 }
 
@@ -237,7 +236,7 @@ HostArray toAny(PyObject* value)
     if (value == Py_None) return {};
     if (PyUnicode_Check(value)) return {toText(value)};
     if (PyBool_Check(value)) return {value == Py_True};
-    if (const auto* const handle = asHandle(value)) return {handle->host};
+    if (isHandle(value)) return {hostOf(value)};
     if (const auto member = findMember(value)) return {*member};
     if (auto numbers = readNumberBuffer(value)) return HostArray::row(std::move(*numbers));
     if (isSequence(value)) return toArray(value);

@@ -47,8 +47,7 @@ int readLevel(py::handle value)
 
 std::shared_ptr<const chart::Chart> readChart(py::handle value)
 {
-    const auto* handle = asHandle(value.ptr());
-    auto chart = handle != nullptr ? handle->host->getNative<chart::Chart>() : nullptr;
+    auto chart = isHandle(value.ptr()) ? hostOf(value.ptr())->getNative<chart::Chart>() : nullptr;
     if (!chart) throw Refused(PyExc_TypeError, "expected a chart, got " + nameType(value) + ".");
     return chart;
 }

@@ -6,7 +6,8 @@ _Result = TypeVar("_Result", covariant=True)
 _Input = TypeVar("_Input", contravariant=True)
 _Forms = list[tuple[list[tuple[str, str]], str]]
 
-class Handle: ...
+class Handle:
+    def __init__(self, *args: Any, **kwargs: Any) -> None: ...
 
 @final
 class Property(Generic[_Result, _Input]):
