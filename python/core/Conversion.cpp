@@ -86,8 +86,11 @@ bool isSequence(PyObject* value)
 {
     if (PyList_Check(value) || PyTuple_Check(value)) return true;
     if (PyUnicode_Check(value) || isBytes(value) || !PySequence_Check(value)) return false;
-    const auto* const methods = Py_TYPE(value)->tp_as_sequence;
-    if (methods == nullptr || methods->sq_length == nullptr) return false;
+    // An array without a dimension has no length.
+    if (PySequence_Size(value) < 0) {
+        PyErr_Clear();
+        return false;
+    }
     return !py::isinstance(value, py::module_::import("collections.abc").attr("Mapping"));
 }
 
@@ -107,9 +110,10 @@ double toDouble(PyObject* value)
     if (!isNumber(value)) refuseType(value, "float");
     const double number = PyFloat_AsDouble(value);
     if (number != -1 || PyErr_Occurred() == nullptr) return number;
-    if (!PyErr_ExceptionMatches(PyExc_OverflowError)) throw py::error_already_set();
-    PyErr_Clear();
-    refuseValue(value, "a number in the range of float");
+    const py::error_already_set error;
+    if (error.matches(PyExc_TypeError)) refuseType(value, "float");
+    if (error.matches(PyExc_OverflowError)) refuseValue(value, "a number in the range of float");
+    throw error;
 }
 
 /// The whole number that `value` is, if it is one that the host has.

@@ -40,7 +40,7 @@ class Document:
     def add_heading(self, text: str, level: int) -> None: ...
     def add_paragraph(self, text: str) -> None: ...
     def add_chart(
-        self, chart: Handle, width: object, height: object, legend: object, alt_text: object, workbook: bool
+        self, chart: Handle, width: object, height: object, legend: object, alt_text: object, workbook: object
     ) -> None: ...
     def to_bytes(self, progress: Any) -> tuple[bytes, list[str]]: ...
 
@@ -50,7 +50,7 @@ def make_chart_parts(
     height: object,
     legend: object,
     alt_text: object,
-    workbook: bool,
+    workbook: object,
     drawing_number: int,
     relationship_id: str,
 ) -> tuple[bytes, bytes, bytes, list[str]]: ...

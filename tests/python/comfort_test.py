@@ -2,6 +2,7 @@
 
 import array
 import csv
+import datetime
 import importlib
 import inspect
 import io
@@ -180,6 +181,17 @@ class WhatAPersonSees(unittest.TestCase):
         self.assertLessEqual({"DataSet", "ChartTitle", "PlotArea"}, set(dir(BarChart())))
         self.assertTrue(all(name in vars(chart) for name in chart.__all__))
         self.assertIs(importlib.reload(chart).Object, Object)
+
+
+class Labels(unittest.TestCase):
+    def test_dates_and_missing_values(self):
+        days = [datetime.datetime(2024, 1, 1), datetime.datetime(2024, 1, 1, 6), datetime.date(2024, 2, 1), NAType(), math.nan]
+        data = from_dataframe(Frame({"a": [1] * 5}, index=days))
+        self.assertEqual(data.Categories, ["2024-01-01", "2024-01-01 06:00:00", "2024-02-01", "", ""])
+
+    def test_one_text_is_no_list_of_names(self):
+        for call in (lambda: from_rows([["a", 1]], names="N"), lambda: from_dataframe(Frame({"a": [1]}), columns="a")):
+            self.assertRaisesRegex(TypeError, "expected a list, got str", call)
 
 
 if __name__ == "__main__":
