@@ -199,14 +199,5 @@ class Errors(unittest.TestCase):
         self.assertIs(DataSeries.getPoint(series, index=1), point)
 
 
-class Refusals(unittest.TestCase):
-    def test_of_python_name_the_place(self):
-        class Several:
-            def __float__(self):
-                raise TypeError("only arrays of one")
-
-        self.assertRaisesRegex(TypeError, "^DataPoint: value: expected float, got Several.$", DataPoint, Several())
-
-
 if __name__ == "__main__":
     unittest.main()

@@ -117,6 +117,15 @@ class Saving(unittest.TestCase):
             self.assertEqual((caught.exception.errno, caught.exception.filename), (number, str(path)))
         self.assertEqual([path.name for path in self.folder.iterdir()], ["taken"])
 
+    def test_a_link_stays_one_and_a_device_what_it_is(self):
+        path, link, pipe = (self.folder / name for name in ("a.docx", "link.docx", "pipe"))
+        path.write_text("old")
+        link.symlink_to(path)
+        os.mkfifo(pipe)
+        make_document().save(link)
+        self.assertTrue(link.is_symlink() and path.read_bytes() == make_document().to_bytes())
+        self.assertRaises(OSError, make_document().save, pipe)
+
     def test_what_is_no_target_is_refused(self):
         cases = [(3, TypeError), (None, TypeError), ("a\0b", ValueError), (io.StringIO(), TypeError)]
         for target, kind in cases:
