@@ -261,9 +261,8 @@ Property::Property(PyTypeObject* ownerType, const orca::factory::impl::PropertyI
 {
 }
 
-Method::Method(PyTypeObject* ownerType, const std::string& methodName,
-               const orca::factory::OverloadSet& overloads)
-    : owner(ownerType), name(methodName), place(std::string(ownerType->tp_name) + "." + methodName)
+Method::Method(PyTypeObject* ownerType, const std::string& name, const orca::factory::OverloadSet& overloads)
+    : owner(ownerType), place(std::string(ownerType->tp_name) + "." + name)
 {
     for (const auto* method : overloads.getMethods()) forms.emplace_back(*method);
     documentation = documentationOf(name, forms);
