@@ -110,10 +110,11 @@ double toDouble(PyObject* value)
     if (!isNumber(value)) refuseType(value, "float");
     const double number = PyFloat_AsDouble(value);
     if (number != -1 || PyErr_Occurred() == nullptr) return number;
-    const py::error_already_set error;
-    if (error.matches(PyExc_TypeError)) refuseType(value, "float");
-    if (error.matches(PyExc_OverflowError)) refuseValue(value, "a number in the range of float");
-    throw error;
+    const bool isTooLarge = PyErr_ExceptionMatches(PyExc_OverflowError) != 0;
+    if (!isTooLarge && PyErr_ExceptionMatches(PyExc_TypeError) == 0) throw py::error_already_set();
+    PyErr_Clear();
+    if (isTooLarge) refuseValue(value, "a number in the range of float");
+    refuseType(value, "float");
 }
 
 /// The whole number that `value` is, if it is one that the host has.
