@@ -75,8 +75,9 @@ class QUILLON_EXPORT Document {
     /// Throws: std::runtime_error that names the chart, and the series and point, that cannot be written.
     std::string toBytes() const;
 
-    /// Writes the package to `path`, beside it first, so that no half-written file is ever found there.
-    /// Throws: as toBytes, and FileError.
+    /// Writes the package to `path`, beside it first, so that no half-written file is ever found there. A
+    /// link stays one: the file it leads to is replaced. Throws: as toBytes, and FileError, also for what is
+    /// there and no file.
     void save(const std::string& path) const;
 
  private:

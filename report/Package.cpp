@@ -7,8 +7,11 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <system_error>
 
 #include "report/Document.h"
 
@@ -90,10 +93,10 @@ class Archive {
 /// A new file beside the target; removed unless it was moved there.
 class TemporaryFile {
  public:
-    explicit TemporaryFile(const std::string& target) : target_(target)
+    explicit TemporaryFile(const std::string& target) : target_(target), path_(resolve(target))
     {
         do {
-            name_ = target + "." + std::to_string(getpid()) + "-" + std::to_string(++fileCount);
+            name_ = path_ + "." + std::to_string(getpid()) + "-" + std::to_string(++fileCount);
             descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         } while (descriptor_ < 0 && errno == EEXIST);
         if (descriptor_ < 0) throw FileError(target_, errno);
@@ -120,14 +123,25 @@ class TemporaryFile {
     {
         const int closed = close(descriptor_);
         descriptor_ = -1;
-        if (closed < 0 || std::rename(name_.c_str(), target_.c_str()) != 0) throw FileError(target_, errno);
+        if (closed < 0 || std::rename(name_.c_str(), path_.c_str()) != 0) throw FileError(target_, errno);
         moved_ = true;
     }
 
  private:
     static inline std::atomic<unsigned> fileCount = 0;
 
+    /// The file that a link leads to; a link stays one.
+    static std::string resolve(const std::string& target)
+    {
+        std::error_code error;
+        const auto path = std::filesystem::canonical(target, error);
+        if (error) return target;
+        if (std::filesystem::is_regular_file(path, error)) return path.string();
+        throw FileError(target, std::filesystem::is_directory(path, error) ? EISDIR : EINVAL);
+    }
+
     const std::string& target_;
+    std::string path_;
     std::string name_;
     int descriptor_ = -1;
     bool moved_ = false;

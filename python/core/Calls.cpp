@@ -22,11 +22,11 @@ const Form& findForm(const Method& method)
     return *found;
 }
 
-void callAll(const Handle& handle, const Form& form, PyObject* values)
+void callAll(orca::HostObject& self, const Form& form, PyObject* values)
 {
     for (const double number : toNumbers(values)) {
         const orca::HostArray argument(number);
-        form.getMethod().invoke(*handle.host, orca::Arguments(&argument, 1));
+        form.getMethod().invoke(self, orca::Arguments(&argument, 1));
     }
 }
 
@@ -36,11 +36,10 @@ void callForEach(const py::object& object, const std::string& method, const py::
 {
     const auto member = py::type::of(object).attr(method.c_str());
     const auto* const found = asMethod(member.ptr());
-    const auto* const handle = asHandle(object.ptr());
-    if (found == nullptr || handle == nullptr)
+    if (found == nullptr || !isHandle(object.ptr()))
         throw py::type_error(method + ": expected a method of the library.");
     try {
-        callAll(*handle, findForm(*found), values.ptr());
+        callAll(*hostOf(object.ptr()), findForm(*found), values.ptr());
     } catch (...) {
         raise(found->place);
         throw py::error_already_set();

@@ -181,8 +181,8 @@ class Loader {
     std::vector<const ClassInfo*> infos_;
 };
 
-/// Calls a constructor with what Py_tp_new is given.
-py::object construct(const Class& made, PyTypeObject* type, PyObject* arguments, PyObject* keywords)
+/// Calls a constructor with what Py_tp_init is given.
+std::shared_ptr<orca::HostObject> construct(const Class& made, PyObject* arguments, PyObject* keywords)
 {
     std::vector<PyObject*> values(&PyTuple_GET_ITEM(arguments, 0),
                                   &PyTuple_GET_ITEM(arguments, 0) + PyTuple_GET_SIZE(arguments));
@@ -195,9 +195,9 @@ py::object construct(const Class& made, PyTypeObject* type, PyObject* arguments,
         call.names = names.ptr();
     }
     call.values = values.data();
-    const auto host = std::make_shared<orca::HostObject>(made.name);
+    auto host = std::make_shared<orca::HostObject>(made.name);
     choose(made.constructors, call).invoke(*host, call);
-    return makeHandle(type, host);
+    return host;
 }
 
 }  // namespace
@@ -211,15 +211,16 @@ py::dict loadClasses(const std::string& namespaceName, const py::dict& bases)
                : namespaces.emplace(namespaceName, Loader(namespaceName, bases).load()).first->second;
 }
 
-PyObject* constructHandle(PyTypeObject* type, PyObject* arguments, PyObject* keywords) noexcept
+int initializeHandle(PyObject* handle, PyObject* arguments, PyObject* keywords) noexcept
 try {
-    const auto* const made = classOf(type);
+    const auto* const made = classOf(Py_TYPE(handle));
     if (made == nullptr || made->constructors.empty())
         throw Refused(PyExc_TypeError, "the class has no constructor.");
-    return construct(*made, type, arguments, keywords).release().ptr();
+    bind(handle, construct(*made, arguments, keywords));
+    return 0;
 } catch (...) {
-    raise(type->tp_name);
-    return nullptr;
+    raise(Py_TYPE(handle)->tp_name);
+    return -1;
 }
 
 py::list describeConstructors(PyTypeObject* type)

@@ -27,8 +27,8 @@ struct Enumeration {
 /// some of them inherit besides. Throws: pybind11::error_already_set.
 pybind11::dict loadClasses(const std::string& namespaceName, const pybind11::dict& bases);
 
-/// Makes an object from the arguments of a constructor; for Py_tp_new.
-PyObject* constructHandle(PyTypeObject* type, PyObject* arguments, PyObject* keywords) noexcept;
+/// Makes the host object of a handle from the arguments of a constructor; for Py_tp_init.
+int initializeHandle(PyObject* handle, PyObject* arguments, PyObject* keywords) noexcept;
 
 /// What the constructors of a type look like to Python code; see describeForms().
 pybind11::list describeConstructors(PyTypeObject* type);

@@ -86,8 +86,11 @@ bool isSequence(PyObject* value)
 {
     if (PyList_Check(value) || PyTuple_Check(value)) return true;
     if (PyUnicode_Check(value) || isBytes(value) || !PySequence_Check(value)) return false;
-    const auto* const methods = Py_TYPE(value)->tp_as_sequence;
-    if (methods == nullptr || methods->sq_length == nullptr) return false;
+    // An array without a dimension has no length.
+    if (PySequence_Size(value) < 0) {
+        PyErr_Clear();
+        return false;
+    }
     return !py::isinstance(value, py::module_::import("collections.abc").attr("Mapping"));
 }
 
@@ -107,9 +110,11 @@ double toDouble(PyObject* value)
     if (!isNumber(value)) refuseType(value, "float");
     const double number = PyFloat_AsDouble(value);
     if (number != -1 || PyErr_Occurred() == nullptr) return number;
-    if (!PyErr_ExceptionMatches(PyExc_OverflowError)) throw py::error_already_set();
+    const bool isTooLarge = PyErr_ExceptionMatches(PyExc_OverflowError) != 0;
+    if (!isTooLarge && PyErr_ExceptionMatches(PyExc_TypeError) == 0) throw py::error_already_set();
     PyErr_Clear();
-    refuseValue(value, "a number in the range of float");
+    if (isTooLarge) refuseValue(value, "a number in the range of float");
+    refuseType(value, "float");
 }
 
 /// The whole number that `value` is, if it is one that the host has.
@@ -190,10 +195,9 @@ HostArray toTexts(PyObject* value)
 HostArray toObject(PyObject* value, const ValueType& type)
 {
     if (value == Py_None) return {};
-    const auto* const handle = asHandle(value);
-    if (handle == nullptr || type.type == nullptr || !PyObject_TypeCheck(value, type.type))
+    if (type.type == nullptr || !PyObject_TypeCheck(value, type.type))
         refuseType(value, type.name + " or None");
-    return {handle->host};
+    return {hostOf(value)};
 }
 
 HostArray toObjects(PyObject* value, const ValueType& type)
@@ -228,7 +232,7 @@ HostArray toArray(PyObject* sequence)
     if (PyList_GET_SIZE(list.ptr()) == 0) return {};
     auto* const first = PyList_GET_ITEM(list.ptr(), 0);
     if (PyUnicode_Check(first)) return toTexts(list.ptr());
-    if (asHandle(first) != nullptr) return toObjects(list.ptr(), typeOfAnyObject());
+    if (isHandle(first)) return toObjects(list.ptr(), typeOfAnyObject());
     return HostArray::row(convertItems(list.ptr(), toDouble));
 }
 
@@ -237,7 +241,7 @@ HostArray toAny(PyObject* value)
     if (value == Py_None) return {};
     if (PyUnicode_Check(value)) return {toText(value)};
     if (PyBool_Check(value)) return {value == Py_True};
-    if (const auto* const handle = asHandle(value)) return {handle->host};
+    if (isHandle(value)) return {hostOf(value)};
     if (const auto member = findMember(value)) return {*member};
     if (auto numbers = readNumberBuffer(value)) return HostArray::row(std::move(*numbers));
     if (isSequence(value)) return toArray(value);

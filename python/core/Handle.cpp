@@ -37,9 +37,12 @@ void destroy(PyObject* self)
     Py_DECREF(type);
 }
 
-PyObject* create(PyTypeObject* type, PyObject* arguments, PyObject* keywords)
+/// Takes no notice of the arguments, which are for `__init__`: that of a class in Python may take others.
+PyObject* create(PyTypeObject* type, PyObject* /*arguments*/, PyObject* /*keywords*/)
 {
-    return constructHandle(type, arguments, keywords);
+    auto* const self = type->tp_alloc(type, 0);
+    if (self != nullptr) new (&reinterpret_cast<Handle*>(self)->host) std::shared_ptr<orca::HostObject>;
+    return self;
 }
 
 PyTypeObject* makeType()
@@ -48,6 +51,7 @@ PyTypeObject* makeType()
         {"__weaklistoffset__", T_PYSSIZET, offsetof(Handle, weakReferences), READONLY, nullptr}, {}};
     static char documentation[] = "An object of the library.";
     static PyType_Slot slots[] = {{Py_tp_new, reinterpret_cast<void*>(create)},
+                                  {Py_tp_init, reinterpret_cast<void*>(initializeHandle)},
                                   {Py_tp_dealloc, reinterpret_cast<void*>(destroy)},
                                   {Py_tp_members, members},
                                   {Py_tp_doc, documentation},
@@ -67,14 +71,20 @@ PyTypeObject* handleType()
     return type;
 }
 
-py::object makeHandle(PyTypeObject* type, std::shared_ptr<orca::HostObject> host)
+const std::shared_ptr<orca::HostObject>& hostOf(PyObject* handle)
 {
-    auto result = py::reinterpret_steal<py::object>(type->tp_alloc(type, 0));
-    if (!result) throw py::error_already_set();
-    auto* const handle = reinterpret_cast<Handle*>(result.ptr());
-    new (&handle->host) std::shared_ptr<orca::HostObject>(std::move(host));
-    handles()[handle->host.get()] = result.ptr();
-    return result;
+    const auto& host = reinterpret_cast<Handle*>(handle)->host;
+    if (host) return host;
+    throw Refused(PyExc_TypeError,
+                  "the object is not initialised; the __init__ of a subclass must call super().__init__().");
+}
+
+void bind(PyObject* handle, std::shared_ptr<orca::HostObject> host)
+{
+    auto& own = reinterpret_cast<Handle*>(handle)->host;
+    if (own) throw Refused(PyExc_TypeError, "the object is initialised already.");
+    handles()[host.get()] = handle;
+    own = std::move(host);
 }
 
 py::object wrap(const std::shared_ptr<orca::HostObject>& host)
@@ -83,7 +93,11 @@ py::object wrap(const std::shared_ptr<orca::HostObject>& host)
     // A handle that is being destroyed has no references left, and must not get new ones.
     if (found != handles().end() && Py_REFCNT(found->second) > 0)
         return py::reinterpret_borrow<py::object>(found->second);
-    return makeHandle(typeOf(*host), host);
+    auto* const type = typeOf(*host);
+    auto result = py::reinterpret_steal<py::object>(create(type, nullptr, nullptr));
+    if (!result) throw py::error_already_set();
+    bind(result.ptr(), host);
+    return result;
 }
 
 }  // namespace quillon::python

@@ -14,6 +14,7 @@ namespace py = pybind11;
 /// time, so that reading the same chart object twice gives the same Python object.
 struct Handle {
     PyObject_HEAD PyObject* weakReferences;
+    /// Null until the object is initialised.
     std::shared_ptr<orca::HostObject> host;
 };
 
@@ -21,14 +22,16 @@ struct Handle {
 /// Throws: py::error_already_set.
 PyTypeObject* handleType();
 
-/// Null when `object` is no handle.
-inline Handle* asHandle(PyObject* object)
+inline bool isHandle(PyObject* object)
 {
-    return PyObject_TypeCheck(object, handleType()) ? reinterpret_cast<Handle*>(object) : nullptr;
+    return PyObject_TypeCheck(object, handleType()) != 0;
 }
 
-/// Makes the handle of an object that has none. Throws: py::error_already_set.
-py::object makeHandle(PyTypeObject* type, std::shared_ptr<orca::HostObject> host);
+/// The host object of a handle. Throws: Refused for a handle that is not initialised.
+const std::shared_ptr<orca::HostObject>& hostOf(PyObject* handle);
+
+/// Gives a handle its host object, which has no handle yet. Throws: Refused when it has one already.
+void bind(PyObject* handle, std::shared_ptr<orca::HostObject> host);
 
 /// The handle of a host object, made if there is none, of the Python type of its class.
 /// Throws: py::error_already_set; Refused when the class has no Python type.

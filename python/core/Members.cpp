@@ -31,9 +31,9 @@ const Method& methodOf(PyObject* self)
 
 /// The host object behind `object`. Throws: Refused when that is no object of the class that has the member.
 template <typename Member>
-orca::HostObject& hostOf(PyObject* object, const Member& member)
+orca::HostObject& receiverOf(PyObject* object, const Member& member)
 {
-    if (PyObject_TypeCheck(object, member.owner)) return *reinterpret_cast<Handle*>(object)->host;
+    if (PyObject_TypeCheck(object, member.owner)) return *hostOf(object);
     throw Refused(PyExc_TypeError, std::string("expected an object of class ") + member.owner->tp_name +
                                        ", got " + Py_TYPE(object)->tp_name + ".");
 }
@@ -42,7 +42,7 @@ PyObject* getProperty(PyObject* self, PyObject* object, PyObject* /*type*/)
 try {
     if (object == nullptr) return Py_NewRef(self);
     const auto& property = propertyOf(self);
-    return toPython(property.impl.get(hostOf(object, property))).release().ptr();
+    return toPython(property.impl.get(receiverOf(object, property))).release().ptr();
 } catch (...) {
     raise(propertyOf(self).place);
     return nullptr;
@@ -53,7 +53,7 @@ try {
     const auto& property = propertyOf(self);
     if (value == nullptr) throw Refused(PyExc_AttributeError, "a property cannot be deleted.");
     if (!property.impl.isWritable()) throw Refused(PyExc_AttributeError, "the property is read-only.");
-    property.impl.set(hostOf(object, property), toHost(value, property.setType));
+    property.impl.set(receiverOf(object, property), toHost(value, property.setType));
     return 0;
 } catch (...) {
     raise(propertyOf(self).place);
@@ -65,7 +65,7 @@ try {
     const auto& method = methodOf(self);
     const auto count = static_cast<std::size_t>(PyVectorcall_NARGS(flags));
     if (count == 0) throw Refused(PyExc_TypeError, "expected an object to call the method on.");
-    auto& host = hostOf(values[0], method);
+    auto& host = receiverOf(values[0], method);
     const Call call{values + 1, count - 1, names};
     return toPython(choose(method.forms, call).invoke(host, call)).release().ptr();
 } catch (...) {
@@ -261,9 +261,8 @@ Property::Property(PyTypeObject* ownerType, const orca::factory::impl::PropertyI
 {
 }
 
-Method::Method(PyTypeObject* ownerType, const std::string& methodName,
-               const orca::factory::OverloadSet& overloads)
-    : owner(ownerType), name(methodName), place(std::string(ownerType->tp_name) + "." + methodName)
+Method::Method(PyTypeObject* ownerType, const std::string& name, const orca::factory::OverloadSet& overloads)
+    : owner(ownerType), place(std::string(ownerType->tp_name) + "." + name)
 {
     for (const auto* method : overloads.getMethods()) forms.emplace_back(*method);
     documentation = documentationOf(name, forms);

@@ -28,11 +28,9 @@ struct Property {
 
 /// A method of a class, with all its forms. Lasts as long as the process.
 struct Method {
-    Method(PyTypeObject* ownerType, const std::string& methodName,
-           const orca::factory::OverloadSet& overloads);
+    Method(PyTypeObject* ownerType, const std::string& name, const orca::factory::OverloadSet& overloads);
 
     PyTypeObject* owner;
-    std::string name;
     std::vector<Form> forms;
     /// "DataSeries.appendPoint"
     std::string place;

@@ -56,32 +56,36 @@ const Format* findFormat(std::string_view code, py::ssize_t size)
     return found != std::end(formats) ? found : nullptr;
 }
 
-bool offersBuffer(PyObject* object)
-{
-    return PyObject_CheckBuffer(object) != 0 && !PyBytes_Check(object) && !PyByteArray_Check(object);
+/// None for an object without a buffer, and for one that refuses it, as arrays of dates do.
+std::optional<py::buffer_info> request(PyObject* object)
+try {
+    if (PyObject_CheckBuffer(object) == 0 || PyBytes_Check(object) || PyByteArray_Check(object))
+        return std::nullopt;
+    return py::reinterpret_borrow<py::buffer>(object).request();
+} catch (const py::error_already_set&) {
+    return std::nullopt;
 }
 
 }  // namespace
 
 std::optional<std::vector<double>> readNumberBuffer(PyObject* object)
 {
-    if (!offersBuffer(object)) return std::nullopt;
-    const auto buffer = py::reinterpret_borrow<py::buffer>(object).request();
-    if (buffer.ndim == 0) return std::nullopt;
-    if (buffer.ndim > 1)
+    const auto buffer = request(object);
+    if (!buffer || buffer->ndim == 0) return std::nullopt;
+    if (buffer->ndim > 1)
         throw Refused(PyExc_TypeError,
-                      "expected one dimension, got an array of " + std::to_string(buffer.ndim) + ".");
-    std::string_view code = buffer.format;
+                      "expected one dimension, got an array of " + std::to_string(buffer->ndim) + ".");
+    std::string_view code = buffer->format;
     const auto order = code.find_first_of("@=<>!") == 0 ? code.front() : '@';
     if (code.find_first_of("@=<>!") == 0) code.remove_prefix(1);
     const bool isBig = order == '>' || order == '!' || (order != '<' && PY_BIG_ENDIAN != 0);
-    const auto* const format = findFormat(code, buffer.itemsize);
+    const auto* const format = findFormat(code, buffer->itemsize);
     if (format == nullptr) return std::nullopt;
-    std::vector<double> numbers(static_cast<std::size_t>(buffer.shape[0]));
-    const auto* bytes = static_cast<const char*>(buffer.ptr);
+    std::vector<double> numbers(static_cast<std::size_t>(buffer->shape[0]));
+    const auto* bytes = static_cast<const char*>(buffer->ptr);
     for (auto& number : numbers) {
         number = format->read(bytes, isBig != (PY_BIG_ENDIAN != 0));
-        bytes += buffer.strides[0];
+        bytes += buffer->strides[0];
     }
     return numbers;
 }

@@ -36,6 +36,8 @@ std::string readText(py::handle value, const std::string& name)
 
 int readLevel(py::handle value)
 {
+    if (PyIndex_Check(value.ptr()) == 0)
+        throw Refused(PyExc_TypeError, "level: expected an integer, got " + nameType(value) + ".");
     const auto number = py::reinterpret_steal<py::object>(PyNumber_Index(value.ptr()));
     if (!number) throw py::error_already_set();
     int overflow = 0;
@@ -47,8 +49,7 @@ int readLevel(py::handle value)
 
 std::shared_ptr<const chart::Chart> readChart(py::handle value)
 {
-    const auto* handle = asHandle(value.ptr());
-    auto chart = handle != nullptr ? handle->host->getNative<chart::Chart>() : nullptr;
+    auto chart = isHandle(value.ptr()) ? hostOf(value.ptr())->getNative<chart::Chart>() : nullptr;
     if (!chart) throw Refused(PyExc_TypeError, "expected a chart, got " + nameType(value) + ".");
     return chart;
 }
@@ -69,13 +70,20 @@ report::Legend readLegend(py::handle value)
                   "legend: expected auto, none, right, top, left or bottom, got \"" + text + "\".");
 }
 
+bool readWorkbook(py::handle value)
+{
+    if (!PyBool_Check(value.ptr()))
+        throw Refused(PyExc_TypeError, "workbook: expected bool, got " + nameType(value) + ".");
+    return value.ptr() == Py_True;
+}
+
 /// The keyword arguments that every function with a chart has; None leaves a length at its default.
 struct OptionArguments {
     py::handle width;
     py::handle height;
     py::handle legend;
     py::handle altText;
-    bool workbook;
+    py::handle workbook;
 };
 
 report::ChartOptions readOptions(const OptionArguments& arguments)
@@ -85,7 +93,7 @@ report::ChartOptions readOptions(const OptionArguments& arguments)
     if (!arguments.height.is_none()) options.height = readText(arguments.height, "height");
     options.legend = readLegend(arguments.legend);
     options.altText = readText(arguments.altText, "alt_text");
-    options.workbook = arguments.workbook;
+    options.workbook = readWorkbook(arguments.workbook);
     return options;
 }
 
@@ -183,7 +191,7 @@ class Document {
 py::tuple makeChartParts(py::handle chart, const OptionArguments& arguments, std::size_t drawingNumber,
                          const std::string& relationshipId)
 {
-    return guard("add_chart", [&] {
+    return guard("chart", [&] {
         const auto native = readChart(chart);
         const auto options = readOptions(arguments);
         std::vector<std::string> warnings;
@@ -221,13 +229,13 @@ void defineReport(py::module_& core)
         .def("add_paragraph", &Document::addParagraph)
         .def("add_chart",
              [](Document& document, py::handle chart, py::handle width, py::handle height, py::handle legend,
-                py::handle altText, bool workbook) {
+                py::handle altText, py::handle workbook) {
                  document.addChart(chart, {width, height, legend, altText, workbook});
              })
         .def("to_bytes", &Document::toBytes);
     core.def("make_chart_parts",
              [](py::handle chart, py::handle width, py::handle height, py::handle legend, py::handle altText,
-                bool workbook, std::size_t drawingNumber, const std::string& relationshipId) {
+                py::handle workbook, std::size_t drawingNumber, const std::string& relationshipId) {
                  return makeChartParts(chart, {width, height, legend, altText, workbook}, drawingNumber,
                                        relationshipId);
              });

@@ -6,7 +6,8 @@ _Result = TypeVar("_Result", covariant=True)
 _Input = TypeVar("_Input", contravariant=True)
 _Forms = list[tuple[list[tuple[str, str]], str]]
 
-class Handle: ...
+class Handle:
+    def __init__(self, *args: Any, **kwargs: Any) -> None: ...
 
 @final
 class Property(Generic[_Result, _Input]):
@@ -39,7 +40,7 @@ class Document:
     def add_heading(self, text: str, level: int) -> None: ...
     def add_paragraph(self, text: str) -> None: ...
     def add_chart(
-        self, chart: Handle, width: object, height: object, legend: object, alt_text: object, workbook: bool
+        self, chart: Handle, width: object, height: object, legend: object, alt_text: object, workbook: object
     ) -> None: ...
     def to_bytes(self, progress: Any) -> tuple[bytes, list[str]]: ...
 
@@ -49,7 +50,7 @@ def make_chart_parts(
     height: object,
     legend: object,
     alt_text: object,
-    workbook: bool,
+    workbook: object,
     drawing_number: int,
     relationship_id: str,
 ) -> tuple[bytes, bytes, bytes, list[str]]: ...

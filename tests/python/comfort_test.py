@@ -2,6 +2,7 @@
 
 import array
 import csv
+import datetime
 import importlib
 import io
 import pydoc
@@ -128,3 +129,21 @@ class WhatAPersonSees(unittest.TestCase):
 
     def test_a_reload_keeps_the_classes(self):
         self.assertIs(importlib.reload(chart).Object, Object)
+
+
+class Labels(unittest.TestCase):
+    def test_dates_and_missing_values(self):
+        labels = {
+            datetime.datetime(2024, 1, 1): "2024-01-01",
+            datetime.datetime(2024, 1, 1, 6): "2024-01-01 06:00:00",
+            datetime.date(2024, 2, 1): "2024-02-01",
+            NAType(): "",
+            NAN: "",
+        }
+        frame = Frame({"a": [1] * len(labels)})
+        frame.index = list(labels)
+        self.assertEqual(from_dataframe(frame).Categories, list(labels.values()))
+
+    def test_one_text_is_no_list_of_names(self):
+        for call, table, option in [(from_rows, [["a", 1]], "names"), (from_dataframe, Frame({"a": [1]}), "columns")]:
+            self.assertRaisesRegex(TypeError, "expected a list, got str", call, table, **{option: "a"})

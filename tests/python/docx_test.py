@@ -13,6 +13,7 @@ from docx.shared import Cm
 
 from charts import make_chart
 from quillon.docx import ChartWarning, add_chart
+from quillon.report import Document
 
 
 def find_charts(part):
@@ -78,3 +79,10 @@ class Adding(unittest.TestCase):
         with self.assertWarnsRegex(ChartWarning, '"nonsense" is no colour') as caught:
             add_chart(docx.Document(), make_chart(colour="nonsense"))
         self.assertEqual(caught.filename, __file__)
+
+    def test_refuses_a_header_and_another_document_without_a_trace(self):
+        document = docx.Document()
+        header = document.sections[0].header
+        self.assertRaises(TypeError, add_chart, header, "chart")
+        self.assertTrue(header.is_linked_to_previous)
+        self.assertRaisesRegex(TypeError, "of python-docx, got Document", add_chart, Document(), make_chart())

@@ -74,6 +74,22 @@ class Lifetime(unittest.TestCase):
         self.assertGreater(walk.refused, 0)
 
 
+class Subclasses(unittest.TestCase):
+    def test_take_arguments_of_their_own(self):
+        class Region(DataSet):
+            def __init__(self, name, start=True):
+                if start:
+                    super().__init__([name])
+                self.name = name
+
+        self.assertEqual((Region("North").name, Region("North").Categories), ("North", ["North"]))
+        half = Region("North", start=False)
+        self.assertEqual(repr(half), "<Region>")
+        for use in (lambda: half.Categories, lambda: len(half), lambda: setattr(ColumnChart(), "DataSet", half)):
+            self.assertRaisesRegex(TypeError, r"must call super\(\).__init__\(\)", use)
+        self.assertRaisesRegex(TypeError, "initialised already", Region("North").__init__, "South")
+
+
 class RandomWalk:
     """Uses members at random on objects that it holds until others take their place."""
 

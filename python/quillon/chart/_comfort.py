@@ -43,7 +43,7 @@ class Shown:
     def _describe(self, name: str) -> list[str]:
         try:
             value = getattr(self, name)
-        except ValueError:  # A colour that was set as three numbers cannot be read.
+        except (TypeError, ValueError):  # Not initialised yet; a colour that was set as three numbers.
             return []
         return [] if value is None else [f"{name}={_show(value)}"]
 

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import datetime
 from collections.abc import Iterable, Sequence
 from typing import TYPE_CHECKING, Any
 
@@ -22,7 +23,7 @@ def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None =
             raise ValueError("from_rows: expected a first row with the names of the series, got no row.")
         names = table.pop(0)[1:]
         first_number = 2
-    series_names = [_label(name) for name in names]
+    series_names = [_label(name) for name in _several("from_rows: names", names)]
     for number, row in enumerate(table, start=first_number):
         if len(row) != len(series_names) + 1:
             raise ValueError(f"from_rows: row {number}: expected {len(series_names) + 1} cells, got {len(row)}.")
@@ -46,8 +47,14 @@ def from_dataframe(frame: Any, categories: object = None, columns: Iterable[obje
             raise ValueError("from_dataframe: expected a column with the names of the categories, got no column.")
         categories = labels[0]
     names = index if categories is None else frame[categories]
-    chosen = [label for label in labels if label != categories] if columns is None else list(columns)
+    chosen = [label for label in labels if label != categories] if columns is None else _several("from_dataframe: columns", columns)
     return _make_set("from_dataframe", names, ((_label(label), frame[label]) for label in chosen))
+
+
+def _several(place: str, labels: Iterable[object]) -> list[object]:
+    if isinstance(labels, str):
+        raise TypeError(f"{place}: expected a list, got str.")
+    return list(labels)
 
 
 def _cells(row: Sequence[object], number: int) -> list[object]:
@@ -70,19 +77,20 @@ def _make_set(
 
 
 def _label(cell: object) -> str:
-    if cell is None:
+    if _is_missing(cell):
         return ""
-    return " ".join(map(str, cell)) if isinstance(cell, tuple) else str(cell)
+    if isinstance(cell, datetime.datetime):
+        return str(cell).removesuffix(" 00:00:00")
+    return " ".join(map(_label, cell)) if isinstance(cell, tuple) else str(cell)
 
 
 def _is_missing(cell: object) -> bool:
-    if isinstance(cell, str):
-        return not cell.strip()
-    return cell is None or type(cell).__name__ in ("NAType", "NaTType")
+    is_nan = isinstance(cell, float) and cell != cell
+    return cell is None or is_nan or type(cell).__name__ in ("NAType", "NaTType")
 
 
 def _number(cell: Any, place: str) -> float:
-    if _is_missing(cell):
+    if _is_missing(cell) or (isinstance(cell, str) and not cell.strip()):
         return float("nan")
     try:
         return float(cell)

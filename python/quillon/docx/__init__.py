@@ -50,12 +50,18 @@ def add_chart(
     The chart is written as it is now. Raises TypeError for another target and for what is no chart, ValueError for what
     cannot be written; then the document is as it was. Warns with ChartWarning of what is replaced.
     """
-    part = _find_part(target)
-    number = _next_drawing_number(part.package)
-    chart_bytes, workbook_bytes, markup, sentences = _core.make_chart_parts(
-        chart, _length(width), _length(height), legend, alt_text, workbook, number, "rId1"
-    )
-    warn(sentences)
+    is_linked = getattr(target, "is_linked_to_previous", False)
+    try:
+        part = _find_part(target)
+        number = _next_drawing_number(part.package)
+        chart_bytes, workbook_bytes, markup, sentences = _core.make_chart_parts(
+            chart, _length(width), _length(height), legend, alt_text, workbook, number, "rId1"
+        )
+        warn(sentences)
+    except BaseException:
+        if is_linked:  # A header that has no part gets one as soon as it is asked for it.
+            target.is_linked_to_previous = True
+        raise
     chart_part = _add_part(part.package, "/word/charts/chart%d.xml", _CHART_TYPE, chart_bytes)
     drawing = parse_xml(markup).find(qn("w:drawing"))
     reference = drawing.find(f".//{qn('c:chart')}")
@@ -69,9 +75,13 @@ def add_chart(
 
 def _find_part(target: Any) -> Any:
     """The part of the package that holds the target."""
-    if isinstance(target, Run) or hasattr(target, "add_run") or hasattr(target, "add_paragraph"):
+    has_place = isinstance(target, Run) or hasattr(target, "add_run") or hasattr(target, "add_paragraph")
+    if has_place and hasattr(target, "part"):
         return target.part
-    raise TypeError(f"add_chart: expected a document, paragraph or run of python-docx, got {type(target).__name__}.")
+    raise TypeError(
+        "add_chart: expected a document, paragraph, run, cell, header or footer of python-docx, got"
+        f" {type(target).__name__}."
+    )
 
 
 def _make_run(target: Any) -> Run:

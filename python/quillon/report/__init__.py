@@ -10,6 +10,7 @@
 
 from __future__ import annotations
 
+import io
 import os
 from collections.abc import Callable
 from typing import Any, BinaryIO
@@ -89,6 +90,8 @@ class Document:
         A file appears at its path when it is complete. Raises and warns as to_bytes(), and OSError for a path that
         cannot be written. Nothing is written where a warning is made an error.
         """
+        if isinstance(target, io.TextIOBase):
+            raise TypeError("save: expected a file object opened for bytes, got one for text.")
         is_file = hasattr(target, "write")
         path = None if is_file else os.fspath(target)  # type: ignore[arg-type]
         data, sentences = self._core.to_bytes(progress)
