@@ -48,7 +48,7 @@ const ChartType& findType(const std::string& name)
 std::u16string readColor(const std::string& text)
 {
     const auto color = quillon::toUtf16(text);
-    if (!isColorText(color))
+    if (!findColorDigits(color))
         fail("Colour \"{}\": expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.", text);
     return color;
 }

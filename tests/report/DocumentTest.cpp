@@ -344,5 +344,25 @@ TEST(Document, TellsItsProgress)
     EXPECT_EQ(calls, (std::vector<std::pair<std::size_t, std::size_t>>{{1, 2}, {2, 2}}));
 }
 
+TEST(Document, DescribesTheSeriesThatAPieShows)
+{
+    const auto pie = makePie(1, {1, 2});
+    const auto hidden = chart::DataSeries::create(u"hidden");
+    hidden->appendPoint(100);
+    hidden->appendPoint(INFINITY);
+    pie->getDataSet()->appendSeries(hidden);
+    EXPECT_NE(getPart(writeChart(pie), "word/document.xml").find("series North; values from 1 to 2\""),
+              std::string::npos);
+}
+
+TEST(Document, TakesColoursThatWereSetByNumbers)
+{
+    const auto chart = makeColumns(1, {1});
+    chart->getDataSet()->getSeries(0)->setFormat(DataSeriesShapeFormat::create(u"red"));
+    chart->getDataSet()->getSeries(0)->getFormat()->getFill()->getColor()->setFromTriplet(0.1, 0.5, 1);
+    const auto part = getChartPart(writeChart(chart, {}, [](const auto& text) { ADD_FAILURE() << text; }));
+    EXPECT_NE(part.find("<a:srgbClr val=\"1A80FF\"/>"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace quillon::report
