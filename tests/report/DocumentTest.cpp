@@ -1,6 +1,7 @@
 #include "report/Document.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <zip.h>
 
 #include <cmath>
@@ -362,6 +363,26 @@ TEST(Document, TakesColoursThatWereSetByNumbers)
     chart->getDataSet()->getSeries(0)->getFormat()->getFill()->getColor()->setFromTriplet(0.1, 0.5, 1);
     const auto part = getChartPart(writeChart(chart, {}, [](const auto& text) { ADD_FAILURE() << text; }));
     EXPECT_NE(part.find("<a:srgbClr val=\"1A80FF\"/>"), std::string::npos);
+}
+
+TEST(Document, KeepsLinksAndPipes)
+{
+    const Document document;
+    const auto link = testing::TempDir() + "quillon_link.docx";
+    std::filesystem::remove(link);
+    std::filesystem::create_symlink(testing::TempDir() + "quillon_linked.docx", link);
+    std::ofstream(link) << "old";
+    document.save(link);
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    document.save("/dev/fd/" + std::to_string(ends[1]));
+    close(ends[1]);
+    std::string bytes(document.toBytes().size() + 1, '\0');
+    bytes.resize(static_cast<std::size_t>(read(ends[0], bytes.data(), bytes.size())));
+    close(ends[0]);
+    EXPECT_EQ(bytes, document.toBytes());
 }
 
 }  // namespace
