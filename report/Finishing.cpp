@@ -149,19 +149,19 @@ void finishColors(ChartPart& part, DOMElement* element, const chart::Format* for
               "The default is used.");
 }
 
-/// A slice without a format of its own has that of its series.
+/// A slice without a format of its own has that of its series. The default of a slice is its own, that of any
+/// other point its series'.
 void finishPointColors(ChartPart& part, std::size_t seriesIndex, const chart::DataSeries& series)
 {
+    const bool isPie = part.isGroup(u"c:pieChart");
     for (auto* point : findChildren(part.series[seriesIndex], u"c:dPt")) {
         const auto index = str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
-        const chart::ShapeFormat* format = series.getPoint(index)->getFormat().get();
-        auto place = describeSeries(part, seriesIndex);
-        if (format != nullptr)
-            place += ", point " + std::to_string(index + 1);
-        else
-            format = series.getFormat().get();
+        const chart::ShapeFormat* own = series.getPoint(index)->getFormat().get();
+        const chart::ShapeFormat* format = own != nullptr ? own : series.getFormat().get();
         if (format == nullptr) continue;
-        const auto& standard = chart::getPaletteColor(index);
+        auto place = describeSeries(part, seriesIndex);
+        if (own != nullptr) place += ", point " + std::to_string(index + 1);
+        const auto& standard = chart::getPaletteColor(isPie ? index : seriesIndex);
         auto* properties = findChild(point, u"c:spPr");
         finishColors(part, findChild(properties, u"a:solidFill"), format->getFill().get(), standard,
                      place + ", fill");
