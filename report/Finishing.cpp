@@ -181,16 +181,22 @@ void makeColorsHexadecimal(ChartPart& part)
     }
 }
 
+/// "Sheet1!$AA$2:$AA$4": the cells of a column, "$AA", below its first row.
+std::u16string getCellRange(const std::u16string& column, unsigned long count)
+{
+    return u"Sheet1!" + column + u"$2:" + column + u"$" + num2str(count + 1);
+}
+
 /// The writer knows the letters of columns A to Z alone.
 void writeColumnLetters(ChartPart& part)
 {
     for (std::size_t i = 25; i < part.series.size(); ++i) {
         const auto column = u"$" + getColumnLetters(i + 1);
-        const auto rows = num2str(part.context.chart.getDataSet()->getSeries(i)->getSize() + 1);
+        const auto size = part.context.chart.getDataSet()->getSeries(i)->getSize();
         findPath(part.series[i], {u"c:tx", u"c:strRef", u"c:f"})
             ->setTextContent((u"Sheet1!" + column + u"$1").c_str());
         findPath(part.series[i], {u"c:val", u"c:numRef", u"c:f"})
-            ->setTextContent((u"Sheet1!" + column + u"$2:" + column + u"$" + rows).c_str());
+            ->setTextContent(getCellRange(column, size).c_str());
     }
 }
 

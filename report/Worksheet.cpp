@@ -1,11 +1,11 @@
 #include "report/Worksheet.h"
 
-#include <locale.h>
 #include <sys/mman.h>
 #include <unistd.h>
 #include <xlsxwriter.h>
 
 #include <cerrno>
+#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -112,7 +112,7 @@ class TextStream {
     }
     ~TextStream()
     {
-        std::fclose(file_);
+        static_cast<void>(std::fclose(file_));
         std::free(text_);
     }
     TextStream(const TextStream&) = delete;

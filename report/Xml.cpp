@@ -179,7 +179,7 @@ std::string serialise(const xercesc::DOMNode* node)
     auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
     const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(implementation->createLSSerializer());
     const std::unique_ptr<xercesc::DOMLSOutput, Release> output(implementation->createLSOutput());
-    xercesc::MemBufFormatTarget target(64 * 1024);
+    xercesc::MemBufFormatTarget target(0x10000);
     output->setByteStream(&target);
     output->setEncoding(u"UTF-8");
     try {

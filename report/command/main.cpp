@@ -59,7 +59,7 @@ class ProgressLine {
         if (isatty(STDERR_FILENO) == 0 || std::chrono::steady_clock::now() - start_ < 1s) return;
         shown_ = true;
         fmt::print(stderr, "\rchart {} of {}", done, total);
-        std::fflush(stderr);
+        static_cast<void>(std::fflush(stderr));
     }
 
  private:
