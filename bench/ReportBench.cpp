@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <stdexcept>
 #include <string>
-#include <xercesc/dom/DOM.hpp>
 
 #include "bench/Benchmarks.h"
 #include "chart/model/ColumnChart.h"
@@ -99,10 +98,6 @@ void compareWithOtherLibrary(benchmark::State& state, const Size& size, double p
     state.counters["peak bytes/point"] = peakMemory / points;
 }
 
-struct ReleaseDocument {
-    void operator()(xercesc::DOMDocument* document) const { document->release(); }
-};
-
 /// The stages that one chart goes through, in their order, timed one by one.
 struct Stages {
     double model = 0;
@@ -119,9 +114,9 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
 {
     std::shared_ptr<chart::Chart> chart;
     stages.model += seconds([&] { chart = makeChart(size); });
-    std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> doc;
+    report::DocumentPointer doc;
     stages.writer += seconds([&] {
-        doc.reset(xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS")->createDocument());
+        doc = report::createDocument();
         chart->getDOCXWriter()->createChartDOMDocContent(doc.get());
     });
     const report::ChartOptions options;

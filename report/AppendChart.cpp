@@ -1,7 +1,9 @@
 #include "report/AppendChart.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "chart/model/Chart.h"
 #include "chart/writer/DOCXChartWriter.h"
@@ -73,6 +75,10 @@ ChartParts appendChart(DOMElement* paragraph, const PlacedChart& placed)
 {
     try {
         return writeChart(paragraph, placed);
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw std::bad_alloc();
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         const std::string place = "chart " + std::to_string(placed.number);
         const std::string message = error.what();

@@ -5,12 +5,14 @@
 
 namespace quillon::report {
 
-bool isColorText(const std::u16string& text)
+std::optional<std::u16string> findColorDigits(const std::u16string& text)
 {
-    if (text.starts_with(u'#'))
-        return text.size() == 7 &&
-               text.find_first_not_of(u"0123456789abcdefABCDEF", 1) == std::u16string::npos;
-    return chart::isRgbColorString(text) || chart::findNamedColor(toLowerString(text)) != nullptr;
+    const auto digits = text.substr(text.starts_with(u'#') ? 1 : 0);
+    if (digits.size() == 6 && digits.find_first_not_of(u"0123456789abcdefABCDEF") == std::u16string::npos)
+        return toUpperString(digits);
+    if (chart::isRgbColorString(text) || chart::findNamedColor(toLowerString(text)) != nullptr)
+        return chart::Color(text).toHexString();
+    return std::nullopt;
 }
 
 }  // namespace quillon::report

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "support/Export.h"
 
 namespace quillon::report {
 
-/// Whether a document can show the colour that `text` stands for: a colour name, "#" and six hexadecimal
-/// digits, or an rgb expression.
-QUILLON_EXPORT bool isColorText(const std::u16string& text);
+/// The six upper-case hexadecimal digits of the colour that `text` stands for: a colour name, an rgb
+/// expression, or six digits with "#" or without, as a colour set by numbers has them. Nothing when it is no
+/// colour.
+QUILLON_EXPORT std::optional<std::u16string> findColorDigits(const std::u16string& text);
 
 }  // namespace quillon::report

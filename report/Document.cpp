@@ -212,18 +212,6 @@ std::string PackageBuilder::finish()
     return zipParts(parts_);
 }
 
-std::u16string readText(const std::string& text, const char* field)
-{
-    try {
-        auto wide = toUtf16(text);
-        requireXmlText(wide, field);
-        return wide;
-    } catch (const std::runtime_error& error) {
-        const std::string message = error.what();
-        throw std::runtime_error(message.starts_with(field) ? message : std::string(field) + ": " + message);
-    }
-}
-
 }  // namespace
 
 struct Document::Content {
@@ -247,12 +235,12 @@ void Document::addHeading(const std::string& text, int level)
 {
     if (level < 1 || level > 9)
         throw std::runtime_error("Heading level: expected 1 to 9, got " + std::to_string(level) + ".");
-    content_->blocks.emplace_back(TextBlock{readText(text, "Heading"), level});
+    content_->blocks.emplace_back(TextBlock{readXmlText(text, "Heading"), level});
 }
 
 void Document::addParagraph(const std::string& text)
 {
-    content_->blocks.emplace_back(TextBlock{readText(text, "Paragraph"), 0});
+    content_->blocks.emplace_back(TextBlock{readXmlText(text, "Paragraph"), 0});
 }
 
 void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options)
@@ -260,7 +248,7 @@ void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOp
     if (!chart) throw std::runtime_error("addChart: expected a chart, got an empty handle.");
     parseLength(options.width);
     parseLength(options.height);
-    readText(options.altText, "Alternative text");
+    readXmlText(options.altText, "Alternative text");
     content_->blocks.emplace_back(ChartBlock{std::move(chart), options});
     ++content_->chartCount;
 }

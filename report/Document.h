@@ -76,8 +76,8 @@ class QUILLON_EXPORT Document {
     std::string toBytes() const;
 
     /// Writes the package to `path`, beside it first, so that no half-written file is ever found there. A
-    /// link stays one: the file it leads to is replaced. Throws: as toBytes, and FileError, also for what is
-    /// there and no file.
+    /// link stays one, and the file it leads to is replaced; a pipe or a device is written to. Throws: as
+    /// toBytes, and FileError.
     void save(const std::string& path) const;
 
  private:

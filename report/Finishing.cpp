@@ -29,7 +29,6 @@ struct ChartPart {
     DOMDocument* doc;
     DOMElement* chartSpace;
     DOMElement* chart;
-    DOMElement* plotArea;
     /// c:barChart, c:lineChart or c:pieChart.
     DOMElement* group;
     std::vector<DOMElement*> series;
@@ -142,29 +141,27 @@ void finishColors(ChartPart& part, DOMElement* element, const chart::Format* for
 {
     if (element == nullptr || format == nullptr || !format->getColor()) return;
     const auto& text = format->getColor()->getText();
-    if (isColorText(text)) {
-        if (text.starts_with(u'#')) setColorsBelow(element, toUpperString(text.substr(1)));
-        return;
-    }
-    setColorsBelow(element, standard);
+    const auto digits = findColorDigits(text);
+    setColorsBelow(element, digits.value_or(standard));
+    if (digits) return;
     part.warn(place + ": \"" + toUtf8(escapeCharacters(text)) +
               "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
               "The default is used.");
 }
 
-/// A slice without a format of its own has that of its series.
+/// A slice without a format of its own has that of its series. The default of a slice is its own, that of any
+/// other point its series'.
 void finishPointColors(ChartPart& part, std::size_t seriesIndex, const chart::DataSeries& series)
 {
+    const bool isPie = part.isGroup(u"c:pieChart");
     for (auto* point : findChildren(part.series[seriesIndex], u"c:dPt")) {
         const auto index = str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
-        const chart::ShapeFormat* format = series.getPoint(index)->getFormat().get();
-        auto place = describeSeries(part, seriesIndex);
-        if (format != nullptr)
-            place += ", point " + std::to_string(index + 1);
-        else
-            format = series.getFormat().get();
+        const chart::ShapeFormat* own = series.getPoint(index)->getFormat().get();
+        const chart::ShapeFormat* format = own != nullptr ? own : series.getFormat().get();
         if (format == nullptr) continue;
-        const auto& standard = chart::getPaletteColor(index);
+        auto place = describeSeries(part, seriesIndex);
+        if (own != nullptr) place += ", point " + std::to_string(index + 1);
+        const auto& standard = chart::getPaletteColor(isPie ? index : seriesIndex);
         auto* properties = findChild(point, u"c:spPr");
         finishColors(part, findChild(properties, u"a:solidFill"), format->getFill().get(), standard,
                      place + ", fill");
@@ -184,16 +181,22 @@ void makeColorsHexadecimal(ChartPart& part)
     }
 }
 
+/// "Sheet1!$AA$2:$AA$4": the cells of a column, "$AA", below its first row.
+std::u16string getCellRange(const std::u16string& column, unsigned long count)
+{
+    return u"Sheet1!" + column + u"$2:" + column + u"$" + num2str(count + 1);
+}
+
 /// The writer knows the letters of columns A to Z alone.
 void writeColumnLetters(ChartPart& part)
 {
     for (std::size_t i = 25; i < part.series.size(); ++i) {
         const auto column = u"$" + getColumnLetters(i + 1);
-        const auto rows = num2str(part.context.chart.getDataSet()->getSeries(i)->getSize() + 1);
+        const auto size = part.context.chart.getDataSet()->getSeries(i)->getSize();
         findPath(part.series[i], {u"c:tx", u"c:strRef", u"c:f"})
             ->setTextContent((u"Sheet1!" + column + u"$1").c_str());
         findPath(part.series[i], {u"c:val", u"c:numRef", u"c:f"})
-            ->setTextContent((u"Sheet1!" + column + u"$2:" + column + u"$" + rows).c_str());
+            ->setTextContent(getCellRange(column, size).c_str());
     }
 }
 
@@ -352,52 +355,60 @@ void setSize(Drawing& drawing)
     extent->setAttribute(u"cy", num2str(static_cast<unsigned long>(drawing.context.height)).c_str());
 }
 
-std::string getTypeName(const chart::Chart& chart)
+const char16_t* getTypeName(const chart::Chart& chart)
 {
-    if (dynamic_cast<const chart::BarChart*>(&chart) != nullptr) return "Bar chart";
-    if (dynamic_cast<const chart::ColumnChart*>(&chart) != nullptr) return "Column chart";
-    if (dynamic_cast<const chart::LineChart*>(&chart) != nullptr) return "Line chart";
-    if (dynamic_cast<const chart::PieChart*>(&chart) != nullptr) return "Pie chart";
-    return "Chart";
+    if (dynamic_cast<const chart::BarChart*>(&chart) != nullptr) return u"Bar chart";
+    if (dynamic_cast<const chart::ColumnChart*>(&chart) != nullptr) return u"Column chart";
+    if (dynamic_cast<const chart::LineChart*>(&chart) != nullptr) return u"Line chart";
+    if (dynamic_cast<const chart::PieChart*>(&chart) != nullptr) return u"Pie chart";
+    return u"Chart";
+}
+
+/// The series that the chart shows: of a pie, the first alone.
+std::vector<std::shared_ptr<chart::DataSeries>> getShownSeries(const chart::Chart& chart)
+{
+    auto shown = *chart.getDataSet()->getSeriesList();
+    if (dynamic_cast<const chart::PieChart*>(&chart) != nullptr && shown.size() > 1) shown.resize(1);
+    return shown;
 }
 
 /// "values from 1.5 to 20", or nothing for a chart without numbers.
-std::u16string describeRange(const chart::DataSet& dataSet)
+std::u16string describeRange(const std::vector<std::shared_ptr<chart::DataSeries>>& shown)
 {
     double low = std::numeric_limits<double>::infinity();
     double high = -low;
-    for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
-        for (const auto& point : dataSet.getSeries(i)->getPoints()) {
+    for (const auto& series : shown)
+        for (const auto& point : series->getPoints()) {
             low = std::fmin(low, point->getValue());
             high = std::fmax(high, point->getValue());
         }
     return low <= high ? u"; values from " + num2str(low) + u" to " + num2str(high) : u"";
 }
 
-std::u16string describeSeriesNames(const chart::DataSet& dataSet)
+std::u16string describeSeriesNames(const std::vector<std::shared_ptr<chart::DataSeries>>& shown)
 {
     constexpr unsigned long named = 5;
     std::u16string names;
-    const auto count = dataSet.getSeriesCount();
-    for (unsigned long i = 0; i < std::min(count, named); ++i)
-        names += (i == 0 ? u"; series " : u", ") + escapeCharacters(dataSet.getSeries(i)->getName());
-    if (count > named) names += u" and " + num2str(count - named) + u" more";
+    for (unsigned long i = 0; i < std::min(shown.size(), named); ++i)
+        names += (i == 0 ? u"; series " : u", ") + escapeCharacters(shown[i]->getName());
+    if (shown.size() > named) names += u" and " + num2str(shown.size() - named) + u" more";
     return names;
 }
 
 std::u16string makeAltText(const chart::Chart& chart)
 {
-    auto text = toUtf16(getTypeName(chart));
+    std::u16string text = getTypeName(chart);
     if (chart.getTitle())
         text += u": " + escapeCharacters(chart.getTitle()->getText()->getContent().at(0)->getContent());
-    return text + describeSeriesNames(*chart.getDataSet()) + describeRange(*chart.getDataSet());
+    const auto shown = getShownSeries(chart);
+    return text + describeSeriesNames(shown) + describeRange(shown);
 }
 
 void describe(Drawing& drawing)
 {
     const auto& context = drawing.context;
-    const auto given = toUtf16(context.options.altText);
-    requireXmlText(given, "chart " + std::to_string(context.drawingNumber) + ", alternative text");
+    const auto given = readXmlText(context.options.altText,
+                                   "chart " + std::to_string(context.drawingNumber) + ", alternative text");
     findChild(drawing.inlineDrawing, u"wp:docPr")
         ->setAttribute(u"descr", (given.empty() ? makeAltText(context.chart) : given).c_str());
 }
@@ -411,9 +422,8 @@ void finishChartPart(DOMDocument* doc, const FinishingContext& context)
 {
     auto* chartSpace = doc->getDocumentElement();
     auto* chart = findChild(chartSpace, u"c:chart");
-    auto* plotArea = findChild(chart, u"c:plotArea");
-    auto* group = findGroup(plotArea);
-    ChartPart part{doc, chartSpace, chart, plotArea, group, findChildren(group, u"c:ser"), context, {}};
+    auto* group = findGroup(findChild(chart, u"c:plotArea"));
+    ChartPart part{doc, chartSpace, chart, group, findChildren(group, u"c:ser"), context, {}};
     for (const auto& rule : chartRules) rule(part);
 }
 

@@ -10,8 +10,6 @@
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
-#include <string>
-#include <system_error>
 
 #include "report/Document.h"
 
@@ -90,61 +88,78 @@ class Archive {
     std::unique_ptr<zip_t, Free> archive_;
 };
 
-/// A new file beside the target; removed unless it was moved there.
-class TemporaryFile {
+/// The file behind the links of `path`; `path` itself where there is none.
+std::string followLinks(const std::string& path)
+{
+    std::error_code error;
+    const auto target = std::filesystem::canonical(path, error);
+    return error ? path : target.string();
+}
+
+/// Whether `path` leads to what is written to but never replaced.
+bool isPipeOrDevice(const std::string& path)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    return exists(status) && !is_regular_file(status) && !is_directory(status);
+}
+
+/// A new file beside the target, removed unless it was moved there; or the target itself if that is a pipe or
+/// a device.
+class OutputFile {
  public:
-    explicit TemporaryFile(const std::string& target) : target_(target), path_(resolve(target))
+    explicit OutputFile(const std::string& path) : path_(path), target_(followLinks(path))
     {
-        do {
-            name_ = path_ + "." + std::to_string(getpid()) + "-" + std::to_string(++fileCount);
-            descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        } while (descriptor_ < 0 && errno == EEXIST);
-        if (descriptor_ < 0) throw FileError(target_, errno);
+        if (isPipeOrDevice(target_))
+            descriptor_ = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+        else
+            openTemporary();
+        if (descriptor_ < 0) throw FileError(path_, errno);
     }
-    ~TemporaryFile()
+    ~OutputFile()
     {
         if (descriptor_ >= 0) close(descriptor_);
-        if (!moved_) unlink(name_.c_str());
+        if (!temporary_.empty()) unlink(temporary_.c_str());
     }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
 
     void write(std::string_view bytes) const
     {
         for (std::size_t done = 0; done < bytes.size();) {
             const auto count = ::write(descriptor_, bytes.data() + done, bytes.size() - done);
             if (count < 0 && errno == EINTR) continue;
-            if (count < 0) throw FileError(target_, errno);
+            if (count < 0) throw FileError(path_, errno);
             done += static_cast<std::size_t>(count);
         }
     }
 
-    void moveToTarget()
+    void finish()
     {
         const int closed = close(descriptor_);
         descriptor_ = -1;
-        if (closed < 0 || std::rename(name_.c_str(), path_.c_str()) != 0) throw FileError(target_, errno);
-        moved_ = true;
+        if (closed < 0) throw FileError(path_, errno);
+        if (temporary_.empty()) return;
+        if (std::rename(temporary_.c_str(), target_.c_str()) != 0) throw FileError(path_, errno);
+        temporary_.clear();
     }
 
  private:
-    static inline std::atomic<unsigned> fileCount = 0;
-
-    /// The file that a link leads to; a link stays one.
-    static std::string resolve(const std::string& target)
+    void openTemporary()
     {
-        std::error_code error;
-        const auto path = std::filesystem::canonical(target, error);
-        if (error) return target;
-        if (std::filesystem::is_regular_file(path, error)) return path.string();
-        throw FileError(target, std::filesystem::is_directory(path, error) ? EISDIR : EINVAL);
+        do {
+            temporary_ = target_ + "." + std::to_string(getpid()) + "-" + std::to_string(++fileCount);
+            descriptor_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        } while (descriptor_ < 0 && errno == EEXIST);
     }
 
-    const std::string& target_;
-    std::string path_;
-    std::string name_;
+    static inline std::atomic<unsigned> fileCount = 0;
+
+    const std::string& path_;
+    std::string target_;
+    /// Empty for a pipe or a device.
+    std::string temporary_;
     int descriptor_ = -1;
-    bool moved_ = false;
 };
 
 }  // namespace
@@ -169,9 +184,9 @@ std::string replaceParts(const std::string& archive, const std::vector<Part>& pa
 
 void writeFile(const std::string& path, std::string_view bytes)
 {
-    TemporaryFile file(path);
+    OutputFile file(path);
     file.write(bytes);
-    file.moveToTarget();
+    file.finish();
 }
 
 }  // namespace quillon::report

@@ -24,7 +24,8 @@ std::string zipParts(const std::vector<Part>& parts);
 /// Throws: std::runtime_error when the file cannot be made, or a name is missing.
 std::string replaceParts(const std::string& archive, const std::vector<Part>& parts);
 
-/// Writes `bytes` to `path` by way of a file beside it, which never stays behind.
+/// Writes `bytes` to `path` by way of a file beside it, which never stays behind. Links are followed; a pipe
+/// or a device is written to directly.
 /// Throws: FileError.
 QUILLON_EXPORT void writeFile(const std::string& path, std::string_view bytes);
 

@@ -5,6 +5,7 @@
 #include <xlsxwriter.h>
 
 #include <cerrno>
+#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -35,6 +36,28 @@ void requireCell(lxw_error error, unsigned long row, unsigned long column)
     if (error != LXW_NO_ERROR)
         fail("cell " + toUtf8(getColumnLetters(column)) + std::to_string(row + 1), error);
 }
+
+/// Numbers have a decimal point on this thread while it lives, whatever the program's locale: the workbook
+/// library prints them with printf.
+class DecimalPoint {
+ public:
+    DecimalPoint() : locale_(newlocale(LC_ALL_MASK, "C", nullptr))
+    {
+        if (locale_ == nullptr) throw std::bad_alloc();
+        previous_ = uselocale(locale_);
+    }
+    ~DecimalPoint()
+    {
+        uselocale(previous_);
+        freelocale(locale_);
+    }
+    DecimalPoint(const DecimalPoint&) = delete;
+    DecimalPoint& operator=(const DecimalPoint&) = delete;
+
+ private:
+    locale_t locale_;
+    locale_t previous_;
+};
 
 /// A file in memory, because the workbook library writes to a named file only.
 class MemoryFile {
@@ -89,7 +112,7 @@ class TextStream {
     }
     ~TextStream()
     {
-        std::fclose(file_);
+        static_cast<void>(std::fclose(file_));
         std::free(text_);
     }
     TextStream(const TextStream&) = delete;
@@ -98,7 +121,7 @@ class TextStream {
     std::FILE* getFile() const { return file_; }
     std::string read() const
     {
-        std::fflush(file_);
+        if (std::fflush(file_) != 0 || std::ferror(file_) != 0) throw std::bad_alloc();
         return {text_, size_};
     }
 
@@ -176,6 +199,7 @@ std::u16string getColumnLetters(unsigned long number)
 
 std::string makeWorkbook(const chart::Chart& chart)
 {
+    const DecimalPoint decimalPoint;
     static const std::string workbook = makeTemplate();
     const auto& dataSet = *chart.getDataSet();
     Worksheet sheet;

@@ -19,7 +19,8 @@ inline constexpr double maximumNumber = 9.99999999999999e307;
 std::u16string getColumnLetters(unsigned long number);
 
 /// An .xlsx workbook with the data of the chart: sheet "Sheet1", categories from A2, series names from B1,
-/// values from B2 down. What is not a number is an empty cell.
+/// values from B2 down. What is not a finite number is an empty cell.
+/// Throws: std::runtime_error that names the cell whose text is too long, or says why there is no workbook.
 std::string makeWorkbook(const chart::Chart& chart);
 
 }  // namespace quillon::report

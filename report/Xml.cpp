@@ -1,9 +1,12 @@
 #include "report/Xml.h"
 
+#include <algorithm>
 #include <array>
+#include <new>
 #include <stdexcept>
 #include <utility>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "support/Text.h"
 
@@ -29,6 +32,13 @@ bool isHighSurrogate(char16_t c)
 bool isLowSurrogate(char16_t c)
 {
     return c >= 0xDC00 && c < 0xE000;
+}
+
+/// Whether XML can hold a UTF-16 unit that is no part of a pair.
+bool isXmlCharacter(char16_t character)
+{
+    if (character < 0x20) return character == u'\t' || character == u'\n' || character == u'\r';
+    return character < 0xD800 || (character >= 0xE000 && character < 0xFFFE);
 }
 
 /// The number of units, 1 or 2, of the character at `at` that XML can hold; 0 when it cannot hold it.
@@ -84,12 +94,6 @@ DOMElement* append(DOMElement* parent, const char16_t* name)
     return element;
 }
 
-bool isXmlCharacter(char16_t character)
-{
-    if (character < 0x20) return character == u'\t' || character == u'\n' || character == u'\r';
-    return character < 0xD800 || (character >= 0xE000 && character < 0xFFFE);
-}
-
 void requireXmlText(std::u16string_view text, const std::string& field)
 {
     for (std::size_t at = 0; at < text.size();) {
@@ -101,6 +105,18 @@ void requireXmlText(std::u16string_view text, const std::string& field)
                 ") cannot stand in a document; only tab and line break of the control characters can.");
         at += length;
     }
+}
+
+std::u16string readXmlText(const std::string& text, const std::string& field)
+{
+    std::u16string wide;
+    try {
+        wide = toUtf16(text);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(field + ": " + error.what());
+    }
+    requireXmlText(wide, field);
+    return wide;
 }
 
 std::u16string escapeCharacters(std::u16string_view text)
@@ -163,12 +179,14 @@ std::string serialise(const xercesc::DOMNode* node)
     auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
     const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(implementation->createLSSerializer());
     const std::unique_ptr<xercesc::DOMLSOutput, Release> output(implementation->createLSOutput());
-    xercesc::MemBufFormatTarget target(64 * 1024);
+    xercesc::MemBufFormatTarget target(0x10000);
     output->setByteStream(&target);
     output->setEncoding(u"UTF-8");
     try {
         if (serializer->write(node, output.get()))
             return {reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen()};
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw std::bad_alloc();
     } catch (const xercesc::DOMException&) {
         // Falls through: its message names a character, not the place.
     }

@@ -33,10 +33,10 @@ xercesc::DOMElement* makeElement(xercesc::DOMDocument* doc, const char16_t* name
 /// Inserts `child` behind `previous`, or first when that is null.
 void insertAfter(xercesc::DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* previous);
 
-/// Whether XML can hold the character, a UTF-16 unit of well-formed text.
-bool isXmlCharacter(char16_t character);
 /// Throws: std::runtime_error that names `field` when XML cannot hold `text`.
 void requireXmlText(std::u16string_view text, const std::string& field);
+/// The same for UTF-8, which it returns as UTF-16; text that is not well-formed is refused as well.
+std::u16string readXmlText(const std::string& text, const std::string& field);
 /// `text` in the notation that chart caches and worksheets have for characters that XML cannot hold: _x0001_.
 std::u16string escapeCharacters(std::u16string_view text);
 

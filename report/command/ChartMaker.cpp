@@ -47,8 +47,8 @@ const ChartType& findType(const std::string& name)
 
 std::u16string readColor(const std::string& text)
 {
-    const auto color = quillon::toUtf16(text);
-    if (!isColorText(color))
+    auto color = quillon::toUtf16(text);
+    if (!findColorDigits(color))
         fail("Colour \"{}\": expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.", text);
     return color;
 }
@@ -74,6 +74,7 @@ bool holdsNumber(const Table& table, std::size_t column)
 std::vector<std::u16string> toUtf16(const std::vector<std::string>& texts)
 {
     std::vector<std::u16string> result;
+    result.reserve(texts.size());
     for (const auto& text : texts) result.push_back(quillon::toUtf16(text));
     return result;
 }
@@ -159,7 +160,7 @@ Pivot pivot(const ChartJob& job, const Table& table)
         const auto key =
             std::pair(result.series.add(row.cells[series]), result.categories.add(row.cells[category]));
         if (!result.values.try_emplace(key, readValue(table, row, value, job.gaps)).second)
-            fail("{}:{}: a second value for {} \"{}\" and {} \"{}\"; a long table has one for each pair.",
+            fail(R"({}:{}: a second value for {} "{}" and {} "{}"; a long table has one for each pair.)",
                  table.path, row.line, job.series, row.cells[series], table.columns[category],
                  row.cells[category]);
     }
@@ -182,7 +183,7 @@ std::shared_ptr<chart::DataSet> readLong(const ChartJob& job, const Table& table
         for (std::size_t k = 0; k < categories.size(); ++k) {
             const auto found = cells.values.find({i, k});
             if (found == cells.values.end() && !job.gaps)
-                fail("{}: no value for {} \"{}\" and category \"{}\"; add the row, or ask for --gaps.",
+                fail(R"({}: no value for {} "{}" and category "{}"; add the row, or ask for --gaps.)",
                      table.path, job.series, name, categories[k]);
             series->appendPoint(found == cells.values.end() ? gap : found->second);
         }

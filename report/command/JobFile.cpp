@@ -66,7 +66,7 @@ ChartJob readChart(const Json& chart, const std::string& place, const std::files
     if (!chart.is_object()) fail("{}: expected an object.", place);
     ChartJob job;
     for (const auto& [name, value] : chart.items()) {
-        const auto memberPlace = place + ", \"" + name + "\"";
+        const auto memberPlace = fmt::format(R"({}, "{}")", place, name);
         const Store store{job, value, memberPlace};
         if (name == "table")
             store(&ChartJob::table);

@@ -67,6 +67,7 @@ char detectDelimiter(std::string_view bytes)
 {
     std::array<std::size_t, delimiters.size()> counts{};
     bool quoted = false;
+    bytes.remove_prefix(std::min(bytes.find_first_not_of("\r\n"), bytes.size()));
     for (const char c : bytes) {
         if (c == '"') quoted = !quoted;
         if (quoted) continue;
@@ -152,13 +153,13 @@ void requireUtf8(const std::string& path, const std::vector<Table::Row>& rows)
             }
 }
 
-void requireColumns(const Table& table)
+void requireColumns(const Table& table, std::size_t headerLine)
 {
     std::set<std::string> seen;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        if (table.columns[i].empty()) fail("{}:1: column {} has no name.", table.path, i + 1);
+        if (table.columns[i].empty()) fail("{}:{}: column {} has no name.", table.path, headerLine, i + 1);
         if (!seen.insert(table.columns[i]).second)
-            fail("{}:1: two columns are named \"{}\"; each needs a name of its own.", table.path,
+            fail("{}:{}: two columns are named \"{}\"; each needs a name of its own.", table.path, headerLine,
                  shorten(table.columns[i]));
     }
     for (const auto& row : table.rows)
@@ -180,7 +181,8 @@ std::size_t Table::findColumn(const std::string& name) const
 
 std::optional<double> Table::readNumber(const std::string& cell)
 {
-    const std::string_view digits = std::string_view(cell).substr(cell.starts_with('+') ? 1 : 0);
+    const bool hasPlus = cell.starts_with('+') && !cell.starts_with("+-");
+    const std::string_view digits = std::string_view(cell).substr(hasPlus ? 1 : 0);
     double number = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (error != std::errc() || end != digits.data() + digits.size() || !std::isfinite(number))
@@ -204,9 +206,10 @@ Table readTable(const std::string& path, const std::string& delimiter)
     auto rows = parseRows(path, text, chooseDelimiter(delimiter, text));
     requireUtf8(path, rows);
     if (rows.empty()) fail("{}: the table is empty; expected a header row and rows of data.", path);
+    const auto headerLine = rows.front().line;
     Table table{path, std::move(rows.front().cells), {}};
     table.rows.assign(std::make_move_iterator(rows.begin() + 1), std::make_move_iterator(rows.end()));
-    requireColumns(table);
+    requireColumns(table, headerLine);
     if (table.rows.empty()) fail("{}: the table has a header row and no rows of data.", path);
     return table;
 }

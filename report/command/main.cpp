@@ -45,9 +45,12 @@ void complain(const std::string& sentence)
 /// Shows on a terminal how far a work has come that lasts over a second.
 class ProgressLine {
  public:
-    ~ProgressLine()
+    ~ProgressLine() { clear(); }
+
+    void clear()
     {
         if (shown_) fmt::print(stderr, "\r\033[K");
+        shown_ = false;
     }
 
     void show(std::size_t done, std::size_t total)
@@ -56,7 +59,7 @@ class ProgressLine {
         if (isatty(STDERR_FILENO) == 0 || std::chrono::steady_clock::now() - start_ < 1s) return;
         shown_ = true;
         fmt::print(stderr, "\rchart {} of {}", done, total);
-        std::fflush(stderr);
+        static_cast<void>(std::fflush(stderr));
     }
 
  private:
@@ -146,7 +149,10 @@ void write(const std::vector<ChartJob>& jobs, const std::string& output)
     Document document;
     ProgressLine progress;
     document.setProgress([&progress](std::size_t done, std::size_t total) { progress.show(done, total); });
-    document.setWarning(complain);
+    document.setWarning([&progress](const std::string& sentence) {
+        progress.clear();
+        complain(sentence);
+    });
     for (const auto& job : jobs) {
         const auto chart = makeChart(job, readTable(job.table, job.delimiter), complain);
         if (!job.heading.empty()) document.addHeading(job.heading, 1);

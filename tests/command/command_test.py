@@ -54,6 +54,8 @@ REFUSED = [
     (b"A,B\nx,\x001\n", [], "t.csv:2: the file holds a zero byte; expected text in UTF-8."),
     ("A,B\nx,1\n".encode("utf-16"), [], "t.csv: the file is in UTF-16; save it as UTF-8."),
     (b"A,B\nx,1\ny,1.5 kg\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "1.5 kg".'),
+    (b"A,B\nx,1\ny,+-5\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "+-5".'),
+    (b"\n\nA;\nx;1\n", [], "t.csv:3: column 2 has no name."),
     (b"A,B\nx,1\ny,inf\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "inf".'),
     (b"A,B\nx,1\ny,\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got an empty cell.'),
     (b"A,B\nx,1\ny,?\n", ["--gaps"],

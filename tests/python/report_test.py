@@ -94,15 +94,6 @@ class Saving(unittest.TestCase):
             self.assertRaises(error, make_document().save, target)
         self.assertEqual(list(self.folder.iterdir()), [taken])
 
-    def test_a_link_stays_one_and_a_device_what_it_is(self):
-        path, link, pipe = (self.folder / name for name in ("a.docx", "link.docx", "pipe"))
-        path.write_text("old")
-        link.symlink_to(path)
-        os.mkfifo(pipe)
-        make_document().save(link)
-        self.assertTrue(link.is_symlink() and path.read_bytes() == make_document().to_bytes())
-        self.assertRaises(OSError, make_document().save, pipe)
-
     def test_a_warning_names_the_line_and_as_an_error_leaves_no_file(self):
         document = make_document(make_chart(colour="nonsense"))
         path = self.folder / "a.docx"

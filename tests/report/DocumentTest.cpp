@@ -1,6 +1,8 @@
 #include "report/Document.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+#include <zip.h>
 
 #include <cmath>
 #include <filesystem>
@@ -232,7 +234,7 @@ TEST(Document, ReportsTextsThatAreNoColour)
     const std::vector<std::string> warnings = {expected(", fill", "#00ff0"),
                                                expected(", point 2, border", "_x0001_")};
     EXPECT_EQ(write(makeColumns(1, {1, 2})),
-              std::pair(warnings, std::vector<std::string>{"4472C4", "0080FF", "ED7D31"}));
+              std::pair(warnings, std::vector<std::string>{"4472C4", "0080FF", "4472C4"}));
     EXPECT_EQ(
         write(makePie(1, {1, 2})),
         std::pair(warnings, std::vector<std::string>{"4472C4", "4472C4", "00FF00", "0080FF", "ED7D31"}));
@@ -298,6 +300,45 @@ TEST(Document, TellsItsProgress)
     for (int i = 0; i < 2; ++i) document.addChart(makeColumns(1, {1}));
     document.toBytes();
     EXPECT_EQ(calls, (std::vector<std::pair<std::size_t, std::size_t>>{{1, 2}, {2, 2}}));
+}
+
+TEST(Document, DescribesTheSeriesThatAPieShows)
+{
+    const auto pie = makePie(1, {1, 2});
+    const auto hidden = chart::DataSeries::create(u"hidden");
+    hidden->appendPoint(100);
+    hidden->appendPoint(INFINITY);
+    pie->getDataSet()->appendSeries(hidden);
+    EXPECT_NE(getMainPart(writeChart(pie)).find("series North; values from 1 to 2\""), std::string::npos);
+}
+
+TEST(Document, TakesColoursThatWereSetByNumbers)
+{
+    const auto chart = makeColumns(1, {1});
+    chart->getDataSet()->getSeries(0)->setFormat(DataSeriesShapeFormat::create(u"red"));
+    chart->getDataSet()->getSeries(0)->getFormat()->getFill()->getColor()->setFromTriplet(0.1, 0.5, 1);
+    const auto part = getChartPart(writeChart(chart, {}, [](const auto& text) { ADD_FAILURE() << text; }));
+    EXPECT_NE(part.find("<a:srgbClr val=\"1A80FF\"/>"), std::string::npos);
+}
+
+TEST(Document, KeepsLinksAndPipes)
+{
+    const Document document;
+    const auto link = testing::TempDir() + "quillon_link.docx";
+    std::filesystem::remove(link);
+    std::filesystem::create_symlink(testing::TempDir() + "quillon_linked.docx", link);
+    std::ofstream(link) << "old";
+    document.save(link);
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    document.save("/dev/fd/" + std::to_string(ends[1]));
+    close(ends[1]);
+    std::string bytes(document.toBytes().size() + 1, '\0');
+    bytes.resize(static_cast<std::size_t>(read(ends[0], bytes.data(), bytes.size())));
+    close(ends[0]);
+    EXPECT_EQ(bytes, document.toBytes());
 }
 
 }  // namespace
