@@ -11,6 +11,7 @@
 #include "report/command/ChartJob.h"
 #include "report/command/ChartMaker.h"
 #include "report/command/ClassCatalogue.h"
+#include "report/command/Fail.h"
 #include "report/command/JobFile.h"
 #include "report/command/Table.h"
 
@@ -144,6 +145,13 @@ std::vector<ChartJob> CommandLine::getJobs() const
     return jobs;
 }
 
+void addChart(Document& document, const ChartJob& job)
+{
+    const auto chart = makeChart(job, readTable(job.table, job.delimiter), complain);
+    if (!job.heading.empty()) document.addHeading(job.heading, 1);
+    document.addChart(chart, makeOptions(job));
+}
+
 void write(const std::vector<ChartJob>& jobs, const std::string& output)
 {
     Document document;
@@ -153,10 +161,13 @@ void write(const std::vector<ChartJob>& jobs, const std::string& output)
         progress.clear();
         complain(sentence);
     });
-    for (const auto& job : jobs) {
-        const auto chart = makeChart(job, readTable(job.table, job.delimiter), complain);
-        if (!job.heading.empty()) document.addHeading(job.heading, 1);
-        document.addChart(chart, makeOptions(job));
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        try {
+            addChart(document, jobs[i]);
+        } catch (const std::runtime_error& error) {
+            if (jobs.size() == 1) throw;
+            fail("chart {}: {}", i + 1, error.what());
+        }
     }
     document.save(output);
 }

@@ -82,8 +82,8 @@ REFUSED = [
     (WIDE, ["--title", "a\x01"],
      "chart 1, title: character 2 (U+0001) cannot stand in a document; "
      "only tab and line break of the control characters can."),
-    (WIDE, ["missing.csv"], 'Cannot read "missing.csv": No such file or directory.'),
-    (WIDE, ["."], 'Cannot read ".": it is a folder.'),
+    (WIDE, ["missing.csv"], 'chart 2: Cannot read "missing.csv": No such file or directory.'),
+    (WIDE, ["."], 'chart 2: Cannot read ".": it is a folder.'),
 ]
 
 # A job file, and the sentence with which it is refused.
