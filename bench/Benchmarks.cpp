@@ -42,7 +42,7 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs)
         for (const auto& [name, counter] : run.counters)
             if (name != "ours" && name != "baseline") std::printf(" %s %.4g", name.c_str(), counter.value);
         std::printf("\n");
-        std::fflush(stdout);
+        static_cast<void>(std::fflush(stdout));
     }
 }
 

@@ -60,11 +60,11 @@ double runOtherLibrary(const Size& size)
     const auto command = "node \"" QUILLON_DOCX_JS "/make.mjs\" " + std::to_string(size.charts) + " " +
                          std::to_string(size.series) + " " + std::to_string(size.points);
     std::FILE* output = popen(command.c_str(), "r");
-    double seconds = 0;
-    const int found = output == nullptr ? 0 : std::fscanf(output, "%lf", &seconds);
-    if (output == nullptr || pclose(output) != 0 || found != 1)
+    std::array<char, 32> seconds{};
+    const bool isRead = output != nullptr && std::fgets(seconds.data(), seconds.size(), output) != nullptr;
+    if (output == nullptr || pclose(output) != 0 || !isRead)
         throw std::runtime_error("The baseline needs Node and its packages; `./run bench` installs both.");
-    return seconds;
+    return std::stod(seconds.data());
 }
 
 /// What the process needs at most for a document, in bytes; measured in a child, which starts without any.

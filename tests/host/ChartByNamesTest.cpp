@@ -24,7 +24,7 @@ HostArray makeByNames()
     const auto title = make("Title", {u"Sales & costs"});
     const auto run = omGetArrayElement(orca::get(orca::get(title, "Text"), "Content"), 0);
     orca::set(run, "Color", make("Color", {u"#00ff00"}));
-    const auto chart = make("ColumnChart");
+    auto chart = make("ColumnChart");
     orca::set(chart, "DataSet", set);
     orca::set(chart, "ChartTitle", title);
     return chart;
@@ -38,7 +38,7 @@ std::shared_ptr<Chart> makeNatively()
     series->getPoint(1)->setFormat(DataPointShapeFormat::create(u"rgb(255,128,0)", u"blue"));
     const auto title = Title::create(u"Sales & costs");
     title->getText()->getContent().front()->setColor(Color::create(u"#00ff00"));
-    const auto chart = ColumnChart::create();
+    auto chart = ColumnChart::create();
     chart->setDataSet(set);
     chart->setTitle(title);
     return chart;
@@ -47,8 +47,8 @@ std::shared_ptr<Chart> makeNatively()
 std::shared_ptr<xercesc::DOMDocument> write(const Chart& chart)
 {
     auto* const implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
-    const std::shared_ptr<xercesc::DOMDocument> document(implementation->createDocument(),
-                                                         [](auto* made) { made->release(); });
+    std::shared_ptr<xercesc::DOMDocument> document(implementation->createDocument(),
+                                                   [](auto* made) { made->release(); });
     chart.getDOCXWriter()->createChartDOMDocContent(document.get());
     return document;
 }
@@ -74,8 +74,8 @@ TEST_F(ChartByNames, BuildsDifferentChartsOnDifferentThreads)
     const auto build = [&] {
         for (int i = 0; i < 20; ++i) equal += isNativeMarkup(*makeByNames().getNative<Chart>()) ? 1 : 0;
     };
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) threads.emplace_back(build);
+    std::vector<std::thread> threads(4);
+    for (auto& thread : threads) thread = std::thread(build);
     for (auto& thread : threads) thread.join();
     EXPECT_EQ(equal, 80);
 }

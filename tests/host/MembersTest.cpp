@@ -12,9 +12,7 @@ namespace quillon::chart {
 namespace {
 
 using orca::HostArray;
-using orca::factory::ClassInfo;
 using orca::factory::EnumClass;
-using orca::factory::OrcaMethod;
 using orca::factory::impl::PropertyImpl;
 
 const orca::ClassRegistry& registry()
@@ -172,6 +170,7 @@ TEST_F(Members, RefuseEveryWrongValueAndKeepTheirOwn)
 
 TEST_F(Members, TakeWholeNumbersInRangeOnly)
 {
+    constexpr double inf = INFINITY;
     const auto format = make("SolidFillFormat");
     const auto series = make("DataSeries");
     const struct {
@@ -181,7 +180,7 @@ TEST_F(Members, TakeWholeNumbersInRangeOnly)
     } cases[] = {
         {{0, -0.0, std::uint64_t{4294967295}, 4294967295.0}, true, true},
         {{std::uint64_t{4294967296}, 4294967296.0, 18446744073709549568.0, UINT64_MAX}, false, true},
-        {{18446744073709551616.0, -1, 0.5, INFINITY, -INFINITY, std::nan("")}, false, false},
+        {{18446744073709551616.0, -1, 0.5, inf, -inf, std::nan("")}, false, false},
     };
     for (const auto& [values, isUint32, isUint64] : cases)
         for (const auto& value : values) {

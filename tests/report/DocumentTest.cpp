@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <unistd.h>
-#include <zip.h>
 
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 #include <stdexcept>
+#include <tuple>
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
@@ -199,11 +199,13 @@ TEST(Document, NamesColumnsPastTheAlphabet)
     const auto part = getChartPart(writeChart(makeColumns(702, {1})));
     const auto references = findAll(part, "<c:f>(Sheet1![$][B-Z][^<]*|Sheet1![$]A[A-Z][^<]*)</c:f>");
     ASSERT_EQ(references.size(), 2 * 702U);
-    const std::pair<std::size_t, std::string> cases[] = {
-        {24, "$Z"}, {25, "$AA"}, {50, "$AZ"}, {51, "$BA"}, {699, "$ZY"}, {700, "$ZZ"}, {701, "$AAA"}};
-    for (const auto& [series, column] : cases) {
-        EXPECT_EQ(references[2 * series], "Sheet1!" + column + "$1");
-        EXPECT_EQ(references[2 * series + 1], "Sheet1!" + column + "$2:" + column + "$2");
+    const std::tuple<std::size_t, const char*, const char*> cases[] = {
+        {24, "$Z$1", "$Z$2:$Z$2"},       {25, "$AA$1", "$AA$2:$AA$2"},  {50, "$AZ$1", "$AZ$2:$AZ$2"},
+        {51, "$BA$1", "$BA$2:$BA$2"},    {699, "$ZY$1", "$ZY$2:$ZY$2"}, {700, "$ZZ$1", "$ZZ$2:$ZZ$2"},
+        {701, "$AAA$1", "$AAA$2:$AAA$2"}};
+    for (const auto& [series, name, values] : cases) {
+        EXPECT_EQ(references[2 * series], std::string("Sheet1!") + name);
+        EXPECT_EQ(references[2 * series + 1], std::string("Sheet1!") + values);
     }
 }
 

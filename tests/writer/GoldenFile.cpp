@@ -19,7 +19,7 @@ namespace {
 std::string layOut(const DOMElement& element, const std::string& indent = "")
 {
     constexpr std::size_t width = 120;
-    const auto line = indent + toMarkup(element) + "\n";
+    auto line = indent + toMarkup(element) + "\n";
     const auto count = element.getChildElementCount();
     if (line.size() <= width + 1 || count == 0 || count != element.getChildNodes()->getLength()) return line;
     const auto emptyTag = toMarkup(dynamic_cast<const DOMElement&>(*element.cloneNode(false)));
