@@ -104,7 +104,7 @@ std::vector<std::size_t> chooseColumns(const ChartJob& job, const Table& table, 
         if (holdsNumber(table, column))
             chosen.push_back(column);
         else
-            note(fmt::format("{}: column \"{}\" holds no numbers and is left out.", table.path,
+            note(fmt::format("{}: column \"{}\" holds no numbers, as in -1.5, and is left out.", table.path,
                              table.columns[column]));
     }
     if (chosen.empty())

@@ -21,7 +21,8 @@ Json parseFile(const std::string& path)
     try {
         return Json::parse(file);
     } catch (const Json::parse_error& error) {
-        fail("{}: not well-formed JSON: {}.", path, error.what());
+        const std::string sentence = error.what();  // "[the library's name of the error] what is wrong"
+        fail("{}: not well-formed JSON: {}.", path, sentence.substr(sentence.find("] ") + 2));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <map>
 
 #include "report/Document.h"
@@ -34,13 +35,29 @@ Examples:
   quillon-report a.csv --type bar --heading "A" b.csv --type pie --heading "B" -o both.docx
   quillon-report --job charts.json -o report.docx
 
-A job file: {"charts": [{"table": "sales.csv", "type": "bar", "columns": ["north", "south"]}]}
+A job file: {"charts": [{"table": "sales.csv", "type": "bar", "columns": ["north", "south"], "gaps": true}]}
+The members of a chart are "table", a path from the job file on, and the options above without "--".
 
-Exit status: 0 when the document is written, 1 when data or a file is refused, 2 for a wrong call.)text";
+Exit status: 0 when the document is written, 1 when a file, its data or the value of an option is refused,
+2 when an option is unknown, missing or out of place.)text";
 
 void complain(const std::string& sentence)
 {
     fmt::print(stderr, "quillon-report: {}\n", sentence);
+}
+
+/// Says what the author should know about a document that is written all the same.
+void warn(const std::string& sentence)
+{
+    complain("warning: " + sentence);
+}
+
+/// An author who forgets the name of the document must not lose a table for it.
+void refuseToReplace(const std::string& input, const std::string& output)
+{
+    std::error_code isNoFile;
+    if (std::filesystem::equivalent(input, output, isNoFile))
+        fail("Cannot write \"{}\": the charts are made from it.", output);
 }
 
 /// Shows on a terminal how far a work has come that lasts over a second.
@@ -82,6 +99,8 @@ class CommandLine {
     std::vector<ChartJob> getJobs() const;
 
  private:
+    /// A job file holds all options of its charts. Throws: CLI::ExcludesError for one beside it.
+    void refuseOptionsOfJobFile() const;
     void apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const;
 
     CLI::App app_{description};
@@ -112,6 +131,14 @@ CommandLine::CommandLine()
     auto* classes = app_.add_flag("--classes", classes_, "print the classes that a host program sees");
     classes->excludes(tables_)->excludes(job);
     app_.add_flag("--json", json_, "print them as JSON")->needs(classes);
+    app_.callback([this] { refuseOptionsOfJobFile(); });
+}
+
+void CommandLine::refuseOptionsOfJobFile() const
+{
+    if (jobFile_.empty()) return;
+    for (const auto& [option, member] : chartOptions_)
+        if (option->count() > 0) throw CLI::ExcludesError("--job", option->get_name());
 }
 
 void CommandLine::apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const
@@ -129,7 +156,10 @@ void CommandLine::apply(const CLI::Option* option, std::size_t occurrence, Chart
 
 std::vector<ChartJob> CommandLine::getJobs() const
 {
-    if (!jobFile_.empty()) return readJobFile(jobFile_);
+    if (!jobFile_.empty()) {
+        refuseToReplace(jobFile_, output_);
+        return readJobFile(jobFile_);
+    }
     std::vector<ChartJob> jobs;
     ChartJob common;
     std::map<const CLI::Option*, std::size_t> occurrences;
@@ -147,19 +177,20 @@ std::vector<ChartJob> CommandLine::getJobs() const
 
 void addChart(Document& document, const ChartJob& job)
 {
-    const auto chart = makeChart(job, readTable(job.table, job.delimiter), complain);
+    const auto chart = makeChart(job, readTable(job.table, job.delimiter), warn);
     if (!job.heading.empty()) document.addHeading(job.heading, 1);
     document.addChart(chart, makeOptions(job));
 }
 
 void write(const std::vector<ChartJob>& jobs, const std::string& output)
 {
+    for (const auto& job : jobs) refuseToReplace(job.table, output);
     Document document;
     ProgressLine progress;
     document.setProgress([&progress](std::size_t done, std::size_t total) { progress.show(done, total); });
     document.setWarning([&progress](const std::string& sentence) {
         progress.clear();
-        complain(sentence);
+        warn(sentence);
     });
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         try {

@@ -96,7 +96,7 @@ REFUSED_JOBS = [
     ('{"charts": [{"table": "t.csv", "gaps": "yes"}]}', 'job.json: chart 1, "gaps": expected true or false.'),
     ('{"charts": [{"table": "t.csv", "columns": "A"}]}', 'job.json: chart 1, "columns": expected a list of texts.'),
     ('{"charts": [{"table": "t.csv", "colour": "red"}]}', 'job.json: chart 1, "colour": unknown member'),
-    ('{"charts": ', "job.json: not well-formed JSON"),
+    ('{"charts": ', "job.json: not well-formed JSON: parse error at line 1"),
 ]
 
 # Where "taken" is a folder: the exit status, the arguments, and the sentence with which they are refused.
@@ -105,6 +105,8 @@ REFUSED_CALLS = [
     (2, ["-o", "out.docx"], "Expected at least one TABLE"),
     (2, ["t.csv", "--colour", "red", "-o", "out.docx"], "The following argument was not expected: --colour"),
     (2, ["t.csv", "--job", "job.json", "-o", "out.docx"], "TABLE excludes --job"),
+    (2, ["--job", "job.json", "--type", "bar", "-o", "out.docx"], "--job excludes --type"),
+    (1, ["t.csv", "-o", "./t.csv"], 'Cannot write "./t.csv": the charts are made from it.\n'),
     (1, ["t.csv", "-o", "no/out.docx"], 'Cannot write "no/out.docx": No such file or directory.\n'),
     (1, ["t.csv", "-o", "taken"], 'Cannot write "taken": Is a directory.\n'),
 ]
@@ -204,7 +206,8 @@ class CommandTest(unittest.TestCase):
     def test_says_which_columns_are_left_out(self):
         self.write("t.csv", b"A,B,C\nx,1,dry\ny,2,wet\n")
         result = self.run_command("t.csv", "-o", "out.docx")
-        self.assertEqual(result.stderr, 'quillon-report: t.csv: column "C" holds no numbers and is left out.\n')
+        warning = 'warning: t.csv: column "C" holds no numbers, as in -1.5, and is left out.'
+        self.assertEqual(result.stderr, f"quillon-report: {warning}\n")
         self.assertEqual(result.returncode, 0)
 
 
