@@ -4,9 +4,7 @@ from quillon.chart import ColumnChart, DataSet, DataSeries, Title
 from quillon.report import Document
 
 data = DataSet(["Q1", "Q2", "Q3"])
-north = data.appendSeries(DataSeries("North"))
-for value in (1.5, 2.0, 3.25):
-    north.appendPoint(value)
+data.appendSeries(DataSeries("North")).extend([1.5, 2.0, 3.25])
 chart = ColumnChart()
 chart.DataSet, chart.ChartTitle = data, Title("Revenue")
 
