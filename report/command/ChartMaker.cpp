@@ -192,6 +192,16 @@ std::shared_ptr<chart::DataSet> readLong(const ChartJob& job, const Table& table
     return dataSet;
 }
 
+/// Word processors draw such a slice as if the value had no sign.
+void noteNegativeSlice(const Table& table, const chart::DataSet& dataSet, const Note& note)
+{
+    const auto series = dataSet.getSeries(0);
+    for (std::size_t i = 0; i < series->getSize(); ++i)
+        if (series->getPoint(i)->getValue() < 0)
+            return note(fmt::format("{}: the value of \"{}\" is negative; a pie shows only its size.",
+                                    table.path, toUtf8(dataSet.getCategories().at(i))));
+}
+
 void applyColors(const ChartJob& job, const ChartType& type, const chart::DataSet& dataSet)
 {
     const auto places = type.isPie ? dataSet.getSeries(0)->getSize() : dataSet.getSeriesCount();
@@ -218,6 +228,7 @@ std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table,
     if (type.isPie && dataSet->getSeriesCount() > 1)
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", table.path,
              dataSet->getSeriesCount());
+    if (type.isPie) noteNegativeSlice(table, *dataSet, note);
     applyColors(job, type, *dataSet);
     auto chart = type.create();
     chart->setDataSet(dataSet);

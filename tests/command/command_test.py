@@ -203,11 +203,14 @@ class CommandTest(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assertEqual(read_charts(os.path.join(self.folder, "out.docx")), [WIDE_CHART, LONG_CHART])
 
-    def test_says_which_columns_are_left_out(self):
-        self.write("t.csv", b"A,B,C\nx,1,dry\ny,2,wet\n")
-        result = self.run_command("t.csv", "-o", "out.docx")
-        warning = 'warning: t.csv: column "C" holds no numbers, as in -1.5, and is left out.'
-        self.assertEqual(result.stderr, f"quillon-report: {warning}\n")
+    def test_warns_of_what_a_chart_does_not_show(self):
+        self.write("t.csv", b"A,B,C\nx,1,dry\ny,-2,wet\n")
+        result = self.run_command("t.csv", "--type", "pie", "-o", "out.docx")
+        self.assertEqual(
+            result.stderr,
+            'quillon-report: warning: t.csv: column "C" holds no numbers, as in -1.5, and is left out.\n'
+            'quillon-report: warning: t.csv: the value of "y" is negative; a pie shows only its size.\n',
+        )
         self.assertEqual(result.returncode, 0)
 
 
