@@ -143,8 +143,10 @@ void DOCXChartWriter::requireWritableChart() const
     if (!chart_->getTitle()) return;
     const auto paragraph = chart_->getTitle()->getText();
     if (!paragraph) throw std::runtime_error("The chart's title holds an empty paragraph handle.");
-    for (const auto& run : paragraph->getContent())
-        if (!run) throw std::runtime_error("The chart's title holds an empty text run handle.");
+    // The runs after the first are not written, so they may be anything.
+    const auto runs = paragraph->getContent();
+    if (!runs.empty() && !runs.front())
+        throw std::runtime_error("The chart's title begins with an empty text run handle.");
 }
 
 const DataSet& DOCXChartWriter::getDataSet() const

@@ -33,7 +33,7 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
                                            const std::u16string& id, const std::u16string& relId);
     /// Fills an empty document with the chart part.
     /// Throws: std::runtime_error, with the document untouched, when `doc` is null or has a root already, or
-    /// the chart is null or has no data set, or its title holds an empty paragraph or run handle.
+    /// the chart is null or has no data set, or its title's paragraph or first run is an empty handle.
     /// std::out_of_range when the title's paragraph has no runs.
     virtual void createChartDOMDocContent(xercesc::DOMDocument* doc);
     /// The colours and style parts have no content: both leave the document as it is.

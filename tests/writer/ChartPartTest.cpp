@@ -16,10 +16,12 @@
 namespace quillon::chart {
 namespace {
 
+/// Only the first run is written, whatever follows it.
 std::shared_ptr<Title> makeTitleOfTwoRuns()
 {
     auto paragraph = Paragraph::create(u"Revenue");
     paragraph->appendText(Text::create(u" and costs"));
+    paragraph->appendText(nullptr);
     return Title::create(paragraph);
 }
 
