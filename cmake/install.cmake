@@ -1,6 +1,6 @@
 # `cmake --install` gives other CMake projects the package "quillon", with the targets quillon::quillon_charts and
-# quillon::quillon_report; projects that add this folder have the same names. Headers keep their folders below one include
-# root.
+# quillon::quillon_report; projects that add this folder have the same names. Headers keep their folders below one
+# include root.
 include(CMakePackageConfigHelpers)
 
 set(include_root "${CMAKE_INSTALL_INCLUDEDIR}/quillon")

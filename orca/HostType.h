@@ -75,28 +75,27 @@ QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 template <typename T>
 struct HostType;
 
+/// What the types of numbers share.
+template <typename T, T (*convert)(const HostArray&)>
+struct NumberType {
+    static HostArrayProxy toHost(T number) { return number; }
+    static T fromHost(const HostArray& value) { return convert(value); }
+    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
+};
+
 template <>
-struct HostType<double> {
+struct HostType<double> : NumberType<double, detail::toDouble> {
     static std::string name() { return "double scalar"; }
-    static HostArrayProxy toHost(double number) { return number; }
-    static double fromHost(const HostArray& value) { return detail::toDouble(value); }
-    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
 };
 
 template <>
-struct HostType<std::uint32_t> {
+struct HostType<std::uint32_t> : NumberType<std::uint32_t, detail::toUint32> {
     static std::string name() { return "uint32 scalar"; }
-    static HostArrayProxy toHost(std::uint32_t number) { return number; }
-    static std::uint32_t fromHost(const HostArray& value) { return detail::toUint32(value); }
-    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
 };
 
 template <>
-struct HostType<std::uint64_t> {
+struct HostType<std::uint64_t> : NumberType<std::uint64_t, detail::toUint64> {
     static std::string name() { return "uint64 scalar"; }
-    static HostArrayProxy toHost(std::uint64_t number) { return number; }
-    static std::uint64_t fromHost(const HostArray& value) { return detail::toUint64(value); }
-    static bool accepts(const HostArray& value) { return detail::isNumber(value); }
 };
 
 template <>

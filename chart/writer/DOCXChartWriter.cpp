@@ -189,7 +189,12 @@ void DOCXChartWriter::createChartDOMElemContent(DOMDocument* doc, DOMElement* pa
     properties->setAttribute(u"name", (u"Chart " + id).c_str());
 
     appendElement(doc, inlineDrawing, u"wp:cNvGraphicFramePr");
+    a_graphic(doc, inlineDrawing, relId);
+}
 
+void DOCXChartWriter::a_graphic(DOMDocument* doc, DOMElement* inlineDrawing,
+                                const std::u16string& relId) const
+{
     auto* graphic = doc->createElementNS(DrawingXML_mainNS_, u"a:graphic");
     inlineDrawing->appendChild(graphic);
     auto* graphicData = appendElement(doc, graphic, u"a:graphicData");

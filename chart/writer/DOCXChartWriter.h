@@ -135,6 +135,9 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
 
     /// Throws: std::runtime_error when the chart cannot be written.
     void requireWritableChart() const;
+    /// The end of the inline drawing: what it shows, the chart part.
+    void a_graphic(xercesc::DOMDocument* doc, xercesc::DOMElement* inlineDrawing,
+                   const std::u16string& relId) const;
 
     const Chart* chart_;
     std::shared_ptr<xercesc::DOMLSParser> parser_;

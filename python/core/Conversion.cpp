@@ -1,6 +1,7 @@
 #include "python/core/Conversion.h"
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <optional>
 #include <string_view>

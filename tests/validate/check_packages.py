@@ -80,7 +80,8 @@ def check_cache(place, reference, sheet):
     points = [(int(point.get("idx")), point.find(qn("c:v")).text or "") for point in reference.iter(qn("c:pt"))]
     positions = [position for position, _ in points]
     is_complete = is_number or len(positions) == count
-    require(is_complete and positions == sorted(set(positions) & set(range(count))), f"{place}: {positions} of {count} points")
+    is_in_order = positions == sorted(set(positions) & set(range(count)))
+    require(is_complete and is_in_order, f"{place}: {positions} of {count} points")
 
     name, cells = reference.find(qn("c:f")).text.split("!")
     left, top, right, bottom = range_boundaries(cells)

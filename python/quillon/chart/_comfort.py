@@ -98,7 +98,7 @@ class SeriesItems(Items["DataPoint"]):
         return self.getPoint(position + 1)
 
     def extend(self, values: Iterable[float]) -> None:
-        """Append one new point for each value: numbers of a sequence, of a buffer as arrays have it, or of any iterable.
+        """Append one new point for each value: numbers of a sequence, of a buffer as arrays have it, or any iterable.
 
         When a value is refused, no point is appended.
         """

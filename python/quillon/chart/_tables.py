@@ -47,7 +47,9 @@ def from_dataframe(frame: Any, categories: object = None, columns: Iterable[obje
             raise ValueError("from_dataframe: expected a column with the names of the categories, got no column.")
         categories = labels[0]
     names = index if categories is None else frame[categories]
-    chosen = [label for label in labels if label != categories] if columns is None else _several("from_dataframe: columns", columns)
+    if columns is None:
+        columns = [label for label in labels if label != categories]
+    chosen = _several("from_dataframe: columns", columns)
     return _make_set("from_dataframe", names, ((_label(label), frame[label]) for label in chosen))
 
 
