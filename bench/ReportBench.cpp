@@ -10,11 +10,11 @@
 #include "bench/Benchmarks.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/writer/DOCXChartWriter.h"
-#include "report/Document.h"
-#include "report/Finishing.h"
-#include "report/Package.h"
-#include "report/Worksheet.h"
-#include "report/Xml.h"
+#include "report/document/Document.h"
+#include "report/finish/Finishing.h"
+#include "report/package/Xml.h"
+#include "report/package/Zip.h"
+#include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
 namespace quillon::bench {

@@ -16,7 +16,11 @@ install(EXPORT quillon-targets NAMESPACE quillon:: DESTINATION "${package_dir}")
 foreach(folder support orca chart)
     install(DIRECTORY ${folder} DESTINATION "${include_root}" FILES_MATCHING PATTERN "*.h")
 endforeach()
-install(FILES report/Document.h report/ChartParts.h DESTINATION "${include_root}/report")
+foreach(header document/Document document/ChartParts options/ChartOptions options/ChartKind options/ChartData options/Listener
+               package/OutputFile)
+    get_filename_component(room ${header} DIRECTORY)
+    install(FILES report/${header}.h DESTINATION "${include_root}/report/${room}")
+endforeach()
 install(TARGETS quillon-report)
 
 configure_package_config_file(cmake/quillon-config.cmake.in "${PROJECT_BINARY_DIR}/quillon-config.cmake"

@@ -6,7 +6,7 @@
 
 #include "chart/model/Chart.h"
 #include "orca/Script.h"
-#include "report/Document.h"
+#include "report/document/Document.h"
 #include "support/FeatureService.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include <iostream>
 
 #include "chart/model/ColumnChart.h"
-#include "report/Document.h"
+#include "report/document/Document.h"
 
 int main(int argc, char** argv)
 try {

@@ -32,15 +32,6 @@ xercesc::DOMImplementationLS* getImplementation()
     return implementation;
 }
 
-/// Hands Xerces objects back with release().
-struct Release {
-    template <typename Node>
-    void operator()(Node* node) const
-    {
-        node->release();
-    }
-};
-
 /// The message of the first error of a parse.
 std::string describe(const ErrorHandler& errors, const xercesc::DOMConfiguration& configuration)
 {

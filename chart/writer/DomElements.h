@@ -3,7 +3,17 @@
 #include <string>
 #include <xercesc/dom/DOM.hpp>
 
+/// How elements are made, by the writer and by whoever works on its documents.
 namespace quillon::chart {
+
+/// Gives what Xerces made back to it.
+struct Release {
+    template <typename T>
+    void operator()(T* object) const
+    {
+        object->release();
+    }
+};
 
 /// Appends a new element to `parent` and returns it.
 inline xercesc::DOMElement* appendElement(xercesc::DOMDocument* doc, xercesc::DOMNode* parent,
@@ -31,6 +41,23 @@ inline xercesc::DOMElement* appendTextElement(xercesc::DOMDocument* doc, xercesc
     auto* element = appendElement(doc, parent, name);
     if (!text.empty()) element->appendChild(doc->createTextNode(text.c_str()));
     return element;
+}
+
+/// The same for a parent that stands in its document.
+inline xercesc::DOMElement* appendElement(xercesc::DOMElement* parent, const XMLCh* name)
+{
+    return appendElement(parent->getOwnerDocument(), parent, name);
+}
+
+inline xercesc::DOMElement* appendElement(xercesc::DOMElement* parent, const XMLCh* name, const XMLCh* val)
+{
+    return appendElement(parent->getOwnerDocument(), parent, name, val);
+}
+
+inline xercesc::DOMElement* appendTextElement(xercesc::DOMElement* parent, const XMLCh* name,
+                                              const std::u16string& text)
+{
+    return appendTextElement(parent->getOwnerDocument(), parent, name, text);
 }
 
 }  // namespace quillon::chart

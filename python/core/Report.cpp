@@ -12,9 +12,8 @@
 #include "chart/model/Chart.h"
 #include "python/core/Errors.h"
 #include "python/core/Handle.h"
-#include "report/ChartParts.h"
-#include "report/Document.h"
-#include "report/Package.h"
+#include "report/document/ChartParts.h"
+#include "report/document/Document.h"
 
 namespace quillon::python {
 namespace {
@@ -170,17 +169,15 @@ class Document {
     {
         auto& document = use();
         const Writing writing(*this);
-        document.setWarning([&warnings](const std::string& sentence) { warnings.push_back(sentence); });
-        document.setProgress(nullptr);
+        report::Listener listener;
+        listener.warning = [&warnings](const std::string& sentence) { warnings.push_back(sentence); };
         if (!progress.is_none())
-            // The function is copied without the interpreter's lock, so it must not hold a reference of its
-            // own.
-            document.setProgress([&progress](std::size_t done, std::size_t total) {
+            listener.progress = [&progress](std::size_t done, std::size_t total) {
                 const py::gil_scoped_acquire lock;
                 progress(done, total);
-            });
+            };
         const py::gil_scoped_release unlocked;
-        return document.toBytes();
+        return document.toBytes(listener);
     }
 
     report::Document document_;
@@ -197,8 +194,9 @@ py::tuple makeChartParts(py::handle chart, const OptionArguments& arguments, std
         std::vector<std::string> warnings;
         const auto parts = [&] {
             const py::gil_scoped_release unlocked;
-            return report::makeChartParts(*native, options, drawingNumber, relationshipId,
-                                          [&](const std::string& sentence) { warnings.push_back(sentence); });
+            return report::makeChartParts(
+                *native, options, drawingNumber, relationshipId,
+                {.warning = [&](const std::string& sentence) { warnings.push_back(sentence); }});
         }();
         return py::make_tuple(py::bytes(parts.chart), py::bytes(parts.workbook), py::bytes(parts.run),
                               warnings);

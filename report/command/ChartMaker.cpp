@@ -13,8 +13,8 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
-#include "report/ColorText.h"
-#include "report/command/Fail.h"
+#include "report/options/ColorText.h"
+#include "report/table/Fail.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "chart/model/Chart.h"
-#include "report/Document.h"
 #include "report/command/ChartJob.h"
-#include "report/command/Table.h"
+#include "report/document/Document.h"
+#include "report/table/Table.h"
 
 namespace quillon::report {
 

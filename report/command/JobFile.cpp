@@ -6,7 +6,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "report/command/Fail.h"
+#include "report/table/Fail.h"
 
 namespace quillon::report {
 namespace {

@@ -8,13 +8,13 @@
 #include <filesystem>
 #include <map>
 
-#include "report/Document.h"
 #include "report/command/ChartJob.h"
 #include "report/command/ChartMaker.h"
 #include "report/command/ClassCatalogue.h"
-#include "report/command/Fail.h"
 #include "report/command/JobFile.h"
-#include "report/command/Table.h"
+#include "report/document/Document.h"
+#include "report/table/Fail.h"
+#include "report/table/Table.h"
 
 namespace quillon::report {
 namespace {
@@ -187,11 +187,11 @@ void write(const std::vector<ChartJob>& jobs, const std::string& output)
     for (const auto& job : jobs) refuseToReplace(job.table, output);
     Document document;
     ProgressLine progress;
-    document.setProgress([&progress](std::size_t done, std::size_t total) { progress.show(done, total); });
-    document.setWarning([&progress](const std::string& sentence) {
-        progress.clear();
-        warn(sentence);
-    });
+    const Listener listener{[&progress](std::size_t done, std::size_t total) { progress.show(done, total); },
+                            [&progress](const std::string& sentence) {
+                                progress.clear();
+                                warn(sentence);
+                            }};
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         try {
             addChart(document, jobs[i]);
@@ -200,7 +200,7 @@ void write(const std::vector<ChartJob>& jobs, const std::string& output)
             fail("chart {}: {}", i + 1, error.what());
         }
     }
-    document.save(output);
+    document.save(output, listener);
 }
 
 void printClasses(bool asJson)

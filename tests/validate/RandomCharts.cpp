@@ -7,7 +7,7 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
-#include "report/Document.h"
+#include "report/document/Document.h"
 
 // Writes documents with random charts, the same in every run, for the validators: random_charts FOLDER.
 

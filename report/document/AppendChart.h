@@ -4,7 +4,7 @@
 #include <string>
 #include <xercesc/dom/DOM.hpp>
 
-#include "report/ChartParts.h"
+#include "report/document/ChartParts.h"
 
 namespace quillon::report {
 
@@ -16,7 +16,7 @@ struct PlacedChart {
     std::size_t number;
     /// Of the chart part, in the main document.
     std::string relationshipId;
-    const Document::Warning& warning;
+    const Listener& listener;
 };
 
 /// Appends the run with the drawing to `paragraph`, and returns the other parts.

@@ -1,4 +1,4 @@
-#include "report/ChartParts.h"
+#include "report/document/ChartParts.h"
 
 #include <gtest/gtest.h>
 
@@ -54,7 +54,8 @@ TEST(ChartParts, TellWhatWasReplacedAndWhatIsRefused)
     auto chart = makeChart<chart::ColumnChart>();
     chart->getDataSet()->getSeries(0)->setFormat(chart::DataSeriesShapeFormat::create(u"nonsense"));
     std::vector<std::string> warnings;
-    makeChartParts(*chart, {}, 3, "rId1", [&](const auto& sentence) { warnings.push_back(sentence); });
+    makeChartParts(*chart, {}, 3, "rId1",
+                   {.warning = [&](const auto& sentence) { warnings.push_back(sentence); }});
     ASSERT_EQ(warnings.size(), 1U);
     EXPECT_EQ(warnings[0].substr(0, 45), "chart 3, series 1 (\"North\"), fill: \"nonsense\"");
 

@@ -6,18 +6,19 @@
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
 
+#include "chart/writer/DomElements.h"
+
 namespace quillon::report {
 
-struct ReleaseDocument {
-    void operator()(xercesc::DOMDocument* document) const { document->release(); }
-};
-using DocumentPointer = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
+using chart::appendElement;
+using chart::appendTextElement;
+using chart::Release;
+
+using DocumentPointer = std::unique_ptr<xercesc::DOMDocument, Release>;
 
 DocumentPointer createDocument();
 /// Declares the namespaces w, r and wp, those of the elements of a main document.
 void declareNamespaces(xercesc::DOMElement* element);
-/// Appends an empty element of that name.
-xercesc::DOMElement* append(xercesc::DOMElement* parent, const char16_t* name);
 
 /// The first child element of that name, or null.
 xercesc::DOMElement* findChild(const xercesc::DOMElement* parent, const char16_t* name);

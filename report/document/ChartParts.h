@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "report/Document.h"
+#include "report/document/Document.h"
 #include "support/Export.h"
 
 namespace quillon::report {
@@ -23,11 +23,11 @@ struct ChartParts {
 inline constexpr auto workbookRelationshipId = "rId1";
 
 /// Makes the parts of a chart. `drawingNumber` is from 1 and unique in the document, `relationshipId` leads
-/// from the main document to the chart part. `warning` is called with a sentence on what was replaced so that
-/// the parts stay valid. Throws: std::runtime_error for a width or height that is no length, and one that
+/// from the main document to the chart part. The warnings of `listener` say what was replaced so that the
+/// parts stay valid. Throws: std::runtime_error for a width or height that is no length, and one that
 /// names what in the chart cannot be written.
 QUILLON_EXPORT ChartParts makeChartParts(const chart::Chart& chart, const ChartOptions& options,
                                          std::size_t drawingNumber, const std::string& relationshipId,
-                                         const Document::Warning& warning = nullptr);
+                                         const Listener& listener = {});
 
 }  // namespace quillon::report

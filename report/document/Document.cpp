@@ -1,16 +1,15 @@
-#include "report/Document.h"
+#include "report/document/Document.h"
 
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 #include <variant>
 #include <xercesc/dom/DOM.hpp>
 
-#include "report/AppendChart.h"
-#include "report/FixedParts.h"
-#include "report/Length.h"
-#include "report/Package.h"
-#include "report/Xml.h"
+#include "report/document/AppendChart.h"
+#include "report/document/FixedParts.h"
+#include "report/options/Length.h"
+#include "report/package/Xml.h"
+#include "report/package/Zip.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -42,18 +41,18 @@ DocumentPointer createMainDocument()
     auto* root = doc->createElement(u"w:document");
     declareNamespaces(root);
     doc->appendChild(root);
-    append(root, u"w:body");
+    appendElement(root, u"w:body");
     return doc;
 }
 
 /// A4 with margins of an inch.
 void appendSectionProperties(DOMElement* body)
 {
-    auto* section = append(body, u"w:sectPr");
-    auto* size = append(section, u"w:pgSz");
+    auto* section = appendElement(body, u"w:sectPr");
+    auto* size = appendElement(section, u"w:pgSz");
     size->setAttribute(u"w:w", u"11906");
     size->setAttribute(u"w:h", u"16838");
-    auto* margins = append(section, u"w:pgMar");
+    auto* margins = appendElement(section, u"w:pgMar");
     for (const auto* side : {u"w:top", u"w:right", u"w:bottom", u"w:left"})
         margins->setAttribute(side, u"1440");
     for (const auto* edge : {u"w:header", u"w:footer"}) margins->setAttribute(edge, u"708");
@@ -63,7 +62,7 @@ void appendSectionProperties(DOMElement* body)
 void appendText(DOMElement* run, std::u16string_view text)
 {
     if (text.empty()) return;
-    auto* element = append(run, u"w:t");
+    auto* element = appendElement(run, u"w:t");
     element->setAttribute(u"xml:space", u"preserve");
     element->appendChild(run->getOwnerDocument()->createTextNode(std::u16string(text).c_str()));
 }
@@ -71,21 +70,21 @@ void appendText(DOMElement* run, std::u16string_view text)
 /// Tabs and line breaks have elements of their own.
 void appendRun(DOMElement* paragraph, std::u16string_view text)
 {
-    auto* run = append(paragraph, u"w:r");
+    auto* run = appendElement(paragraph, u"w:r");
     while (!text.empty()) {
         const auto end = text.find_first_of(u"\t\r\n");
         appendText(run, text.substr(0, end));
         if (end == std::u16string_view::npos) return;
-        append(run, text[end] == u'\t' ? u"w:tab" : u"w:br");
+        appendElement(run, text[end] == u'\t' ? u"w:tab" : u"w:br");
         text.remove_prefix(text.substr(end, 2) == u"\r\n" ? end + 2 : end + 1);
     }
 }
 
 void appendTextBlock(DOMElement* body, const TextBlock& block)
 {
-    auto* paragraph = append(body, u"w:p");
+    auto* paragraph = appendElement(body, u"w:p");
     if (block.headingLevel > 0) {
-        auto* style = append(append(paragraph, u"w:pPr"), u"w:pStyle");
+        auto* style = appendElement(appendElement(paragraph, u"w:pPr"), u"w:pStyle");
         style->setAttribute(u"w:val",
                             (u"Heading" + num2str(static_cast<unsigned long>(block.headingLevel))).c_str());
     }
@@ -107,11 +106,8 @@ std::string makeRelationships(const std::string& rows)
 /// The package under construction: parts come in, with what refers to them.
 class PackageBuilder {
  public:
-    PackageBuilder(std::size_t chartCount, Document::Progress progress, Document::Warning warning)
-        : chartCount_(chartCount),
-          progress_(std::move(progress)),
-          warning_(std::move(warning)),
-          main_(createMainDocument())
+    PackageBuilder(std::size_t chartCount, const Listener& listener)
+        : chartCount_(chartCount), listener_(listener), main_(createMainDocument())
     {
         body_ = findChild(main_->getDocumentElement(), u"w:body");
     }
@@ -127,8 +123,7 @@ class PackageBuilder {
     std::string makeContentTypes() const;
 
     std::size_t chartCount_;
-    Document::Progress progress_;
-    Document::Warning warning_;
+    const Listener& listener_;
     DocumentPointer main_;
     DOMElement* body_;
     std::size_t done_ = 0;
@@ -141,13 +136,14 @@ void PackageBuilder::add(const ChartBlock& block)
 {
     addChart(block, done_ + 1);
     ++done_;
-    if (progress_) progress_(done_, chartCount_);
+    if (listener_.progress) listener_.progress(done_, chartCount_);
 }
 
 void PackageBuilder::addChart(const ChartBlock& block, std::size_t number)
 {
     const auto name = "chart" + std::to_string(number);
-    auto parts = appendChart(append(body_, u"w:p"), {*block.chart, block.options, number, name, warning_});
+    auto parts =
+        appendChart(appendElement(body_, u"w:p"), {*block.chart, block.options, number, name, listener_});
     parts_.push_back({"word/charts/" + name + ".xml", std::move(parts.chart)});
     chartRelationships_ += makeRelationship(name, "chart", "charts/" + name + ".xml");
     if (block.options.workbook) addWorkbook(std::move(parts.workbook), std::to_string(number));
@@ -217,14 +213,7 @@ std::string PackageBuilder::finish()
 struct Document::Content {
     std::vector<Block> blocks;
     std::size_t chartCount = 0;
-    Progress progress;
-    Warning warning;
 };
-
-FileError::FileError(const std::string& path, int number)
-    : std::runtime_error("Cannot write \"" + path + "\": " + std::strerror(number) + "."), number_(number)
-{
-}
 
 Document::Document() : content_(std::make_unique<Content>()) {}
 Document::~Document() = default;
@@ -253,27 +242,17 @@ void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOp
     ++content_->chartCount;
 }
 
-void Document::setProgress(Progress progress)
+std::string Document::toBytes(const Listener& listener) const
 {
-    content_->progress = std::move(progress);
-}
-
-void Document::setWarning(Warning warning)
-{
-    content_->warning = std::move(warning);
-}
-
-std::string Document::toBytes() const
-{
-    PackageBuilder package(content_->chartCount, content_->progress, content_->warning);
+    PackageBuilder package(content_->chartCount, listener);
     for (const auto& block : content_->blocks)
         std::visit([&package](const auto& b) { package.add(b); }, block);
     return package.finish();
 }
 
-void Document::save(const std::string& path) const
+void Document::save(const std::string& path, const Listener& listener) const
 {
-    writeFile(path, toBytes());
+    writeFile(path, toBytes(listener));
 }
 
 }  // namespace quillon::report

@@ -1,4 +1,4 @@
-#include "report/Xml.h"
+#include "report/package/Xml.h"
 
 #include <algorithm>
 #include <array>
@@ -15,14 +15,6 @@ namespace quillon::report {
 using xercesc::DOMElement;
 
 namespace {
-
-struct Release {
-    template <typename T>
-    void operator()(T* object) const
-    {
-        object->release();
-    }
-};
 
 bool isHighSurrogate(char16_t c)
 {
@@ -85,13 +77,6 @@ void declareNamespaces(DOMElement* element)
         {u"xmlns:wp", u"http://schemas.openxmlformats.org/drawingml/2006/wordprocessingDrawing"},
     }};
     for (const auto& [name, uri] : namespaces) element->setAttribute(name, uri);
-}
-
-DOMElement* append(DOMElement* parent, const char16_t* name)
-{
-    auto* element = parent->getOwnerDocument()->createElement(name);
-    parent->appendChild(element);
-    return element;
 }
 
 void requireXmlText(std::u16string_view text, const std::string& field)

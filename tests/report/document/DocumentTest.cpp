@@ -1,4 +1,4 @@
-#include "report/Document.h"
+#include "report/document/Document.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -27,12 +27,11 @@ const auto makeColumns = makeChart<chart::ColumnChart>;
 const auto makePie = makeChart<chart::PieChart>;
 
 std::string writeChart(const std::shared_ptr<chart::Chart>& chart, const ChartOptions& options = {},
-                       const Document::Warning& warning = nullptr)
+                       const std::function<void(const std::string&)>& warning = nullptr)
 {
     Document document;
     document.addChart(chart, options);
-    document.setWarning(warning);
-    return document.toBytes();
+    return document.toBytes({.warning = warning});
 }
 
 std::string getChartPart(const std::string& bytes)
@@ -298,9 +297,9 @@ TEST(Document, TellsItsProgress)
 {
     Document document;
     std::vector<std::pair<std::size_t, std::size_t>> calls;
-    document.setProgress([&](std::size_t done, std::size_t total) { calls.emplace_back(done, total); });
     for (int i = 0; i < 2; ++i) document.addChart(makeColumns(1, {1}));
-    document.toBytes();
+    document.toBytes(
+        {.progress = [&](std::size_t done, std::size_t total) { calls.emplace_back(done, total); }});
     EXPECT_EQ(calls, (std::vector<std::pair<std::size_t, std::size_t>>{{1, 2}, {2, 2}}));
 }
 

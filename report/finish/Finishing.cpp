@@ -1,4 +1,4 @@
-#include "report/Finishing.h"
+#include "report/finish/Finishing.h"
 
 #include <algorithm>
 #include <array>
@@ -12,9 +12,9 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
-#include "report/ColorText.h"
-#include "report/Worksheet.h"
-#include "report/Xml.h"
+#include "report/options/ColorText.h"
+#include "report/package/Xml.h"
+#include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -1,4 +1,4 @@
-#include "report/FixedParts.h"
+#include "report/document/FixedParts.h"
 
 namespace quillon::report::parts {
 

@@ -1,4 +1,4 @@
-#include "report/Worksheet.h"
+#include "report/workbook/Workbook.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -15,8 +15,8 @@
 #include <stdexcept>
 
 #include "chart/model/Chart.h"
-#include "report/Package.h"
-#include "report/Xml.h"
+#include "report/package/Xml.h"
+#include "report/package/Zip.h"
 #include "support/Text.h"
 
 namespace quillon::report {

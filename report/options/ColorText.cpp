@@ -1,4 +1,4 @@
-#include "report/ColorText.h"
+#include "report/options/ColorText.h"
 
 #include "chart/model/Color.h"
 #include "support/Text.h"

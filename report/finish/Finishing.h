@@ -5,7 +5,9 @@
 #include <string>
 #include <xercesc/dom/DOM.hpp>
 
-#include "report/Document.h"
+#include "chart/model/Chart.h"
+#include "report/options/ChartOptions.h"
+#include "report/options/Listener.h"
 
 namespace quillon::report {
 
@@ -20,7 +22,7 @@ struct FinishingContext {
     std::int64_t height;
     /// The relationship id of the workbook in the chart part; null for a chart without one.
     const char16_t* workbookRelationshipId;
-    Document::Warning warn;
+    std::function<void(const std::string&)> warn;
 };
 
 /// Turns the chart part that the writer made into one that word processors accept.

@@ -1,4 +1,4 @@
-#include "report/AppendChart.h"
+#include "report/document/AppendChart.h"
 
 #include <algorithm>
 #include <new>
@@ -7,10 +7,10 @@
 
 #include "chart/model/Chart.h"
 #include "chart/writer/DOCXChartWriter.h"
-#include "report/Finishing.h"
-#include "report/Length.h"
-#include "report/Worksheet.h"
-#include "report/Xml.h"
+#include "report/finish/Finishing.h"
+#include "report/options/Length.h"
+#include "report/package/Xml.h"
+#include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -60,7 +60,7 @@ ChartParts writeChart(DOMElement* paragraph, const PlacedChart& placed)
                                    parseLength(options.width),
                                    parseLength(options.height),
                                    options.workbook ? workbookId.c_str() : nullptr,
-                                   placed.warning};
+                                   placed.listener.warning};
     const auto writer = placed.chart.getDOCXWriter();
     ChartParts parts;
     parts.chart = makeChartPart(*writer, context);

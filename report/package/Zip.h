@@ -1,10 +1,7 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
-
-#include "support/Export.h"
 
 namespace quillon::report {
 
@@ -23,10 +20,5 @@ std::string zipParts(const std::vector<Part>& parts);
 /// The zip file `archive` with the given parts in place of those of the same names.
 /// Throws: std::runtime_error when the file cannot be made, or a name is missing.
 std::string replaceParts(const std::string& archive, const std::vector<Part>& parts);
-
-/// Writes `bytes` to `path` by way of a file beside it, which never stays behind. Links are followed; a pipe
-/// or a device is written to directly.
-/// Throws: FileError.
-QUILLON_EXPORT void writeFile(const std::string& path, std::string_view bytes);
 
 }  // namespace quillon::report

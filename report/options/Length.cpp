@@ -1,4 +1,4 @@
-#include "report/Length.h"
+#include "report/options/Length.h"
 
 #include <array>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "report/command/Table.h"
+#include "report/table/Table.h"
 
 #include <csv.h>
 #include <sys/stat.h>
@@ -15,7 +15,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "report/command/Fail.h"
+#include "report/table/Fail.h"
 #include "support/Text.h"
 
 namespace quillon::report {
