@@ -114,6 +114,7 @@ struct FunctionParts<R (C::*)(Args...)> {
     using Result = R;
     using Class = C;
     using Signature = R(std::remove_cvref_t<Args>...);
+    static constexpr std::size_t argumentCount = sizeof...(Args);
 };
 template <typename R, typename C, typename... Args>
 struct FunctionParts<R (C::*)(Args...) const> : FunctionParts<R (C::*)(Args...)> {
@@ -158,12 +159,12 @@ class HandleClassInfo : public ClassInfo {
 
     /// A constructor over C::create(Args...).
     template <typename C, typename... Args>
-    void constructor(std::vector<std::string> argumentNames = {})
+    void constructor(impl::ArgumentNames<sizeof...(Args)> argumentNames = {})
     {
         constexpr auto create = [](Args... arguments) { return C::create(std::move(arguments)...); };
         using Method = impl::MethodImpl<std::shared_ptr<C>(Args...), true, C, decltype(create)>;
-        const auto shortName = getName().substr(getName().rfind('.') + 1);
-        addConstructor(std::make_unique<Method>(shortName, std::move(argumentNames), "", create));
+        const std::string name(internal::shortName(getName()));
+        addConstructor(std::make_unique<Method>(name, argumentNames, "", create));
     }
 
     /// A property over a const member function that reads it and, unless it is read-only, one that writes it.
@@ -192,14 +193,13 @@ class HandleClassInfo : public ClassInfo {
     }
 
     /// One form of a method over a member function, or over a free function that takes the object first.
-    template <auto Function>
-    void method(std::string name, std::vector<std::string> argumentNames, std::string description)
+    template <auto Function, typename Parts = detail::FunctionParts<decltype(Function)>>
+    void method(std::string name, impl::ArgumentNames<Parts::argumentCount> argumentNames,
+                std::string description)
     {
-        using Parts = detail::FunctionParts<decltype(Function)>;
         using Method =
             impl::MethodImpl<typename Parts::Signature, false, typename Parts::Class, decltype(Function)>;
-        addMethod(std::make_unique<Method>(std::move(name), std::move(argumentNames), std::move(description),
-                                           Function));
+        addMethod(std::make_unique<Method>(std::move(name), argumentNames, std::move(description), Function));
     }
 
  private:

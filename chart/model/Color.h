@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "chart/model/Object.h"
 
@@ -75,5 +76,11 @@ QUILLON_EXPORT const std::u16string* findNamedColor(const std::u16string& lowerC
 /// The default colour, six hexadecimal digits, of the series or point at a 0-based position; six colours take
 /// turns.
 QUILLON_EXPORT const std::u16string& getPaletteColor(unsigned long position);
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Color> /*type*/)
+{
+    return "quillon.chart.Color";
+}
 
 }  // namespace quillon::chart

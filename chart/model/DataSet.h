@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 #include "chart/model/DataSeries.h"
@@ -52,5 +53,11 @@ class QUILLON_EXPORT DataSet : public Object {
     std::vector<std::shared_ptr<DataSeries>> series_;
     std::vector<std::u16string> categories_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<DataSet> /*type*/)
+{
+    return "quillon.chart.DataSet";
+}
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "chart/model/Color.h"
 #include "chart/model/Object.h"
@@ -32,5 +33,11 @@ class QUILLON_EXPORT Format : public Object {
     std::shared_ptr<Color> color_;
     std::uint32_t transparency_ = 0;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Format> /*type*/)
+{
+    return "quillon.chart.Format";
+}
 
 }  // namespace quillon::chart

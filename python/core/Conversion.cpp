@@ -62,7 +62,7 @@ struct ToPython {
         return makeList(*texts, makeText);
     }
     template <typename Elements>
-    py::object operator()(const Shared<Elements>& array) const
+    py::object operator()(const std::shared_ptr<Elements>& array) const
     {
         return makeList(array->elements, *this);
     }
