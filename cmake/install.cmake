@@ -15,6 +15,12 @@ install(FILES "${PROJECT_BINARY_DIR}/quillon-config.cmake" "${PROJECT_BINARY_DIR
         DESTINATION "${package_dir}")
 
 file(RELATIVE_PATH prefix_from_pkgconfig "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+set(pkgconfig_requires "xerces-c")
+set(pkgconfig_requires_private "libzip xlsxwriter")
+if(NOT BUILD_SHARED_LIBS)
+    # Static libraries leave it to the program to link what they use.
+    string(APPEND pkgconfig_requires " ${pkgconfig_requires_private}")
+endif()
 configure_file(cmake/quillon.pc.in "${PROJECT_BINARY_DIR}/quillon.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/quillon.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 install(FILES LICENSE NOTICE DESTINATION "${CMAKE_INSTALL_DOCDIR}")

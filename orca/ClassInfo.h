@@ -51,8 +51,6 @@ class QUILLON_EXPORT ClassInfo {
     /// A property of the class or a superclass; null when there is none of that name. What it returns lasts
     /// as long as the process, so that it can be kept and used again.
     const impl::PropertyImpl* findProperty(std::string_view name) const;
-    /// The names of all methods: those of the superclasses first, each in the order of its declaration.
-    const std::vector<std::string_view>& getMethodNames() const { return allMethodNames_; }
     /// The forms of a method of the class or a superclass; null when there is none of that name. It can be
     /// kept like a property.
     const OverloadSet* findMethod(std::string_view name) const;
@@ -68,7 +66,8 @@ class QUILLON_EXPORT ClassInfo {
     /// Whether a library object is of this class.
     virtual bool isInstance(const full::StdShareable* object) const = 0;
 
-    /// Gives up the host's share of the object behind a host object that goes, and unties the two.
+    /// Called when a host object is destroyed: gives up the host's share of its library object and unties the
+    /// two.
     static void hostObjectDestroyed(const HostObject& object) noexcept;
 
  protected:
@@ -98,7 +97,6 @@ class QUILLON_EXPORT ClassInfo {
 
     std::vector<const ClassInfo*> lineage_;
     std::vector<const impl::PropertyImpl*> allProperties_;
-    std::vector<std::string_view> allMethodNames_;
     std::unordered_map<std::string_view, const impl::PropertyImpl*> propertiesByName_;
     std::unordered_map<std::string_view, const OverloadSet*> methodsByName_;
 };

@@ -15,7 +15,7 @@ namespace orca::factory {
 
 /// A class or enumeration whose host name is stated beside it, by a function in its own namespace:
 /// `constexpr const char* hostNameOf(std::type_identity<Title>) { return "quillon.chart.Title"; }`.
-/// Subclasses inherit no name.
+/// Subclasses do not inherit it.
 template <typename T>
 concept NamedForHost = requires
 {
@@ -30,13 +30,13 @@ internal::Name hostName()
     return name;
 }
 
-/// The text of a value. Throws: Error when it is no text.
+/// The text of a value. Throws: Error for anything but text.
 QUILLON_EXPORT std::u16string extractString(const HostArrayProxy& value);
 /// Whether a value is a text array.
 QUILLON_EXPORT bool isStringVector(const HostArrayProxy& value);
 /// The elements of a text array. Requires: isStringVector(value).
 QUILLON_EXPORT std::vector<std::u16string> extractFromStringVector(const HostArrayProxy& value);
-/// Raises the error for an element, counted from 1, that is no text; `got` says what it is.
+/// Raises the error for an element, counted from 1, that should be text; `got` says what it is.
 [[noreturn]] QUILLON_EXPORT void errorMustBeString(std::size_t position,
                                                    const std::string& got = "something else");
 /// Raises the error for a value that is neither text array nor cell array.
@@ -67,8 +67,8 @@ QUILLON_EXPORT bool isNumber(const HostArray& value);
 /// gets its share.
 QUILLON_EXPORT std::shared_ptr<HostObject> share(const std::shared_ptr<full::StdShareable>& object,
                                                  const char* typeName);
-/// Whether a value without elements may stand for an object of a class: it is of no class, or of that one or
-/// a subclass.
+/// Whether a value without elements may stand for an object of a class: it names no class, that one, or a
+/// subclass.
 QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 /// Raises the error for a value that is not of a type.
 [[noreturn]] QUILLON_EXPORT void errorWrongType(const std::string& expected, const HostArray& got);
@@ -76,7 +76,7 @@ QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 }  // namespace detail
 
 /// For each C++ type: its host type string, both conversions, and accepts(), which tells whether a value is
-/// of the type when an overload is chosen: ranges are not checked, and a number is no truth value.
+/// of the type when an overload is chosen: ranges are not checked, and numbers do not count as truth values.
 template <typename T>
 struct HostType;
 

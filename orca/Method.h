@@ -55,7 +55,7 @@ class QUILLON_EXPORT OrcaMethod {
 
  protected:
     /// Gives the method its form. `signature` names the arguments, as many as `inputTypes`.
-    /// Throws: Error for a name that is no host type string.
+    /// Throws: Error for anything but host type strings.
     void createSignatureImpl(std::vector<std::string> signature, bool isStatic, const std::string& name,
                              const std::vector<std::string>& inputTypes,
                              const std::vector<std::string>& outputTypes);

@@ -13,7 +13,7 @@ namespace quillon::chart {
 /// A colour, kept in the form in which it was given.
 ///
 /// As text it is one of the 147 colour names ("red", any case), an rgb expression ("rgb(255,128,0)") or
-/// hexadecimal digits behind "#" ("#ff8000"). As numbers it is red, green and blue between 0 and 1. No form
+/// hexadecimal digits after "#" ("#ff8000"). As numbers it is red, green and blue between 0 and 1. No form
 /// is refused: what cannot be read is written as white.
 class QUILLON_EXPORT Color : public Object {
  public:

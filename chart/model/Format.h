@@ -17,7 +17,7 @@ class QUILLON_EXPORT Format : public Object {
     /// Writes `text` into the held colour, as Color::setText does.
     void setColor(const std::u16string& text) { color_->setText(text); }
 
-    /// Percent; stored as given, with no check of its range. Default: 0.
+    /// Percent; stored as given; the range is not checked. Default: 0.
     std::uint32_t getTransparency() const { return transparency_; }
     void setTransparency(std::uint32_t percent) { transparency_ = percent; }
 

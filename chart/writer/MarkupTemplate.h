@@ -15,7 +15,7 @@ inline constexpr auto importFailure = "DOCXChartWriter could not import parsed m
 /// needed, with the same result as importing the parsed document and far faster.
 ///
 /// Some places of the block take another value in each use: the `val` attribute of an element, or the text of
-/// an element that has no `val`. Unchanging after construction, so threads may share it.
+/// an element that has no `val`. It never changes once made, so threads may share it.
 class MarkupTemplate {
  public:
     /// A place for a value: the n-th element of that name in document order, counting from 0.

@@ -1,8 +1,6 @@
-#include <dlfcn.h>
 #include <pybind11/pybind11.h>
 
-#include <stdexcept>
-
+#include "chart/host/ModuleEntry.h"
 #include "orca/BindingRegistry.h"
 #include "python/core/Calls.h"
 #include "python/core/Classes.h"
@@ -14,14 +12,11 @@
 namespace quillon::python {
 namespace {
 
-/// Makes the chart classes known to the host system. The library stays loaded for good.
+/// Makes the chart classes known to the host system.
 void loadChartLibrary()
 {
     setFeature("QuillonCharts", true);
-    auto* const library = dlopen("libquillon_charts.so", RTLD_NOW);
-    auto* const entry = library != nullptr ? dlsym(library, "CVInitialize_shared_quillon_charts") : nullptr;
-    if (entry == nullptr) throw std::runtime_error(dlerror());
-    reinterpret_cast<void (*)()>(entry)();
+    CVInitialize_shared_quillon_charts();
 }
 
 void addType(py::module_& module, const char* name, PyTypeObject* type)

@@ -181,6 +181,18 @@ TEST_F(Dispatch, TakesNoShareOfAnObjectThatTheHostHoldsByItself)
     EXPECT_EQ(BindingRegistry::size(), 1);
 }
 
+TEST_F(Dispatch, NamesItsErrors)
+{
+    const auto object = construct("test.Derived");
+    try {
+        get(object, "Nonsense");
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.getIdentifier(), "orca:unknownProperty");
+        EXPECT_STREQ(error.at("here").getIdentifier(), "orca:unknownProperty");
+    }
+}
+
 TEST_F(Dispatch, BindsOneToOne)
 {
     const auto object = construct("test.Derived");
