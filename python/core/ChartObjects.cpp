@@ -23,7 +23,7 @@ class Collector {
     void visit(const chart::DataSet& set)
     {
         if (!add(set)) return;
-        for (const auto& series : *set.getSeriesList()) follow(series);
+        for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) follow(set.getSeries(i));
     }
 
  private:

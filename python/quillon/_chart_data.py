@@ -105,7 +105,7 @@ def _read_values(cells: list[Any], category_format: str) -> tuple[CategoryKind, 
 
 
 def _date_format(given: list[Any], values: list[float]) -> str:
-    if getattr(given[0], "freqstr", None) == "M" and type(given[0]).__name__ == "Period":
+    if type(given[0]).__name__ == "Period" and given[0].freqstr == "M":
         return "mmm yyyy"
     return "yyyy-mm-dd hh:mm" if any(value % 1 > 0 for value in values) else ""
 

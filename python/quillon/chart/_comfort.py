@@ -79,7 +79,7 @@ class SeriesItems(Items["DataPoint"]):
         What a masked array masks becomes a gap. When a value is refused, no point is appended.
         """
         if hasattr(values, "mask") and hasattr(values, "filled"):
-            values = values.astype("float64").filled(float("nan"))
+            values = values.astype("float64").filled(float("nan"))  # type: ignore[attr-defined]
         elif not hasattr(values, "__len__"):
             values = list(values)
         _core.call_for_each(self, "appendPoint", values)

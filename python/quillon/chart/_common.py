@@ -48,7 +48,7 @@ def same(one: object, other: object) -> bool:
 
 def make(cls: type, arguments: Mapping[str, Any]) -> Any:
     """A new object for a copy to be written into. A subclass in Python is not asked."""
-    made = _core.Handle.__new__(cls)
+    made: Any = _core.Handle.__new__(cls)
     _core.Handle.__init__(made, **arguments)
     return made
 
@@ -67,7 +67,7 @@ class Common:
 
     def __reduce__(self) -> tuple[Any, ...]:
         """For copies and pickles, which walk the tree: an object that stands in two places does so in the copy."""
-        return make, (type(self), self._arguments()), (self._contents(), object.__getstate__(self))
+        return make, (type(self), self._arguments()), (self._contents(), object.__getstate__(self))  # type: ignore[attr-defined]
 
     def __setstate__(self, state: tuple[dict[str, Any], Any]) -> None:
         contents, own = state

@@ -127,16 +127,16 @@ def _column(array: Any, name: str) -> Any:
 def _read_mapping(table: Mapping[Any, Any]) -> _Source:
     if table and not any(hasattr(value, "__iter__") and not isinstance(value, str) for value in table.values()):
         return _Source(["Series 1"], lambda _: table.values(), list(table))
-    inner = next((value for value in table.values() if isinstance(value, Mapping)), None)
-    if inner is not None:
-        return _Source(list(table), lambda name: [table[name].get(key) for key in inner], list(inner))
+    inner = [value for value in table.values() if isinstance(value, Mapping)]
+    if inner:
+        return _Source(list(table), lambda name: [table[name].get(key) for key in inner[0]], list(inner[0]))
     first: Any = next(iter(table.values()), None)
     return _Source(list(table), table.__getitem__, _index_of(first))
 
 
 def _index_of(table: Any) -> list[Any] | None:
     """The names of the rows; None where an index only counts them."""
-    index = getattr(table, "index", None)
+    index: Any = getattr(table, "index", None)
     is_count = type(index).__name__ == "RangeIndex" and index[:1].tolist() in ([], [0])
     return None if index is None or callable(index) or is_count else list(index)
 
@@ -168,7 +168,7 @@ def _leave_out_words(columns: list[tuple[str, list[Any]]], stacklevel: int) -> l
             kept.append((name, cells))
             continue
         what = "dates" if _cells.as_date(given[0]) is not None else "text"
-        warnings.warn(f"{_FRAME}: {name!r} holds {what} and is left out.", ChartWarning, stacklevel=stacklevel + 1)
+        warnings.warn(f"{_FRAME}: {name!r} holds {what} and is left out.", ChartWarning, stacklevel=stacklevel)
     if columns and not kept:
         raise ValueError(f"{_FRAME}: no column holds numbers.")
     return kept
