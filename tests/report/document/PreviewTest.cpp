@@ -6,7 +6,6 @@
 
 #include "chart/model/ColumnChart.h"
 #include "report/document/ChartParts.h"
-#include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
 
 namespace quillon::report {
@@ -40,13 +39,13 @@ TEST(Preview, IsAPageThatBeginsWithTheChart)
 TEST(Preview, NamesItsParts)
 {
     const auto preview = makePreview(*makeChart<chart::ColumnChart>());
-    EXPECT_EQ(
-        flatten(readPart(preview.document, "_rels/document.xml.rels")),
-        "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><Relationships "
-        "xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"><Relationship Id=\"chart\" "
-        "Target=\"/chart.xml\" "
+    const auto relationships = flatten(readPart(preview.document, "_rels/document.xml.rels"));
+    EXPECT_TRUE(relationships.ends_with(
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+        "<Relationship Id=\"chart\" Target=\"/chart.xml\" "
         "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/chart\"/></"
-        "Relationships>");
+        "Relationships>"))
+        << relationships;
     EXPECT_NE(readPart(preview.document, "_rels/.rels").find("Target=\"/document.xml\""), std::string::npos);
     const auto types = readPart(preview.document, "[Content_Types].xml");
     for (const auto* text : {"Extension=\"rels\"", "drawingml.chart+xml\" PartName=\"/chart.xml\"",
