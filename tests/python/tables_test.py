@@ -31,6 +31,8 @@ class Tables(unittest.TestCase):
         file = io.StringIO("Quarter,North,South\nQ1,1.5,-2\nQ2,,1e3\n")
         frame = Frame({"city": ["Rome", "Oslo"], "n": [1, 2.5], ("2024", "y"): [NAType(), None]})
         frame.index = [("Q", 1), "Q2"]
+        cities = pandas.DataFrame({"city": ["Rome", "Oslo"], "n": [1, 2]})
+        by_number = pandas.DataFrame({"city": ["Rome"], "n": [1]}, index=pandas.Index([7], name="number"))
         by_year = pandas.Series([1, 2, 3], [["Rome", "Rome", "Oslo"], [2023, 2024, 2024]])
         rows = [
             (from_rows(csv.reader(file)), ["Q1", "Q2"], {"North": [1.5, NAN], "South": [-2.0, 1000.0]}),
@@ -49,7 +51,10 @@ class Tables(unittest.TestCase):
             (from_dataframe(numpy.array([[1, 2], [3, 4]])), ["1", "2"], {"Series 1": [1.0, 3.0], "Series 2": [2.0, 4.0]}),
             (from_dataframe(pandas.Series([1, 2], ["a", "b"], name="n")), ["a", "b"], {"n": [1.0, 2.0]}),
             (from_dataframe(pandas.Series([1, 2])), ["1", "2"], {"Series 1": [1.0, 2.0]}),
-            (from_dataframe(pandas.DataFrame({"city": ["Rome", "Oslo"], "n": [1, 2]})), ["Rome", "Oslo"], {"n": [1.0, 2.0]}),
+            (from_dataframe(cities), ["Rome", "Oslo"], {"n": [1.0, 2.0]}),
+            (from_dataframe(cities[cities.n > 1]), ["Oslo"], {"n": [2.0]}),
+            (from_dataframe(pandas.DataFrame({"n": [1, 2]}, index=[2023, 2024])), ["2023", "2024"], {"n": [1.0, 2.0]}),
+            (from_dataframe(by_number, columns=["n"]), ["7"], {"n": [1.0]}),
             (from_dataframe(pandas.DataFrame({"n": [1, pandas.NA]})), ["1", "2"], {"n": [1.0, NAN]}),
             (from_dataframe(by_year.unstack()), ["Oslo", "Rome"], {"2023": [NAN, 1.0], "2024": [3.0, 2.0]}),
             (from_dataframe(by_year.to_frame("n").unstack()), ["Oslo", "Rome"],
@@ -130,6 +135,7 @@ class Data(unittest.TestCase):
     def test_of_frames_keeps_dates_levels_and_formats(self):
         day = datetime.datetime(2024, 2, 29, 12)
         months = pandas.period_range("2024-01", periods=2, freq="M")
+        three = pandas.MultiIndex.from_tuples([("2023", "H1", "Q1"), ("2023", "H1", "Q2"), ("2024", "H1", "Q1")])
         levels = pandas.MultiIndex.from_tuples([("2023", "Q1"), ("2023", "Q2"), ("2024", "Q2"), ("2024", "Q2")])
         rows = [
             (pandas.to_datetime(["2024-01-01", None]), "", "date", [45292, NAN], "", []),
@@ -141,6 +147,7 @@ class Data(unittest.TestCase):
             ([2023, 2024], "", "automatic", [], "", []),
             ([2023, 2024], "0", "number", [2023, 2024], "0", []),
             (["a", day], "", "automatic", [], "", []),
+            (three, "", "automatic", [], "", [["2023", "", "2024"], ["H1", "", "H1"]]),
             (levels, "", "automatic", [], "", [["2023", "", "2024", ""]]),
         ]
         for index, given_format, kind, values, own_format, levels in rows:

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import collections
 import dataclasses
+import numbers
 import warnings
 from collections.abc import Iterable, Mapping, Sequence
 from typing import TYPE_CHECKING, Any
@@ -51,8 +52,9 @@ def from_dataframe(table: Any, categories: object = None, columns: Iterable[obje
 
     table: a data frame or a series of whatever library, a dictionary of columns or of numbers, an array of one or two
         dimensions, or a list of numbers.
-    categories: the column that names the categories. Without it they are the index; a table without one, or with one
-        that only counts the rows, has them in its first column if that holds text or dates, and otherwise counts.
+    categories: the column that names the categories. Without it they are the index. Where there is none, or one of
+        whole numbers without a name, and the first column holds text or dates, they are that column; where there is
+        none at all, the rows are counted.
     columns: those that become series. Without it all do that hold numbers; ChartWarning names the others.
 
     Missing values leave gaps. quillon.report.ChartData.from_dataframe keeps dates and levels of categories besides.
@@ -94,6 +96,12 @@ class _Source:
     names: list[Any]
     get: Any
     index: list[Any] | None = None
+    #: Of an index that has one.
+    index_name: object = None
+
+    def is_numbered(self) -> bool:
+        """Whether the index may be what is left of a count of rows: whole numbers without a name."""
+        return self.index_name is None and all(isinstance(cell, numbers.Integral) for cell in self.index or [])
 
     def read(self, name: object) -> list[Any]:
         count = self.names.count(name)
@@ -106,7 +114,7 @@ class _Source:
 
 def _read_source(table: Any) -> _Source:
     if hasattr(table, "columns"):
-        return _Source(list(table.columns), table.__getitem__, _index_of(table))
+        return _Source(list(table.columns), table.__getitem__, _index_of(table), _index_name(table))
     if isinstance(table, Mapping):
         return _read_mapping(table)
     if getattr(table, "ndim", 1) == 2:
@@ -135,22 +143,26 @@ def _read_mapping(table: Mapping[Any, Any]) -> _Source:
 
 
 def _index_of(table: Any) -> list[Any] | None:
-    """The names of the rows; None where an index only counts them."""
+    """The names of the rows; None where an index only counts them from 0."""
     index: Any = getattr(table, "index", None)
-    is_count = type(index).__name__ == "RangeIndex" and index[:1].tolist() in ([], [0])
+    is_count = type(index).__name__ == "RangeIndex" and index[:1].tolist() == [0]
     return None if index is None or callable(index) or is_count else list(index)
+
+
+def _index_name(table: Any) -> object:
+    return getattr(getattr(table, "index", None), "name", None)
 
 
 def _find_categories(source: _Source) -> tuple[list[Any], object]:
     """The names of the categories, and the name of the column that they come from."""
     if not source.names:
         raise ValueError(f"{_FRAME}: the table has no columns.")
-    if source.index is not None:
+    if source.index is not None and not source.is_numbered():
         return source.index, None
     first = source.read(source.names[0])
     if any(not _cells.is_missing(cell) and not _cells.is_number(cell) for cell in first):
         return first, source.names[0]
-    return list(range(1, len(first) + 1)), None
+    return source.index or list(range(1, len(first) + 1)), None
 
 
 def _require_unique(names: list[Any]) -> None:
