@@ -2,10 +2,11 @@
 
 #include <utility>
 
-#include "report/document/AppendChart.h"
+#include "report/document/ChartWriting.h"
+#include "report/options/ChartKind.h"
 #include "report/options/Length.h"
+#include "report/package/PackageWriter.h"
 #include "report/package/Xml.h"
-#include "report/package/Zip.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -17,23 +18,9 @@ namespace {
 constexpr std::int64_t emuPerTwip = 635;
 constexpr std::int64_t twipsPerInch = 1440;
 
-struct PartRow {
-    const char16_t* name;
-    const char16_t* contentType;
-};
-
-constexpr PartRow mainPart = {
-    u"/document.xml", u"application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml"};
-constexpr PartRow chartPart = {u"/chart.xml",
-                               u"application/vnd.openxmlformats-officedocument.drawingml.chart+xml"};
+constexpr auto mainPart = "document.xml";
+constexpr auto chartPart = "chart.xml";
 constexpr auto chartId = "chart";
-
-DOMElement* appendRoot(xercesc::DOMDocument* doc, const char16_t* name)
-{
-    auto* root = doc->createElement(name);
-    doc->appendChild(root);
-    return root;
-}
 
 void setTwips(DOMElement* element, const char16_t* name, std::int64_t twips)
 {
@@ -52,60 +39,29 @@ void appendPage(DOMElement* body, const Preview& preview)
         setTwips(margins, side, 0);
 }
 
-std::string makeContentTypes()
-{
-    const auto doc = createDocument();
-    auto* root = appendRoot(doc.get(), u"Types");
-    root->setAttribute(u"xmlns", u"http://schemas.openxmlformats.org/package/2006/content-types");
-    auto* relationships = appendElement(root, u"Default");
-    relationships->setAttribute(u"Extension", u"rels");
-    relationships->setAttribute(u"ContentType", u"application/vnd.openxmlformats-package.relationships+xml");
-    for (const auto& part : {mainPart, chartPart}) {
-        auto* override = appendElement(root, u"Override");
-        override->setAttribute(u"PartName", part.name);
-        override->setAttribute(u"ContentType", part.contentType);
-    }
-    return serialise(doc.get());
-}
-
-std::string makeRelationship(const char* id, const char16_t* type, const PartRow& target)
-{
-    const auto doc = createDocument();
-    auto* root = appendRoot(doc.get(), u"Relationships");
-    root->setAttribute(u"xmlns", u"http://schemas.openxmlformats.org/package/2006/relationships");
-    auto* relationship = appendElement(root, u"Relationship");
-    relationship->setAttribute(u"Id", toUtf16(id).c_str());
-    relationship->setAttribute(u"Type", type);
-    relationship->setAttribute(u"Target", target.name);
-    return serialise(doc.get());
-}
-
 }  // namespace
 
-Preview makePreview(const chart::Chart& chart, const ChartOptions& options, const Listener& listener)
+Preview makePreview(const chart::Chart& chart, const ChartOptions& options, const Listener& listener,
+                    const ChartData& data)
 {
     auto bare = options;
     bare.workbook = false;
     Preview preview{{}, parseLength(options.width), parseLength(options.height)};
     const auto doc = createDocument();
-    auto* root = appendRoot(doc.get(), u"w:document");
+    auto* root = doc->createElement(u"w:document");
+    doc->appendChild(root);
     declareNamespaces(root);
     auto* body = appendElement(root, u"w:body");
-    auto parts = appendChart(appendElement(body, u"w:p"), {chart, bare, 1, chartId, listener});
+    auto written = writeChart(doc.get(), {chart, data, bare, getKind(chart), 1, chartId, listener});
+    appendElement(body, u"w:p")->appendChild(written.run);
     appendPage(body, preview);
-    preview.document =
-        zipParts({{"[Content_Types].xml", makeContentTypes()},
-                  {"_rels/.rels",
-                   makeRelationship(
-                       "document",
-                       u"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument",
-                       mainPart)},
-                  {"document.xml", serialise(doc.get())},
-                  {"_rels/document.xml.rels",
-                   makeRelationship(
-                       chartId, u"http://schemas.openxmlformats.org/officeDocument/2006/relationships/chart",
-                       chartPart)},
-                  {"chart.xml", std::move(parts.chart)}});
+
+    PackageWriter package;
+    package.addPart(mainPart, serialise(doc.get()), content_type::mainDocument);
+    package.addPart(chartPart, std::move(written.chart), content_type::chart);
+    package.relate("", "document", makeRelationshipType("officeDocument"), mainPart);
+    package.relate(mainPart, chartId, makeRelationshipType("chart"), chartPart);
+    preview.document = package.toBytes();
     return preview;
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
 #include "support/Export.h"
@@ -23,10 +24,10 @@ struct Preview {
     std::int64_t height = 0;
 };
 
-/// Makes the document. There is no workbook in it, and equal charts give equal bytes.
-/// Throws: std::runtime_error for a width or height that is no length, and one that names what in the chart
-/// cannot be written.
+/// Makes the document. There is no workbook in it, and equal charts give equal bytes. `data` is what the
+/// chart's data set cannot say; its own data set is not looked at. Throws: std::runtime_error for a width or
+/// height that is no length, and one that names what in the chart cannot be written.
 QUILLON_EXPORT Preview makePreview(const chart::Chart& chart, const ChartOptions& options = {},
-                                   const Listener& listener = {});
+                                   const Listener& listener = {}, const ChartData& data = {});
 
 }  // namespace quillon::report

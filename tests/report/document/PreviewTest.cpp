@@ -39,14 +39,13 @@ TEST(Preview, IsAPageThatBeginsWithTheChart)
 TEST(Preview, NamesItsParts)
 {
     const auto preview = makePreview(*makeChart<chart::ColumnChart>());
-    const auto relationships = flatten(readPart(preview.document, "_rels/document.xml.rels"));
-    EXPECT_TRUE(relationships.ends_with(
-        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-        "<Relationship Id=\"chart\" Target=\"/chart.xml\" "
-        "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/chart\"/></"
-        "Relationships>"))
+    const auto relationships = readPart(preview.document, "_rels/document.xml.rels");
+    EXPECT_NE(relationships.find(
+                  "<Relationship Id=\"chart\" Target=\"chart.xml\" "
+                  "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/chart\"/>"),
+              std::string::npos)
         << relationships;
-    EXPECT_NE(readPart(preview.document, "_rels/.rels").find("Target=\"/document.xml\""), std::string::npos);
+    EXPECT_NE(readPart(preview.document, "_rels/.rels").find("Target=\"document.xml\""), std::string::npos);
     const auto types = readPart(preview.document, "[Content_Types].xml");
     for (const auto* text : {"Extension=\"rels\"", "drawingml.chart+xml\" PartName=\"/chart.xml\"",
                              "document.main+xml\" PartName=\"/document.xml\""})
