@@ -1,7 +1,5 @@
 #include "python/core/Errors.h"
 
-#include <cxxabi.h>
-
 #include <algorithm>
 #include <iterator>
 #include <new>
@@ -71,12 +69,10 @@ try {
     raise(PyExc_IndexError, place, std::string("the position is out of range: ") + error.what());
 } catch (const std::runtime_error& error) {
     PyErr_SetString(typeOf(error.what()), (error.what() + adviceOn(error.what())).c_str());
-} catch (const abi::__forced_unwind&) {
-    // The interpreter ended while Python code ran on this thread.
-    sleepForever();
 } catch (const std::exception& error) {
     raise(PyExc_RuntimeError, place, error.what());
 } catch (...) {
+    catchException();
     raise(PyExc_RuntimeError, place, "the library failed without saying why.");
 }
 

@@ -1,6 +1,5 @@
 #include "python/core/Unlocked.h"
 
-#include <cxxabi.h>
 #include <pthread.h>
 #include <pybind11/pybind11.h>
 #include <unistd.h>
@@ -35,7 +34,7 @@ try {
     --workers;
     if (isEnding) sleepForever();
     PyEval_RestoreThread(state);
-} catch (const abi::__forced_unwind&) {
+} catch (...) {
     sleepForever();
 }
 
@@ -44,10 +43,8 @@ std::exception_ptr catchAll(const std::function<void()>& function)
 {
     try {
         function();
-    } catch (const abi::__forced_unwind&) {
-        sleepForever();
     } catch (...) {
-        return std::current_exception();
+        return catchException();
     }
     return nullptr;
 }
@@ -86,6 +83,13 @@ void awaitWorkAtExit()
     Py_AtExit(awaitWorkers);
     // The threads of the parent do not work in the child.
     pthread_atfork(nullptr, nullptr, [] { workers = 0; });
+}
+
+std::exception_ptr catchException() noexcept
+{
+    auto error = std::current_exception();
+    if (!error) sleepForever();
+    return error;
 }
 
 void sleepForever() noexcept
