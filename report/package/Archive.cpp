@@ -233,8 +233,7 @@ std::string deflateBytes(std::string_view bytes)
 
 std::uint32_t makeChecksum(std::string_view bytes)
 {
-    return static_cast<std::uint32_t>(
-        crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
+    return static_cast<std::uint32_t>(crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
 }
 
 std::string unpack(std::string_view bytes, const Archive::Entry& entry)
@@ -310,7 +309,8 @@ void Archive::findRecords()
         auto& entry = entries_[order[i]];
         if (i + 1 < order.size()) entry.recordEnd = entries_[order[i + 1]].recordStart;
         if (entry.contentStart + entry.packedSize > entry.recordEnd)
-            throw std::runtime_error("The file is refused: " + quote(entry.name) + " overlaps another entry.");
+            throw std::runtime_error("The file is refused: " + quote(entry.name) +
+                                     " overlaps another entry.");
     }
 }
 
@@ -334,7 +334,8 @@ void ArchiveWriter::copy(const Archive& archive, const Archive::Entry& entry)
 
 void ArchiveWriter::add(const std::string& name, const PackedBytes& content, std::uint32_t time)
 {
-    const auto isAscii = std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const auto isAscii =
+        std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     constexpr std::uint16_t utf8Flag = 0x800;
     std::string record;
     appendNumber(record, neededVersion, 2);

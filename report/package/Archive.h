@@ -33,8 +33,8 @@ struct PackedBytes {
 /// Deflates `bytes`, unless they are a zip file themselves.
 PackedBytes pack(std::string_view bytes);
 
-/// A zip file that is read, and whose entries can be copied as they are. It keeps the bytes and never changes;
-/// threads may share it. A library that hides where an entry's bytes lie could only rewrite them.
+/// A zip file that is read, and whose entries can be copied as they are. It keeps the bytes and never
+/// changes; threads may share it. A library that hides where an entry's bytes lie could only rewrite them.
 class Archive {
  public:
     struct Entry {
@@ -49,7 +49,8 @@ class Archive {
         std::size_t recordStart;
         std::size_t recordEnd;
         std::size_t contentStart;
-        /// The entry's record in the directory, and in it the offset of `recordStart` with its width in bytes.
+        /// The entry's record in the directory, and in it the offset of `recordStart` with its width in
+        /// bytes.
         std::string_view directoryRecord;
         std::size_t offsetPosition;
         int offsetWidth;

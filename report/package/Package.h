@@ -13,7 +13,7 @@
 namespace quillon::report {
 
 /// How one part refers to another.
-struct Relationship {
+struct QUILLON_EXPORT Relationship {
     std::string id;
     std::string type;
     /// The name of a part, or an address as it is written when that is external.
@@ -24,11 +24,12 @@ struct Relationship {
     std::string_view getKind() const;
 };
 
-/// A package of parts that exists: a document or a workbook. What is not changed stays as it is, byte for byte.
+/// A package of parts that exists: a document or a workbook. What is not changed stays as it is, byte for
+/// byte.
 ///
-/// Names of parts are without a leading slash, "word/document.xml"; upper and lower case are the same. Copying
-/// is cheap: copies share the file that was opened. Use one copy on one thread at a time; copies may be on
-/// different threads.
+/// Names of parts are without a leading slash, "word/document.xml"; upper and lower case are the same.
+/// Copying is cheap: copies share the file that was opened. Use one copy on one thread at a time; copies may
+/// be on different threads.
 class QUILLON_EXPORT Package {
  public:
     /// Throws: std::runtime_error with a sentence on what the file is instead, or what is wrong with it.
@@ -38,8 +39,8 @@ class QUILLON_EXPORT Package {
 
     /// Throws: std::runtime_error that says what the package is when it is no word-processing document.
     void requireDocument() const;
-    /// The part that everything starts from, "word/document.xml". Throws: std::runtime_error without one.
-    std::string getMainPart() const;
+    /// The part that everything starts from, "word/document.xml".
+    const std::string& getMainPart() const;
     /// Whether the document is written in the strict dialect, which has namespaces of its own.
     bool isStrict() const;
     /// Whether the document is signed; a changed one is so no longer.
@@ -65,11 +66,12 @@ class QUILLON_EXPORT Package {
 
     /// The relationships of a part; those of the package for "".
     std::vector<Relationship> getRelationships(std::string_view source) const;
-    /// Adds a relationship to a part, and returns its id. Kind: "chart", "package"; its type is of the dialect
-    /// of the document.
+    /// Adds a relationship to a part, and returns its id. Kind: "chart", "package"; its type is of the
+    /// dialect of the document.
     std::string addRelationship(std::string_view source, std::string_view kind, std::string_view target);
-    /// Lets a relationship, which may be external, lead to a part.
-    void retarget(std::string_view source, std::string_view id, std::string_view target);
+    /// Lets a relationship that is there, and may be external, lead to a part.
+    void retarget(std::string_view source, std::string_view id, std::string_view kind,
+                  std::string_view target);
     void removeRelationship(std::string_view source, std::string_view id);
 
     /// The package: a file that has not been changed is returned as it was opened.
@@ -77,16 +79,15 @@ class QUILLON_EXPORT Package {
 
  private:
     struct Opened;
-    struct Change;
+    struct Content;
 
-    const Change* findChange(std::string_view key) const;
-    void change(const std::string& key, std::string_view name, std::string bytes);
-    std::string findOverride(std::string_view name) const;
+    const std::string* findPart(const std::string& key) const;
+    std::string makeType(std::string_view kind) const;
 
     std::shared_ptr<const Opened> opened_;
-    /// By key; in the order of the keys.
-    std::map<std::string, Change, std::less<>> changes_;
-    /// The keys of the parts that the file did not have, in the order they came.
+    /// What is not as it was opened, by key; null where it is removed.
+    std::map<std::string, std::shared_ptr<const Content>> changes_;
+    /// The names of the parts that the file did not have, in the order they came.
     std::vector<std::string> added_;
 };
 
