@@ -20,7 +20,6 @@ constexpr std::int64_t twipsPerInch = 1440;
 
 constexpr auto mainPart = "document.xml";
 constexpr auto chartPart = "chart.xml";
-constexpr auto chartId = "chart";
 
 void setTwips(DOMElement* element, const char16_t* name, std::int64_t twips)
 {
@@ -52,15 +51,14 @@ Preview makePreview(const chart::Chart& chart, const ChartOptions& options, cons
     doc->appendChild(root);
     declareNamespaces(root);
     auto* body = appendElement(root, u"w:body");
-    auto written = writeChart(doc.get(), {chart, data, bare, getKind(chart), 1, chartId, listener});
+    PackageWriter package;
+    package.relate("", "officeDocument", mainPart);
+    const auto id = package.relate(mainPart, "chart", chartPart);
+    auto written = writeChart(doc.get(), {chart, data, bare, getKind(chart), 1, id, listener});
     appendElement(body, u"w:p")->appendChild(written.run);
     appendPage(body, preview);
-
-    PackageWriter package;
     package.addPart(mainPart, serialise(doc.get()), content_type::mainDocument);
     package.addPart(chartPart, std::move(written.chart), content_type::chart);
-    package.relate("", "document", makeRelationshipType("officeDocument"), mainPart);
-    package.relate(mainPart, chartId, makeRelationshipType("chart"), chartPart);
     preview.document = package.toBytes();
     return preview;
 }
