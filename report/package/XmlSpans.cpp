@@ -298,8 +298,7 @@ class XmlReader {
 
     void open(std::string_view name)
     {
-        if (++depth_ > XmlSpans::maximumDepth + 1)
-            stop("elements stand in each other deeper than 256 levels.");
+        if (++depth_ > XmlSpans::maximumDepth) stop("elements stand in each other deeper than 256 levels.");
         if (++count_ > XmlSpans::maximumElements) stop("it has more than 20,000,000 elements.");
         if (!problem_.empty() || deferredDepth_ != 0) return;
         const auto begin = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser_.get())) + offset_;
