@@ -258,11 +258,9 @@ void ChartFiller::writeTitle()
     const auto paragraph = source.findChild("rich").findChild(Ns::Drawing, "p");
     const auto run = paragraph.findChild(Ns::Drawing, "r");
     if (run.findChild(Ns::Drawing, "t")) return replaceRuns(source.findChild("rich"), run, text);
-    if (source)
-        edits_.replace(source.getOuter(), makeTitleText(title, text));
-    else
-        edits_.insert(title.isEmptyTag() ? title.getOuter().end : title.getInner().begin,
-                      makeTitleText(title, text));
+    if (source) return edits_.replace(source.getOuter(), makeTitleText(title, text));
+    if (title.isEmptyTag()) return edits_.setInner(title, makeTitleText(title, text));
+    edits_.insert(title.getInner().begin, makeTitleText(title, text));
 }
 
 void ChartFiller::replaceRuns(const XmlElement& rich, const XmlElement& run, const std::string& text)

@@ -174,14 +174,24 @@ void FillPlan::planCategories()
         after.format = after.kind == Categories::Kind::Date ? "yyyy\\-mm\\-dd" : "General";
     else if (after.kind == categoriesBefore_.kind)
         after.format.clear();
-    const auto namesBefore = getNames(categoriesBefore_, part_.is1904());
-    const auto names = getNames(after, part_.is1904());
-    categoryMatches_ = std::make_shared<Matches>(options_.match == Match::Name && named != nullptr
-                                                     ? matchNames(namesBefore, names)
-                                                     : matchPositions(pointsBefore_, count));
+    matchCategories(after, count);
     categories_ = std::make_shared<Categories>(std::move(after));
     report_.pointsBefore = pointsBefore_;
     report_.pointsAfter = count;
+}
+
+void FillPlan::matchCategories(const Categories& after, std::size_t count)
+{
+    auto matches = matchPositions(pointsBefore_, count);
+    if (options_.match == Match::Name && categoriesBefore_.kind != Categories::Kind::None) {
+        const auto before = getNames(categoriesBefore_, part_.is1904());
+        auto byName = matchNames(before, getNames(after, part_.is1904()));
+        // Points past the names stand where they stood.
+        for (auto i = byName.size(); i < count; ++i)
+            byName.push_back(i >= before.size() && i < pointsBefore_ ? i : noMatch);
+        matches = std::move(byName);
+    }
+    categoryMatches_ = std::make_shared<Matches>(std::move(matches));
 }
 
 void FillPlan::planSeries()

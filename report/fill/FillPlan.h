@@ -73,6 +73,7 @@ class FillPlan {
     void requireFillable() const;
     void requireNumbers() const;
     void planCategories();
+    void matchCategories(const Categories& after, std::size_t count);
     void planSeries();
     void planOrder();
     void planContent(SeriesPlan& plan, std::size_t index);

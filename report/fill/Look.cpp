@@ -11,6 +11,9 @@ namespace {
 constexpr std::array<std::string_view, 6> colorElements = {"schemeClr", "srgbClr",  "sysClr",
                                                            "prstClr",   "scrgbClr", "hslClr"};
 
+/// What takes the colour of its series.
+constexpr std::array<std::string_view, 4> coloredParts = {"spPr", "marker", "trendline", "errBars"};
+
 bool isColor(const XmlElement& element)
 {
     return element.getNs() == Ns::Drawing &&
@@ -124,14 +127,14 @@ void recolor(Edits& edits, const XmlElement& element, const Palette::Color& colo
 {
     const auto own = findOwnColor(element);
     if (!own) return;
-    const auto properties = {element.findChild("spPr"), element.findChild("marker"),
-                             element.findChild("errBars"), element.findChild("trendline")};
     const bool isVaried = own.getName() == "schemeClr" && isVariation(own.getFirstChild());
-    for (const auto& part : properties)
-        if (part)
-            visitAll(part, [&](const XmlElement& inner) {
-                if (isColor(inner) && isSameColor(inner, own)) replaceColor(edits, inner, color, isVaried);
-            });
+    for (const auto part : element.getChildren()) {
+        if (std::find(coloredParts.begin(), coloredParts.end(), part.getName()) == coloredParts.end())
+            continue;
+        visitAll(part, [&](const XmlElement& inner) {
+            if (isColor(inner) && isSameColor(inner, own)) replaceColor(edits, inner, color, isVaried);
+        });
+    }
 }
 
 UniqueIds::UniqueIds(const XmlElement& root)

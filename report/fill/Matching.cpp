@@ -39,7 +39,7 @@ std::vector<std::size_t> invert(const Matches& matches, std::size_t before)
 {
     std::vector<std::size_t> after(before, noMatch);
     for (std::size_t i = 0; i < matches.size(); ++i)
-        if (matches[i] != noMatch) after[matches[i]] = i;
+        if (matches[i] < before) after[matches[i]] = i;
     return after;
 }
 
