@@ -23,7 +23,8 @@ TEST(SampleDocuments, KeepTheirBytesWhenFilledWithTheirOwnData)
         const auto original = Template::open(file.path().string());
         for (const auto& chart : original.getCharts()) {
             if (!chart.problem.empty()) {
-                std::cout << file.path().filename() << ", chart " << chart.number << ": " << chart.problem << "\n";
+                std::cout << file.path().filename() << ", chart " << chart.number << ": " << chart.problem
+                          << "\n";
                 ++refused;
                 continue;
             }
