@@ -174,6 +174,7 @@ SeriesDetails readDetails(const ChartPart& part, const SeriesPart& series, std::
     const auto readNumbers = [&](const PointSource& source) {
         if (source.kind == PointSource::Kind::None) return std::vector<double>();
         auto points = part.readCache(source).read(false);
+        if (isForAll(source, points)) points.numbers.assign(count, points.numbers[0]);
         points.resize(count);
         return points.numbers;
     };
@@ -200,6 +201,11 @@ std::shared_ptr<chart::DataSeries> readSeries(const ChartPart& part, const Serie
 }
 
 }  // namespace
+
+bool isForAll(const PointSource& source, const Points& points)
+{
+    return source.isLiteral() && points.getSize() == 1;
+}
 
 bool isDateFormat(std::string_view format)
 {

@@ -43,6 +43,9 @@ Points readXValues(const ChartPart& part, const SeriesPart& series, std::size_t 
 /// The data of a chart, as its caches hold it. Series that are shorter than others end in missing points.
 ChartData readChartData(const ChartPart& part);
 
+/// Whether the only number of a literal stands for every point, as amounts of error bars do.
+bool isForAll(const PointSource& source, const Points& points);
+
 /// Whether numbers of that format are dates or times.
 bool isDateFormat(std::string_view format);
 

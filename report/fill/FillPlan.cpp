@@ -346,9 +346,7 @@ SourcePlan FillPlan::keepNumbers(const SeriesPlan& plan, const PointSource& sour
 {
     if (source.kind == Kind::None) return {};
     auto points = part_.readCache(source).read(false);
-    // A literal for all points has one value.
-    const bool isForAll = source.isLiteral() && points.getSize() <= 1;
-    if (!isForAll) points.resize(count);
+    if (!isForAll(source, points)) points.resize(count);
     auto kept = planNumbers(plan, source, std::move(points.numbers));
     if (source.isLiteral()) kept.hasCells = false;
     return kept;
@@ -358,7 +356,10 @@ void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t coun
 {
     const auto& details = data_.getDetails(index);
     const auto choose = [&](const PointSource& source, std::vector<double> numbers) {
-        if (numbers.empty()) return keepNumbers(plan, source, count);
+        const auto before = part_.readCache(source).read(false);
+        const bool isSame = isForAll(source, before) && std::count(numbers.begin(), numbers.end(),
+                                                                   before.numbers[0]) == std::ssize(numbers);
+        if (numbers.empty() || isSame) return keepNumbers(plan, source, count);
         numbers.resize(count, missing);
         return planNumbers(plan, source, std::move(numbers));
     };
