@@ -16,7 +16,7 @@ install(EXPORT quillon-targets NAMESPACE quillon:: DESTINATION "${package_dir}")
 foreach(folder support orca chart)
     install(DIRECTORY ${folder} DESTINATION "${include_root}" FILES_MATCHING PATTERN "*.h")
 endforeach()
-foreach(header document/Document document/ChartParts options/ChartOptions options/ChartKind options/ChartData options/Listener
+foreach(header document/Document document/ChartParts options/ChartError options/ChartOptions options/ChartKind options/ChartData options/Listener
                package/OutputFile)
     get_filename_component(room ${header} DIRECTORY)
     install(FILES report/${header}.h DESTINATION "${include_root}/report/${room}")

@@ -2,7 +2,6 @@
 
 #include <pybind11/stl.h>
 
-#include <array>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -14,6 +13,7 @@
 #include "python/core/Handle.h"
 #include "report/document/ChartParts.h"
 #include "report/document/Document.h"
+#include "report/options/Options.h"
 
 namespace quillon::python {
 namespace {
@@ -53,22 +53,6 @@ std::shared_ptr<const chart::Chart> readChart(py::handle value)
     return chart;
 }
 
-report::Legend readLegend(py::handle value)
-{
-    using report::Legend;
-    constexpr std::array<std::pair<const char*, Legend>, 6> places = {{{"auto", Legend::Automatic},
-                                                                       {"none", Legend::None},
-                                                                       {"right", Legend::Right},
-                                                                       {"top", Legend::Top},
-                                                                       {"left", Legend::Left},
-                                                                       {"bottom", Legend::Bottom}}};
-    const auto text = readText(value, "legend");
-    for (const auto& [name, legend] : places)
-        if (text == name) return legend;
-    throw Refused(PyExc_ValueError,
-                  "legend: expected auto, none, right, top, left or bottom, got \"" + text + "\".");
-}
-
 bool readWorkbook(py::handle value)
 {
     if (!PyBool_Check(value.ptr()))
@@ -90,7 +74,7 @@ report::ChartOptions readOptions(const OptionArguments& arguments)
     report::ChartOptions options;
     if (!arguments.width.is_none()) options.width = readText(arguments.width, "width");
     if (!arguments.height.is_none()) options.height = readText(arguments.height, "height");
-    options.legend = readLegend(arguments.legend);
+    report::setOption(options, *report::findOption("legend"), readText(arguments.legend, "legend"), "legend");
     options.altText = readText(arguments.altText, "alt_text");
     options.workbook = readWorkbook(arguments.workbook);
     return options;

@@ -13,7 +13,6 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
-#include "report/options/ColorText.h"
 #include "report/table/Fail.h"
 #include "support/Text.h"
 
@@ -45,12 +44,9 @@ const ChartType& findType(const std::string& name)
     fail("Chart type \"{}\": expected bar, column, line or pie.", name);
 }
 
-std::u16string readColor(const std::string& text)
+bool acceptsGaps(const ChartJob& job)
 {
-    auto color = quillon::toUtf16(text);
-    if (!findColorDigits(color))
-        fail("Colour \"{}\": expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.", text);
-    return color;
+    return job.gaps || job.options.blank;
 }
 
 double readValue(const Table& table, const Table::Row& row, std::size_t column, bool gaps)
@@ -121,7 +117,8 @@ std::shared_ptr<chart::DataSet> readWide(const ChartJob& job, const Table& table
     auto dataSet = chart::DataSet::create(toUtf16(names));
     for (const auto column : chooseColumns(job, table, category, note)) {
         auto series = chart::DataSeries::create(quillon::toUtf16(table.columns[column]));
-        for (const auto& row : table.rows) series->appendPoint(readValue(table, row, column, job.gaps));
+        for (const auto& row : table.rows)
+            series->appendPoint(readValue(table, row, column, acceptsGaps(job)));
         dataSet->appendSeries(series);
     }
     return dataSet;
@@ -159,7 +156,7 @@ Pivot pivot(const ChartJob& job, const Table& table)
     for (const auto& row : table.rows) {
         const auto key =
             std::pair(result.series.add(row.cells[series]), result.categories.add(row.cells[category]));
-        if (!result.values.try_emplace(key, readValue(table, row, value, job.gaps)).second)
+        if (!result.values.try_emplace(key, readValue(table, row, value, acceptsGaps(job))).second)
             fail(R"({}:{}: a second value for {} "{}" and {} "{}"; a long table has one for each pair.)",
                  table.path, row.line, job.series, row.cells[series], table.columns[category],
                  row.cells[category]);
@@ -182,7 +179,7 @@ std::shared_ptr<chart::DataSet> readLong(const ChartJob& job, const Table& table
         auto series = chart::DataSeries::create(quillon::toUtf16(name));
         for (std::size_t k = 0; k < categories.size(); ++k) {
             const auto found = cells.values.find({i, k});
-            if (found == cells.values.end() && !job.gaps)
+            if (found == cells.values.end() && !acceptsGaps(job))
                 fail(R"({}: no value for {} "{}" and category "{}"; add the row, or ask for --gaps.)",
                      table.path, job.series, name, categories[k]);
             series->appendPoint(found == cells.values.end() ? gap : found->second);
@@ -202,22 +199,6 @@ void noteNegativeSlice(const Table& table, const chart::DataSet& dataSet, const 
                                     table.path, toUtf8(dataSet.getCategories().at(i))));
 }
 
-void applyColors(const ChartJob& job, const ChartType& type, const chart::DataSet& dataSet)
-{
-    const auto places = type.isPie ? dataSet.getSeries(0)->getSize() : dataSet.getSeriesCount();
-    if (job.colors.size() > places)
-        fail("Got {} colours for {} {}; give at most one for each.", job.colors.size(), places,
-             type.isPie ? "slices" : "series");
-    for (std::size_t i = 0; i < job.colors.size(); ++i) {
-        const auto color = readColor(job.colors[i]);
-        if (type.isPie)
-            dataSet.getSeries(0)->getPoint(i)->setFormat(
-                chart::DataPointShapeFormat::create(color, u"white"));
-        else
-            dataSet.getSeries(i)->setFormat(chart::DataSeriesShapeFormat::create(color));
-    }
-}
-
 }  // namespace
 
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table, const Note& note)
@@ -229,29 +210,10 @@ std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table,
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", table.path,
              dataSet->getSeriesCount());
     if (type.isPie) noteNegativeSlice(table, *dataSet, note);
-    applyColors(job, type, *dataSet);
     auto chart = type.create();
     chart->setDataSet(dataSet);
     if (!job.title.empty()) chart->setTitle(chart::Title::create(quillon::toUtf16(job.title)));
     return chart;
-}
-
-ChartOptions makeOptions(const ChartJob& job)
-{
-    static const std::map<std::string, Legend> legends = {
-        {"", Legend::Automatic},   {"auto", Legend::Automatic}, {"none", Legend::None},
-        {"right", Legend::Right},  {"top", Legend::Top},        {"left", Legend::Left},
-        {"bottom", Legend::Bottom}};
-    const auto legend = legends.find(job.legend);
-    if (legend == legends.end())
-        fail("Legend \"{}\": expected auto, none, right, top, left or bottom.", job.legend);
-    ChartOptions options;
-    options.legend = legend->second;
-    if (!job.width.empty()) options.width = job.width;
-    if (!job.height.empty()) options.height = job.height;
-    options.altText = job.altText;
-    options.workbook = !job.noWorkbook;
-    return options;
 }
 
 }  // namespace quillon::report

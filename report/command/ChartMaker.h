@@ -6,7 +6,6 @@
 
 #include "chart/model/Chart.h"
 #include "report/command/ChartJob.h"
-#include "report/document/Document.h"
 #include "report/table/Table.h"
 
 namespace quillon::report {
@@ -15,9 +14,5 @@ namespace quillon::report {
 /// out. Throws: std::runtime_error that says what was wrong, where, and what is allowed.
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table,
                                         const std::function<void(const std::string&)>& note);
-
-/// The options of `job` for its place in the document.
-/// Throws: std::runtime_error for an unknown legend place.
-ChartOptions makeOptions(const ChartJob& job);
 
 }  // namespace quillon::report

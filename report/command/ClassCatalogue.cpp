@@ -88,8 +88,8 @@ class Page {
 
 void Page::addOverview()
 {
-    const auto enumerations =
-        std::count_if(classes().begin(), classes().end(), [](const auto* info) { return asEnum(*info); });
+    const auto enumerations = static_cast<std::size_t>(
+        std::count_if(classes().begin(), classes().end(), [](const auto* info) { return asEnum(*info); }));
     add("# Classes of the host package\n\n");
     add("{} classes and {} enumerations, in the order of their registration. `quillon-report --classes` "
         "prints\n"

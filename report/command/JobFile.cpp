@@ -1,11 +1,13 @@
 #include "report/command/JobFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "report/options/Options.h"
 #include "report/table/Fail.h"
 
 namespace quillon::report {
@@ -52,13 +54,32 @@ struct Store {
     }
 };
 
-const JobOption& findOption(const std::string& name, const std::string& place)
+/// What a JSON value says, as an option has it; nothing for a value that no option has.
+OptionValue readValue(const Json& value)
+{
+    if (value.is_boolean()) return value.get<bool>();
+    if (value.is_number()) return value.get<double>();
+    if (value.is_string()) return value.get<std::string>();
+    if (value.is_array() &&
+        std::all_of(value.begin(), value.end(), [](const auto& v) { return v.is_string(); }))
+        return value.get<std::vector<std::string>>();
+    if (!value.is_object()) return {};
+    std::vector<std::pair<std::string, std::string>> pairs;
+    for (const auto& [name, text] : value.items()) {
+        if (!text.is_string()) return {};
+        pairs.emplace_back(name, text.get<std::string>());
+    }
+    return pairs;
+}
+
+const JobOption& findJobOption(const std::string& name, const std::string& place)
 {
     std::string known = "table";
     for (const auto& option : jobOptions) {
         if (name == option.name) return option;
         known += std::string(", ") + option.name;
     }
+    for (const auto& option : getOptions()) known += std::string(", ") + option.name;
     fail("{}: unknown member; the members are {}.", place, known);
 }
 
@@ -71,8 +92,10 @@ ChartJob readChart(const Json& chart, const std::string& place, const std::files
         const Store store{job, value, memberPlace};
         if (name == "table")
             store(&ChartJob::table);
+        else if (const auto* option = findOption(name))
+            setOption(job.options, *option, readValue(value), memberPlace);
         else
-            std::visit(store, findOption(name, memberPlace).member);
+            std::visit(store, findJobOption(name, memberPlace).member);
     }
     if (job.table.empty()) fail("{}: expected a member \"table\", the path of a CSV file.", place);
     job.table = (folder / job.table).string();

@@ -13,6 +13,7 @@
 #include "report/command/ClassCatalogue.h"
 #include "report/command/JobFile.h"
 #include "report/document/Document.h"
+#include "report/options/Options.h"
 #include "report/table/Fail.h"
 #include "report/table/Table.h"
 
@@ -106,7 +107,8 @@ class CommandLine {
     CLI::App app_{description};
     std::vector<std::string> tableNames_;
     CLI::Option* tables_;
-    std::map<const CLI::Option*, const JobOption*> chartOptions_;
+    std::map<const CLI::Option*, const JobOption*> jobOptions_;
+    std::map<const CLI::Option*, const Option*> chartOptions_;
     std::string output_;
     std::string jobFile_;
     bool classes_ = false;
@@ -123,6 +125,14 @@ CommandLine::CommandLine()
         auto* added = isFlag ? app_.add_flag(name, option.help) : app_.add_option(name, option.help);
         if (!isFlag)
             added->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)->type_name("TEXT");
+        jobOptions_[added] = &option;
+    }
+    for (const auto& option : getOptions()) {
+        const auto name = std::string("--") + option.name;
+        const bool isFlag = option.form == OptionForm::Flag;
+        auto* added = isFlag ? app_.add_flag(name, option.meaning) : app_.add_option(name, option.meaning);
+        if (!isFlag)
+            added->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)->type_name("TEXT");
         chartOptions_[added] = &option;
     }
     auto* job = app_.add_option("--job", jobFile_, "a JSON file that lists the charts")->type_name("FILE");
@@ -137,13 +147,20 @@ CommandLine::CommandLine()
 void CommandLine::refuseOptionsOfJobFile() const
 {
     if (jobFile_.empty()) return;
-    for (const auto& [option, member] : chartOptions_)
-        if (option->count() > 0) throw CLI::ExcludesError("--job", option->get_name());
+    for (const auto* option : app_.get_options())
+        if ((chartOptions_.contains(option) || jobOptions_.contains(option)) && option->count() > 0)
+            throw CLI::ExcludesError("--job", option->get_name());
 }
 
 void CommandLine::apply(const CLI::Option* option, std::size_t occurrence, ChartJob& job) const
 {
-    const auto& member = chartOptions_.at(option)->member;
+    if (const auto found = chartOptions_.find(option); found != chartOptions_.end()) {
+        const auto text = found->second->form == OptionForm::Flag ? "" : option->results().at(occurrence);
+        const auto name = option->get_name();
+        setOption(job.options, *found->second, readOptionText(*found->second, text, name), name);
+        return;
+    }
+    const auto& member = jobOptions_.at(option)->member;
     if (const auto* flag = std::get_if<bool ChartJob::*>(&member)) {
         job.*(*flag) = true;
         return;
@@ -168,7 +185,7 @@ std::vector<ChartJob> CommandLine::getJobs() const
         if (option == tables_) {
             jobs.push_back(common);
             jobs.back().table = tableNames_.at(occurrence);
-        } else if (chartOptions_.contains(option)) {
+        } else if (chartOptions_.contains(option) || jobOptions_.contains(option)) {
             apply(option, occurrence, jobs.empty() ? common : jobs.back());
         }
     }
@@ -179,7 +196,7 @@ void addChart(Document& document, const ChartJob& job)
 {
     const auto chart = makeChart(job, readTable(job.table, job.delimiter), warn);
     if (!job.heading.empty()) document.addHeading(job.heading, 1);
-    document.addChart(chart, makeOptions(job));
+    document.addChart(chart, job.options);
 }
 
 void write(const std::vector<ChartJob>& jobs, const std::string& output)

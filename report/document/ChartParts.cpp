@@ -1,21 +1,17 @@
 #include "report/document/ChartParts.h"
 
-#include "report/document/AppendChart.h"
-#include "report/package/Xml.h"
+#include "report/document/ChartWriting.h"
 
 namespace quillon::report {
 
 ChartParts makeChartParts(const chart::Chart& chart, const ChartOptions& options, std::size_t drawingNumber,
-                          const std::string& relationshipId, const Listener& listener)
+                          const std::string& relationshipId, const Listener& listener, const ChartData& data)
 {
     const auto doc = createDocument();
-    auto* paragraph = doc->createElement(u"w:p");
-    doc->appendChild(paragraph);
-    auto parts = appendChart(paragraph, {chart, options, drawingNumber, relationshipId, listener});
-    auto* run = findChild(paragraph, u"w:r");
-    declareNamespaces(run);
-    parts.run = serialise(run);
-    return parts;
+    auto written = writeChart(
+        doc.get(), {chart, data, options, getKind(chart), drawingNumber, relationshipId, listener});
+    declareNamespaces(written.run);
+    return {std::move(written.chart), std::move(written.workbook), serialise(written.run)};
 }
 
 }  // namespace quillon::report

@@ -1,15 +1,17 @@
 #include "report/document/Document.h"
 
+#include <array>
 #include <stdexcept>
 #include <utility>
 #include <variant>
 #include <xercesc/dom/DOM.hpp>
 
-#include "report/document/AppendChart.h"
+#include "report/document/ChartWriting.h"
 #include "report/document/FixedParts.h"
-#include "report/options/Length.h"
+#include "report/finish/Finishing.h"
+#include "report/options/Options.h"
+#include "report/package/PackageWriter.h"
 #include "report/package/Xml.h"
-#include "report/package/Zip.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -27,13 +29,26 @@ struct TextBlock {
 struct ChartBlock {
     std::shared_ptr<const chart::Chart> chart;
     ChartOptions options;
+    ChartData data;
 };
 
 using Block = std::variant<TextBlock, ChartBlock>;
 
-constexpr auto xmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
-constexpr auto relationshipTypes = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
-constexpr auto relationshipsNamespace = "http://schemas.openxmlformats.org/package/2006/relationships";
+constexpr auto mainPart = "word/document.xml";
+
+/// A part that every document has beside its main one.
+struct FixedPart {
+    const char* name;
+    const char* bytes;
+    const char* contentType;
+    /// Of the main part with it; also the relationship's id.
+    const char* relationship;
+};
+const std::array fixedParts = {
+    FixedPart{"styles.xml", parts::styles, content_type::styles, "styles"},
+    FixedPart{"settings.xml", parts::settings, content_type::settings, "settings"},
+    FixedPart{"theme/theme1.xml", parts::theme, content_type::theme, "theme"},
+};
 
 DocumentPointer createMainDocument()
 {
@@ -91,22 +106,10 @@ void appendTextBlock(DOMElement* body, const TextBlock& block)
     if (!block.text.empty()) appendRun(paragraph, block.text);
 }
 
-std::string makeRelationship(const std::string& id, const char* type, const std::string& target)
-{
-    return "<Relationship Id=\"" + id + "\" Type=\"" + relationshipTypes + type + "\" Target=\"" + target +
-           "\"/>";
-}
-
-std::string makeRelationships(const std::string& rows)
-{
-    return std::string(xmlDeclaration) + "<Relationships xmlns=\"" + relationshipsNamespace + "\">" + rows +
-           "</Relationships>";
-}
-
-/// The package under construction: parts come in, with what refers to them.
-class PackageBuilder {
+/// The package of a document under construction: its main part, and the parts of its charts.
+class DocumentWriter {
  public:
-    PackageBuilder(std::size_t chartCount, const Listener& listener)
+    DocumentWriter(std::size_t chartCount, const Listener& listener)
         : chartCount_(chartCount), listener_(listener), main_(createMainDocument())
     {
         body_ = findChild(main_->getDocumentElement(), u"w:body");
@@ -118,94 +121,62 @@ class PackageBuilder {
 
  private:
     void addChart(const ChartBlock& block, std::size_t number);
-    void addWorkbook(std::string bytes, const std::string& number);
+    void addWorkbook(std::string bytes, const std::string& chartPart, std::size_t number);
     void addFixedParts();
-    std::string makeContentTypes() const;
 
     std::size_t chartCount_;
     const Listener& listener_;
     DocumentPointer main_;
     DOMElement* body_;
     std::size_t done_ = 0;
-    bool hasWorkbook_ = false;
-    std::string chartRelationships_;
-    std::vector<Part> parts_;
+    PackageWriter package_;
 };
 
-void PackageBuilder::add(const ChartBlock& block)
+void DocumentWriter::add(const ChartBlock& block)
 {
     addChart(block, done_ + 1);
     ++done_;
     if (listener_.progress) listener_.progress(done_, chartCount_);
 }
 
-void PackageBuilder::addChart(const ChartBlock& block, std::size_t number)
+void DocumentWriter::addChart(const ChartBlock& block, std::size_t number)
 {
     const auto name = "chart" + std::to_string(number);
-    auto parts =
-        appendChart(appendElement(body_, u"w:p"), {*block.chart, block.options, number, name, listener_});
-    parts_.push_back({"word/charts/" + name + ".xml", std::move(parts.chart)});
-    chartRelationships_ += makeRelationship(name, "chart", "charts/" + name + ".xml");
-    if (block.options.workbook) addWorkbook(std::move(parts.workbook), std::to_string(number));
+    const auto part = "word/charts/" + name + ".xml";
+    auto written = writeChart(main_.get(), {*block.chart, block.data, block.options, getKind(*block.chart),
+                                            number, name, listener_});
+    appendElement(body_, u"w:p")->appendChild(written.run);
+    package_.addPart(part, std::move(written.chart), content_type::chart);
+    package_.relate(mainPart, name, makeRelationshipType("chart"), "charts/" + name + ".xml");
+    if (block.options.workbook) addWorkbook(std::move(written.workbook), part, number);
 }
 
-void PackageBuilder::addWorkbook(std::string bytes, const std::string& number)
+void DocumentWriter::addWorkbook(std::string bytes, const std::string& chartPart, std::size_t number)
 {
-    hasWorkbook_ = true;
-    parts_.push_back({"word/charts/_rels/chart" + number + ".xml.rels",
-                      makeRelationships(makeRelationship(workbookRelationshipId, "package",
-                                                         "../embeddings/data" + number + ".xlsx"))});
-    parts_.push_back({"word/embeddings/data" + number + ".xlsx", std::move(bytes), false});
+    const auto name = "embeddings/data" + std::to_string(number) + ".xlsx";
+    package_.relate(chartPart, workbookRelationshipId, makeRelationshipType("package"), "../" + name);
+    package_.addFile("word/" + name, std::move(bytes));
 }
 
-std::string PackageBuilder::makeContentTypes() const
+void DocumentWriter::addFixedParts()
 {
-    std::string types = std::string(xmlDeclaration) +
-                        "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
-                        "<Default Extension=\"rels\" "
-                        "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
-                        "<Default Extension=\"xml\" ContentType=\"application/xml\"/>";
-    if (hasWorkbook_)
-        types +=
-            "<Default Extension=\"xlsx\" "
-            "ContentType=\"application/vnd.openxmlformats-officedocument.spreadsheetml.sheet\"/>";
-    const auto addOverride = [&types](const std::string& name, const std::string& type) {
-        types += "<Override PartName=\"/" + name + "\" ContentType=\"application/vnd.openxmlformats-" + type +
-                 "+xml\"/>";
-    };
-    addOverride("word/document.xml", "officedocument.wordprocessingml.document.main");
-    addOverride("word/styles.xml", "officedocument.wordprocessingml.styles");
-    addOverride("word/settings.xml", "officedocument.wordprocessingml.settings");
-    addOverride("word/theme/theme1.xml", "officedocument.theme");
-    addOverride("docProps/core.xml", "package.core-properties");
-    addOverride("docProps/app.xml", "officedocument.extended-properties");
-    for (std::size_t i = 1; i <= done_; ++i)
-        addOverride("word/charts/chart" + std::to_string(i) + ".xml", "officedocument.drawingml.chart");
-    return types + "</Types>";
+    for (const auto& [name, bytes, type, relationship] : fixedParts) {
+        package_.addPart(std::string("word/") + name, bytes, type);
+        package_.relate(mainPart, relationship, makeRelationshipType(relationship), name);
+    }
+    package_.addPart("docProps/core.xml", parts::coreProperties, content_type::coreProperties);
+    package_.addPart("docProps/app.xml", parts::extendedProperties, content_type::extendedProperties);
+    package_.relate("", "rId1", makeRelationshipType("officeDocument"), mainPart);
+    package_.relate("", "rId2", corePropertiesRelationship, "docProps/core.xml");
+    package_.relate("", "rId3", makeRelationshipType("extended-properties"), "docProps/app.xml");
 }
 
-void PackageBuilder::addFixedParts()
-{
-    parts_.push_back({"_rels/.rels", parts::packageRelationships});
-    parts_.push_back({"word/styles.xml", parts::styles});
-    parts_.push_back({"word/settings.xml", parts::settings});
-    parts_.push_back({"word/theme/theme1.xml", parts::theme});
-    parts_.push_back({"docProps/core.xml", parts::coreProperties});
-    parts_.push_back({"docProps/app.xml", parts::extendedProperties});
-}
-
-std::string PackageBuilder::finish()
+std::string DocumentWriter::finish()
 {
     appendSectionProperties(body_);
-    parts_.insert(parts_.begin(), {"[Content_Types].xml", makeContentTypes()});
     addFixedParts();
-    parts_.push_back({"word/document.xml", serialise(main_.get())});
-    parts_.push_back(
-        {"word/_rels/document.xml.rels",
-         makeRelationships(makeRelationship("styles", "styles", "styles.xml") +
-                           makeRelationship("settings", "settings", "settings.xml") +
-                           makeRelationship("theme", "theme", "theme/theme1.xml") + chartRelationships_)});
-    return zipParts(parts_);
+    package_.addPart(mainPart, serialise(main_.get()), content_type::mainDocument);
+    return package_.toBytes();
 }
 
 }  // namespace
@@ -232,19 +203,19 @@ void Document::addParagraph(const std::string& text)
     content_->blocks.emplace_back(TextBlock{readXmlText(text, "Paragraph"), 0});
 }
 
-void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options)
+void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options,
+                        ChartData data)
 {
     if (!chart) throw std::runtime_error("addChart: expected a chart, got an empty handle.");
-    parseLength(options.width);
-    parseLength(options.height);
-    readXmlText(options.altText, "Alternative text");
-    content_->blocks.emplace_back(ChartBlock{std::move(chart), options});
+    checkOptions(options, getKind(*chart));
+    readXmlText(options.altText, "alt-text");
+    content_->blocks.emplace_back(ChartBlock{std::move(chart), options, std::move(data)});
     ++content_->chartCount;
 }
 
 std::string Document::toBytes(const Listener& listener) const
 {
-    PackageBuilder package(content_->chartCount, listener);
+    DocumentWriter package(content_->chartCount, listener);
     for (const auto& block : content_->blocks)
         std::visit([&package](const auto& b) { package.add(b); }, block);
     return package.finish();

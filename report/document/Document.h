@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
 #include "report/package/OutputFile.h"
@@ -30,9 +31,11 @@ class QUILLON_EXPORT Document {
     void addHeading(const std::string& text, int level = 1);
     /// Throws: std::runtime_error for text that a document cannot hold.
     void addParagraph(const std::string& text);
-    /// Appends a chart, which is written as it is when the document is; the document shares it.
-    /// Throws: std::runtime_error for an empty handle, and for a width or height that is no length.
-    void addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options = {});
+    /// Appends a chart, which is written as it is when the document is; the document shares it. `data` is
+    /// what the chart's data set cannot say; its own data set is not looked at. Throws: std::runtime_error
+    /// for an empty handle, and for an option that does not suit the chart.
+    void addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options = {},
+                  ChartData data = {});
 
     /// The whole package, a .docx file.
     /// Throws: std::runtime_error that names the chart, and the series and point, that cannot be written.

@@ -3,7 +3,6 @@
 /// The parts of a package that are the same in every document.
 namespace quillon::report::parts {
 
-extern const char* const packageRelationships;
 extern const char* const styles;
 extern const char* const settings;
 extern const char* const theme;

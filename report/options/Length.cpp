@@ -18,9 +18,9 @@ constexpr double emuPerInch = 914'400;
 constexpr std::array units = {Unit{"cm", emuPerInch / 2.54}, Unit{"mm", emuPerInch / 25.4},
                               Unit{"in", emuPerInch}, Unit{"pt", emuPerInch / 72}};
 
-[[noreturn]] void refuse(std::string_view text, const char* reason)
+[[noreturn]] void refuse(std::string_view text, const char* expected)
 {
-    throw std::runtime_error("Length \"" + std::string(text) + "\": " + reason);
+    throw std::runtime_error("expected " + std::string(expected) + ", got \"" + std::string(text) + "\".");
 }
 
 }  // namespace
@@ -30,14 +30,14 @@ std::int64_t parseLength(std::string_view text)
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const std::string_view unitName = text.substr(static_cast<std::size_t>(end - text.data()));
-    if (error != std::errc()) refuse(text, "expected a number and a unit (cm, mm, in, pt), as in 15cm.");
+    if (error != std::errc()) refuse(text, "a number followed by cm, mm, in or pt, as in 15cm");
     for (const auto& unit : units) {
         if (unit.name != unitName) continue;
         const double emu = number * unit.emu;
-        if (!(emu >= 0.1 * emuPerInch && emu <= 22 * emuPerInch)) refuse(text, "expected 0.1in to 22in.");
+        if (!(emu >= 0.1 * emuPerInch && emu <= 22 * emuPerInch)) refuse(text, "0.1in to 22in");
         return std::llround(emu);
     }
-    refuse(text, "expected one of the units cm, mm, in, pt behind the number, as in 15cm.");
+    refuse(text, "one of the units cm, mm, in, pt after the number, as in 15cm");
 }
 
 }  // namespace quillon::report

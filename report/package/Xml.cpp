@@ -8,6 +8,7 @@
 #include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
+#include "report/options/ChartError.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -84,10 +85,10 @@ void requireXmlText(std::u16string_view text, const std::string& field)
     for (std::size_t at = 0; at < text.size();) {
         const auto length = getXmlCharacterLength(text, at);
         if (length == 0)
-            throw std::runtime_error(
-                field + ": character " + std::to_string(at + 1) + " (U+" +
-                toUtf8(escapeUnit(text[at])).substr(2, 4) +
-                ") cannot stand in a document; only tab and line break of the control characters can.");
+            throw ChartError(
+                field,
+                "character " + std::to_string(at + 1) + " (U+" + toUtf8(escapeUnit(text[at])).substr(2, 4) +
+                    ") cannot stand in a document; only tab and line break of the control characters can.");
         at += length;
     }
 }
@@ -98,7 +99,7 @@ std::u16string readXmlText(const std::string& text, const std::string& field)
     try {
         wide = toUtf16(text);
     } catch (const std::runtime_error& error) {
-        throw std::runtime_error(field + ": " + error.what());
+        throw ChartError(field, error.what());
     }
     requireXmlText(wide, field);
     return wide;

@@ -121,7 +121,7 @@ class Refusals(unittest.TestCase):
             (document.add_chart, (chart.DataSet,), TypeError, "expected a chart, got .*DataSet"),
             (document.add_chart, (ColumnChart,), TypeError, "expected a chart, got type"),
             (document.add_chart, (chart, 15), TypeError, "width: expected str, got int"),
-            (document.add_chart, (chart, None, "15"), ValueError, 'Length "15": expected one of the units'),
+            (document.add_chart, (chart, None, "15"), ValueError, 'height: expected one of the units'),
             (document.add_chart, (chart, None, None, "up"), ValueError, 'legend: expected auto, .*, got "up"'),
             (make_document(chart).to_bytes, ("no function",), TypeError, "not callable"),
             (make_document(chart, make_chart([float("inf")])).to_bytes, (), ValueError, "chart 2, .* point 1: .* INF"),

@@ -8,6 +8,7 @@
 
 #include "chart/model/ColumnChart.h"
 #include "chart/model/PieChart.h"
+#include "report/document/Document.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
 
@@ -60,7 +61,7 @@ TEST(ChartParts, TellWhatWasReplacedAndWhatIsRefused)
     EXPECT_EQ(warnings[0].substr(0, 45), "chart 3, series 1 (\"North\"), fill: \"nonsense\"");
 
     const std::tuple<std::shared_ptr<chart::Chart>, ChartOptions, std::string> refused[] = {
-        {chart, {.width = "1pt"}, "chart 3: Length \"1pt\": expected 0.1in to 22in."},
+        {chart, {.width = "1pt"}, "chart 3: width: expected 0.1in to 22in, got \"1pt\"."},
         {chart::ColumnChart::create(),
          {},
          "chart 3: The chart has no data set; set its DataSet before writing."},

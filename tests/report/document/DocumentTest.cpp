@@ -105,15 +105,15 @@ TEST(Document, ReadsLengths)
         {"72pt", "914400"},
         {"0.1in", "91440"},
         {"22in", "20116800"},
-        {"", "Length \"\": expected a number and a unit (cm, mm, in, pt), as in 15cm."},
-        {"15", "Length \"15\": expected one of the units cm, mm, in, pt behind the number, as in 15cm."},
+        {"", "height: expected a number followed by cm, mm, in or pt, as in 15cm, got \"\"."},
+        {"15", "height: expected one of the units cm, mm, in, pt after the number, as in 15cm, got \"15\"."},
         {"15 cm",
-         "Length \"15 cm\": expected one of the units cm, mm, in, pt behind the number, as in 15cm."},
-        {"0in", "Length \"0in\": expected 0.1in to 22in."},
-        {"-5cm", "Length \"-5cm\": expected 0.1in to 22in."},
-        {"22.1in", "Length \"22.1in\": expected 0.1in to 22in."},
-        {"1e30in", "Length \"1e30in\": expected 0.1in to 22in."},
-        {"nanin", "Length \"nanin\": expected 0.1in to 22in."},
+         "height: expected one of the units cm, mm, in, pt after the number, as in 15cm, got \"15 cm\"."},
+        {"0in", "height: expected 0.1in to 22in, got \"0in\"."},
+        {"-5cm", "height: expected 0.1in to 22in, got \"-5cm\"."},
+        {"22.1in", "height: expected 0.1in to 22in, got \"22.1in\"."},
+        {"1e30in", "height: expected 0.1in to 22in, got \"1e30in\"."},
+        {"nanin", "height: expected 0.1in to 22in, got \"nanin\"."},
     };
     for (const auto& [text, expected] : cases) {
         std::string height;

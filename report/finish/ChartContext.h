@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "chart/model/Chart.h"
+#include "report/options/ChartData.h"
+#include "report/options/ChartKind.h"
+#include "report/options/ChartOptions.h"
+#include "report/options/Listener.h"
+
+namespace quillon::report {
+
+/// A chart on its way into a document: what it says, and where it stands. It goes the whole way.
+struct ChartContext {
+    const chart::Chart& chart;
+    const ChartData& data;
+    const ChartOptions& options;
+    ChartKind kind;
+    /// From 1, unique in the document; sentences name the chart by it.
+    std::size_t number;
+    /// Of the chart part, in the part that holds the drawing.
+    std::string relationshipId;
+    const Listener& listener;
+
+    /// "chart 3, series 1", or "chart 3" for an empty place: where sentences say that something is.
+    std::string describe(const std::string& place) const
+    {
+        const auto chartPlace = "chart " + std::to_string(number);
+        return place.empty() ? chartPlace : chartPlace + ", " + place;
+    }
+};
+
+}  // namespace quillon::report

@@ -1,0 +1,51 @@
+#include "report/finish/ChartPart.h"
+
+#include <stdexcept>
+
+#include "report/package/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMElement;
+
+namespace {
+
+DOMElement* findGroup(DOMElement* plotArea)
+{
+    for (const auto* name : {u"c:barChart", u"c:lineChart", u"c:pieChart"})
+        if (auto* group = findChild(plotArea, name)) return group;
+    throw std::logic_error("The chart part has no group of a known chart type.");
+}
+
+}  // namespace
+
+ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartContext)
+    : doc(document),
+      chartSpace(document->getDocumentElement()),
+      chart(findChild(chartSpace, u"c:chart")),
+      plotArea(findChild(chart, u"c:plotArea")),
+      group(findGroup(plotArea)),
+      context(chartContext)
+{
+    const auto& dataSet = *context.chart.getDataSet();
+    std::size_t index = 0;
+    for (auto* element : findChildren(group, u"c:ser")) {
+        series.push_back({element, index, *dataSet.getSeries(index)});
+        ++index;
+    }
+}
+
+std::string ChartPart::describe(const SeriesPart& part)
+{
+    return "series " + std::to_string(part.index + 1) + " (\"" +
+           toUtf8(escapeCharacters(part.series.getName())) + "\")";
+}
+
+void ChartPart::warn(const std::string& place, const std::string& sentence)
+{
+    const auto text = context.describe(place) + ": " + sentence;
+    if (context.listener.warning && told_.insert(text).second) context.listener.warning(text);
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <span>
+#include <xercesc/dom/DOM.hpp>
+
+#include "report/finish/ChartPart.h"
+#include "report/options/ChartKind.h"
+
+/// The finishing rules: what a word processor wants beyond the writer's markup, a list for each subject.
+namespace quillon::report {
+
+inline constexpr ChartKinds allKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Pie};
+inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column};
+inline constexpr ChartKinds lineKinds{ChartKind::Line};
+inline constexpr ChartKinds pieKinds{ChartKind::Pie};
+
+/// A rule, and the kinds of chart that it is for.
+struct Rule {
+    ChartKinds kinds;
+    void (*apply)(ChartPart& part);
+};
+
+/// c:ser elements hold what their kind of chart has, in the order of the schema.
+extern const std::span<const Rule> seriesRules;
+/// References name real cells; caches hold what can stand in them.
+extern const std::span<const Rule> referenceRules;
+/// Colours are six digits.
+extern const std::span<const Rule> colorRules;
+/// Texts hold what XML can.
+extern const std::span<const Rule> textRules;
+extern const std::span<const Rule> legendRules;
+/// The chart as a whole: gaps, and the workbook behind it.
+extern const std::span<const Rule> chartRules;
+
+/// The w:r element with the inline drawing while it is finished.
+struct Drawing {
+    xercesc::DOMElement* run;
+    xercesc::DOMElement* inlineDrawing;
+    const ChartContext& context;
+};
+
+using DrawingRule = void (*)(Drawing& drawing);
+extern const std::span<const DrawingRule> drawingRules;
+
+}  // namespace quillon::report

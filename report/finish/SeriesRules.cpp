@@ -1,0 +1,86 @@
+#include <array>
+
+#include "report/finish/Rules.h"
+#include "report/package/Xml.h"
+
+namespace quillon::report {
+namespace {
+
+/// A pie repeats its first series; a word processor wants it once.
+void keepOneSeriesOfPie(ChartPart& part)
+{
+    while (part.series.size() > 1) {
+        part.group->removeChild(part.series.back().element)->release();
+        part.series.pop_back();
+    }
+}
+
+/// Bars have no marker, and they and their points must say that negative values keep their colour.
+void finishBarSeries(ChartPart& part)
+{
+    for (const auto& [element, index, series] : part.series) {
+        removeChildren(element, u"c:marker");
+        auto* invert = findChild(element, u"c:invertIfNegative");
+        invert->setAttribute(u"val", u"0");
+        insertAfter(element, invert, findChild(element, u"c:spPr"));
+        for (auto* point : findChildren(element, u"c:dPt"))
+            insertAfter(point, makeElement(part.doc, u"c:invertIfNegative", u"0"),
+                        findChild(point, u"c:idx"));
+    }
+}
+
+/// Lines cannot be inverted, and must say that they are straight.
+void finishLineSeries(ChartPart& part)
+{
+    for (const auto& [element, index, series] : part.series) {
+        removeChildren(element, u"c:invertIfNegative");
+        appendElement(element, u"c:smooth", u"0");
+    }
+}
+
+/// Slices have no marker and cannot be inverted.
+void finishPieSeries(ChartPart& part)
+{
+    for (const auto& [element, index, series] : part.series) {
+        removeChildren(element, u"c:marker");
+        removeChildren(element, u"c:invertIfNegative");
+    }
+}
+
+void dropGapWidthOfLines(ChartPart& part)
+{
+    removeChildren(part.group, u"c:gapWidth");
+}
+
+void addGroupingOfBars(ChartPart& part)
+{
+    auto* direction = findChild(part.group, u"c:barDir");
+    auto* grouping = makeElement(part.doc, u"c:grouping", u"clustered");
+    insertAfter(part.group, grouping, direction);
+    insertAfter(part.group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
+}
+
+/// Slices differ in colour. Where they may not, a reader gives those with the colour of the series one of its
+/// own.
+void varyColorsOfSlices(ChartPart& part)
+{
+    findChild(part.group, u"c:varyColors")->setAttribute(u"val", u"1");
+}
+
+void keepColorOfPoints(ChartPart& part)
+{
+    findChild(part.group, u"c:varyColors")->setAttribute(u"val", u"0");
+}
+
+constexpr std::array rules = {
+    Rule{pieKinds, keepOneSeriesOfPie},   Rule{barKinds, finishBarSeries},
+    Rule{lineKinds, finishLineSeries},    Rule{pieKinds, finishPieSeries},
+    Rule{lineKinds, dropGapWidthOfLines}, Rule{barKinds, addGroupingOfBars},
+    Rule{pieKinds, varyColorsOfSlices},   Rule{lineKinds, keepColorOfPoints},
+};
+
+}  // namespace
+
+const std::span<const Rule> seriesRules = rules;
+
+}  // namespace quillon::report

@@ -1,0 +1,514 @@
+#include "report/options/Options.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <type_traits>
+
+#include "report/options/ChartError.h"
+#include "report/options/ColorText.h"
+#include "report/options/Enumerations.h"
+#include "report/options/Length.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+using Texts = std::vector<std::string>;
+using TextPairs = std::vector<std::pair<std::string, std::string>>;
+
+constexpr double unbounded = std::numeric_limits<double>::infinity();
+
+// --- From a member of ChartOptions to the form of an option ---
+
+template <typename T>
+struct OptionalOf {
+    using Type = T;
+    static constexpr bool isOptional = false;
+};
+template <typename T>
+struct OptionalOf<std::optional<T>> {
+    using Type = T;
+    static constexpr bool isOptional = true;
+};
+template <typename T>
+struct ListOf {
+    using Type = T;
+    static constexpr bool isList = false;
+};
+template <typename T>
+struct ListOf<std::vector<T>> {
+    using Type = T;
+    static constexpr bool isList = true;
+};
+
+template <auto Member>
+using MemberType = std::remove_cvref_t<decltype(std::declval<ChartOptions>().*Member)>;
+/// The type of one value: of an optional, or of the items of a list.
+template <auto Member>
+using ItemType = typename ListOf<typename OptionalOf<MemberType<Member>>::Type>::Type;
+
+template <auto Member>
+constexpr OptionForm formOf()
+{
+    using Item = ItemType<Member>;
+    constexpr bool isList = ListOf<MemberType<Member>>::isList;
+    if constexpr (std::is_same_v<Item, bool>) return OptionForm::Flag;
+    if constexpr (std::is_same_v<Item, double>) return OptionForm::Number;
+    if constexpr (std::is_same_v<Item, std::pair<std::string, std::string>>) return OptionForm::TextPairs;
+    if constexpr (std::is_enum_v<Item>) return isList ? OptionForm::Choices : OptionForm::Choice;
+    if constexpr (std::is_same_v<Item, std::string>) return isList ? OptionForm::Texts : OptionForm::Text;
+    return OptionForm::Integer;
+}
+
+template <typename Value>
+constexpr auto makeNames()
+{
+    std::array<const char*, rowsOf<Value>().size()> names{};
+    for (std::size_t i = 0; i < names.size(); ++i) names[i] = rowsOf<Value>()[i].name;
+    return names;
+}
+template <typename Value>
+constexpr auto choiceNames = makeNames<Value>();
+
+template <auto Member>
+constexpr std::span<const char* const> choicesOf()
+{
+    if constexpr (std::is_enum_v<ItemType<Member>>)
+        return choiceNames<ItemType<Member>>;
+    else
+        return {};
+}
+
+template <typename Item>
+auto writeItem(const Item& item)
+{
+    if constexpr (std::is_enum_v<Item>)
+        return std::string(findRow(rowsOf<Item>(), item).name);
+    else if constexpr (std::is_same_v<Item, bool> || !std::is_arithmetic_v<Item>)
+        return item;
+    else
+        return static_cast<double>(item);
+}
+
+template <auto Member>
+OptionValue getMember(const ChartOptions& options)
+{
+    const auto& member = options.*Member;
+    if constexpr (OptionalOf<MemberType<Member>>::isOptional) {
+        if (!member) return {};
+        return writeItem(*member);
+    } else if constexpr (ListOf<MemberType<Member>>::isList) {
+        std::vector<decltype(writeItem(member.front()))> items;
+        for (const auto& item : member) items.push_back(writeItem(item));
+        return items;
+    } else {
+        return writeItem(member);
+    }
+}
+
+template <typename Item, typename Value>
+Item readItem(const Value& value)
+{
+    if constexpr (std::is_enum_v<Item>)
+        return findRowOf(rowsOf<Item>(), value)->value;
+    else
+        return static_cast<Item>(value);
+}
+
+template <auto Member>
+void setMember(ChartOptions& options, const OptionValue& value)
+{
+    using Item = ItemType<Member>;
+    auto& member = options.*Member;
+    if constexpr (ListOf<MemberType<Member>>::isList) {
+        using Stored = std::conditional_t<std::is_enum_v<Item>, std::string, Item>;
+        member.clear();
+        for (const auto& item : std::get<std::vector<Stored>>(value)) member.push_back(readItem<Item>(item));
+    } else if constexpr (std::is_same_v<Item, bool>) {
+        member = std::get<bool>(value);
+    } else if constexpr (std::is_arithmetic_v<Item>) {
+        member = readItem<Item>(std::get<double>(value));
+    } else {
+        member = readItem<Item>(std::get<std::string>(value));
+    }
+}
+
+OptionValue getNoWorkbook(const ChartOptions& options)
+{
+    return !options.workbook;
+}
+
+void setNoWorkbook(ChartOptions& options, const OptionValue& value)
+{
+    options.workbook = !std::get<bool>(value);
+}
+
+// --- Checks of texts ---
+
+void acceptAll(const OptionValue& /*value*/) {}
+
+void checkLength(const OptionValue& value)
+{
+    parseLength(std::get<std::string>(value));
+}
+
+void requireColor(const std::string& text)
+{
+    if (!findColorDigits(toUtf16(text)))
+        throw std::runtime_error("\"" + text +
+                                 "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with "
+                                 "numbers up to 255.");
+}
+
+void checkColors(const OptionValue& value)
+{
+    for (const auto& text : std::get<Texts>(value)) requireColor(text);
+}
+
+void checkSeriesColors(const OptionValue& value)
+{
+    for (const auto& [name, color] : std::get<TextPairs>(value)) requireColor(color);
+}
+
+// --- The table ---
+
+constexpr ChartKinds everyKind{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Pie};
+constexpr ChartKinds withAxes{ChartKind::Bar, ChartKind::Column, ChartKind::Line};
+constexpr ChartKinds withBars{ChartKind::Bar, ChartKind::Column};
+constexpr ChartKinds withLines{ChartKind::Line};
+constexpr ChartKinds withSlices{ChartKind::Pie};
+
+struct Range {
+    double minimum = -unbounded;
+    double maximum = unbounded;
+};
+
+template <auto Member>
+constexpr Option row(const char* name, OptionGroup group, ChartKinds kinds, const char* values,
+                     const char* meaning, const char* standard, Range range = {},
+                     void (*check)(const OptionValue&) = acceptAll)
+{
+    return {name,
+            group,
+            kinds,
+            formOf<Member>(),
+            choicesOf<Member>(),
+            range.minimum,
+            range.maximum,
+            values,
+            meaning,
+            standard,
+            check,
+            getMember<Member>,
+            setMember<Member>};
+}
+
+using enum OptionGroup;
+using O = ChartOptions;
+
+// clang-format off: one option a line or two.
+constexpr std::array optionTable = {
+    row<&O::width>("width", Place, everyKind, "LENGTH", "width of the chart, in cm, mm, in or pt", "6in", {},
+                   checkLength),
+    row<&O::height>("height", Place, everyKind, "LENGTH", "height of the chart, in cm, mm, in or pt", "3.5in",
+                    {}, checkLength),
+    row<&O::legend>("legend", Place, everyKind, "PLACE", "where the legend stands", "auto"),
+    row<&O::altText>("alt-text", Place, everyKind, "TEXT", "what a screen reader says", "made from the data"),
+    Option{"no-workbook",
+           Place,
+           everyKind,
+           OptionForm::Flag,
+           {},
+           -unbounded,
+           unbounded,
+           "",
+           "leave out the workbook that makes the data editable",
+           "",
+           acceptAll,
+           getNoWorkbook,
+           setNoWorkbook},
+    row<&O::floating>("float", Place, everyKind, "SIDE",
+                      "let text flow around the chart, which stands at this side", "a line of its own"),
+
+    row<&O::categoryTitle>("category-title", Axes, withAxes, "TEXT", "title of the category axis", "none"),
+    row<&O::valueTitle>("value-title", Axes, withAxes, "TEXT", "title of the value axis", "none"),
+    row<&O::numberFormat>("number-format", Axes, everyKind, "CODE",
+                          "how numbers look on axis, labels and in the workbook, as in a cell: #,##0.00",
+                          "thousands separators, as many decimals as needed"),
+    row<&O::categoryFormat>("category-format", Axes, withAxes, "CODE",
+                            "how dates or numbers look as categories, as in a cell: mmm yy",
+                            "suits the data"),
+    row<&O::valueMin>("value-min", Axes, withAxes, "NUMBER", "lower end of the value axis",
+                      "chosen by the word processor"),
+    row<&O::valueMax>("value-max", Axes, withAxes, "NUMBER", "upper end of the value axis",
+                      "chosen by the word processor"),
+    row<&O::valueStep>("value-step", Axes, withAxes, "NUMBER",
+                       "distance of the gridlines of the value axis, above 0", "chosen by the word processor",
+                       {std::numeric_limits<double>::min(), unbounded}),
+    row<&O::log>("log", Axes, withAxes, "BASE", "logarithmic value axis to this base, 2 to 1000",
+                 "a linear axis", {2, 1000}),
+    row<&O::reverse>("reverse", Axes, withAxes, "", "let the categories run the other way", ""),
+    row<&O::units>("units", Axes, withAxes, "UNITS", "what the numbers of the value axis count", "ones"),
+    row<&O::gridlines>("gridlines", Axes, withAxes, "AXES", "axes with gridlines", "value"),
+    row<&O::tickLabels>("tick-labels", Axes, withAxes, "PLACE", "where the category labels stand", "low"),
+    row<&O::tickRotation>("tick-rotation", Axes, withAxes, "DEGREES",
+                          "turn the category labels counter-clockwise, -90 to 90",
+                          "chosen by the word processor", {-90, 90}),
+    row<&O::tickInterval>("tick-interval", Axes, withAxes, "COUNT",
+                          "label every so manyth category, 1 to 32767", "chosen by the word processor",
+                          {1, 32'767}),
+
+    row<&O::labels>("labels", Labels, everyKind, "LIST", "what every data label says", "no labels"),
+    row<&O::labelPosition>("label-position", Labels, everyKind, "PLACE", "where the data labels stand",
+                           "chosen by the word processor"),
+    row<&O::labelFormat>("label-format", Labels, everyKind, "CODE",
+                         "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format"),
+
+    row<&O::gap>("gap", Series, withBars, "PERCENT",
+                 "room between the bars of two categories, in percent of a bar, 0 to 500", "219", {0, 500}),
+    row<&O::overlap>("overlap", Series, withBars, "PERCENT",
+                     "overlap of the bars of one category, -100 (apart) to 100 (upon each other)",
+                     "0, or 100 when stacked", {-100, 100}),
+    row<&O::stacking>("stacking", Series, withAxes, "KIND", "stack the series upon each other",
+                      "side by side"),
+    row<&O::markers>("markers", Series, withLines, "", "mark the points of the lines", ""),
+    row<&O::smooth>("smooth", Series, withLines, "", "draw the lines as curves", ""),
+    row<&O::blank>("blank", Series, everyKind, "HOW", "how missing values are drawn; implies --gaps", "gap"),
+    row<&O::colors>("colors", Series, everyKind, "LIST",
+                    "a colour for each series (each slice of a pie): names, #rrggbb or rgb(r,g,b)",
+                    "the theme's", {}, checkColors),
+    row<&O::palette>("palette", Series, everyKind, "LIST", "the colours that take turns", "the theme's", {},
+                     checkColors),
+    row<&O::seriesColors>("series-colors", Series, everyKind, "LIST",
+                          "colours of series by their names: North=red,South=#0000ff", "", {},
+                          checkSeriesColors),
+    row<&O::startAngle>("start-angle", Series, withSlices, "DEGREES",
+                        "where the first slice starts, clockwise from the top, 0 to 360", "0", {0, 360}),
+    row<&O::explosion>("explosion", Series, withSlices, "PERCENT",
+                       "how far the slices are pulled out, 0 to 100", "0", {0, 100}),
+
+    row<&O::font>("font", Look, everyKind, "NAME", "typeface of all texts", "the theme's"),
+    row<&O::fontSize>("font-size", Look, everyKind, "POINTS",
+                      "size of the texts, 1 to 400; the title is half as large again",
+                      "9, and 14 for the title", {1, 400}),
+    row<&O::frame>("frame", Look, everyKind, "", "draw a line around the chart", ""),
+    row<&O::dataTable>("data-table", Look, withAxes, "", "show a table of the data below the axis", ""),
+};
+// clang-format on
+
+// --- Reading and checking ---
+
+[[noreturn]] void refuse(const std::string& name, const std::string& sentence)
+{
+    throw std::runtime_error(name + ": " + sentence);
+}
+
+std::string toText(double number)
+{
+    return toUtf8(num2str(number));
+}
+
+std::string describeNumber(const Option& option)
+{
+    const std::string what = option.form == OptionForm::Integer ? "a whole number" : "a number";
+    if (option.maximum != unbounded)
+        return what + " from " + toText(option.minimum) + " to " + toText(option.maximum);
+    return option.minimum > 0 ? what + " above 0" : what;
+}
+
+/// "true or false", "a number from 0 to 100", "low, next, high or none" ...
+std::string describeForm(const Option& option)
+{
+    switch (option.form) {
+        case OptionForm::Flag:
+            return "true or false";
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return describeNumber(option);
+        case OptionForm::Choice:
+            return joinNames(option.choices);
+        case OptionForm::Choices:
+            return "a list of " + joinNames(option.choices);
+        case OptionForm::Texts:
+            return "a list of texts";
+        case OptionForm::TextPairs:
+            return "pairs, as in North=red";
+        case OptionForm::Text:
+            break;
+    }
+    return "a text";
+}
+
+bool isChoice(const Option& option, const std::string& text)
+{
+    return std::any_of(option.choices.begin(), option.choices.end(),
+                       [&text](const char* choice) { return text == choice; });
+}
+
+void requireChoice(const Option& option, const std::string& text, const std::string& name)
+{
+    if (!isChoice(option, text))
+        refuse(name, "expected " + joinNames(option.choices) + ", got \"" + text + "\".");
+}
+
+void requireNumber(const Option& option, double number, const std::string& name)
+{
+    const bool isWhole = option.form != OptionForm::Integer || number == std::floor(number);
+    if (!std::isfinite(number) || !isWhole || number < option.minimum || number > option.maximum)
+        refuse(name, "expected " + describeNumber(option) + ", got " + toText(number) + ".");
+}
+
+bool hasForm(OptionForm form, const OptionValue& value)
+{
+    switch (form) {
+        case OptionForm::Flag:
+            return std::holds_alternative<bool>(value);
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return std::holds_alternative<double>(value);
+        case OptionForm::Text:
+        case OptionForm::Choice:
+            return std::holds_alternative<std::string>(value);
+        case OptionForm::Choices:
+        case OptionForm::Texts:
+            return std::holds_alternative<Texts>(value);
+        case OptionForm::TextPairs:
+            return std::holds_alternative<TextPairs>(value);
+    }
+    return false;
+}
+
+void checkValue(const Option& option, const OptionValue& value, const std::string& name)
+{
+    if (!hasForm(option.form, value)) refuse(name, "expected " + describeForm(option) + ".");
+    if (const auto* number = std::get_if<double>(&value)) requireNumber(option, *number, name);
+    if (option.form == OptionForm::Choice) requireChoice(option, std::get<std::string>(value), name);
+    if (option.form == OptionForm::Choices)
+        for (const auto& text : std::get<Texts>(value)) requireChoice(option, text, name);
+    try {
+        option.check(value);
+    } catch (const std::runtime_error& error) {
+        refuse(name, error.what());
+    }
+}
+
+double readNumber(const Option& option, const std::string& text, const std::string& name)
+{
+    double number = 0;
+    const auto* last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, number);
+    if (error != std::errc() || end != last)
+        refuse(name, "expected " + describeNumber(option) + ", got \"" + text + "\".");
+    return number;
+}
+
+TextPairs readPairs(const std::string& text, const std::string& name)
+{
+    TextPairs pairs;
+    for (const auto& item : splitList(text)) {
+        const auto equals = item.rfind('=');
+        if (equals == std::string::npos)
+            refuse(name, "expected pairs, as in North=red, got \"" + item + "\".");
+        pairs.emplace_back(item.substr(0, equals), item.substr(equals + 1));
+    }
+    return pairs;
+}
+
+std::string nameKinds(ChartKinds kinds)
+{
+    std::vector<const char*> names;
+    for (const auto& row : kindRows)
+        if (kinds.contains(row.value)) names.push_back(row.name);
+    return joinNames(names);
+}
+
+std::string trim(const std::string& text)
+{
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+}  // namespace
+
+std::string joinNames(std::span<const char* const> names)
+{
+    std::string joined;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (i > 0) joined += i + 1 == names.size() ? " or " : ", ";
+        joined += names[i];
+    }
+    return joined;
+}
+
+std::span<const Option> getOptions()
+{
+    return optionTable;
+}
+
+const Option* findOption(std::string_view name)
+{
+    const auto found = std::find_if(optionTable.begin(), optionTable.end(),
+                                    [name](const auto& option) { return option.name == name; });
+    return found == optionTable.end() ? nullptr : &*found;
+}
+
+OptionValue readOptionText(const Option& option, const std::string& text, const std::string& name)
+{
+    switch (option.form) {
+        case OptionForm::Flag:
+            return true;
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return readNumber(option, text, name);
+        case OptionForm::Choices:
+        case OptionForm::Texts:
+            return splitList(text);
+        case OptionForm::TextPairs:
+            return readPairs(text, name);
+        case OptionForm::Text:
+        case OptionForm::Choice:
+            break;
+    }
+    return text;
+}
+
+void setOption(ChartOptions& options, const Option& option, const OptionValue& value, const std::string& name)
+{
+    checkValue(option, value, name);
+    option.set(options, value);
+}
+
+void checkOptions(const ChartOptions& options, ChartKind kind)
+{
+    static const ChartOptions standard;
+    for (const auto& option : optionTable) {
+        const auto value = option.get(options);
+        if (value == option.get(standard)) continue;
+        checkValue(option, value, option.name);
+        if (!option.kinds.contains(kind))
+            throw ChartError("", std::string(option.name) + " is for " + nameKinds(option.kinds) +
+                                     " charts; this is a " + findRow(kindRows, kind).name + " chart.");
+    }
+}
+
+std::vector<std::string> splitList(const std::string& text)
+{
+    std::vector<std::string> items(1);
+    int depth = 0;
+    for (const char c : text) {
+        if (c == '(') ++depth;
+        if (c == ')') --depth;
+        if (c == ',' && depth <= 0)
+            items.emplace_back();
+        else
+            items.back() += c;
+    }
+    for (auto& item : items) item = trim(item);
+    return items;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "report/options/ChartOptions.h"
+#include "support/Export.h"
+
+/// The one table of the options of a chart. The command line, job files, Python's keywords, messages and the
+/// documentation follow from it.
+namespace quillon::report {
+
+/// What an option is about; help and documentation are divided so.
+enum class OptionGroup : std::uint8_t { Place, Axes, Labels, Series, Look };
+
+/// How people write the value of an option.
+enum class OptionForm : std::uint8_t { Flag, Number, Integer, Text, Choice, Choices, Texts, TextPairs };
+
+/// The value of an option, whoever wrote it; nothing for one that is not given. A choice is its name.
+using OptionValue = std::variant<std::monostate, bool, double, std::string, std::vector<std::string>,
+                                 std::vector<std::pair<std::string, std::string>>>;
+
+struct Option {
+    /// As on the command line behind "--", and in a job file; Python has "_" for "-".
+    const char* name;
+    OptionGroup group;
+    /// The kinds of chart that it is for.
+    ChartKinds kinds;
+    OptionForm form;
+    /// The names of a choice, in order.
+    std::span<const char* const> choices;
+    /// The range of a number, both ends included.
+    double minimum;
+    double maximum;
+    /// What stands for the value in help: "a length", "hundreds, thousands ...".
+    const char* values;
+    /// One line that a report author understands.
+    const char* meaning;
+    /// What holds where it is not given; empty when that goes without saying.
+    const char* standard;
+    /// Throws: std::runtime_error that says what is allowed.
+    void (*check)(const OptionValue& value);
+    OptionValue (*get)(const ChartOptions& options);
+    /// Requires: a value of the option's form.
+    void (*set)(ChartOptions& options, const OptionValue& value);
+};
+
+/// All options, in the order of their groups.
+QUILLON_EXPORT std::span<const Option> getOptions();
+
+/// The option of that name, or null.
+QUILLON_EXPORT const Option* findOption(std::string_view name);
+
+/// The value in the text that an author typed: items of a list have commas between, pairs "name=text".
+/// Throws: std::runtime_error for text that is no value of the option; `name` is the option's in the message.
+QUILLON_EXPORT OptionValue readOptionText(const Option& option, const std::string& text,
+                                          const std::string& name);
+
+/// Sets an option. Throws: std::runtime_error that names the option as `name` and says what is allowed.
+QUILLON_EXPORT void setOption(ChartOptions& options, const Option& option, const OptionValue& value,
+                              const std::string& name);
+
+/// Refuses options that do not suit the kind of chart, and values out of range.
+/// Throws: ChartError that names the option and says what is allowed.
+QUILLON_EXPORT void checkOptions(const ChartOptions& options, ChartKind kind);
+
+/// Splits at commas that stand outside parentheses: "red,rgb(1,2,3)" gives two. Blanks around an item are
+/// dropped.
+QUILLON_EXPORT std::vector<std::string> splitList(const std::string& text);
+
+}  // namespace quillon::report
