@@ -87,10 +87,10 @@ void makeTextAxis(Edits& edits, const XmlElement& axis)
 }
 
 /// Whether a group that can have dates stands on the axis.
-bool takesDates(const ChartPart& part, const XmlElement& axis)
+bool takesDates(const ChartMarkup& part, const XmlElement& axis)
 {
     const auto id = axis.findChild("axId").getAttribute("val").value_or("");
-    return std::any_of(part.getGroups().begin(), part.getGroups().end(), [&](const GroupPart& group) {
+    return std::any_of(part.getGroups().begin(), part.getGroups().end(), [&](const GroupMarkup& group) {
         return group.kind->shape == GroupShape::Categories && group.kind->element != "radarChart" &&
                contains(group.axes, id);
     });

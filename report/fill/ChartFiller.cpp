@@ -5,7 +5,7 @@
 
 #include "report/fill/CategoryAxis.h"
 #include "report/fill/PointFormats.h"
-#include "report/fill/SeriesMarkup.h"
+#include "report/fill/SourceWriter.h"
 
 namespace quillon::report {
 namespace {
@@ -22,7 +22,7 @@ constexpr std::array<std::string_view, 3> behindWorkbook = {"printSettings", "us
 
 bool isInOrder(const std::vector<const SeriesPlan*>& series)
 {
-    const SeriesPart* last = nullptr;
+    const SeriesMarkup* last = nullptr;
     for (const auto* plan : series) {
         if (plan->isAdded) continue;
         if (last != nullptr && plan->look < last) return false;
@@ -182,7 +182,7 @@ void ChartFiller::removeEmptyGroups()
     for (std::size_t i = 0; i < part_.getGroups().size(); ++i) {
         const auto& group = part_.getGroups()[i];
         const bool isFilled = std::any_of(part_.getSeries().begin(), part_.getSeries().end(),
-                                          [&](const SeriesPart& series) { return series.group == i; });
+                                          [&](const SeriesMarkup& series) { return series.group == i; });
         // A group that was empty already is none of ours.
         const bool isGone = isFilled && !hasSeries(i);
         auto& axes = isGone ? gone : kept;
@@ -226,7 +226,7 @@ void ChartFiller::writeLegend()
 
 std::vector<std::size_t> ChartFiller::findLegendPlaces() const
 {
-    const auto countTrends = [](const SeriesPart& series) {
+    const auto countTrends = [](const SeriesMarkup& series) {
         return findAll(series.element, "trendline").size();
     };
     const auto& before = part_.getSeries();

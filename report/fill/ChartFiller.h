@@ -38,7 +38,7 @@ class ChartFiller {
     void writeWorkbook(const std::string& id);
 
     const FillPlan& plan_;
-    const ChartPart& part_;
+    const ChartMarkup& part_;
     const Palette& palette_;
     UniqueIds ids_;
     Edits edits_;

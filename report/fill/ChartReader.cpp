@@ -24,7 +24,7 @@ std::int64_t toDays(std::int64_t year, unsigned month, unsigned day)
     year -= month <= 2 ? 1 : 0;
     const auto era = (year >= 0 ? year : year - 399) / 400;
     const auto yearOfEra = year - era * 400;
-    const auto dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    const auto dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
     return era * 146'097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719'468;
 }
 
@@ -88,7 +88,7 @@ double readDate(const std::string& text)
 }
 
 /// The series' category axis is one of dates.
-bool hasDateAxis(const ChartPart& part, const SeriesPart& series)
+bool hasDateAxis(const ChartMarkup& part, const SeriesMarkup& series)
 {
     const auto& axes = part.getGroups()[series.group].axes;
     for (const auto element : part.getPlotArea().getChildren())
@@ -169,7 +169,7 @@ Categories makePlainCategories(const ChartData& data, const Categories& before)
 }
 
 /// What a series says beyond its name and points.
-SeriesDetails readDetails(const ChartPart& part, const SeriesPart& series, std::size_t count)
+SeriesDetails readDetails(const ChartMarkup& part, const SeriesMarkup& series, std::size_t count)
 {
     const auto readNumbers = [&](const PointSource& source) {
         if (source.kind == PointSource::Kind::None) return std::vector<double>();
@@ -185,7 +185,7 @@ SeriesDetails readDetails(const ChartPart& part, const SeriesPart& series, std::
             .errorsMinus = readNumbers(series.errors.minus)};
 }
 
-std::shared_ptr<chart::DataSeries> readSeries(const ChartPart& part, const SeriesPart& series,
+std::shared_ptr<chart::DataSeries> readSeries(const ChartMarkup& part, const SeriesMarkup& series,
                                               std::size_t count)
 {
     auto read = chart::DataSeries::create(fromCellText(series.name));
@@ -229,7 +229,7 @@ bool isDateFormat(std::string_view format)
     return false;
 }
 
-Points readXValues(const ChartPart& part, const SeriesPart& series, std::size_t count)
+Points readXValues(const ChartMarkup& part, const SeriesMarkup& series, std::size_t count)
 {
     const bool isNumber = series.categories.kind == PointSource::Kind::Number ||
                           series.categories.kind == PointSource::Kind::NumberLiteral;
@@ -242,7 +242,7 @@ Points readXValues(const ChartPart& part, const SeriesPart& series, std::size_t 
     return points;
 }
 
-Categories readCategories(const ChartPart& part, const SeriesPart& series)
+Categories readCategories(const ChartMarkup& part, const SeriesMarkup& series)
 {
     const auto& source = series.categories;
     if (source.kind == PointSource::Kind::None || source.kind == PointSource::Kind::Value) return {};
@@ -283,7 +283,7 @@ std::vector<std::string> getNames(const Categories& categories, bool is1904)
     return names;
 }
 
-ChartData readChartData(const ChartPart& part)
+ChartData readChartData(const ChartMarkup& part)
 {
     std::size_t count = 0;
     bool hasCategories = false;

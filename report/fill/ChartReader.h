@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "report/fill/ChartPart.h"
+#include "report/fill/ChartMarkup.h"
 #include "report/options/ChartData.h"
 
 namespace quillon::report {
@@ -30,7 +30,7 @@ struct Categories {
 };
 
 /// The categories of one series.
-Categories readCategories(const ChartPart& part, const SeriesPart& series);
+Categories readCategories(const ChartMarkup& part, const SeriesMarkup& series);
 /// Those that `data` asks for in a chart that had `before`. Texts that are numbers, or dates as in
 /// "2026-07-31", are so where the old ones were.
 Categories makeCategories(const ChartData& data, const Categories& before, bool is1904);
@@ -38,10 +38,10 @@ Categories makeCategories(const ChartData& data, const Categories& before, bool 
 std::vector<std::string> getNames(const Categories& categories, bool is1904);
 
 /// The x values of a series, cut or filled up to `count`; 1, 2, 3 where it has none.
-Points readXValues(const ChartPart& part, const SeriesPart& series, std::size_t count);
+Points readXValues(const ChartMarkup& part, const SeriesMarkup& series, std::size_t count);
 
 /// The data of a chart, as its caches hold it. Series that are shorter than others end in missing points.
-ChartData readChartData(const ChartPart& part);
+ChartData readChartData(const ChartMarkup& part);
 
 /// Whether the only number of a literal stands for every point, as amounts of error bars do.
 bool isForAll(const PointSource& source, const Points& points);

@@ -101,7 +101,7 @@ std::optional<CellBlock> makeRemoved(const PointSource& source)
 
 }  // namespace
 
-FillPlan::FillPlan(const ChartPart& part, const ChartData& data, const FillOptions& options)
+FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOptions& options)
     : part_(part), data_(data), options_(options)
 {
     requireFillable();

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "report/fill/ChartPart.h"
+#include "report/fill/ChartMarkup.h"
 #include "report/fill/ChartReader.h"
 #include "report/fill/FillReport.h"
 #include "report/fill/Matching.h"
@@ -32,7 +32,7 @@ struct SourcePlan {
 /// A series that the chart has from now on.
 struct SeriesPlan {
     /// Whose place, or whose look for a series that is added.
-    const SeriesPart* look = nullptr;
+    const SeriesMarkup* look = nullptr;
     bool isAdded = false;
     std::uint32_t index = 0;
     std::uint32_t order = 0;
@@ -50,13 +50,13 @@ struct SeriesPlan {
 class FillPlan {
  public:
     /// Throws: std::runtime_error that says why the chart cannot take the data.
-    FillPlan(const ChartPart& part, const ChartData& data, const FillOptions& options);
+    FillPlan(const ChartMarkup& part, const ChartData& data, const FillOptions& options);
 
-    const ChartPart& getPart() const { return part_; }
+    const ChartMarkup& getPart() const { return part_; }
     const FillOptions& getOptions() const { return options_; }
     /// In the order of the data.
     const std::vector<SeriesPlan>& getSeries() const { return series_; }
-    const std::vector<const SeriesPart*>& getRemoved() const { return removed_; }
+    const std::vector<const SeriesMarkup*>& getRemoved() const { return removed_; }
     const Categories& getCategoriesBefore() const { return categoriesBefore_; }
     const Categories& getCategories() const { return *categories_; }
     /// For each category, the old one whose formats it takes.
@@ -90,7 +90,7 @@ class FillPlan {
     void shareReferences();
     void warn(const SeriesPlan& plan, const std::string& sentence);
 
-    const ChartPart& part_;
+    const ChartMarkup& part_;
     const ChartData& data_;
     FillOptions options_;
     Categories categoriesBefore_;
@@ -101,7 +101,7 @@ class FillPlan {
     bool areCategoriesMissing_ = false;
     std::size_t pointsBefore_ = 0;
     std::vector<SeriesPlan> series_;
-    std::vector<const SeriesPart*> removed_;
+    std::vector<const SeriesMarkup*> removed_;
     FillReport report_;
 };
 

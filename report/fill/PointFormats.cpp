@@ -56,7 +56,7 @@ std::vector<Moved> moveAll(const XmlSpans& xml, const std::vector<XmlElement>& e
     return moved;
 }
 
-Places findPlaces(const ChartPart& part, const SeriesPlan& plan)
+Places findPlaces(const ChartMarkup& part, const SeriesPlan& plan)
 {
     const auto before = std::max(part.readCache(plan.look->values).getCount(),
                                  part.readCache(plan.look->categories).getCount());
@@ -102,7 +102,7 @@ class FormatRow {
     bool isExploded_;
 };
 
-void writeFormats(Edits& edits, const ChartPart& part, const SeriesPlan& plan, const Places& places,
+void writeFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Places& places,
                   const Palette& palette, UniqueIds& ids)
 {
     const auto elements = findAll(plan.look->element, "dPt");
@@ -142,7 +142,7 @@ void moveElements(Edits& edits, const XmlSpans& xml, const std::vector<XmlElemen
     if (isMoved) replaceAll(edits, xml, elements, std::move(moved));
 }
 
-void writePointFormats(Edits& edits, const ChartPart& part, const SeriesPlan& plan, const Palette& palette,
+void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Palette& palette,
                        UniqueIds& ids)
 {
     const auto places = findPlaces(part, plan);

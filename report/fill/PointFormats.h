@@ -24,7 +24,7 @@ struct Places {
 
 /// Moves the formats and labels of single points (c:dPt, c:dLbl) along with their points, drops those of
 /// points that have gone, and continues formats that every point has.
-void writePointFormats(Edits& edits, const ChartPart& part, const SeriesPlan& plan, const Palette& palette,
+void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Palette& palette,
                        UniqueIds& ids);
 
 /// Moves elements to the places of the positions that they hold, each in the attribute "val" of what

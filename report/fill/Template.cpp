@@ -8,7 +8,7 @@
 
 #include "report/fill/ChartFiller.h"
 #include "report/fill/ChartFinder.h"
-#include "report/fill/ChartPart.h"
+#include "report/fill/ChartMarkup.h"
 #include "report/fill/ChartReader.h"
 #include "report/fill/FillPlan.h"
 #include "report/fill/PartCopy.h"
@@ -26,7 +26,7 @@ struct ReadChart {
                 palette = Palette(XmlSpans(package.getPart(row.target), row.target));
     }
 
-    ChartPart part;
+    ChartMarkup part;
     Palette palette;
 };
 

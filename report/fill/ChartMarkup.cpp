@@ -1,4 +1,4 @@
-#include "report/fill/ChartPart.h"
+#include "report/fill/ChartMarkup.h"
 
 #include <algorithm>
 #include <charconv>
@@ -113,7 +113,7 @@ void appendRuns(std::string& text, const XmlElement& element)
 
 }  // namespace
 
-ChartPart::ChartPart(std::string_view bytes, const std::string& part) : xml_(bytes, part, isCache)
+ChartMarkup::ChartMarkup(std::string_view bytes, const std::string& part) : xml_(bytes, part, isCache)
 {
     const auto root = xml_.getRoot();
     if (!root.is(Ns::Chart, "chartSpace")) {
@@ -127,19 +127,19 @@ ChartPart::ChartPart(std::string_view bytes, const std::string& part) : xml_(byt
     if (problem_.empty() && series_.empty()) problem_ = "it has no series whose look new ones could take";
 }
 
-std::string ChartPart::findProblem() const
+std::string ChartMarkup::findProblem() const
 {
     const auto* problem = findProblemBelow(xml_.getRoot());
     return problem == nullptr ? std::string() : problem;
 }
 
-void ChartPart::readGroups()
+void ChartMarkup::readGroups()
 {
     for (const auto element : getPlotArea().getChildren()) {
         const auto* kind = std::find_if(groupKinds.begin(), groupKinds.end(),
                                         [&](const auto& row) { return element.is(Ns::Chart, row.element); });
         if (kind == groupKinds.end()) continue;
-        GroupPart group{element, kind, kind->name, {}};
+        GroupMarkup group{element, kind, kind->name, {}};
         for (const auto& row : namesBySetting)
             if (row.element == kind->element &&
                 element.findChild(row.setting).getAttribute("val") == row.value)
@@ -154,12 +154,12 @@ void ChartPart::readGroups()
                      [](const auto& left, const auto& right) { return left.order < right.order; });
 }
 
-void ChartPart::readSeries(const XmlElement& element, std::size_t group)
+void ChartMarkup::readSeries(const XmlElement& element, std::size_t group)
 {
     const bool hasX =
         groups_[group].kind->shape == GroupShape::Points || groups_[group].kind->shape == GroupShape::Bubbles;
     const auto position = static_cast<std::uint32_t>(series_.size());
-    SeriesPart series{
+    SeriesMarkup series{
         .element = element,
         .group = group,
         .index = readNumber(element.findChild("idx"), position),
@@ -175,7 +175,7 @@ void ChartPart::readSeries(const XmlElement& element, std::size_t group)
     series_.push_back(std::move(series));
 }
 
-PointSource ChartPart::readSource(const XmlElement& holder) const
+PointSource ChartMarkup::readSource(const XmlElement& holder) const
 {
     PointSource source{.holder = holder};
     for (const auto& row : sourceRows) {
@@ -190,7 +190,7 @@ PointSource ChartPart::readSource(const XmlElement& holder) const
     return source;
 }
 
-ErrorBars ChartPart::readErrorBars(const XmlElement& series) const
+ErrorBars ChartMarkup::readErrorBars(const XmlElement& series) const
 {
     for (const auto bars : series.getChildren()) {
         if (!bars.is(Ns::Chart, "errBars")) continue;
@@ -201,7 +201,7 @@ ErrorBars ChartPart::readErrorBars(const XmlElement& series) const
     return {};
 }
 
-std::string ChartPart::readText(const PointSource& source) const
+std::string ChartMarkup::readText(const PointSource& source) const
 {
     if (source.kind == PointSource::Kind::Value) return source.reference.getText();
     const auto points = readCache(source).read(true);
@@ -210,19 +210,19 @@ std::string ChartPart::readText(const PointSource& source) const
     return text;
 }
 
-PointCache ChartPart::readCache(const PointSource& source, std::size_t level) const
+PointCache ChartMarkup::readCache(const PointSource& source, std::size_t level) const
 {
     if (source.kind == PointSource::Kind::Value) return {};
     return {xml_, source.cache, level};
 }
 
-Points ChartPart::readPoints(const PointSource& source) const
+Points ChartMarkup::readPoints(const PointSource& source) const
 {
     if (source.kind == PointSource::Kind::Value) return {.areText = true, .texts = {readText(source)}};
     return readCache(source).read(source.isText() || source.kind == PointSource::Kind::Levels);
 }
 
-const SeriesPart* ChartPart::findCategories() const
+const SeriesMarkup* ChartMarkup::findCategories() const
 {
     for (const auto& series : series_)
         if (getShape(series) == GroupShape::Categories && series.categories.kind != PointSource::Kind::None)
@@ -230,7 +230,7 @@ const SeriesPart* ChartPart::findCategories() const
     return nullptr;
 }
 
-std::vector<std::string> ChartPart::getTypes() const
+std::vector<std::string> ChartMarkup::getTypes() const
 {
     std::vector<std::string> types;
     for (const auto& group : groups_)
@@ -238,7 +238,7 @@ std::vector<std::string> ChartPart::getTypes() const
     return types;
 }
 
-std::string ChartPart::getTitle() const
+std::string ChartMarkup::getTitle() const
 {
     const auto title = chart_.findChild("title");
     const auto text = title.findChild("tx");
@@ -251,7 +251,7 @@ std::string ChartPart::getTitle() const
     return title && series_.size() == 1 ? series_[0].name : std::string();
 }
 
-std::string ChartPart::getWorkbookId() const
+std::string ChartMarkup::getWorkbookId() const
 {
     const auto data = xml_.getRoot().findChild("externalData");
     return data.getAttribute(Ns::OfficeRelationships, "id").value_or("");

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "report/fill/ChartPart.h"
+#include "report/fill/ChartMarkup.h"
 #include "report/fill/Matching.h"
 
 namespace quillon::report {
@@ -31,7 +31,7 @@ void insertIntoSeries(Edits& edits, const XmlElement& series, std::string_view n
 
 /// Writes the content of c:cat, c:val and the like: in the caches where they hold that kind already, anew
 /// otherwise. `name` is the element's where the series has none.
-void writeSource(Edits& edits, const ChartPart& part, const XmlElement& series, std::string_view name,
+void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series, std::string_view name,
                  const PointSource& source, const SourceContent& content);
 
 }  // namespace quillon::report

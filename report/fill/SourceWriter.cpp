@@ -1,4 +1,4 @@
-#include "report/fill/SeriesMarkup.h"
+#include "report/fill/SourceWriter.h"
 
 #include <algorithm>
 #include <array>
@@ -50,7 +50,7 @@ std::string makeCount(const std::string& prefix, std::size_t count)
 /// The content of a cache, with what is kept of the old one.
 class CacheMarkup {
  public:
-    CacheMarkup(const ChartPart& part, const PointSource& source, const SourceContent& content,
+    CacheMarkup(const ChartMarkup& part, const PointSource& source, const SourceContent& content,
                 const std::string& prefix)
         : part_(part), source_(source), content_(content), prefix_(prefix), isKept_(isSameKind())
     {
@@ -121,7 +121,7 @@ class CacheMarkup {
         return extensions ? std::string(extensions.getSource()) : std::string();
     }
 
-    const ChartPart& part_;
+    const ChartMarkup& part_;
     const PointSource& source_;
     const SourceContent& content_;
     const std::string& prefix_;
@@ -149,7 +149,7 @@ void insertIntoSeries(Edits& edits, const XmlElement& series, std::string_view n
     edits.append(series, markup);
 }
 
-void writeSource(Edits& edits, const ChartPart& part, const XmlElement& series, std::string_view name,
+void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series, std::string_view name,
                  const PointSource& source, const SourceContent& content)
 {
     if (source.kind == Kind::Value && content.kind == Kind::Text) {

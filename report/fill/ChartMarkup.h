@@ -50,7 +50,7 @@ struct ErrorBars {
 };
 
 /// A c:ser element.
-struct SeriesPart {
+struct SeriesMarkup {
     XmlElement element;
     /// Position of its group.
     std::size_t group;
@@ -68,7 +68,7 @@ struct SeriesPart {
 };
 
 /// A c:barChart element or one like it.
-struct GroupPart {
+struct GroupMarkup {
     XmlElement element;
     const GroupKind* kind;
     /// "bar" and "column" share an element.
@@ -77,22 +77,22 @@ struct GroupPart {
 };
 
 /// A chart part with what a fill changes in its place.
-class ChartPart {
+class ChartMarkup {
  public:
     /// The caller keeps `bytes`. Throws: std::runtime_error when the part is no XML, or its caches cannot be
     /// read.
-    ChartPart(std::string_view bytes, const std::string& part);
+    ChartMarkup(std::string_view bytes, const std::string& part);
 
     const XmlSpans& getXml() const { return xml_; }
     /// c:chart; false without one.
     XmlElement getChart() const { return chart_; }
     XmlElement getPlotArea() const { return chart_.findChild("plotArea"); }
-    const std::vector<GroupPart>& getGroups() const { return groups_; }
+    const std::vector<GroupMarkup>& getGroups() const { return groups_; }
     /// In the order that they are shown in, that of c:order.
-    const std::vector<SeriesPart>& getSeries() const { return series_; }
-    GroupShape getShape(const SeriesPart& series) const { return groups_[series.group].kind->shape; }
+    const std::vector<SeriesMarkup>& getSeries() const { return series_; }
+    GroupShape getShape(const SeriesMarkup& series) const { return groups_[series.group].kind->shape; }
     /// The first series that runs over categories and names them; null without one.
-    const SeriesPart* findCategories() const;
+    const SeriesMarkup* findCategories() const;
     /// Whether dates count from 1904.
     bool is1904() const { return is1904_; }
     /// The kinds of the groups, each once.
@@ -119,8 +119,8 @@ class ChartPart {
     XmlSpans xml_;
     XmlElement chart_;
     bool is1904_ = false;
-    std::vector<GroupPart> groups_;
-    std::vector<SeriesPart> series_;
+    std::vector<GroupMarkup> groups_;
+    std::vector<SeriesMarkup> series_;
     std::string problem_;
 };
 
