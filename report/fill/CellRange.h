@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/Export.h"
+
 namespace quillon::report {
 
 /// A rectangle of cells, by 0-based numbers, both ends included.
@@ -41,7 +43,7 @@ std::optional<Area> parseArea(std::string_view text);
 std::string formatArea(const Area& area, bool isAbsolute = false);
 
 /// The cells of a reference, in one sheet.
-struct CellRange {
+struct QUILLON_EXPORT CellRange {
     /// As written before the cells: "'Sheet 1'!".
     std::string prefix;
     std::vector<Area> areas;
@@ -64,6 +66,6 @@ struct CellRange {
 };
 
 /// Nothing when `text` is anything but cells of one sheet.
-std::optional<CellRange> parseRange(std::string_view text);
+QUILLON_EXPORT std::optional<CellRange> parseRange(std::string_view text);
 
 }  // namespace quillon::report

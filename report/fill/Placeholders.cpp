@@ -198,7 +198,7 @@ class ChartInserter {
     Package& document_;
     const XmlSpans& xml_;
     const XmlSpans& main_;
-    const Chart& chart_;
+    Chart chart_;
     DrawingNumbers numbers_;
     /// Where the last chart stands in two copies, and its relationship, which the second copy shares.
     std::uint32_t lastCopies_ = 0;

@@ -133,7 +133,7 @@ class Filler {
     std::vector<DefinedName> names_;
     /// The text that a defined name is to have, by its position.
     std::map<std::size_t, std::string> newNames_;
-    bool hasFormulas_ = false;
+    bool needsCalculation_ = false;
     /// By series: where its cells stood, where they stand now, and whose look they take.
     std::vector<Places> before_;
     std::vector<Places> now_;
@@ -561,7 +561,7 @@ void Filler::noteNames()
 
 void Filler::saveSheet(Sheet& sheet)
 {
-    hasFormulas_ = hasFormulas_ || sheet.cells->hasFormulas() || book_.hasPart("xl/calcChain.xml");
+    const bool hasFormulas = sheet.cells->hasFormulas() || book_.hasPart("xl/calcChain.xml");
     Edits edits;
     sheet.cells->apply(edits);
     const auto& xml = sheet.cells->getXml();
@@ -580,7 +580,9 @@ void Filler::saveSheet(Sheet& sheet)
         for (auto& area : followed.areas) area = follow(area, before, now);
         if (!(followed == *range)) newNames_[i] = followed.format();
     }
-    book_.setPart(sheet.part, edits.apply(xml));
+    auto changed = edits.apply(xml);
+    needsCalculation_ = needsCalculation_ || (hasFormulas && changed != book_.getPart(sheet.part));
+    book_.setPart(sheet.part, std::move(changed));
 }
 
 /// Writes the defined names; formulas elsewhere are computed anew when the workbook is opened.
@@ -589,7 +591,7 @@ void Filler::saveMain()
     Edits edits;
     for (const auto& [index, text] : newNames_) edits.setInner(names_[index].element, escapeText(text));
     const auto calculation = main_->getRoot().findChild("calcPr");
-    if (calculation && hasFormulas_) edits.setAttribute(calculation, "fullCalcOnLoad", "1");
+    if (calculation && needsCalculation_) edits.setAttribute(calculation, "fullCalcOnLoad", "1");
     if (!edits.isEmpty()) book_.setPart(book_.getMainPart(), edits.apply(*main_));
 }
 
