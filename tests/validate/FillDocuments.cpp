@@ -33,10 +33,11 @@ ChartData vary(const ChartData& data, int change)
         auto one = chart::DataSeries::create(isOld ? (*series)[s]->getName()
                                                    : u"New & " + num2str(static_cast<double>(s)));
         const auto& points = (*series)[isOld ? s : 0]->getPoints();
-        for (std::size_t i = 0; i < resize(points.size()); ++i) {
+        if (points.empty()) one->appendPoint(1);
+        for (std::size_t i = 0; !points.empty() && i < resize(points.size()); ++i) {
             const auto& point = points[i % points.size()];
             one->appendPoint(point->getX() + static_cast<double>(i / points.size()),
-                             point->getY() * 1.25 + static_cast<double>(s));
+                             point->getY() * 0.75 + static_cast<double>(s));
         }
         varied.dataSet->appendSeries(one);
         varied.series.push_back({.sizes = data.getDetails(s).sizes});
