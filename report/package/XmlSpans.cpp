@@ -217,6 +217,17 @@ std::string escapeText(std::string_view text)
     return escape(text, false);
 }
 
+std::string unescapeText(std::string_view markup)
+{
+    std::string text;
+    for (std::size_t at = 0; at < markup.size();) {
+        const auto tag = std::min(markup.find('<', at), markup.size());
+        appendDecoded(text, markup.substr(at, tag - at));
+        at = tag == markup.size() ? tag : skipMarkup(text, markup, tag);
+    }
+    return text;
+}
+
 std::string escapeAttribute(std::string_view text)
 {
     return escape(text, true);
@@ -298,8 +309,7 @@ class XmlReader {
 
     void open(std::string_view name)
     {
-        if (++depth_ > XmlSpans::maximumDepth + 1)
-            stop("elements stand in each other deeper than 256 levels.");
+        if (++depth_ > XmlSpans::maximumDepth) stop("elements stand in each other deeper than 256 levels.");
         if (++count_ > XmlSpans::maximumElements) stop("it has more than 20,000,000 elements.");
         if (!problem_.empty() || deferredDepth_ != 0) return;
         const auto begin = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser_.get())) + offset_;
@@ -548,15 +558,7 @@ std::string_view XmlElement::getSource() const
 
 std::string XmlElement::getText() const
 {
-    std::string text;
-    if (xml_ == nullptr) return text;
-    const auto raw = xml_->getText(getInner());
-    for (std::size_t at = 0; at < raw.size();) {
-        const auto markup = std::min(raw.find('<', at), raw.size());
-        appendDecoded(text, raw.substr(at, markup - at));
-        at = markup == raw.size() ? markup : skipMarkup(text, raw, markup);
-    }
-    return text;
+    return xml_ == nullptr ? std::string() : unescapeText(xml_->getText(getInner()));
 }
 
 std::string_view XmlElement::findUri(std::string_view prefix) const

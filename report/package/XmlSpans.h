@@ -242,6 +242,8 @@ class QUILLON_EXPORT Edits {
 
 /// UTF-8 as it is written between tags; a carriage return becomes a reference.
 QUILLON_EXPORT std::string escapeText(std::string_view text);
+/// Markup between tags as text: references and CDATA resolved, tags left out.
+QUILLON_EXPORT std::string unescapeText(std::string_view markup);
 /// UTF-8 as it is written between quotes of either kind; tabs and line ends become references.
 QUILLON_EXPORT std::string escapeAttribute(std::string_view text);
 

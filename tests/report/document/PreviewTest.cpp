@@ -33,7 +33,7 @@ TEST(Preview, IsAPageThatBeginsWithTheChart)
     EXPECT_TRUE(main.ends_with(page)) << main;
     EXPECT_NE(main.find("<w:body><w:p><w:r><w:drawing>"), std::string::npos) << main;
     EXPECT_NE(main.find("cx=\"1828800\" cy=\"914400\""), std::string::npos) << main;
-    EXPECT_NE(main.find("r:id=\"chart\""), std::string::npos) << main;
+    EXPECT_NE(main.find("r:id=\"rId1\""), std::string::npos) << main;
 }
 
 TEST(Preview, NamesItsParts)
@@ -41,7 +41,7 @@ TEST(Preview, NamesItsParts)
     const auto preview = makePreview(*makeChart<chart::ColumnChart>());
     const auto relationships = readPart(preview.document, "_rels/document.xml.rels");
     EXPECT_NE(relationships.find(
-                  "<Relationship Id=\"chart\" Target=\"chart.xml\" "
+                  "<Relationship Id=\"rId1\" Target=\"chart.xml\" "
                   "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/chart\"/>"),
               std::string::npos)
         << relationships;
