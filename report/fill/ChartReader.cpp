@@ -1,4 +1,5 @@
 #include "report/fill/ChartReader.h"
+#include "report/options/NumberText.h"
 
 #include <algorithm>
 #include <array>
@@ -205,28 +206,6 @@ std::shared_ptr<chart::DataSeries> readSeries(const ChartMarkup& part, const Ser
 bool isForAll(const PointSource& source, const Points& points)
 {
     return source.isLiteral() && points.getSize() == 1;
-}
-
-bool isDateFormat(std::string_view format)
-{
-    for (std::size_t at = 0; at < format.size(); ++at) {
-        const char c = format[at];
-        if (c == ';') return false;
-        if (c == '\\' || c == '_' || c == '*') {
-            ++at;
-        } else if (c == '"') {
-            at = std::min(format.find('"', at + 1), format.size());
-        } else if (c == '[') {
-            // Elapsed time stands in brackets, as do colours and languages.
-            if (format.substr(at).starts_with("[h") || format.substr(at).starts_with("[m")) return true;
-            at = std::min(format.find(']', at), format.size());
-        } else if (std::string_view("yYmMdDhHsS").find(c) != std::string_view::npos) {
-            return true;
-        } else if (c == 'G' || c == 'g') {
-            return false;
-        }
-    }
-    return false;
 }
 
 Points readXValues(const ChartMarkup& part, const SeriesMarkup& series, std::size_t count)

@@ -3,347 +3,387 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 namespace quillon::report {
 namespace {
 
-constexpr std::array months = {"January", "February", "March",     "April",   "May",      "June",
-                               "July",    "August",   "September", "October", "November", "December"};
-constexpr std::array days = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
-constexpr std::string_view noonMark = "am/pm";
-constexpr double secondsPerDay = 86'400;
-
-/// A piece of a format code: text that stands for itself, or a letter or sign that stands for a part of the
-/// number, as often as it is repeated.
+/// A piece of a number format.
 struct Token {
-    bool isText;
+    /// 0 for text that stands as it is; otherwise the character that the piece repeats.
+    char kind;
     std::string text;
 };
+
+constexpr std::string_view dateLetters = "ymdhs";
 
 char toLower(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-bool isDateLetter(char c)
+/// The text that a piece in brackets shows: a currency, or nothing for a colour, a language or a condition.
+std::string readBrackets(std::string_view inner)
 {
-    return std::string_view("ymdhs").find(toLower(c)) != std::string_view::npos;
+    if (!inner.starts_with('$')) return {};
+    return std::string(inner.substr(1, inner.find('-') - 1));
 }
 
-/// What "[...]" shows: the currency of "[$EUR-407]", nothing for a colour or a condition.
-std::string readBracket(std::string_view inside)
-{
-    return inside.starts_with('$') ? std::string(inside.substr(1, inside.find('-') - 1)) : std::string();
-}
+class Tokenizer {
+ public:
+    explicit Tokenizer(std::string_view format) : format_(format) {}
 
-std::vector<Token> split(std::string_view code)
-{
-    std::vector<Token> tokens;
-    const auto addText = [&tokens](std::string_view text) {
-        if (!text.empty()) tokens.push_back({true, std::string(text)});
-    };
-    for (std::size_t at = 0; at < code.size(); ++at) {
-        const char c = code[at];
-        if (c == '"' || c == '[') {
-            const auto end = std::min(code.find(c == '"' ? '"' : ']', at + 1), code.size());
-            const auto inside = code.substr(at + 1, end - at - 1);
-            addText(c == '"' ? std::string(inside) : readBracket(inside));
-            at = end;
-        } else if (c == '\\' || c == '_' || c == '*') {
-            if (c != '*' && at + 1 < code.size()) addText(c == '_' ? " " : code.substr(at + 1, 1));
-            ++at;
-        } else if (std::ranges::equal(code.substr(at, 5), noonMark, {}, toLower)) {
-            tokens.push_back({false, "a"});
-            at += 4;
-        } else if (isDateLetter(c)) {
-            const auto start = at;
-            while (at + 1 < code.size() && toLower(code[at + 1]) == toLower(c)) ++at;
-            tokens.push_back({false, std::string(at - start + 1, toLower(c))});
-        } else if (std::string_view("0#?.,%").find(c) != std::string_view::npos) {
-            tokens.push_back({false, std::string(1, c)});
+    /// The pieces of each section between semicolons.
+    std::vector<std::vector<Token>> read()
+    {
+        sections_.emplace_back();
+        while (at_ < format_.size()) readToken();
+        return std::move(sections_);
+    }
+
+ private:
+    void add(char kind, std::string text) { sections_.back().push_back({kind, std::move(text)}); }
+
+    std::string_view takeTo(char end)
+    {
+        const auto begin = at_ + 1;
+        const auto found = std::min(format_.find(end, begin), format_.size());
+        at_ = std::min(found + 1, format_.size());
+        return format_.substr(begin, found - begin);
+    }
+
+    void readToken()
+    {
+        const char c = format_[at_];
+        const auto rest = format_.substr(at_);
+        if (c == '"') return add(0, std::string(takeTo('"')));
+        if (c == '[') return readBracketed(takeTo(']'));
+        if (c == '\\' || c == '_' || c == '*') return readEscape(c);
+        if (c == ';') {
+            sections_.emplace_back();
+            ++at_;
+        } else if (startsWith(rest, "am/pm") || startsWith(rest, "a/p")) {
+            add('a', "");
+            at_ += toLower(rest[1]) == 'm' ? std::size_t{5} : std::size_t{3};
+        } else if (startsWith(rest, "general")) {
+            add('g', "");
+            at_ += 7;
+        } else if ((c == 'E' || c == 'e') &&
+                   (rest.starts_with("E+") || rest.starts_with("e+") || rest.starts_with("E-"))) {
+            add('e', "");
+            at_ += 2;
         } else {
-            addText(code.substr(at, 1));
+            readRun(toLower(c));
         }
     }
-    return tokens;
-}
 
-std::vector<std::string_view> splitSections(std::string_view code)
-{
-    std::vector<std::string_view> sections;
-    bool quoted = false;
-    std::size_t start = 0;
-    for (std::size_t at = 0; at < code.size(); ++at) {
-        if (code[at] == '"') quoted = !quoted;
-        if (code[at] == '\\') ++at;
-        if (at < code.size() && code[at] == ';' && !quoted) {
-            sections.push_back(code.substr(start, at - start));
-            start = at + 1;
-        }
+    /// A letter of a date stands as often as it is repeated, a digit or sign once.
+    void readRun(char kind)
+    {
+        const bool isLetter = dateLetters.find(kind) != std::string_view::npos;
+        const bool isNumber = std::string_view("0#?.,%@").find(kind) != std::string_view::npos;
+        const auto begin = at_++;
+        while (isLetter && at_ < format_.size() && toLower(format_[at_]) == kind) ++at_;
+        add(isLetter || isNumber ? kind : '\0', std::string(format_.substr(begin, at_ - begin)));
     }
-    sections.push_back(code.substr(start));
-    return sections;
+
+    void readBracketed(std::string_view inner)
+    {
+        const char first = inner.empty() ? '\0' : toLower(inner[0]);
+        const bool isElapsed = !inner.empty() &&
+                               std::ranges::all_of(inner, [&](char c) { return toLower(c) == first; }) &&
+                               std::string_view("hms").find(first) != std::string_view::npos;
+        if (isElapsed) return add(static_cast<char>(first - 'a' + 'A'), std::string(inner));
+        add(0, readBrackets(inner));
+    }
+
+    /// A backslash lets a character stand for itself; blanks as wide as a character, and fillings, are one
+    /// blank and none.
+    void readEscape(char kind)
+    {
+        auto size = std::size_t{1};
+        while (at_ + 1 + size < format_.size() && (format_[at_ + 1 + size] & 0xC0) == 0x80) ++size;
+        const auto text = std::string(format_.substr(std::min(at_ + 1, format_.size()), size));
+        at_ = std::min(at_ + 1 + size, format_.size());
+        if (kind != '*') add(0, kind == '_' ? " " : text);
+    }
+
+    static bool startsWith(std::string_view text, std::string_view lower)
+    {
+        return text.size() >= lower.size() &&
+               std::ranges::equal(text.substr(0, lower.size()), lower, {}, [](char c) { return toLower(c); });
+    }
+
+    std::string_view format_;
+    std::size_t at_ = 0;
+    std::vector<std::vector<Token>> sections_;
+};
+
+bool has(const std::vector<Token>& tokens, std::string_view kinds)
+{
+    return std::ranges::any_of(tokens, [&](const Token& token) {
+        return token.kind != 0 && kinds.find(token.kind) != std::string_view::npos;
+    });
 }
 
 std::string formatGeneral(double number)
 {
-    std::array<char, 32> text{};
+    constexpr int digits = 11;
+    std::array<char, 40> text{};
     const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, 11);
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, digits);
+    std::string general(text.data(), end.ptr);
+    std::ranges::replace(general, 'e', 'E');
+    return general;
+}
+
+/// Decimal digits of a number that is not negative; what its 15th digit rounds up is rounded up here as well.
+std::string formatFixed(double number, int decimals)
+{
+    constexpr double lastDigit = 1e-15;
+    std::array<char, 400> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number * (1 + lastDigit),
+                                   std::chars_format::fixed, decimals);
     return {text.data(), end.ptr};
 }
 
-/// Adds one at the last digit.
-void countUp(std::string& digits)
-{
-    for (auto at = digits.size(); at-- > 0;) {
-        if (digits[at] == '.') continue;
-        if (digits[at] != '9') {
-            ++digits[at];
-            return;
-        }
-        digits[at] = '0';
-    }
-    digits.insert(0, 1, '1');
-}
-
-/// Rounds as people do, 0.125 to 0.13: by the shortest decimal text, half up. Requires: a number from 0.
-std::string formatFixed(double number, std::size_t decimals)
-{
-    std::array<char, 512> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
-    if (end.ec != std::errc()) return formatGeneral(number);
-    std::string digits(text.data(), end.ptr);
-    const auto point = digits.find('.');
-    if (point == std::string::npos) return decimals == 0 ? digits : digits + "." + std::string(decimals, '0');
-    const auto wanted = point + 1 + decimals;
-    if (digits.size() <= wanted) return digits + std::string(wanted - digits.size(), '0');
-    const bool isUp = digits[wanted] >= '5';
-    digits.resize(decimals == 0 ? point : wanted);
-    if (isUp) countUp(digits);
-    return digits;
-}
-
-void groupThousands(std::string& digits)
-{
-    const auto point = std::min(digits.find('.'), digits.size());
-    for (auto at = static_cast<std::ptrdiff_t>(point) - 3; at > 0; at -= 3)
-        digits.insert(static_cast<std::size_t>(at), 1, ',');
-}
-
-/// What the signs of a number section ask for.
-struct NumberShape {
-    int wholeDigits = 0;
-    std::size_t decimals = 0;
-    std::size_t optionalDecimals = 0;
-    bool grouped = false;
+/// What the digits of a section say about the number.
+struct Digits {
+    int whole = 0;
+    int leastDecimals = 0;
+    int decimals = 0;
+    bool isGrouped = false;
     double scale = 1;
 };
 
-NumberShape readShape(const std::vector<Token>& tokens)
+Digits readDigits(const std::vector<Token>& tokens)
 {
-    NumberShape shape;
-    bool behindPoint = false;
+    Digits digits;
+    bool isBehindPoint = false;
     int commas = 0;
     for (const auto& token : tokens) {
-        if (token.isText) continue;
-        const char c = token.text.front();
-        if (c == ',') ++commas;
-        if (c == '.') behindPoint = true;
-        if (c == '%') shape.scale *= 100;
-        if (c != '0' && c != '#' && c != '?') continue;
-        if (commas > 0 && !behindPoint) shape.grouped = true;
+        const bool isDigit = token.kind == '0' || token.kind == '#' || token.kind == '?';
+        if (token.kind == 'e') break;
+        if (token.kind == '.') isBehindPoint = true;
+        if (token.kind == '%') digits.scale *= 100;
+        if (token.kind == ',') ++commas;
+        if (!isDigit) continue;
+        // A comma between digits groups them, one behind the last divides by a thousand.
+        if (commas > 0) digits.isGrouped = true;
         commas = 0;
-        if (!behindPoint)
-            shape.wholeDigits += c == '0' ? 1 : 0;
-        else
-            shape.decimals += 1;
-        if (behindPoint) shape.optionalDecimals = c == '0' ? 0 : shape.optionalDecimals + 1;
+        if (isBehindPoint) ++digits.decimals;
+        if (isBehindPoint && token.kind == '0') digits.leastDecimals = digits.decimals;
+        if (!isBehindPoint && token.kind == '0') ++digits.whole;
     }
-    // Commas behind the last digit count in thousands.
-    for (; commas > 0; --commas) shape.scale /= 1000;
-    return shape;
-}
-
-std::string formatDigits(double number, const NumberShape& shape)
-{
-    auto digits = formatFixed(std::abs(number) * shape.scale, std::min<std::size_t>(shape.decimals, 30));
-    for (std::size_t i = 0; i < shape.optionalDecimals && digits.ends_with('0'); ++i) digits.pop_back();
-    const auto whole = std::min(digits.find('.'), digits.size());
-    if (static_cast<int>(whole) < shape.wholeDigits)
-        digits.insert(0, static_cast<std::size_t>(shape.wholeDigits) - whole, '0');
-    if (shape.wholeDigits == 0 && digits.starts_with("0.")) digits.erase(0, 1);
-    if (shape.grouped) groupThousands(digits);
-    if (shape.optionalDecimals > 0 && digits.ends_with('.')) digits.pop_back();
+    for (; commas > 0; --commas) digits.scale /= 1000;
     return digits;
 }
 
-std::string formatSection(double number, const std::vector<Token>& tokens)
+std::string group(const std::string& whole)
 {
-    const auto digits = formatDigits(number, readShape(tokens));
+    std::string grouped;
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+        if (i > 0 && (whole.size() - i) % 3 == 0) grouped += ',';
+        grouped += whole[i];
+    }
+    return grouped;
+}
+
+std::string formatDigits(double number, const Digits& digits)
+{
+    auto text = formatFixed(number * digits.scale, digits.decimals);
+    const auto point = std::min(text.find('.'), text.size());
+    auto whole = text.substr(0, point);
+    auto decimals = text.substr(std::min(point + 1, text.size()));
+    while (decimals.size() > static_cast<std::size_t>(digits.leastDecimals) && decimals.ends_with('0'))
+        decimals.pop_back();
+    if (whole == "0" && digits.whole == 0 && !decimals.empty()) whole.clear();
+    while (whole.size() < static_cast<std::size_t>(digits.whole)) whole.insert(0, 1, '0');
+    if (digits.isGrouped) whole = group(whole);
+    return decimals.empty() ? whole : whole + "." + decimals;
+}
+
+std::string formatScientific(double number, const Digits& digits)
+{
+    std::array<char, 60> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
+                                   std::chars_format::scientific, digits.decimals);
+    std::string scientific(text.data(), end.ptr);
+    std::ranges::replace(scientific, 'e', 'E');
+    return scientific;
+}
+
+/// The digits stand where the first placeholder of one does.
+std::string formatQuantity(double number, const std::vector<Token>& tokens)
+{
+    const auto digits = readDigits(tokens);
     std::string text;
-    bool isWritten = false;
+    bool isDone = false;
+    bool isExponent = false;
     for (const auto& token : tokens) {
-        const char c = token.text.front();
-        if (token.isText)
-            text += token.text;
-        else if (c == '%')
-            text += '%';
-        else if (!isWritten) {
-            text += digits;
-            isWritten = true;
-        }
+        if (token.kind == 'e') isExponent = true;
+        if (token.kind == 0 || token.kind == '%') text += token.text;
+        if (token.kind == 'g') text += formatGeneral(number);
+        if (isDone || std::string_view("0#?.").find(token.kind) == std::string_view::npos || token.kind == 0)
+            continue;
+        text +=
+            has(tokens, "e") && !isExponent ? formatScientific(number, digits) : formatDigits(number, digits);
+        isDone = true;
     }
     return text;
 }
 
 struct Moment {
-    int year;
-    unsigned month;
-    unsigned day;
+    std::chrono::year_month_day day;
     unsigned weekday;
-    unsigned hour;
-    unsigned minute;
-    unsigned second;
-    bool isAfternoon;
+    int hour;
+    int minute;
+    int second;
+    double seconds;
 };
 
-/// The civil date of a serial number, by counting eras of 400 years from 1 March.
 Moment readSerial(double serial)
 {
-    auto whole = std::floor(serial);
-    auto seconds = std::llround((serial - whole) * secondsPerDay);
-    if (seconds == static_cast<long long>(secondsPerDay)) {
-        whole += 1;
-        seconds = 0;
-    }
-    const auto days1970 = static_cast<long long>(whole) - 25'569;
-    const long long shifted = days1970 + 719'468;
-    const long long era = (shifted >= 0 ? shifted : shifted - 146'096) / 146'097;
-    const auto dayOfEra = static_cast<unsigned>(shifted - era * 146'097);
-    const unsigned yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;
-    const unsigned dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const unsigned shiftedMonth = (5 * dayOfYear + 2) / 153;
-    const unsigned month = shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9;
-    const auto second = static_cast<unsigned>(seconds);
-    return {static_cast<int>(yearOfEra + era * 400) + (month <= 2 ? 1 : 0),
-            month,
-            dayOfYear - (153 * shiftedMonth + 2) / 5 + 1,
-            static_cast<unsigned>(((days1970 + 4) % 7 + 7) % 7),
-            second / 3600,
-            second / 60 % 60,
-            second % 60,
-            second >= secondsPerDay / 2};
+    using namespace std::chrono;
+    constexpr double secondsOfDay = 86400;
+    const auto total = std::llround(serial * secondsOfDay);
+    const auto dayNumber = static_cast<int>(total / 86400 - (total % 86400 < 0 ? 1 : 0));
+    const auto rest = static_cast<int>(total - std::int64_t{dayNumber} * 86400);
+    const sys_days date = sys_days(year{1899} / December / 30) + days(dayNumber);
+    return {date, weekday(date).c_encoding(), rest / 3600, rest / 60 % 60, rest % 60, serial * secondsOfDay};
 }
 
-std::string pad(unsigned number, std::size_t digits)
+std::string pad(long long number, std::size_t width)
 {
     auto text = std::to_string(number);
-    return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
+    return text.size() < width ? std::string(width - text.size(), '0') + text : text;
 }
 
-std::string nameOf(const char* name, std::size_t letters)
+std::string formatName(std::string_view name, std::size_t letters)
 {
-    const std::string text = name;
-    if (letters == 3) return text.substr(0, 3);
-    return letters == 5 ? text.substr(0, 1) : text;
+    if (letters == 5) return std::string(name.substr(0, 1));
+    return std::string(letters == 3 ? name.substr(0, 3) : name);
 }
 
-/// Whether the letters "m" at `at` are minutes: behind hours, or before seconds.
-bool areMinutes(const std::vector<Token>& tokens, std::size_t at)
-{
-    for (auto i = at; i-- > 0;)
-        if (!tokens[i].isText && isDateLetter(tokens[i].text[0])) {
-            if (tokens[i].text[0] == 'h') return true;
-            break;
-        }
-    for (auto i = at + 1; i < tokens.size(); ++i)
-        if (!tokens[i].isText && isDateLetter(tokens[i].text[0])) return tokens[i].text[0] == 's';
-    return false;
-}
+constexpr std::array<std::string_view, 12> months = {"January",   "February", "March",    "April",
+                                                     "May",       "June",     "July",     "August",
+                                                     "September", "October",  "November", "December"};
+constexpr std::array<std::string_view, 7> weekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                      "Thursday", "Friday", "Saturday"};
 
-std::string formatDateToken(const Moment& moment, const Token& token, bool isMinutes)
-{
-    const auto letters = token.text.size();
-    switch (token.text[0]) {
-        case 'y':
-            return letters <= 2 ? pad(static_cast<unsigned>(moment.year) % 100, 2)
-                                : std::to_string(moment.year);
-        case 'm':
-            if (isMinutes) return pad(moment.minute, letters);
-            return letters <= 2 ? pad(moment.month, letters) : nameOf(months[moment.month - 1], letters);
-        case 'd':
-            return letters <= 2 ? pad(moment.day, letters) : nameOf(days[moment.weekday], letters);
-        case 'h':
-            return pad(moment.hour, letters);
-        case 'a':
-            return moment.isAfternoon ? "PM" : "AM";
-        case 's':
-            return pad(moment.second, letters);
-        default:
-            return token.text;
+class DateFormat {
+ public:
+    DateFormat(double serial, const std::vector<Token>& tokens)
+        : moment_(readSerial(serial)), tokens_(tokens), hasNoon_(has(tokens, "a"))
+    {
     }
-}
 
-std::string formatDate(double serial, const std::vector<Token>& tokens)
-{
-    auto moment = readSerial(serial);
-    const bool isHalfDay =
-        std::ranges::any_of(tokens, [](const auto& t) { return !t.isText && t.text == "a"; });
-    if (isHalfDay) moment.hour = (moment.hour + 11) % 12 + 1;
-    std::string text;
-    for (std::size_t i = 0; i < tokens.size(); ++i)
-        text += tokens[i].isText ? tokens[i].text : formatDateToken(moment, tokens[i], areMinutes(tokens, i));
-    return text;
-}
+    std::string format() const
+    {
+        std::string text;
+        for (std::size_t i = 0; i < tokens_.size(); ++i) text += formatToken(i);
+        return text;
+    }
 
-bool hasDate(const std::vector<Token>& tokens)
-{
-    return std::ranges::any_of(tokens, [](const auto& t) { return !t.isText && isDateLetter(t.text[0]); });
-}
+ private:
+    /// "m" is a minute behind an hour or before a second.
+    bool isMinute(std::size_t index) const
+    {
+        for (auto i = index; i-- > 0;)
+            if (tokens_[i].kind != 0 && tokens_[i].kind != 'a') {
+                if (tokens_[i].kind == 'h' || tokens_[i].kind == 'H') return true;
+                break;
+            }
+        for (auto i = index + 1; i < tokens_.size(); ++i)
+            if (tokens_[i].kind != 0) return tokens_[i].kind == 's';
+        return false;
+    }
 
-/// The section for a number, and whether it says itself that the number is negative.
-std::pair<std::string_view, bool> chooseSection(double number, const std::vector<std::string_view>& sections)
-{
-    if (number < 0 && sections.size() > 1) return {sections[1], true};
-    if (number == 0 && sections.size() > 2) return {sections[2], true};
-    return {sections[0], false};
-}
+    std::string formatToken(std::size_t index) const
+    {
+        const auto& [kind, text] = tokens_[index];
+        const auto width = text.size();
+        const auto wide = std::min<std::size_t>(width, 2);
+        const auto month = static_cast<unsigned>(moment_.day.month());
+        switch (kind) {
+            case 'y':
+                return width <= 2 ? pad(static_cast<int>(moment_.day.year()) % 100, 2)
+                                  : pad(static_cast<int>(moment_.day.year()), 4);
+            case 'm':
+                if (isMinute(index)) return pad(moment_.minute, wide);
+                return width >= 3 ? formatName(months.at(month - 1), width) : pad(month, wide);
+            case 'd':
+                if (width >= 3) return formatName(weekdays.at(moment_.weekday), width);
+                return pad(static_cast<unsigned>(moment_.day.day()), wide);
+            case 'h':
+                return pad(hasNoon_ ? (moment_.hour + 11) % 12 + 1 : moment_.hour, wide);
+            case 's':
+                return pad(moment_.second, wide);
+            case 'a':
+                return moment_.hour < 12 ? "AM" : "PM";
+            case 'H':
+                return pad(std::llround(std::floor(moment_.seconds / 3600)), width);
+            case 'M':
+                return pad(std::llround(std::floor(moment_.seconds / 60)), width);
+            case 'S':
+                return pad(std::llround(moment_.seconds), width);
+            default:
+                return text;
+        }
+    }
 
-bool isGeneral(std::string_view code)
+    Moment moment_;
+    const std::vector<Token>& tokens_;
+    bool hasNoon_;
+};
+
+/// Positive numbers, negative ones and zero may have sections of their own.
+const std::vector<Token>& chooseSection(double number, const std::vector<std::vector<Token>>& sections)
 {
-    constexpr std::string_view general = "general";
-    return code.empty() || std::ranges::equal(code, general, {}, toLower) ||
-           code.find("E+") != std::string_view::npos || code.find("E-") != std::string_view::npos ||
-           code.find("?/") != std::string_view::npos || code == "@";
+    if (number < 0 && sections.size() > 1) return sections[1];
+    if (number == 0 && sections.size() > 2) return sections[2];
+    return sections[0];
 }
 
 }  // namespace
 
-std::string formatNumber(double number, std::string_view code)
+std::string formatNumber(double number, std::string_view format)
 {
     if (!std::isfinite(number)) return {};
-    // The largest serial number of a date, 31 December 9999.
-    constexpr double lastDay = 2'958'465;
-    if (isDateFormat(code))
-        return number >= 0 && number < lastDay + 1 ? formatDate(number, split(splitSections(code)[0]))
-                                                   : formatGeneral(number);
-    const auto [section, saysSign] = chooseSection(number, splitSections(code));
-    if (isGeneral(section)) return formatGeneral(number);
-    const auto tokens = split(section);
-    const auto text = formatSection(number, tokens);
-    const bool showsZero = text.find_first_of("123456789") == std::string::npos;
-    return number < 0 && !saysSign && !showsZero ? "-" + text : text;
+    const auto sections = Tokenizer(format.empty() ? "General" : format).read();
+    const auto& section = chooseSection(number, sections);
+    constexpr double lastDate = 2'958'466;
+    if (has(section, "ymdhsHMS") && number >= 0 && number < lastDate)
+        return DateFormat(number, section).format();
+    if (has(section, "@")) return formatGeneral(number);
+    const bool isNegative = number < 0 && sections.size() == 1;
+    const auto text = formatQuantity(std::abs(number), section);
+    const bool showsNothing = text.find_first_of("123456789") == std::string::npos;
+    return isNegative && !showsNothing ? "-" + text : text;
 }
 
-bool isDateFormat(std::string_view code)
+bool isDateFormat(std::string_view format)
 {
-    constexpr std::string_view general = "general";
-    if (std::ranges::equal(code, general, {}, toLower)) return false;
-    return hasDate(split(splitSections(code)[0]));
+    for (std::size_t at = 0; at < format.size(); ++at) {
+        const char c = format[at];
+        if (c == ';') return false;
+        if (c == '\\' || c == '_' || c == '*') {
+            ++at;
+        } else if (c == '"') {
+            at = std::min(format.find('"', at + 1), format.size());
+        } else if (c == '[') {
+            // Elapsed time stands in brackets, as do colours and languages.
+            if (format.substr(at).starts_with("[h") || format.substr(at).starts_with("[m")) return true;
+            at = std::min(format.find(']', at), format.size());
+        } else if (std::string_view("yYmMdDhHsS").find(c) != std::string_view::npos) {
+            return true;
+        } else if (c == 'G' || c == 'g') {
+            return false;
+        }
+    }
+    return false;
 }
 
 }  // namespace quillon::report
