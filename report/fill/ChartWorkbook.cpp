@@ -56,7 +56,7 @@ std::string makeEmptyWorkbook()
 {
     const auto chart = chart::ColumnChart::create();
     chart->setDataSet(chart::DataSet::create());
-    return makeWorkbook(*chart);
+    return makeWorkbook(chart->getDataSet());
 }
 
 /// Whether any part refers to `part`.
