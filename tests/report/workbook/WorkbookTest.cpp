@@ -47,8 +47,8 @@ std::string readList(const std::string& part, const std::string& pattern)
 
 TEST(Workbook, HoldsCategoriesNamesAndValues)
 {
-    const auto workbook =
-        makeWorkbook(makeDataSet({u"a & b", u"", u" a", u"a\r"}, {{1.5, NAN, -1e-300, 0.1}, {2, 3}}));
+    const auto workbook = makeWorkbook(
+        makeDataSet({u"a & b", u"", u" a", u"a\r"}, {{1.5, NAN, -1e-300, 0.1}, {2, 3, NAN, NAN}}));
     EXPECT_EQ(readCells(workbook), "B1=#0 C1=#0 A2=#1 B2=1.5 C2=2 C3=3 A4=#2 B4=-1e-300 A5=#3 B5=0.1 ");
     EXPECT_EQ(readList(readPart(workbook, "xl/sharedStrings.xml"), "<si>(.*?)</si>"),
               "<t>&lt;North&gt;</t>|<t>a &amp; b</t>|<t xml:space=\"preserve\"> a</t>|"
