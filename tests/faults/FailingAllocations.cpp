@@ -28,8 +28,23 @@ std::atomic<long> counter = 0;
 std::atomic<long> failing = never;
 std::atomic<bool> failsBehind = false;
 
+/// From the start of the program on.
+std::atomic<long> allocationCount = 0;
+long allocationsBeforeMain = 0;
+bool isConfigured = false;
+
+/// The environment is there before main, and before the constructors of this library.
+void configureStart()
+{
+    if (isConfigured || environ == nullptr) return;
+    isConfigured = true;
+    if (const long start = readNumber("QUILLON_FAIL_START"); start > 0) failAllocation(start, false);
+}
+
 bool fails()
 {
+    configureStart();
+    ++allocationCount;
     if (!isCounting) return false;
     const long number = ++counter;
     const bool isFailing = number == failing || (failsBehind && number > failing);
@@ -44,6 +59,7 @@ int countFromMain(int count, char** arguments, char** environment)
 {
     const long from = readNumber("QUILLON_FAIL_FROM");
     startCalls();
+    allocationsBeforeMain = allocationCount.load();
     failAllocation(from > 0 ? from : readNumber("QUILLON_FAIL_AT"), from > 0);
     return realMain(count, arguments, environment);
 }
@@ -57,7 +73,7 @@ class Counts {
         const char* path = std::getenv("QUILLON_COUNTS");
         if (path == nullptr) return;
         const int file = open(path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        dprintf(file, "malloc %ld\n", counter.load());
+        dprintf(file, "start %ld\nmalloc %ld\n", allocationsBeforeMain, counter.load());
         printCalls(file);
         close(file);
     }

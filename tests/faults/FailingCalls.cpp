@@ -127,7 +127,9 @@ int openat(int folder, const char* path, int flags, ...)
 ssize_t read(int file, void* bytes, size_t size)
 {
     static const auto call = next<ssize_t(int, void*, size_t)>("read");
-    return isOurs(file) && fails("read") ? -1 : call(file, bytes, size);
+    if (!isOurs(file)) return call(file, bytes, size);
+    // So a failure finds the file half read.
+    return fails("read") ? -1 : call(file, bytes, std::min<size_t>(size, 16));
 }
 
 ssize_t write(int file, const void* bytes, size_t size)
