@@ -45,6 +45,8 @@ FAILURES = {
     "fstatat": [errno.EACCES],
     "faccessat": [errno.EROFS],
 }
+# Where a failure of the disk must be told.
+LOSSES = ("read", "write", "fsync", "renameat")
 # No room for a file without a name: it has one from the start.
 NAMED = f"access:1:{errno.ENOENT}"
 
@@ -123,6 +125,11 @@ class Report:
     def __init__(self):
         self.is_well = True
 
+    def require(self, is_well, problem):
+        if not is_well:
+            print(f"  WRONG: {problem}")
+            self.is_well = False
+
     def show(self, title, outcomes, seconds):
         """Outcomes: pairs of what was tried, and what came of it."""
         print(f"{title}: {len(outcomes)} runs, {seconds:.0f} s")
@@ -186,11 +193,17 @@ def list_failures(counts):
 def sweep_calls(workers, report, pair_count):
     """System calls fail, with and without a name for the new file, and in random pairs."""
     start = time.time()
-    single = list_failures(workers.commands[0].count())
+    counts = workers.commands[0].count()
+    single = list_failures(counts)
     named = [f"{NAMED},{failure}" for failure in single if not failure.startswith("access")]
     pairs = [",".join(random.sample(single, 2)) for _ in range(pair_count)]
     outcomes = workers.run(single + named + pairs, lambda command, task: command.run(QUILLON_FAIL_CALL=task))
     report.show("command, system calls fail", outcomes, time.time() - start)
+    report.require(counts["fsync"] == 2, "file and folder are not both made safe")
+    for failure, (outcome, _) in outcomes[: len(single)]:
+        name, number, error = failure.split(":")
+        is_loss = name in LOSSES and int(number) <= counts[name] and int(error) in (errno.EIO, errno.ENOSPC)
+        report.require(not is_loss or outcome.startswith("exit 1"), f"{failure} passes in silence")
 
 
 def kill(command, task):
@@ -226,9 +239,7 @@ def sweep_interfaces(build, report):
     result = subprocess.run([str(build / "bin/api_faults")], check=False, capture_output=True, text=True)
     print("C++ interface and face for hosts, each allocation fails:")
     print("  " + result.stdout.replace("\n", "\n  ").rstrip())
-    if result.returncode != 0:
-        print(f"  WRONG: exit {result.returncode} {result.stderr}")
-        report.is_well = False
+    report.require(result.returncode == 0, f"exit {result.returncode} {result.stderr}")
 
 
 def sweep_commands(build, report, is_full):
