@@ -81,12 +81,11 @@ std::size_t CellFormats::add(const std::string& format, const std::string& place
 std::string CellFormats::makePart() const
 {
     std::string formats;
-    std::string cells = "<xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\"/>";
+    std::string cells = R"(<xf numFmtId="0" fontId="0" fillId="0" borderId="0" xfId="0"/>)";
     for (std::size_t i = 0; i < codes_.size(); ++i) {
         const auto id = makeAttribute("numFmtId", firstFormat + i);
         formats += "<numFmt" + id + " formatCode=\"" + codes_[i] + "\"/>";
-        cells +=
-            "<xf" + id + " fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\" applyNumberFormat=\"1\"/>";
+        cells += "<xf" + id + R"( fontId="0" fillId="0" borderId="0" xfId="0" applyNumberFormat="1"/>)";
     }
     if (!codes_.empty())
         formats = "<numFmts" + makeAttribute("count", codes_.size()) + ">" + formats + "</numFmts>";
@@ -155,9 +154,8 @@ void Worksheet::writeNumber(std::size_t column, double number, std::size_t style
 std::string Worksheet::makePart(std::size_t wideColumn) const
 {
     auto part = std::string(declaration) + "<worksheet" + mainNamespace +
-                "><dimension ref=\"A1:" + letters_.back() + std::to_string(rowCount_) +
-                "\"/><sheetViews><sheetView tabSelected=\"1\" workbookViewId=\"0\"/></sheetViews>"
-                "<sheetFormatPr defaultRowHeight=\"15\"/>";
+                "><dimension ref=\"A1:" + letters_.back() + std::to_string(rowCount_) + "\"/>" +
+                workbookparts::sheetView;
     if (wideColumn != noColumn)
         part += "<cols><col" + makeAttribute("min", wideColumn + 1) + makeAttribute("max", wideColumn + 1) +
                 " width=\"18\" customWidth=\"1\"/></cols>";
