@@ -45,7 +45,8 @@ inline constexpr auto cellStyles =
     R"xml(<cellStyles count="1"><cellStyle name="Normal" xfId="0" builtinId="0"/></cellStyles>)xml";
 
 /// What stands in the sheet between its size and its columns.
-inline constexpr auto sheetView = R"xml(<sheetViews><sheetView tabSelected="1" workbookViewId="0"/></sheetViews>
+inline constexpr auto sheetView =
+    R"xml(<sheetViews><sheetView tabSelected="1" workbookViewId="0"/></sheetViews>
 <sheetFormatPr defaultRowHeight="15"/>)xml";
 
 // clang-format on
