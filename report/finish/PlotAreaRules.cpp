@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
@@ -21,8 +22,9 @@ struct Extent {
     std::u16string start;
     const char* sizeName;
     std::u16string size;
-    /// Of the chart, in EMU.
-    double chartSize;
+    /// The same direction of the chart: "width".
+    const char* chartName;
+    std::string chartSize;
 };
 
 [[noreturn]] void refuse(const char* name, const std::string& sentence)
@@ -30,21 +32,25 @@ struct Extent {
     throw ChartError(std::string("plot area, ") + name, sentence);
 }
 
+std::string describeChart(const Extent& extent)
+{
+    return std::string("the chart, whose ") + extent.chartName + " is " + extent.chartSize;
+}
+
 /// The share of the chart's size that a length has; nothing for an empty text.
-std::optional<double> readShare(const char* name, const std::u16string& text, double chartSize)
+std::optional<double> readShare(const Extent& extent, const char* name, const std::u16string& text)
 {
     if (text.empty()) return {};
     const auto utf8 = toUtf8(escapeCharacters(text));
-    double emu = 0;
+    double share = 0;
     try {
-        emu = readLength(utf8);
+        share = readLength(utf8) / readLength(extent.chartSize);
     } catch (const std::runtime_error& error) {
         refuse(name, error.what());
     }
-    if (!(emu >= 0 && emu <= chartSize))
-        refuse(name, "expected 0in to " + writeLength(chartSize) + ", the size of the chart, got \"" + utf8 +
-                         "\".");
-    return emu / chartSize;
+    if (!(share >= 0 && share <= 1))
+        refuse(name, "expected a length inside " + describeChart(extent) + ", got \"" + utf8 + "\".");
+    return share;
 }
 
 /// Both as shares of the chart's size.
@@ -57,14 +63,13 @@ struct Span {
 
 Span readSpan(const Extent& extent)
 {
-    const Span span = {readShare(extent.startName, extent.start, extent.chartSize),
-                       readShare(extent.sizeName, extent.size, extent.chartSize)};
+    const Span span = {readShare(extent, extent.startName, extent.start),
+                       readShare(extent, extent.sizeName, extent.size)};
     // Lengths in centimetres may add up to a little more than the whole.
     constexpr double whole = 1 + 1e-9;
     if (span.start && span.size && *span.start + *span.size > whole)
         refuse(extent.sizeName, "\"" + toUtf8(extent.size) + "\" from \"" + toUtf8(extent.start) +
-                                    "\" on ends outside the chart, which has " +
-                                    writeLength(extent.chartSize) + ".");
+                                    "\" on ends outside " + describeChart(extent) + ".");
     return span;
 }
 
@@ -81,8 +86,8 @@ Span complete(const Span& span, double from, double to)
 void placePlotArea(ChartPart& part, const chart::PlotArea& area)
 {
     const auto& options = part.context.options;
-    const auto across = readSpan({"X", area.getX(), "Width", area.getWidth(), readLength(options.width)});
-    const auto down = readSpan({"Y", area.getY(), "Height", area.getHeight(), readLength(options.height)});
+    const auto across = readSpan({"X", area.getX(), "Width", area.getWidth(), "width", options.width});
+    const auto down = readSpan({"Y", area.getY(), "Height", area.getHeight(), "height", options.height});
     if (!across.isSet() && !down.isSet()) return;
     const auto [x, width] = complete(across, 0.1, 0.95);
     const auto [y, height] = complete(down, part.context.chart.getTitle() ? 0.15 : 0.05, 0.85);
@@ -92,7 +97,8 @@ void placePlotArea(ChartPart& part, const chart::PlotArea& area)
     appendElement(layout, u"c:yMode", u"edge");
     const std::pair<const char16_t*, double> numbers[] = {
         {u"c:x", *x}, {u"c:y", *y}, {u"c:w", *width}, {u"c:h", *height}};
-    for (const auto& [name, number] : numbers) appendElement(layout, name, num2str(number).c_str());
+    for (const auto& [name, number] : numbers)
+        appendElement(layout, name, num2str(std::round(number * 1e9) / 1e9).c_str());
 }
 
 void shapePlotArea(ChartPart& part, const chart::PlotArea& area)

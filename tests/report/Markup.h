@@ -41,10 +41,14 @@ class Markup {
  private:
     using Elements = std::vector<const xercesc::DOMElement*>;
 
-    static void collect(const xercesc::DOMNodeList* list, Elements& found)
+    static void collect(const xercesc::DOMElement* parent, const std::u16string& name, bool deep,
+                        Elements& found)
     {
-        for (XMLSize_t i = 0; i < list->getLength(); ++i)
-            found.push_back(static_cast<const xercesc::DOMElement*>(list->item(i)));
+        for (auto* child = parent->getFirstElementChild(); child != nullptr;
+             child = child->getNextElementSibling()) {
+            if (name == child->getTagName()) found.push_back(child);
+            if (deep) collect(child, name, deep, found);
+        }
     }
 
     /// From null, all elements of the name; from an element, its children.
@@ -53,13 +57,9 @@ class Markup {
         const auto bracket = step.find('[');
         const auto name = toUtf16(step.substr(0, bracket));
         Elements found;
-        for (const auto* element : from) {
-            if (element == nullptr)
-                collect(parser_->getDocument()->getElementsByTagName(name.c_str()), found);
-            for (auto* child = element == nullptr ? nullptr : element->getFirstElementChild();
-                 child != nullptr; child = child->getNextElementSibling())
-                if (name == child->getTagName()) found.push_back(child);
-        }
+        for (const auto* element : from)
+            collect(element == nullptr ? parser_->getDocument()->getDocumentElement() : element, name,
+                    element == nullptr, found);
         if (bracket == std::string_view::npos) return found;
         const auto number = std::stoul(std::string(step.substr(bracket + 1)));
         return number <= found.size() ? Elements{found[number - 1]} : Elements{};
