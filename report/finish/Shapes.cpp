@@ -212,13 +212,6 @@ void setShape(DOMElement* properties, const ShapeSettings& settings)
         setLine(insertInOrder(properties, u"a:ln"), settings.border, resolve(settings.border.fill, white));
 }
 
-Paint findPaint(ChartPart& part, const SeriesPart& series)
-{
-    const auto settings = readShape(part, series.series.getFormat().get(), {&series});
-    const Paint standard{part.colors.get(series.index)};
-    return resolve(series, settings, standard);
-}
-
 bool isLine(const SeriesPart& series)
 {
     for (const auto* name : {u"c:lineChart", u"c:scatterChart", u"c:radarChart", u"c:stockChart"})
