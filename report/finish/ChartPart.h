@@ -20,6 +20,15 @@ struct SeriesPart {
     const chart::DataSeries& series;
 };
 
+/// The axes that a group of series stands on; null where there are none.
+struct Axes {
+    xercesc::DOMElement* category = nullptr;
+    xercesc::DOMElement* value = nullptr;
+};
+
+/// The axes that the group names. Requires: a group in its plot area.
+Axes findAxes(const xercesc::DOMElement* group);
+
 /// The chart part while it is finished: the places that the rules work on, and what they know of the chart.
 class ChartPart {
  public:

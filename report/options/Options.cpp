@@ -11,6 +11,8 @@
 #include "report/options/ColorText.h"
 #include "report/options/Enumerations.h"
 #include "report/options/Length.h"
+#include "report/options/NumberFormat.h"
+#include "report/options/OptionChecks.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -155,6 +157,11 @@ void checkLength(const OptionValue& value)
     parseLength(std::get<std::string>(value));
 }
 
+void checkFormat(const OptionValue& value)
+{
+    checkNumberFormat(std::get<std::string>(value));
+}
+
 void requireColor(const std::string& text)
 {
     if (!findColorDigits(toUtf16(text)))
@@ -237,10 +244,10 @@ constexpr std::array optionTable = {
     row<&O::valueTitle>("value-title", Axes, withAxes, "TEXT", "title of the value axis", "none"),
     row<&O::numberFormat>("number-format", Axes, everyKind, "CODE",
                           "how numbers look on axis, labels and in the workbook, as in a cell: #,##0.00",
-                          "thousands separators, as many decimals as needed"),
+                          "thousands separators, as many decimals as needed", {}, checkFormat),
     row<&O::categoryFormat>("category-format", Axes, withAxes, "CODE",
-                            "how dates or numbers look as categories, as in a cell: mmm yy",
-                            "suits the data"),
+                            "how dates or numbers look as categories, as in a cell: mmm yy", "suits the data",
+                            {}, checkFormat),
     row<&O::valueMin>("value-min", Axes, withAxes, "NUMBER", "lower end of the value axis",
                       "chosen by the word processor"),
     row<&O::valueMax>("value-max", Axes, withAxes, "NUMBER", "upper end of the value axis",
@@ -265,7 +272,8 @@ constexpr std::array optionTable = {
     row<&O::labelPosition>("label-position", Labels, everyKind, "PLACE", "where the data labels stand",
                            "chosen by the word processor"),
     row<&O::labelFormat>("label-format", Labels, everyKind, "CODE",
-                         "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format"),
+                         "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format", {},
+                         checkFormat),
 
     row<&O::gap>("gap", Series, withBars, "PERCENT",
                  "room between the bars of two categories, in percent of a bar, 0 to 500", "219", {0, 500}),
@@ -493,6 +501,7 @@ void checkOptions(const ChartOptions& options, ChartKind kind)
             throw ChartError("", std::string(option.name) + " is for " + nameKinds(option.kinds) +
                                      " charts; this is a " + findRow(kindRows, kind).name + " chart.");
     }
+    checkTogether(options, kind);
 }
 
 std::vector<std::string> splitList(const std::string& text)
