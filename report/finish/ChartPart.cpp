@@ -50,7 +50,8 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
       chart(findChild(chartSpace, u"c:chart")),
       plotArea(findChild(chart, u"c:plotArea")),
       group(findGroup(plotArea)),
-      context(chartContext)
+      context(chartContext),
+      colors(chartContext)
 {
     const auto& dataSet = *context.chart.getDataSet();
     std::size_t index = 0;
@@ -60,16 +61,47 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
     }
 }
 
+std::string Place::describe() const
+{
+    std::string text = series == nullptr ? "" : ChartPart::describe(*series);
+    const auto add = [&text](const std::string& part) {
+        if (part.empty()) return;
+        text += (text.empty() ? "" : ", ") + part;
+    };
+    if (point) add("point " + std::to_string(*point + 1));
+    add(what);
+    add(detail);
+    return text;
+}
+
 std::string ChartPart::describe(const SeriesPart& part)
 {
-    return "series " + std::to_string(part.index + 1) + " (\"" +
-           toUtf8(escapeCharacters(part.series.getName())) + "\")";
+    return describe(part.index, part.series);
+}
+
+std::string ChartPart::describe(std::size_t index, const chart::DataSeries& series)
+{
+    return "series " + std::to_string(index + 1) + " (\"" + toUtf8(escapeCharacters(series.getName())) +
+           "\")";
 }
 
 void ChartPart::warn(const std::string& place, const std::string& sentence)
 {
     const auto text = context.describe(place) + ": " + sentence;
     if (context.listener.warning && told_.insert(text).second) context.listener.warning(text);
+}
+
+void ChartPart::warn(const Place& place, const std::string& sentence)
+{
+    if (context.listener.warning) warn(place.describe(), sentence);
+}
+
+void ChartPart::warnNoColor(const Place& place, const std::u16string& text)
+{
+    if (context.listener.warning)
+        warn(place, "\"" + toUtf8(escapeCharacters(text)) +
+                        "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
+                        "255. The default is used.");
 }
 
 }  // namespace quillon::report

@@ -10,6 +10,8 @@
 namespace quillon::report {
 namespace {
 
+constexpr auto percentFormat = "0%";
+
 struct Range {
     double low = std::numeric_limits<double>::infinity();
     double high = -std::numeric_limits<double>::infinity();
@@ -118,7 +120,7 @@ std::string chooseAxisFormat(const ChartPart& part)
 {
     const auto& options = part.context.options;
     if (options.stacking == Stacking::Percent)
-        return options.numberFormat.find('%') != std::string::npos ? options.numberFormat : "0%";
+        return options.numberFormat.find('%') != std::string::npos ? options.numberFormat : percentFormat;
     for (const auto& series : part.series)
         if (const auto& own = part.context.data.getDetails(series.index).numberFormat; !own.empty())
             return own;
@@ -127,9 +129,10 @@ std::string chooseAxisFormat(const ChartPart& part)
     return makeNumberFormat(std::max(countValueDecimals(part), stepDecimals));
 }
 
-std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series)
+std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
 {
     if (!part.context.options.labelFormat.empty()) return part.context.options.labelFormat;
+    if (isShare) return percentFormat;
     const auto& own = part.context.data.getDetails(series.index).numberFormat;
     return own.empty() ? makeNumberFormat(countValueDecimals(part)) : own;
 }

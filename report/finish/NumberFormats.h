@@ -10,7 +10,7 @@ namespace quillon::report {
 /// thousands separators and the decimals that values and gridlines need. Shares are percentages.
 std::string chooseAxisFormat(const ChartPart& part);
 
-/// The same for the labels of a series; no label shows more decimals than the values need.
-std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series);
+/// The same for the labels of a series; no label shows more decimals than the values need. Shares: of slices.
+std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare);
 
 }  // namespace quillon::report

