@@ -119,7 +119,7 @@ void addTitle(DOMElement* axis, const std::u16string& text, bool isVertical)
     if (text.empty()) return;
     constexpr int upwards = -90;
     auto* title = insertInOrder(axis, u"c:title");
-    fillTextBody(appendElement(appendElement(title, u"c:tx"), u"c:rich"), isVertical ? upwards : 0, text);
+    fillText(appendElement(appendElement(title, u"c:tx"), u"c:rich"), text, isVertical ? upwards : 0);
     appendElement(title, u"c:overlay", u"0");
 }
 

@@ -45,7 +45,7 @@ void addDataTable(ChartPart& part)
 /// What has no text properties of its own takes these: legend, labels, data table, units.
 void setSizeOfTexts(ChartPart& part)
 {
-    fillTextBody(insertInOrder(part.chartSpace, u"c:txPr"), 0);
+    fillTextProperties(insertInOrder(part.chartSpace, u"c:txPr"));
 }
 
 bool isInTitle(const ChartPart& part, const xercesc::DOMNode* node)

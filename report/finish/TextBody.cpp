@@ -13,25 +13,31 @@ namespace {
 
 /// Units of the markup in a degree.
 constexpr int degree = 60'000;
+/// Hundredths of a point.
+constexpr auto plainSize = u"900";
 
-void appendDefaults(DOMElement* paragraph)
+/// The paragraph's a:defRPr.
+DOMElement* appendDefaults(DOMElement* paragraph)
 {
     auto* defaults = appendElement(appendElement(paragraph, u"a:pPr"), u"a:defRPr");
-    defaults->setAttribute(u"sz", num2str(static_cast<unsigned long>(plainSize)).c_str());
+    defaults->setAttribute(u"sz", plainSize);
+    return defaults;
+}
+
+void appendEnd(DOMElement* paragraph)
+{
+    appendElement(paragraph, u"a:endParaRPr")->setAttribute(u"lang", u"en-US");
+}
+
+void appendLine(DOMElement* body, std::u16string_view line)
+{
+    auto* paragraph = appendElement(body, u"a:p");
+    auto* defaults = appendDefaults(paragraph);
     defaults->setAttribute(u"b", u"0");
     auto* color = appendElement(appendElement(defaults, u"a:solidFill"), u"a:schemeClr", u"tx1");
     appendElement(color, u"a:lumMod", u"65000");
     appendElement(color, u"a:lumOff", u"35000");
-}
-
-void appendParagraph(DOMElement* body, std::u16string_view line)
-{
-    auto* paragraph = appendElement(body, u"a:p");
-    appendDefaults(paragraph);
-    if (line.empty()) {
-        appendElement(paragraph, u"a:endParaRPr")->setAttribute(u"lang", u"en-US");
-        return;
-    }
+    if (line.empty()) return appendEnd(paragraph);
     auto* run = appendElement(paragraph, u"a:r");
     appendElement(run, u"a:rPr")->setAttribute(u"lang", u"en-US");
     appendTextElement(run, u"a:t", std::u16string(line));
@@ -39,7 +45,16 @@ void appendParagraph(DOMElement* body, std::u16string_view line)
 
 }  // namespace
 
-void fillTextBody(DOMElement* body, int rotation, const std::u16string& text)
+void fillTextProperties(DOMElement* body)
+{
+    appendElement(body, u"a:bodyPr");
+    appendElement(body, u"a:lstStyle");
+    auto* paragraph = appendElement(body, u"a:p");
+    appendDefaults(paragraph);
+    appendEnd(paragraph);
+}
+
+void fillText(DOMElement* body, const std::u16string& text, int rotation)
 {
     auto* properties = appendElement(body, u"a:bodyPr");
     if (rotation != 0) {
@@ -49,10 +64,10 @@ void fillTextBody(DOMElement* body, int rotation, const std::u16string& text)
     appendElement(body, u"a:lstStyle");
     std::u16string_view rest = text;
     for (auto end = rest.find(u'\n'); end != std::u16string_view::npos; end = rest.find(u'\n')) {
-        appendParagraph(body, rest.substr(0, end));
+        appendLine(body, rest.substr(0, end));
         rest.remove_prefix(end + 1);
     }
-    appendParagraph(body, rest);
+    appendLine(body, rest);
 }
 
 }  // namespace quillon::report

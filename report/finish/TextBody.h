@@ -5,11 +5,11 @@
 
 namespace quillon::report {
 
-/// Of all texts but the title, in hundredths of a point.
-inline constexpr int plainSize = 900;
+/// Fills a c:txPr with the size that all texts but the title have, 9 points.
+void fillTextProperties(xercesc::DOMElement* body);
 
-/// Fills a c:txPr or c:rich: a paragraph for each line of `text`, in the grey and size of the axes' numbers.
-/// Rotation: degrees, clockwise. An empty text leaves the properties alone.
-void fillTextBody(xercesc::DOMElement* body, int rotation, const std::u16string& text = {});
+/// Fills a c:rich with a paragraph for each line of `text`, in the size and grey of the numbers of an axis.
+/// Rotation: degrees, clockwise.
+void fillText(xercesc::DOMElement* body, const std::u16string& text, int rotation);
 
 }  // namespace quillon::report

@@ -66,20 +66,30 @@ constexpr OptionForm formOf()
 }
 
 template <typename Value>
-constexpr auto makeNames()
+constexpr auto takeTexts(const char* EnumRow<Value>::*member)
 {
-    std::array<const char*, rowsOf<Value>().size()> names{};
-    for (std::size_t i = 0; i < names.size(); ++i) names[i] = rowsOf<Value>()[i].name;
-    return names;
+    std::array<const char*, rowsOf<Value>().size()> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = rowsOf<Value>()[i].*member;
+    return texts;
 }
 template <typename Value>
-constexpr auto choiceNames = makeNames<Value>();
+constexpr auto choiceNames = takeTexts<Value>(&EnumRow<Value>::name);
+template <typename Value>
+constexpr auto choiceMeanings = takeTexts<Value>(&EnumRow<Value>::meaning);
 
 template <auto Member>
 constexpr std::span<const char* const> choicesOf()
 {
     if constexpr (std::is_enum_v<ItemType<Member>>)
         return choiceNames<ItemType<Member>>;
+    else
+        return {};
+}
+template <auto Member>
+constexpr std::span<const char* const> meaningsOf()
+{
+    if constexpr (std::is_enum_v<ItemType<Member>>)
+        return choiceMeanings<ItemType<Member>>;
     else
         return {};
 }
@@ -203,6 +213,7 @@ constexpr Option row(const char* name, OptionGroup group, ChartKinds kinds, cons
             kinds,
             formOf<Member>(),
             choicesOf<Member>(),
+            meaningsOf<Member>(),
             range.minimum,
             range.maximum,
             values,
@@ -228,6 +239,7 @@ constexpr std::array optionTable = {
            Place,
            everyKind,
            OptionForm::Flag,
+           {},
            {},
            -unbounded,
            unbounded,
@@ -327,29 +339,6 @@ std::string describeNumber(const Option& option)
     return option.minimum > 0 ? what + " above 0" : what;
 }
 
-/// "true or false", "a number from 0 to 100", "low, next, high or none" ...
-std::string describeForm(const Option& option)
-{
-    switch (option.form) {
-        case OptionForm::Flag:
-            return "true or false";
-        case OptionForm::Number:
-        case OptionForm::Integer:
-            return describeNumber(option);
-        case OptionForm::Choice:
-            return joinNames(option.choices);
-        case OptionForm::Choices:
-            return "a list of " + joinNames(option.choices);
-        case OptionForm::Texts:
-            return "a list of texts";
-        case OptionForm::TextPairs:
-            return "pairs, as in North=red";
-        case OptionForm::Text:
-            break;
-    }
-    return "a text";
-}
-
 bool isChoice(const Option& option, const std::string& text)
 {
     return std::any_of(option.choices.begin(), option.choices.end(),
@@ -425,14 +414,6 @@ TextPairs readPairs(const std::string& text, const std::string& name)
     return pairs;
 }
 
-std::string nameKinds(ChartKinds kinds)
-{
-    std::vector<const char*> names;
-    for (const auto& row : kindRows)
-        if (kinds.contains(row.value)) names.push_back(row.name);
-    return joinNames(names);
-}
-
 std::string trim(const std::string& text)
 {
     const auto first = text.find_first_not_of(" \t");
@@ -441,6 +422,36 @@ std::string trim(const std::string& text)
 }
 
 }  // namespace
+
+std::string describeForm(const Option& option)
+{
+    switch (option.form) {
+        case OptionForm::Flag:
+            return "true or false";
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return describeNumber(option);
+        case OptionForm::Choice:
+            return joinNames(option.choices);
+        case OptionForm::Choices:
+            return "a list of " + joinNames(option.choices);
+        case OptionForm::Texts:
+            return "a list of texts";
+        case OptionForm::TextPairs:
+            return "pairs, as in North=red";
+        case OptionForm::Text:
+            break;
+    }
+    return "a text";
+}
+
+std::string nameKinds(ChartKinds kinds)
+{
+    std::vector<const char*> names;
+    for (const auto& row : kindRows)
+        if (kinds.contains(row.value)) names.push_back(row.name);
+    return joinNames(names);
+}
 
 std::string joinNames(std::span<const char* const> names)
 {

@@ -477,7 +477,8 @@ TEST(Legend, StandsWhereItLeavesRoom)
             makeSeries(kind, Values(isPie ? 1 : entries, std::vector<double>(isPie ? entries : 1, 1.0)));
         const std::u16string name(nameLength, u'n');
         chart->getDataSet()->setCategories(std::vector<std::u16string>(isPie ? entries : 1, name));
-        for (const auto& series : *chart->getDataSet()->getSeriesList()) series->setName(name);
+        const auto list = chart->getDataSet()->getSeriesList();
+        for (const auto& series : *list) series->setName(name);
         const auto written = write(chart, makeOptions(texts));
         EXPECT_EQ(readXPath(written.chart, "//c:legendPos/@val"), place) << entries << " entries";
         EXPECT_EQ(written.warnings, warnings) << entries << " entries";
