@@ -178,7 +178,8 @@ Paint resolve(const SeriesPart& series, const ShapeSettings& settings, const Pai
 
 bool isOutlineHidden(const ShapeSettings& settings)
 {
-    return !settings.border.isStyled() && settings.border.fill.digits == settings.fill.digits;
+    const auto& [fill, border, hasBorder] = settings;
+    return !border.isSet() || (!border.isStyled() && border.fill.digits == fill.digits);
 }
 
 void setPaint(DOMElement* properties, const Paint& paint)

@@ -6,8 +6,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "support/Text.h"
-
 namespace quillon::report {
 namespace {
 
@@ -36,11 +34,6 @@ double readLength(std::string_view text)
     for (const auto& unit : units)
         if (unit.name == unitName) return number * unit.emu;
     refuse(text, "one of the units cm, mm, in, pt after the number, as in 15cm");
-}
-
-std::string writeLength(double emu)
-{
-    return toUtf8(num2str(emu / emuPerInch)) + "in";
 }
 
 std::int64_t parseLength(std::string_view text)

@@ -5,8 +5,15 @@
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
+#include "chart/model/GradientBorderFormat.h"
+#include "chart/model/GradientFillFormat.h"
 #include "chart/model/LineChart.h"
+#include "chart/model/PatternFillFormat.h"
+#include "chart/model/PictureFillFormat.h"
 #include "chart/model/PieChart.h"
+#include "chart/model/PieChartDataSeriesFormatOptions.h"
+#include "chart/model/SolidBorderFormat.h"
+#include "chart/model/SolidFillFormat.h"
 #include "report/document/Document.h"
 
 // Writes documents with random charts, the same in every run, for the validators: random_charts FOLDER.
@@ -68,24 +75,99 @@ unsigned pickCount(unsigned maximum)
     return pick(pick(6) == 0 ? maximum + 1 : 6);
 }
 
+const std::array transparencies = {0U, 1U, 50U, 100U, 101U};
+const std::array widths = {0.5,    0.0,    0.25, 3.0,
+                           1584.0, 1584.5, -1.0, std::numeric_limits<double>::infinity()};
+
+void setFormat(chart::Format& format)
+{
+    format.setColor(pickOf(colors));
+    format.setTransparency(pickOf(transparencies));
+}
+
+std::shared_ptr<chart::FillFormat> makeFill()
+{
+    const std::array<std::shared_ptr<chart::FillFormat>, 5> kinds = {
+        nullptr, chart::SolidFillFormat::create(), chart::GradientFillFormat::create(),
+        chart::PatternFillFormat::create(), chart::PictureFillFormat::create()};
+    const auto& fill = pickOf(kinds);
+    if (fill && pick(3) > 0) setFormat(*fill);
+    return fill;
+}
+
+std::shared_ptr<chart::BorderFormat> makeBorder()
+{
+    const auto solid = chart::SolidBorderFormat::create();
+    solid->setCapType(static_cast<chart::SolidBorderCapType>(pick(3)));
+    solid->setCompoundType(static_cast<chart::SolidBorderCompoundType>(pick(5)));
+    solid->setDashType(static_cast<chart::SolidBorderDashType>(pick(8)));
+    solid->setJoinType(static_cast<chart::SolidBorderJoinType>(pick(3)));
+    const std::array<std::shared_ptr<chart::BorderFormat>, 5> kinds = {
+        nullptr, solid, solid, chart::GradientBorderFormat::create(), chart::BorderFormat::create()};
+    const auto& border = pickOf(kinds);
+    if (border && pick(3) > 0) setFormat(*border);
+    if (border) border->setWidth(pickOf(widths));
+    return border;
+}
+
 template <typename Format>
 std::shared_ptr<Format> makeFormat()
 {
     if (pick(3) == 0) return nullptr;
     auto format = Format::create(pickOf(colors), pickOf(colors));
     if (pick(8) == 0) format->getFill()->getColor()->setFromTriplet(0.1, 0.5, 1);
-    if (pick(8) == 0) format->setFill(nullptr);
-    if (pick(8) == 0) format->setBorder(nullptr);
+    if (pick(4) == 0) format->setFill(makeFill());
+    if (pick(4) == 0) format->setBorder(makeBorder());
     return format;
+}
+
+std::shared_ptr<chart::DataLabelFormat> makeLabelFormat()
+{
+    auto format = chart::DataLabelFormat::create();
+    const auto content = format->getOptions()->getContentOptions();
+    content->setContainsValue(pick(2) == 0);
+    content->setContainsCategoryName(pick(2) == 0);
+    content->setContainsSeriesName(pick(3) == 0);
+    content->setContainsLegendKey(pick(4) == 0);
+    content->setShowLeaderLines(pick(3) == 0);
+    content->setSeparator(static_cast<chart::DataLabelContentSeparator>(pick(5)));
+    if (pick(3) == 0) format->getShapeFormat()->setFill(makeFill());
+    if (pick(3) == 0) format->getShapeFormat()->setBorder(makeBorder());
+    return format;
+}
+
+std::shared_ptr<chart::PlotArea> makePlotArea()
+{
+    const auto pickLength = [](const auto& length) { return pick(3) == 0 ? u""s : length; };
+    auto area = chart::PlotArea::create(pickLength(u"0in"s), pickLength(u"0.5pt"s), pickLength(u"0.05in"s),
+                                        pickLength(u"1mm"s));
+    if (pick(2) == 0) area->getFormat()->setFill(makeFill());
+    if (pick(2) == 0) area->getFormat()->setBorder(makeBorder());
+    return area;
+}
+
+std::shared_ptr<chart::Title> makeTitle()
+{
+    auto title = chart::Title::create(u"T <&> \"\U0001F389\"\n\t"s);
+    if (pick(2) == 0) title->getText()->setColor(chart::Color::create(pickOf(colors)));
+    for (unsigned i = pick(3); i > 0; --i) {
+        const auto run = title->getText()->appendText(chart::Text::create(u" run & more "s));
+        run->setColor(pick(2) == 0 ? nullptr : chart::Color::create(pickOf(colors)));
+    }
+    return title;
 }
 
 std::shared_ptr<chart::DataSeries> makeSeries(unsigned pointCount)
 {
     auto series = chart::DataSeries::create(pickOf(texts));
     series->setFormat(makeFormat<chart::DataSeriesShapeFormat>());
+    if (pick(4) == 0) series->setLabelFormat(makeLabelFormat());
+    if (pick(8) == 0)
+        series->setFormatOptions(chart::PieChartDataSeriesFormatOptions::create(pick(101), pick(361)));
     for (unsigned i = 0; i < pointCount; ++i) {
         const auto point = series->appendPoint(pick(3) == 0 ? pickOf(values) : pick(1000) / 7.0);
         if (pick(5) == 0) point->setFormat(makeFormat<chart::DataPointShapeFormat>());
+        if (pick(8) == 0) point->setLabelFormat(makeLabelFormat());
     }
     return series;
 }
@@ -109,8 +191,27 @@ std::shared_ptr<chart::Chart> makeChart()
         chart::PieChart::create()};
     auto chart = pickOf(types);
     chart->setDataSet(makeDataSet());
-    if (pick(3) > 0) chart->setTitle(chart::Title::create(u"T <&> \"\U0001F389\"\n\t"s));
+    if (pick(3) > 0) chart->setTitle(makeTitle());
+    if (pick(3) == 0) chart->setPlotArea(makePlotArea());
     return chart;
+}
+
+report::ChartOptions makeOptions(const chart::Chart& chart)
+{
+    report::ChartOptions options;
+    options.width = pickOf(lengths);
+    options.height = pickOf(lengths);
+    options.legend = static_cast<report::Legend>(pick(6));
+    options.altText = pickOf(plainTexts);
+    options.workbook = pick(4) > 0;
+    if (pick(4) == 0) options.palette = {"red", "#00ff00", "rgb(0,0,255)"};
+    const bool hasColors =
+        chart.getDataSet()->getSeriesCount() > 0 && chart.getDataSet()->getSeries(0)->getSize() > 0;
+    if (hasColors && pick(4) == 0) options.colors = {"teal"};
+    if (dynamic_cast<const chart::PieChart*>(&chart) == nullptr) return options;
+    if (pick(2) == 0) options.startAngle = pick(361);
+    if (pick(2) == 0) options.explosion = pick(101);
+    return options;
 }
 
 report::Document makeDocument()
@@ -120,9 +221,7 @@ report::Document makeDocument()
         document.addHeading(pickOf(plainTexts), static_cast<int>(1 + pick(9)));
         document.addParagraph(pickOf(plainTexts));
         const auto chart = makeChart();
-        // Braces take their numbers in order.
-        document.addChart(chart, {pickOf(lengths), pickOf(lengths), static_cast<report::Legend>(pick(6)),
-                                  pickOf(plainTexts), pick(4) > 0});
+        document.addChart(chart, makeOptions(*chart));
     }
     return document;
 }
