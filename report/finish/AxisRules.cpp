@@ -29,7 +29,7 @@ void orderCategories(ChartPart& part)
 {
     const bool isBar = part.context.kind == ChartKind::Bar;
     if (isBar == part.context.options.reverse) return;
-    const auto axes = findAxes(part.group);
+    const auto& axes = part.axes;
     replaceInOrder(findChild(axes.category, u"c:scaling"), u"c:orientation", u"maxMin");
     replaceInOrder(axes.value, u"c:crosses", u"max");
 }
@@ -37,7 +37,7 @@ void orderCategories(ChartPart& part)
 void limitValues(ChartPart& part)
 {
     const auto& options = part.context.options;
-    auto* axis = findAxes(part.group).value;
+    auto* axis = part.axes.value;
     auto* scaling = findChild(axis, u"c:scaling");
     if (options.valueMin) replaceInOrder(scaling, u"c:min", toText(*options.valueMin).c_str());
     if (options.valueMax) replaceInOrder(scaling, u"c:max", toText(*options.valueMax).c_str());
@@ -62,7 +62,7 @@ void makeValuesLogarithmic(ChartPart& part)
     const auto& base = part.context.options.log;
     if (!base) return;
     for (const auto& series : part.series) requirePositiveValues(series);
-    const auto axes = findAxes(part.group);
+    const auto& axes = part.axes;
     replaceInOrder(findChild(axes.value, u"c:scaling"), u"c:logBase", toText(*base).c_str());
     replaceInOrder(axes.category, u"c:crosses", u"min");
 }
@@ -70,7 +70,7 @@ void makeValuesLogarithmic(ChartPart& part)
 void countInUnits(ChartPart& part)
 {
     if (!part.context.options.units) return;
-    auto* units = insertInOrder(findAxes(part.group).value, u"c:dispUnits");
+    auto* units = insertInOrder(part.axes.value, u"c:dispUnits");
     appendElement(units, u"c:builtInUnit", findRow(unitsRows, *part.context.options.units).token);
     appendElement(appendElement(units, u"c:dispUnitsLbl"), u"c:layout");
 }
@@ -80,7 +80,7 @@ void countInUnits(ChartPart& part)
 void drawGridlines(ChartPart& part)
 {
     const auto wanted = part.context.options.gridlines.value_or(Gridlines::Value);
-    const auto axes = findAxes(part.group);
+    const auto& axes = part.axes;
     auto* lines = findChild(axes.value, u"c:majorGridlines");
     if (wanted == Gridlines::Category || wanted == Gridlines::Both)
         insertInOrder(axes.category, static_cast<DOMElement*>(lines->cloneNode(true)));
@@ -93,7 +93,7 @@ void drawGridlines(ChartPart& part)
 void placeCategoryLabels(ChartPart& part)
 {
     const auto place = part.context.options.tickLabels.value_or(TickLabels::Low);
-    replaceInOrder(findAxes(part.group).category, u"c:tickLblPos", findRow(tickLabelsRows, place).token);
+    replaceInOrder(part.axes.category, u"c:tickLblPos", findRow(tickLabelsRows, place).token);
 }
 
 void turnCategoryLabels(ChartPart& part)
@@ -102,8 +102,7 @@ void turnCategoryLabels(ChartPart& part)
     if (!rotation) return;
     constexpr double degree = 60'000;
     const auto turn = std::to_string(std::lround(-*rotation * degree));
-    findPath(findAxes(part.group).category, {u"c:txPr", u"a:bodyPr"})
-        ->setAttribute(u"rot", toUtf16(turn).c_str());
+    findPath(part.axes.category, {u"c:txPr", u"a:bodyPr"})->setAttribute(u"rot", toUtf16(turn).c_str());
 }
 
 void thinOutCategoryLabels(ChartPart& part)
@@ -111,7 +110,7 @@ void thinOutCategoryLabels(ChartPart& part)
     const auto& interval = part.context.options.tickInterval;
     if (!interval) return;
     const auto count = num2str(static_cast<unsigned long>(*interval));
-    replaceInOrder(findAxes(part.group).category, u"c:tickLblSkip", count.c_str());
+    replaceInOrder(part.axes.category, u"c:tickLblSkip", count.c_str());
 }
 
 void addTitle(DOMElement* axis, const std::u16string& text, bool isVertical)
@@ -126,7 +125,7 @@ void addTitle(DOMElement* axis, const std::u16string& text, bool isVertical)
 void nameAxes(ChartPart& part)
 {
     const auto& options = part.context.options;
-    const auto axes = findAxes(part.group);
+    const auto& axes = part.axes;
     const bool isBar = part.context.kind == ChartKind::Bar;
     addTitle(axes.category, readXmlText(options.categoryTitle, "category-title"), isBar);
     addTitle(axes.value, readXmlText(options.valueTitle, "value-title"), !isBar);

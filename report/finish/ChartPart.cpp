@@ -50,6 +50,7 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
       chart(findChild(chartSpace, u"c:chart")),
       plotArea(findChild(chart, u"c:plotArea")),
       group(findGroup(plotArea)),
+      axes(findAxes(group)),
       context(chartContext),
       colors(chartContext)
 {

@@ -71,6 +71,8 @@ class ChartPart {
     xercesc::DOMElement* const plotArea;
     /// c:barChart, c:lineChart or c:pieChart.
     xercesc::DOMElement* const group;
+    /// Of that group.
+    const Axes axes;
     std::vector<SeriesPart> series;
     const ChartContext& context;
     const StandardColors colors;

@@ -20,7 +20,7 @@ void setFormat(DOMElement* axis, const std::string& format, const char* option)
 
 void formatValueAxis(ChartPart& part)
 {
-    setFormat(findAxes(part.group).value, chooseAxisFormat(part), "number-format");
+    setFormat(part.axes.value, chooseAxisFormat(part), "number-format");
 }
 
 /// A format of texts would show nothing.
@@ -30,7 +30,7 @@ void formatCategoryAxis(ChartPart& part)
     if (data.categoryFormat.empty()) return;
     if (data.categoryValues.empty())
         return part.warn("", "category-format is for categories that are dates or numbers; these are texts.");
-    setFormat(findAxes(part.group).category, data.categoryFormat, "category-format");
+    setFormat(part.axes.category, data.categoryFormat, "category-format");
 }
 
 /// Without a format of its own a series stays General, as its cells.

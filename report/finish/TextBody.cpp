@@ -24,11 +24,6 @@ DOMElement* appendDefaults(DOMElement* paragraph)
     return defaults;
 }
 
-void appendEnd(DOMElement* paragraph)
-{
-    appendElement(paragraph, u"a:endParaRPr")->setAttribute(u"lang", u"en-US");
-}
-
 void appendLine(DOMElement* body, std::u16string_view line)
 {
     auto* paragraph = appendElement(body, u"a:p");
@@ -37,7 +32,7 @@ void appendLine(DOMElement* body, std::u16string_view line)
     auto* color = appendElement(appendElement(defaults, u"a:solidFill"), u"a:schemeClr", u"tx1");
     appendElement(color, u"a:lumMod", u"65000");
     appendElement(color, u"a:lumOff", u"35000");
-    if (line.empty()) return appendEnd(paragraph);
+    if (line.empty()) return;
     auto* run = appendElement(paragraph, u"a:r");
     appendElement(run, u"a:rPr")->setAttribute(u"lang", u"en-US");
     appendTextElement(run, u"a:t", std::u16string(line));
@@ -48,10 +43,7 @@ void appendLine(DOMElement* body, std::u16string_view line)
 void fillTextProperties(DOMElement* body)
 {
     appendElement(body, u"a:bodyPr");
-    appendElement(body, u"a:lstStyle");
-    auto* paragraph = appendElement(body, u"a:p");
-    appendDefaults(paragraph);
-    appendEnd(paragraph);
+    appendDefaults(appendElement(body, u"a:p"));
 }
 
 void fillText(DOMElement* body, const std::u16string& text, int rotation)
@@ -61,7 +53,6 @@ void fillText(DOMElement* body, const std::u16string& text, int rotation)
         properties->setAttribute(u"rot", toUtf16(std::to_string(rotation * degree)).c_str());
         properties->setAttribute(u"vert", u"horz");
     }
-    appendElement(body, u"a:lstStyle");
     std::u16string_view rest = text;
     for (auto end = rest.find(u'\n'); end != std::u16string_view::npos; end = rest.find(u'\n')) {
         appendLine(body, rest.substr(0, end));
