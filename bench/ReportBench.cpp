@@ -120,8 +120,10 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
         chart->getDOCXWriter()->createChartDOMDocContent(doc.get());
     });
     const report::ChartOptions options;
+    const report::ChartData data;
+    const report::Listener listener;
     stages.finishing += seconds([&] {
-        report::finishChartPart(doc.get(), {*chart, options, 1, 1, 1, u"rId1", nullptr});
+        report::finishChartPart(doc.get(), {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
     });
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "report/fill/FillPlan.h"
+#include "report/package/XmlSpans.h"
+
+namespace quillon::report {
+
+/// Makes category axes into axes of dates, or back, where the new categories are dates and the old ones were
+/// not, or the other way round. An axis that its author has declared one of texts stays one.
+void writeCategoryAxes(Edits& edits, const FillPlan& plan);
+
+}  // namespace quillon::report

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/Export.h"
+
+namespace quillon::report {
+
+/// A rectangle of cells, by 0-based numbers, both ends included.
+struct Area {
+    std::uint32_t top = 0;
+    std::uint32_t left = 0;
+    std::uint32_t bottom = 0;
+    std::uint32_t right = 0;
+
+    bool operator==(const Area& other) const = default;
+    std::uint32_t getHeight() const { return bottom - top + 1; }
+    std::uint32_t getWidth() const { return right - left + 1; }
+    bool contains(std::uint32_t row, std::uint32_t column) const
+    {
+        return row >= top && row <= bottom && column >= left && column <= right;
+    }
+    bool contains(const Area& other) const
+    {
+        return contains(other.top, other.left) && contains(other.bottom, other.right);
+    }
+    bool overlaps(const Area& other) const
+    {
+        return top <= other.bottom && other.top <= bottom && left <= other.right && other.left <= right;
+    }
+    /// The smallest area that holds both.
+    Area join(const Area& other) const;
+};
+
+/// "B2:B7" or "$B$2", as in a sheet; a whole column or row reaches to the sheet's end. Nothing when it is
+/// none.
+std::optional<Area> parseArea(std::string_view text);
+std::string formatArea(const Area& area, bool isAbsolute = false);
+
+/// The cells of a reference, in one sheet.
+struct QUILLON_EXPORT CellRange {
+    /// As written before the cells: "'Sheet 1'!".
+    std::string prefix;
+    std::vector<Area> areas;
+    bool hasParentheses = false;
+    /// Whether values follow each other to the right; otherwise down.
+    bool isRow = false;
+
+    bool operator==(const CellRange& other) const { return prefix == other.prefix && areas == other.areas; }
+    /// The name of the sheet, without quotes.
+    std::string getSheet() const;
+    /// How many values there are in a line, and how many lines stand beside each other.
+    std::size_t getLength() const;
+    std::size_t getLineCount() const;
+    /// The range for as many values, at least one: cut, or with its last area continued.
+    CellRange resize(std::size_t length) const;
+    /// The last `count` lines of an only area.
+    CellRange keepLines(std::size_t count) const;
+    CellRange shift(std::int64_t rows, std::int64_t columns) const;
+    std::string format() const;
+};
+
+/// Nothing when `text` is anything but cells of one sheet.
+QUILLON_EXPORT std::optional<CellRange> parseRange(std::string_view text);
+
+}  // namespace quillon::report

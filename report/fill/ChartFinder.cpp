@@ -1,0 +1,216 @@
+#include "report/fill/ChartFinder.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <utility>
+
+namespace quillon::report {
+namespace {
+
+/// The parts with running text, by the relationships that lead to them from the main part.
+constexpr std::array<std::string_view, 5> textKinds = {"header", "footer", "footnotes", "endnotes",
+                                                       "comments"};
+
+bool isChart(const XmlElement& element)
+{
+    return element.getName() == "chart" && (element.getNs() == Ns::Chart || element.getNs() == Ns::ChartEx);
+}
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// What stands around a place in the text.
+struct Surroundings {
+    std::string place;
+    std::vector<std::string> tags = {};
+    /// wp:docPr, or the same of a member of a group.
+    XmlElement properties = {};
+};
+
+/// Walks through one part.
+class PartWalk {
+ public:
+    PartWalk(const XmlSpans& xml, const std::string& part, std::vector<Relationship> relationships)
+        : xml_(xml), part_(part), relationships_(std::move(relationships))
+    {
+    }
+
+    std::vector<ChartDrawing> walk(const std::string& place)
+    {
+        visit(xml_.getRoot(), {.place = place});
+        return std::move(found_);
+    }
+
+ private:
+    void visit(const XmlElement& element, Surroundings around)
+    {
+        if (element.is(Ns::MarkupCompatibility, "AlternateContent"))
+            return visitAlternatives(element, around);
+        if (element.is(Ns::Word, "bookmarkStart")) openBookmark(element);
+        if (element.is(Ns::Word, "bookmarkEnd"))
+            bookmarks_.erase(element.getAttribute(Ns::Word, "id").value_or(""));
+        if (isChart(element) && element.findAttribute(Ns::OfficeRelationships, "id"))
+            addChart(element, around);
+        if (element.is(Ns::Office, "OLEObject")) addObject(element, around);
+        enter(element, around);
+        for (const auto child : element.getChildren()) visit(child, around);
+    }
+
+    static void enter(const XmlElement& element, Surroundings& around)
+    {
+        const auto name = element.getName();
+        if (element.is(Ns::Word, "tbl")) around.place += ", table";
+        if (element.is(Ns::Word, "txbxContent")) around.place += ", text box";
+        if (element.is(Ns::WordGroup, "wgp") || element.is(Ns::WordCanvas, "wpc")) around.place += ", group";
+        if (element.is(Ns::Word, "sdt")) addTags(element.findChild("sdtPr"), around.tags);
+        if (!isOneOf(name, {"inline", "anchor", "graphicFrame"})) return;
+        for (const auto child : element.getChildren())
+            if (isOneOf(child.getName(), {"docPr", "cNvPr"})) around.properties = child;
+    }
+
+    static void addTags(const XmlElement& properties, std::vector<std::string>& tags)
+    {
+        for (const auto* name : {"tag", "alias"})
+            if (const auto tag = properties.findChild(name).getAttribute(Ns::Word, "val"))
+                tags.push_back(*tag);
+    }
+
+    void openBookmark(const XmlElement& element)
+    {
+        const auto name = element.getAttribute(Ns::Word, "name").value_or("");
+        // Those that begin so are the word processor's own.
+        if (!name.starts_with('_')) bookmarks_[element.getAttribute(Ns::Word, "id").value_or("")] = name;
+    }
+
+    /// The branches hold the same in different words: what they show is one.
+    void visitAlternatives(const XmlElement& element, const Surroundings& around)
+    {
+        auto before = std::exchange(found_, {});
+        std::vector<ChartDrawing> shown;
+        for (const auto branch : element.getChildren()) {
+            found_.clear();
+            for (const auto child : branch.getChildren()) visit(child, around);
+            if (shown.empty())
+                shown = std::move(found_);
+            else
+                for (std::size_t i = 0; i < std::min(shown.size(), found_.size()); ++i)
+                    addCopy(shown[i], found_[i]);
+        }
+        found_ = std::move(before);
+        found_.insert(found_.end(), std::make_move_iterator(shown.begin()),
+                      std::make_move_iterator(shown.end()));
+    }
+
+    static void addCopy(ChartDrawing& drawing, const ChartDrawing& copy)
+    {
+        const auto append = [](auto& to, const auto& from) { to.insert(to.end(), from.begin(), from.end()); };
+        append(drawing.relationshipIds, copy.relationshipIds);
+        append(drawing.positions, copy.positions);
+        for (const auto& part : copy.chartParts)
+            if (std::find(drawing.chartParts.begin(), drawing.chartParts.end(), part) ==
+                drawing.chartParts.end())
+                drawing.chartParts.push_back(part);
+    }
+
+    ChartDrawing& add(const Surroundings& around)
+    {
+        ChartDrawing drawing{.part = part_};
+        if (around.properties) {
+            drawing.name = around.properties.getAttribute("name").value_or("");
+            drawing.description = around.properties.getAttribute("descr").value_or("");
+            drawing.title = around.properties.getAttribute("title").value_or("");
+        }
+        drawing.tags = around.tags;
+        for (const auto& [id, name] : bookmarks_) drawing.bookmarks.push_back(name);
+        drawing.place = around.place;
+        return found_.emplace_back(std::move(drawing));
+    }
+
+    void addChart(const XmlElement& element, const Surroundings& around)
+    {
+        auto& drawing = add(around);
+        const auto id = element.getAttribute(Ns::OfficeRelationships, "id").value_or("");
+        const auto target =
+            std::find_if(relationships_.begin(), relationships_.end(),
+                         [&](const Relationship& row) { return row.id == id && !row.isExternal; });
+        if (element.getNs() == Ns::ChartEx)
+            drawing.problem =
+                "it is of a kind of 2016 (waterfall, histogram, treemap ...), whose markup is another";
+        else if (target == relationships_.end())
+            drawing.problem = "its part is missing";
+        drawing.relationshipIds = {id};
+        drawing.positions = {position_++};
+        if (target != relationships_.end()) drawing.chartParts = {target->target};
+    }
+
+    void addObject(const XmlElement& element, const Surroundings& around)
+    {
+        const auto program = element.getAttribute("ProgID").value_or("");
+        if (program.find("Chart") == std::string::npos) return;
+        add(around).problem = "it is an embedded object (" + program + "), a picture to a word processor";
+    }
+
+    const XmlSpans& xml_;
+    const std::string& part_;
+    std::vector<Relationship> relationships_;
+    std::map<std::string, std::string> bookmarks_;
+    std::vector<ChartDrawing> found_;
+    std::size_t position_ = 0;
+};
+
+void collectChartIds(const XmlElement& element, std::vector<Span>& ids)
+{
+    if (isChart(element))
+        if (const auto id = element.findAttribute(Ns::OfficeRelationships, "id")) ids.push_back(*id);
+    for (const auto child : element.getChildren()) collectChartIds(child, ids);
+}
+
+/// Whether the part refers to anything that may be a chart; most do not, and are not read.
+bool mayHoldCharts(const std::vector<Relationship>& relationships)
+{
+    return std::any_of(relationships.begin(), relationships.end(), [](const Relationship& row) {
+        return isOneOf(row.getKind(), {"chart", "chartEx", "oleObject"});
+    });
+}
+
+}  // namespace
+
+std::vector<std::pair<std::string, std::string>> findTextParts(const Package& document)
+{
+    std::vector<std::pair<std::string, std::string>> parts = {{document.getMainPart(), "body"}};
+    const auto relationships = document.getRelationships(document.getMainPart());
+    for (const auto kind : textKinds)
+        for (const auto& row : relationships)
+            if (row.getKind() == kind && !row.isExternal && document.hasPart(row.target))
+                parts.emplace_back(row.target, kind);
+    return parts;
+}
+
+std::vector<ChartDrawing> findCharts(const Package& document)
+{
+    std::vector<ChartDrawing> drawings;
+    for (const auto& [part, place] : findTextParts(document)) {
+        auto relationships = document.getRelationships(part);
+        if (!mayHoldCharts(relationships)) continue;
+        const XmlSpans xml(document.getPart(part), part);
+        auto found = PartWalk(xml, part, std::move(relationships)).walk(place);
+        drawings.insert(drawings.end(), std::make_move_iterator(found.begin()),
+                        std::make_move_iterator(found.end()));
+    }
+    for (auto& drawing : drawings)
+        if (drawing.problem.empty() && !document.hasPart(drawing.chartParts[0]))
+            drawing.problem = "its part is missing";
+    return drawings;
+}
+
+std::vector<Span> findChartIds(const XmlSpans& xml)
+{
+    std::vector<Span> ids;
+    collectChartIds(xml.getRoot(), ids);
+    return ids;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,232 @@
+#include "report/fill/DocumentText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quillon::report {
+namespace {
+
+constexpr std::string_view opening = "{{";
+constexpr std::string_view closing = "}}";
+/// Stands in the text of a paragraph for what is no text.
+constexpr char object = '\x01';
+
+/// What surrounds runs without changing what they show.
+constexpr std::array<std::string_view, 11> containers = {"r",         "hyperlink", "ins",        "moveTo",
+                                                         "smartTag",  "sdt",       "sdtContent", "fldSimple",
+                                                         "customXml", "dir",       "bdo"};
+/// What shows nothing.
+constexpr std::array<std::string_view, 24> invisible = {"pPr",
+                                                        "rPr",
+                                                        "proofErr",
+                                                        "bookmarkStart",
+                                                        "bookmarkEnd",
+                                                        "permStart",
+                                                        "permEnd",
+                                                        "del",
+                                                        "moveFrom",
+                                                        "instrText",
+                                                        "delText",
+                                                        "delInstrText",
+                                                        "fldChar",
+                                                        "sdtPr",
+                                                        "sdtEndPr",
+                                                        "smartTagPr",
+                                                        "customXmlPr",
+                                                        "lastRenderedPageBreak",
+                                                        "commentRangeStart",
+                                                        "commentRangeEnd",
+                                                        "moveFromRangeStart",
+                                                        "moveFromRangeEnd",
+                                                        "moveToRangeStart",
+                                                        "moveToRangeEnd"};
+
+template <typename Names>
+bool isOneOf(const XmlElement& element, const Names& names)
+{
+    return element.getNs() == Ns::Word && std::ranges::find(names, element.getName()) != names.end();
+}
+
+std::string trim(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\n\r";
+    const auto begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos) return {};
+    return std::string(text.substr(begin, text.find_last_not_of(blanks) + 1 - begin));
+}
+
+bool isName(std::string_view text)
+{
+    return !text.empty() && text.find_first_of("{}\x01\n") == std::string_view::npos;
+}
+
+void findParagraphs(const XmlElement& parent, std::vector<XmlElement>& found)
+{
+    for (const auto child : parent.getChildren()) {
+        if (child.is(Ns::Word, "p")) found.push_back(child);
+        findParagraphs(child, found);
+    }
+}
+
+/// Text as the content of a w:t element, which tabs and line ends interrupt.
+std::string makeTextMarkup(const std::string& text, const std::string& prefix)
+{
+    std::string markup;
+    for (std::size_t at = 0; at <= text.size();) {
+        const auto end = std::min(text.find_first_of("\t\r\n", at), text.size());
+        markup += escapeText(std::string_view(text).substr(at, end - at));
+        if (end == text.size()) break;
+        markup += "</" + prefix + "t><" + prefix + (text[end] == '\t' ? "tab" : "br") + "/><" + prefix +
+                  "t xml:space=\"preserve\">";
+        at = text.compare(end, 2, "\r\n") == 0 ? end + 2 : end + 1;
+    }
+    return markup;
+}
+
+/// Gives a w:t element a text whose blanks count.
+void setText(const XmlElement& element, const std::string& text, Edits& edits)
+{
+    const std::string prefix(element.getPrefix());
+    edits.replace(element.getOuter(), "<" + prefix + "t xml:space=\"preserve\">" +
+                                          makeTextMarkup(text, prefix) + "</" + prefix + "t>");
+}
+
+}  // namespace
+
+std::vector<std::string> getTextParts(const Package& document)
+{
+    constexpr std::array<std::string_view, 5> kinds = {"header", "footer", "footnotes", "endnotes",
+                                                       "comments"};
+    std::vector<std::string> parts = {document.getMainPart()};
+    for (const auto& relationship : document.getRelationships(document.getMainPart())) {
+        const bool isText = std::ranges::find(kinds, relationship.getKind()) != kinds.end();
+        const bool isKnown = std::ranges::find(parts, relationship.target) != parts.end();
+        if (isText && !isKnown && !relationship.isExternal && document.hasPart(relationship.target))
+            parts.push_back(relationship.target);
+    }
+    return parts;
+}
+
+ParagraphText::ParagraphText(const XmlElement& paragraph) : paragraph_(paragraph)
+{
+    collect(paragraph);
+}
+
+void ParagraphText::collect(const XmlElement& parent)
+{
+    for (const auto child : parent.getChildren()) {
+        if (child.is(Ns::Word, "t")) {
+            pieces_.push_back({child, text_.size(), child.getText()});
+            text_ += pieces_.back().text;
+        } else if (isOneOf(child, containers)) {
+            collect(child);
+        } else if (child.is(Ns::Word, "tab")) {
+            text_ += '\t';
+        } else if (!isOneOf(child, invisible)) {
+            text_ += child.is(Ns::Word, "br") ? '\n' : object;
+        }
+    }
+}
+
+std::vector<TextMatch> ParagraphText::findPlaceholders() const
+{
+    std::vector<TextMatch> matches;
+    for (std::size_t at = 0; (at = text_.find(opening, at)) != std::string::npos;) {
+        const auto end = text_.find(closing, at + opening.size());
+        if (end == std::string::npos) break;
+        const auto inner =
+            trim(std::string_view(text_).substr(at + opening.size(), end - at - opening.size()));
+        if (!isName(inner)) {
+            ++at;
+            continue;
+        }
+        matches.push_back({inner, at, end + closing.size()});
+        at = matches.back().end;
+    }
+    return matches;
+}
+
+bool ParagraphText::isAlone(const TextMatch& match) const
+{
+    return trim(text_) == text_.substr(match.begin, match.end - match.begin);
+}
+
+bool ParagraphText::isBare() const
+{
+    for (const auto child : paragraph_.getChildren()) {
+        if (child.is(Ns::Word, "pPr") && child.findChild("sectPr")) return false;
+        if (child.is(Ns::Word, "pPr") || child.is(Ns::Word, "proofErr")) continue;
+        if (!child.is(Ns::Word, "r")) return false;
+        for (const auto content : child.getChildren())
+            if (!content.is(Ns::Word, "t") && !content.is(Ns::Word, "rPr") &&
+                !content.is(Ns::Word, "lastRenderedPageBreak"))
+                return false;
+    }
+    return true;
+}
+
+XmlElement ParagraphText::getRun(const TextMatch& match) const
+{
+    XmlElement run;
+    for (const auto& piece : pieces_)
+        if (piece.begin <= match.begin) run = piece.element.findAncestor(Ns::Word, "r");
+    return run;
+}
+
+std::size_t ParagraphText::replace(const std::string& name, const std::string& replacement,
+                                   Edits& edits) const
+{
+    auto matches = findPlaceholders();
+    std::erase_if(matches, [&](const TextMatch& match) { return match.name != name; });
+    replace(matches, replacement, edits);
+    return matches.size();
+}
+
+void ParagraphText::remove(const TextMatch& match, Edits& edits) const
+{
+    replace({match}, "", edits);
+}
+
+/// Each piece keeps what lies outside of the matches; that in which a match begins gets the replacement.
+void ParagraphText::replace(const std::vector<TextMatch>& matches, const std::string& replacement,
+                            Edits& edits) const
+{
+    for (const auto& piece : pieces_) {
+        std::string text;
+        std::size_t at = piece.begin;
+        const auto end = piece.begin + piece.text.size();
+        for (const auto& match : matches) {
+            if (match.end <= at || match.begin >= end) continue;
+            if (match.begin >= at) text += text_.substr(at, match.begin - at);
+            if (match.begin >= piece.begin) text += replacement;
+            at = std::min(match.end, end);
+        }
+        if (at == piece.begin) continue;
+        text += text_.substr(at, end - at);
+        setText(piece.element, text, edits);
+    }
+}
+
+std::vector<XmlElement> findParagraphs(const XmlElement& root)
+{
+    std::vector<XmlElement> found;
+    findParagraphs(root, found);
+    return found;
+}
+
+bool isInFallback(const XmlElement& element)
+{
+    return bool(element.findAncestor(Ns::MarkupCompatibility, "Fallback"));
+}
+
+std::string readPlaceholder(std::string_view text)
+{
+    const auto all = trim(text);
+    if (all.size() < opening.size() + closing.size() || !all.starts_with(opening) || !all.ends_with(closing))
+        return {};
+    const auto name =
+        trim(std::string_view(all).substr(opening.size(), all.size() - opening.size() - closing.size()));
+    return isName(name) ? name : "";
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,452 @@
+#include "report/fill/FillPlan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <stdexcept>
+
+#include "report/workbook/Workbook.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+using Kind = PointSource::Kind;
+
+constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+
+std::string quote(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+std::vector<double> getNumbers(const chart::DataSeries& series, double (chart::DataPoint::*get)() const)
+{
+    std::vector<double> numbers;
+    numbers.reserve(series.getPoints().size());
+    for (const auto& point : series.getPoints()) numbers.push_back(((*point).*get)());
+    return numbers;
+}
+
+/// The number of numbers up to the last that is there.
+std::size_t countUsed(const std::vector<double>& numbers)
+{
+    const auto last =
+        std::find_if(numbers.rbegin(), numbers.rend(), [](double number) { return !std::isnan(number); });
+    return static_cast<std::size_t>(numbers.rend() - last);
+}
+
+bool isCounting(const std::vector<double>& numbers)
+{
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        if (!std::isnan(numbers[i]) && numbers[i] != static_cast<double>(i + 1)) return false;
+    return true;
+}
+
+bool isCounting(const std::vector<std::string>& texts)
+{
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        if (texts[i] != std::to_string(i + 1)) return false;
+    return true;
+}
+
+std::shared_ptr<const Categories> share(Points points)
+{
+    auto content = std::make_shared<Categories>();
+    content->points = std::move(points);
+    return content;
+}
+
+Kind getKind(const Categories& categories)
+{
+    if (categories.kind == Categories::Kind::Levels) return Kind::Levels;
+    return categories.kind == Categories::Kind::Text ? Kind::Text : Kind::Number;
+}
+
+std::vector<CellValue> toCells(const Points& points)
+{
+    std::vector<CellValue> cells;
+    cells.reserve(points.getSize());
+    for (const double number : points.numbers) {
+        cells.emplace_back();
+        if (!std::isnan(number)) cells.back() = number;
+    }
+    for (const auto& text : points.texts) {
+        cells.emplace_back();
+        if (!text.empty()) cells.back() = fromCellText(text);
+    }
+    return cells;
+}
+
+CellBlock makeBlock(const SourcePlan& plan)
+{
+    CellBlock block{.reference = plan.formula, .lines = {}, .numberFormat = plan.format};
+    for (const auto& level : plan.content->levels) block.lines.push_back(toCells(level));
+    block.lines.push_back(toCells(plan.content->points));
+    return block;
+}
+
+std::optional<CellBlock> makeCellsOf(const SourcePlan& plan)
+{
+    if (plan.kind == Kind::None || !plan.hasCells) return {};
+    return makeBlock(plan);
+}
+
+std::optional<CellBlock> makeRemoved(const PointSource& source)
+{
+    if (source.formula.empty()) return {};
+    return CellBlock{.reference = source.formula};
+}
+
+}  // namespace
+
+FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOptions& options)
+    : part_(part), data_(data), options_(options)
+{
+    requireFillable();
+    requireNumbers();
+    planCategories();
+    planSeries();
+    planOrder();
+    for (std::size_t i = 0; i < series_.size(); ++i) planContent(series_[i], i);
+    shareReferences();
+}
+
+void FillPlan::requireFillable() const
+{
+    if (!part_.getProblem().empty())
+        throw std::runtime_error("The chart cannot be filled: " + part_.getProblem() + ".");
+    if (!data_.dataSet || data_.dataSet->getSeriesCount() == 0)
+        throw std::runtime_error("The data has no series; a chart shows one at least.");
+    if (data_.dataSet->getSeries(0)->getSize() == 0)
+        throw std::runtime_error("The data has no points; a chart shows one at least.");
+    if (data_.dataSet->getSeries(0)->getSize() > PointCache::maximumCount - 1)
+        throw std::runtime_error(
+            "The data has more points than a worksheet has rows, 1,048,575 below the names.");
+    for (const auto& group : part_.getGroups()) {
+        const auto before = part_.getSeries().size();
+        const auto after = data_.dataSet->getSeriesCount();
+        if (group.kind->element == "stockChart" && before != after)
+            throw std::runtime_error("A stock chart shows as many series as it was made for, " +
+                                     std::to_string(before) + "; the data has " + std::to_string(after) +
+                                     ".");
+    }
+}
+
+void FillPlan::requireNumbers() const
+{
+    const auto series = data_.dataSet->getSeriesList();
+    for (std::size_t s = 0; s < series->size(); ++s)
+        for (std::size_t i = 0; i < (*series)[s]->getSize(); ++i) {
+            const auto& point = *(*series)[s]->getPoint(i);
+            for (const double number : {point.getX(), point.getY()})
+                if (std::abs(number) > maximumNumber)
+                    throw std::runtime_error(
+                        "series " + std::to_string(s + 1) + " (" +
+                        quote(toCellText((*series)[s]->getName())) + "), point " + std::to_string(i + 1) +
+                        ": the value is " + toUtf8(num2str(number)) +
+                        "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.");
+        }
+}
+
+void FillPlan::planCategories()
+{
+    bool hasCategoryGroups = false;
+    for (const auto& series : part_.getSeries()) {
+        pointsBefore_ = std::max(pointsBefore_, part_.readCache(series.values).getCount());
+        hasCategoryGroups = hasCategoryGroups || part_.getShape(series) == GroupShape::Categories;
+    }
+    const auto* named = part_.findCategories();
+    if (named != nullptr) categoriesBefore_ = readCategories(part_, *named);
+    const auto count = data_.dataSet->getSeries(0)->getSize();
+    auto after = makeCategories(data_, categoriesBefore_, part_.is1904());
+    if (named == nullptr && isCounting(getNames(after, part_.is1904()))) after = {};
+    areCategoriesMissing_ = named == nullptr && after.kind != Categories::Kind::None;
+    if (after.kind == Categories::Kind::None) {
+        // Data without categories leaves those of the chart as they are, for as many points.
+        after = categoriesBefore_;
+        after.points.resize(count);
+        for (auto& level : after.levels) level.resize(count);
+    }
+    areCategoriesNew_ = !(after == categoriesBefore_) && hasCategoryGroups;
+    if (after.kind != categoriesBefore_.kind && after.format.empty())
+        after.format = after.kind == Categories::Kind::Date ? "yyyy\\-mm\\-dd" : "General";
+    else if (after.kind == categoriesBefore_.kind)
+        after.format.clear();
+    matchCategories(after, count);
+    categories_ = std::make_shared<Categories>(std::move(after));
+    report_.pointsBefore = pointsBefore_;
+    report_.pointsAfter = count;
+}
+
+void FillPlan::matchCategories(const Categories& after, std::size_t count)
+{
+    auto matches = matchPositions(pointsBefore_, count);
+    if (options_.match == Match::Name && categoriesBefore_.kind != Categories::Kind::None) {
+        const auto before = getNames(categoriesBefore_, part_.is1904());
+        auto byName = matchNames(before, getNames(after, part_.is1904()));
+        // Points past the names stand where they stood.
+        for (auto i = byName.size(); i < count; ++i)
+            byName.push_back(i >= before.size() && i < pointsBefore_ ? i : noMatch);
+        matches = std::move(byName);
+    }
+    categoryMatches_ = std::make_shared<Matches>(std::move(matches));
+}
+
+void FillPlan::planSeries()
+{
+    const auto& before = part_.getSeries();
+    const auto series = data_.dataSet->getSeriesList();
+    std::vector<std::string> namesBefore;
+    std::vector<std::string> names;
+    for (const auto& old : before) namesBefore.push_back(old.name);
+    for (const auto& one : *series) names.push_back(toCellText(one->getName()));
+    const auto matches = options_.match == Match::Name ? matchNames(namesBefore, names)
+                                                       : matchPositions(before.size(), names.size());
+    // What comes before all that was matched looks like the first of them.
+    auto look = *std::find_if(matches.begin(), matches.end(), [](auto match) { return match != noMatch; });
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool isAdded = matches[i] == noMatch;
+        if (!isAdded) look = matches[i];
+        const auto& old = before[look];
+        series_.push_back({.look = &old, .isAdded = isAdded, .index = old.index, .order = old.order});
+        const auto change = isAdded                ? FillReport::Change::Added
+                            : old.name != names[i] ? FillReport::Change::Renamed
+                                                   : FillReport::Change::Matched;
+        report_.series.push_back({change, names[i], change == FillReport::Change::Matched ? "" : old.name});
+    }
+    const auto after = invert(matches, before.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (after[i] != noMatch) continue;
+        removed_.push_back(&before[i]);
+        report_.series.push_back({FillReport::Change::Removed, before[i].name, ""});
+    }
+}
+
+void FillPlan::planOrder()
+{
+    std::uint32_t nextIndex = 0;
+    for (const auto& series : part_.getSeries()) nextIndex = std::max(nextIndex, series.index + 1);
+    for (auto& plan : series_)
+        if (plan.isAdded) plan.index = nextIndex++;
+    // Series lie in the order they are shown in, so that their places tell it.
+    bool isKept = true;
+    for (std::size_t i = 1; i < series_.size(); ++i) {
+        if (series_[i].isAdded)
+            series_[i].order = series_[i - 1].order + 1;
+        else if (series_[i - 1].isAdded ? series_[i].order <= series_[i - 1].order
+                                        : series_[i].look < series_[i - 1].look)
+            isKept = false;
+    }
+    if (isKept && !series_[0].isAdded) return;
+    for (std::size_t i = 0; i < series_.size(); ++i) series_[i].order = static_cast<std::uint32_t>(i);
+}
+
+bool FillPlan::hasCells(const PointSource& source) const
+{
+    // Where there is no workbook one is made, and literals become its cells.
+    return !source.isLiteral() || part_.getWorkbookId().empty();
+}
+
+void FillPlan::planContent(SeriesPlan& plan, std::size_t index)
+{
+    planName(plan, toCellText(data_.dataSet->getSeries(index)->getName()));
+    if (part_.getShape(*plan.look) == GroupShape::Categories) {
+        plan.points = categoryMatches_;
+        planNames(plan);
+    }
+    planPoints(plan, index);
+}
+
+void FillPlan::planName(SeriesPlan& plan, const std::string& name) const
+{
+    const auto& source = plan.look->nameSource;
+    if (name.empty() && source.kind == Kind::None) return;
+    Points points{.areText = true, .texts = {name}};
+    if (source.kind != Kind::None && !plan.isAdded) {
+        const auto before = part_.readPoints(source);
+        if (name == plan.look->name && before.getSize() > 0)
+            points = before;
+        else
+            points.resize(std::max<std::size_t>(before.getSize(), 1));
+    }
+    plan.name = {.kind = Kind::Text,
+                 .content = share(std::move(points)),
+                 .formula = plan.isAdded ? "" : source.formula,
+                 .hasCells = hasCells(source)};
+}
+
+void FillPlan::planNames(SeriesPlan& plan)
+{
+    const auto& source = plan.look->categories;
+    if (source.kind == Kind::None && !areCategoriesMissing_) {
+        // Some other series names the categories, unless it has gone.
+        const bool isNamed = std::any_of(series_.begin(), series_.end(), [](const SeriesPlan& other) {
+            return other.look->categories.kind != Kind::None;
+        });
+        if (isNamed || categories_->kind == Categories::Kind::None) return;
+    }
+    auto content = categories_;
+    if (!areCategoriesNew_ && source.cache) {
+        // Some series name other categories than those that the chart shows.
+        auto own = readCategories(part_, *plan.look);
+        if (!(own == *categories_)) content = std::make_shared<Categories>(std::move(own));
+    }
+    plan.categories = {.kind = getKind(*content),
+                       .content = content,
+                       .format = areCategoriesNew_ ? categories_->format : "",
+                       .formula = source.formula,
+                       .hasCells = hasCells(source)};
+}
+
+std::size_t FillPlan::countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const
+{
+    const auto before = plan.isAdded ? pointsBefore_ : part_.readCache(plan.look->values).getCount();
+    const bool hasOwnCount = before != pointsBefore_ || part_.getShape(*plan.look) != GroupShape::Categories;
+    return hasOwnCount ? std::max(countUsed(numbers), std::min(before, numbers.size())) : numbers.size();
+}
+
+void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
+{
+    auto values = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getY);
+    const auto count = countPoints(plan, values);
+    values.resize(count);
+    if (part_.getShape(*plan.look) != GroupShape::Categories) {
+        plan.points =
+            std::make_shared<Matches>(matchPositions(part_.readCache(plan.look->values).getCount(), count));
+        planX(plan, index, count);
+    }
+    plan.values = planNumbers(plan, plan.look->values, std::move(values));
+    plan.values.format = options_.numberFormat;
+    planDetails(plan, index, count);
+}
+
+void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
+{
+    const auto& source = plan.look->categories;
+    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
+    numbers.resize(count);
+    const bool isNumber = source.kind == Kind::Number || source.kind == Kind::NumberLiteral;
+    if (!isNumber && isCounting(numbers)) return;
+    plan.categories = planNumbers(plan, source, std::move(numbers));
+    plan.categories.formula = source.formula;
+}
+
+SourcePlan FillPlan::planNumbers(const SeriesPlan& plan, const PointSource& source,
+                                 std::vector<double> numbers) const
+{
+    return {.kind = Kind::Number,
+            .content = share({.numbers = std::move(numbers)}),
+            .formula = plan.isAdded ? "" : source.formula,
+            .hasCells = hasCells(source)};
+}
+
+SourcePlan FillPlan::keepNumbers(const SeriesPlan& plan, const PointSource& source, std::size_t count) const
+{
+    if (source.kind == Kind::None) return {};
+    auto points = part_.readCache(source).read(false);
+    if (!isForAll(source, points)) points.resize(count);
+    auto kept = planNumbers(plan, source, std::move(points.numbers));
+    if (source.isLiteral()) kept.hasCells = false;
+    return kept;
+}
+
+void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t count)
+{
+    const auto& details = data_.getDetails(index);
+    const auto choose = [&](const PointSource& source, std::vector<double> numbers) {
+        const auto before = part_.readCache(source).read(false);
+        const bool isSame = isForAll(source, before) && std::count(numbers.begin(), numbers.end(),
+                                                                   before.numbers[0]) == std::ssize(numbers);
+        if (numbers.empty() || isSame) return keepNumbers(plan, source, count);
+        numbers.resize(count, missing);
+        return planNumbers(plan, source, std::move(numbers));
+    };
+    if (part_.getShape(*plan.look) == GroupShape::Bubbles) {
+        plan.sizes = choose(plan.look->sizes, details.sizes);
+        if (details.sizes.empty() && count > part_.readCache(plan.look->sizes).getCount())
+            warn(plan, "the data has no sizes; new points have none, and do not show.");
+    }
+    const auto& bars = plan.look->errors;
+    if (bars.plus.kind != Kind::None) plan.errorsPlus = choose(bars.plus, details.errorsPlus);
+    if (bars.minus.kind != Kind::None) plan.errorsMinus = choose(bars.minus, details.errorsMinus);
+    const bool hasErrors = !details.errorsPlus.empty() || !details.errorsMinus.empty();
+    if (hasErrors && bars.plus.kind == Kind::None && bars.minus.kind == Kind::None)
+        warn(plan, "the chart has no error bars of custom amounts; those of the data are left out.");
+}
+
+void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
+{
+    report_.warnings.push_back(
+        "series " + quote(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
+}
+
+void FillPlan::shareReferences()
+{
+    // Cells hold one thing: a series whose categories differ from those of another gets cells of its own.
+    std::map<std::string, std::shared_ptr<const Categories>> contents;
+    for (auto& plan : series_) {
+        auto& formula = plan.categories.formula;
+        if (formula.empty() || !plan.categories.hasCells) continue;
+        const auto& content = contents.emplace(formula, plan.categories.content).first->second;
+        if (content == plan.categories.content || *content == *plan.categories.content)
+            plan.categories.content = content;
+        else
+            formula.clear();
+    }
+}
+
+std::vector<SeriesCells> FillPlan::makeCells() const
+{
+    const auto hasAny = [&](const SourcePlan SeriesPlan::*source) {
+        return std::any_of(series_.begin(), series_.end(), [&](const SeriesPlan& plan) {
+            return (plan.*source).kind != Kind::None && (plan.*source).hasCells;
+        });
+    };
+    std::vector<SeriesCells> cells;
+    for (const auto& plan : series_) {
+        SeriesCells one{.name = makeCellsOf(plan.name),
+                        .categories = makeCellsOf(plan.categories),
+                        .values = makeCellsOf(plan.values)};
+        for (const auto source : {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus})
+            if (hasAny(source)) one.more.push_back(makeCellsOf(plan.*source).value_or(CellBlock()));
+        cells.push_back(std::move(one));
+    }
+    return cells;
+}
+
+std::vector<SeriesCells> FillPlan::makeRemovedCells() const
+{
+    std::vector<SeriesCells> cells;
+    for (const auto* series : removed_) {
+        SeriesCells one{.name = makeRemoved(series->nameSource),
+                        .categories = makeRemoved(series->categories),
+                        .values = makeRemoved(series->values)};
+        for (const auto* source : {&series->sizes, &series->errors.plus, &series->errors.minus})
+            if (auto block = makeRemoved(*source)) one.more.push_back(*block);
+        cells.push_back(std::move(one));
+    }
+    return cells;
+}
+
+void FillPlan::setReferences(const std::vector<SeriesCells>& cells)
+{
+    for (std::size_t i = 0; i < series_.size(); ++i) {
+        auto& plan = series_[i];
+        const auto& one = cells.at(i);
+        if (one.name) plan.name.formula = one.name->reference;
+        if (one.categories) plan.categories.formula = one.categories->reference;
+        if (one.values) plan.values.formula = one.values->reference;
+        auto block = one.more.begin();
+        for (const auto source : {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus}) {
+            const bool isAnywhere = std::any_of(series_.begin(), series_.end(), [&](const SeriesPlan& other) {
+                return (other.*source).kind != Kind::None && (other.*source).hasCells;
+            });
+            if (!isAnywhere || block == one.more.end()) continue;
+            (plan.*source).formula = block++->reference;
+        }
+    }
+}
+
+}  // namespace quillon::report

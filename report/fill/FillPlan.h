@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "report/fill/ChartMarkup.h"
+#include "report/fill/ChartReader.h"
+#include "report/fill/FillReport.h"
+#include "report/fill/Matching.h"
+#include "report/fill/WorkbookFill.h"
+#include "report/options/ChartData.h"
+
+namespace quillon::report {
+
+/// What a source of points holds from now on.
+struct SourcePlan {
+    /// Number, Text or Levels; None when the source is left alone.
+    PointSource::Kind kind = PointSource::Kind::None;
+    /// Series share what they have in common.
+    std::shared_ptr<const Categories> content = {};
+    /// What replaces the number format; empty keeps it.
+    std::string format = {};
+    /// Empty for cells that are to be found.
+    std::string formula = {};
+    /// Whether cells hold the points: literals have none.
+    bool hasCells = true;
+};
+
+/// A series that the chart has from now on.
+struct SeriesPlan {
+    /// Whose place, or whose look for a series that is added.
+    const SeriesMarkup* look = nullptr;
+    bool isAdded = false;
+    std::uint32_t index = 0;
+    std::uint32_t order = 0;
+    SourcePlan name = {};
+    SourcePlan categories = {};
+    SourcePlan values = {};
+    SourcePlan sizes = {};
+    SourcePlan errorsPlus = {};
+    SourcePlan errorsMinus = {};
+    /// For each point, the old one whose format it takes.
+    std::shared_ptr<const Matches> points = {};
+};
+
+/// How a chart takes new data: which series, and what each of their parts holds.
+class FillPlan {
+ public:
+    /// Throws: std::runtime_error that says why the chart cannot take the data.
+    FillPlan(const ChartMarkup& part, const ChartData& data, const FillOptions& options);
+
+    const ChartMarkup& getPart() const { return part_; }
+    const FillOptions& getOptions() const { return options_; }
+    /// In the order of the data.
+    const std::vector<SeriesPlan>& getSeries() const { return series_; }
+    const std::vector<const SeriesMarkup*>& getRemoved() const { return removed_; }
+    const Categories& getCategoriesBefore() const { return categoriesBefore_; }
+    const Categories& getCategories() const { return *categories_; }
+    /// For each category, the old one whose formats it takes.
+    const Matches& getCategoryMatches() const { return *categoryMatches_; }
+    const FillReport& getReport() const { return report_; }
+
+    /// What the cells of the workbook are to hold, and those whose series has gone.
+    std::vector<SeriesCells> makeCells() const;
+    std::vector<SeriesCells> makeRemovedCells() const;
+    /// Takes over where the workbook holds the cells.
+    void setReferences(const std::vector<SeriesCells>& cells);
+
+ private:
+    void requireFillable() const;
+    void requireNumbers() const;
+    void planCategories();
+    void matchCategories(const Categories& after, std::size_t count);
+    void planSeries();
+    void planOrder();
+    void planContent(SeriesPlan& plan, std::size_t index);
+    void planName(SeriesPlan& plan, const std::string& name) const;
+    void planNames(SeriesPlan& plan);
+    void planPoints(SeriesPlan& plan, std::size_t index);
+    void planX(SeriesPlan& plan, std::size_t index, std::size_t count);
+    void planDetails(SeriesPlan& plan, std::size_t index, std::size_t count);
+    SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,
+                           std::vector<double> numbers) const;
+    SourcePlan keepNumbers(const SeriesPlan& plan, const PointSource& source, std::size_t count) const;
+    std::size_t countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const;
+    bool hasCells(const PointSource& source) const;
+    void shareReferences();
+    void warn(const SeriesPlan& plan, const std::string& sentence);
+
+    const ChartMarkup& part_;
+    const ChartData& data_;
+    FillOptions options_;
+    Categories categoriesBefore_;
+    std::shared_ptr<const Categories> categories_;
+    std::shared_ptr<const Matches> categoryMatches_;
+    bool areCategoriesNew_ = false;
+    /// Whether every series gets categories, as none had any.
+    bool areCategoriesMissing_ = false;
+    std::size_t pointsBefore_ = 0;
+    std::vector<SeriesPlan> series_;
+    std::vector<const SeriesMarkup*> removed_;
+    FillReport report_;
+};
+
+}  // namespace quillon::report

@@ -1,0 +1,154 @@
+#include "report/fill/PointFormats.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace quillon::report {
+namespace {
+
+std::size_t readIndex(const XmlElement& holder)
+{
+    const auto text = holder.getAttribute("val").value_or("");
+    std::size_t index = noMatch;
+    std::from_chars(text.data(), text.data() + text.size(), index);
+    return index;
+}
+
+/// The markup of an element on its way to a position.
+struct Moved {
+    std::size_t index;
+    std::string markup;
+};
+
+/// Puts what was moved, by position, where the elements stood.
+void replaceAll(Edits& edits, const XmlSpans& xml, const std::vector<XmlElement>& elements,
+                std::vector<Moved> moved)
+{
+    std::stable_sort(moved.begin(), moved.end(),
+                     [](const Moved& left, const Moved& right) { return left.index < right.index; });
+    for (std::size_t i = moved.size(); i < elements.size(); ++i) edits.remove(elements[i].getOuter());
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        if (i >= elements.size())
+            edits.insert(elements.back().getOuter().end, std::move(moved[i].markup));
+        else if (moved[i].markup != xml.getText(elements[i].getOuter()))
+            edits.replace(elements[i].getOuter(), std::move(moved[i].markup));
+    }
+}
+
+Moved renumber(const XmlSpans& xml, const XmlElement& element, const XmlElement& holder, std::size_t index)
+{
+    Edits edits;
+    edits.setAttribute(holder, "val", std::to_string(index));
+    return {index, edits.apply(xml.getText(), element.getOuter())};
+}
+
+/// Where the elements that have a place go; nothing when all stay.
+std::vector<Moved> moveAll(const XmlSpans& xml, const std::vector<XmlElement>& elements,
+                           XmlElement (*getHolder)(const XmlElement&), const Places& places, bool& isMoved)
+{
+    std::vector<Moved> moved;
+    for (const auto& element : elements) {
+        const auto holder = getHolder(element);
+        const auto to = places.find(readIndex(holder));
+        isMoved = isMoved || to != readIndex(holder);
+        if (to != noMatch) moved.push_back(renumber(xml, element, holder, to));
+    }
+    return moved;
+}
+
+Places findPlaces(const ChartMarkup& part, const SeriesPlan& plan)
+{
+    const auto before = std::max(part.readCache(plan.look->values).getCount(),
+                                 part.readCache(plan.look->categories).getCount());
+    return {.after = invert(*plan.points, before), .isRestKept = plan.points->size() == before};
+}
+
+/// Whether each of the old points has an element of its own.
+bool isForAll(const std::vector<XmlElement>& elements, std::size_t count)
+{
+    std::vector<bool> isThere(count, false);
+    for (const auto& element : elements)
+        if (const auto index = readIndex(getIndexChild(element)); index < count) isThere[index] = true;
+    return std::find(isThere.begin(), isThere.end(), false) == isThere.end();
+}
+
+/// Continues formats that every point has for the points that are new.
+class FormatRow {
+ public:
+    FormatRow(const XmlSpans& xml, const std::vector<XmlElement>& elements, const Palette& palette,
+              UniqueIds& ids)
+        : xml_(xml), last_(elements.back()), palette_(palette), ids_(ids)
+    {
+        isExploded_ = std::all_of(elements.begin(), elements.end(),
+                                  [](const auto& element) { return bool(element.findChild("explosion")); });
+    }
+
+    Moved make(std::size_t index)
+    {
+        Edits edits;
+        edits.setAttribute(getIndexChild(last_), "val", std::to_string(index));
+        recolor(edits, last_, palette_.getColor(index));
+        ids_.renew(edits, last_);
+        if (!isExploded_)
+            for (const auto& explosion : findAll(last_, "explosion")) edits.remove(explosion.getOuter());
+        return {index, edits.apply(xml_.getText(), last_.getOuter())};
+    }
+
+ private:
+    const XmlSpans& xml_;
+    XmlElement last_;
+    const Palette& palette_;
+    UniqueIds& ids_;
+    bool isExploded_;
+};
+
+void writeFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Places& places,
+                  const Palette& palette, UniqueIds& ids)
+{
+    const auto elements = findAll(plan.look->element, "dPt");
+    if (elements.empty()) return;
+    bool isMoved = false;
+    auto moved = moveAll(part.getXml(), elements, getIndexChild, places, isMoved);
+    const auto& matches = *plan.points;
+    FormatRow row(part.getXml(), elements, palette, ids);
+    for (std::size_t i = 0; isForAll(elements, places.after.size()) && i < matches.size(); ++i) {
+        if (matches[i] != noMatch) continue;
+        moved.push_back(row.make(i));
+        isMoved = true;
+    }
+    if (isMoved) replaceAll(edits, part.getXml(), elements, std::move(moved));
+}
+
+}  // namespace
+
+std::vector<XmlElement> findAll(const XmlElement& parent, std::string_view name)
+{
+    std::vector<XmlElement> found;
+    for (const auto child : parent.getChildren())
+        if (child.is(Ns::Chart, name)) found.push_back(child);
+    return found;
+}
+
+XmlElement getIndexChild(const XmlElement& element)
+{
+    return element.findChild("idx");
+}
+
+void moveElements(Edits& edits, const XmlSpans& xml, const std::vector<XmlElement>& elements,
+                  XmlElement (*getHolder)(const XmlElement&), const Places& places)
+{
+    bool isMoved = false;
+    auto moved = moveAll(xml, elements, getHolder, places, isMoved);
+    if (isMoved) replaceAll(edits, xml, elements, std::move(moved));
+}
+
+void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Palette& palette,
+                       UniqueIds& ids)
+{
+    const auto places = findPlaces(part, plan);
+    writeFormats(edits, part, plan, places, palette, ids);
+    moveElements(edits, part.getXml(), findAll(plan.look->element.findChild("dLbls"), "dLbl"), getIndexChild,
+                 places);
+}
+
+}  // namespace quillon::report

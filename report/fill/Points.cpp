@@ -1,0 +1,205 @@
+#include "report/fill/Points.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+#include "report/package/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+
+bool isSameNumber(double left, double right)
+{
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+/// A number that is no negative one, as positions and counts are.
+std::size_t readCount(const XmlSpans& xml, const std::string& text)
+{
+    std::size_t count = 0;
+    const auto* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, count);
+    if (result.ec != std::errc() || result.ptr != end)
+        throw std::runtime_error(xml.getPart() + ": \"" + text + "\" is no position or number of points.");
+    if (count > PointCache::maximumCount)
+        throw std::runtime_error(xml.getPart() + ": a series has " + text +
+                                 " points; a worksheet has 1,048,576 rows.");
+    return count;
+}
+
+std::string_view trim(std::string_view text)
+{
+    const auto begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
+    return text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
+}
+
+std::u16string unescape(std::u16string_view text)
+{
+    std::u16string units;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text.substr(at, 2) == u"_x" && at + 6 < text.size() && text[at + 6] == u'_') {
+            const auto digits = toUtf8(text.substr(at + 2, 4));
+            std::uint16_t unit = 0;
+            const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), unit, 16);
+            if (result.ec == std::errc() && result.ptr == digits.data() + digits.size() &&
+                digits.size() == 4) {
+                units += static_cast<char16_t>(unit);
+                at += 6;
+                continue;
+            }
+        }
+        units += text[at];
+    }
+    return units;
+}
+
+/// The text as this library writes it: other writers escape what needs no escape.
+std::string toCanonical(std::string text)
+{
+    return text.find("_x") == std::string::npos ? text : toCellText(fromCellText(text));
+}
+
+void appendPoint(std::string& markup, const std::string& prefix, std::size_t index, std::string_view format,
+                 std::string_view value)
+{
+    markup += "<" + prefix + "pt idx=\"" + std::to_string(index) + "\"";
+    // The format is markup already, which may stand between quotes of either kind.
+    const auto* quote = format.find('"') == std::string_view::npos ? "\"" : "'";
+    if (!format.empty()) markup += " formatCode=" + (quote + std::string(format)) + quote;
+    markup += "><" + prefix + "v>";
+    markup += value;
+    markup += "</" + prefix + "v></" + prefix + "pt>";
+}
+
+std::string decode(std::string_view markup)
+{
+    return toCanonical(unescapeText(markup));
+}
+
+}  // namespace
+
+void Points::resize(std::size_t size)
+{
+    if (areText)
+        texts.resize(size);
+    else
+        numbers.resize(size, missing);
+}
+
+bool Points::operator==(const Points& other) const
+{
+    return areText == other.areText && texts == other.texts &&
+           std::equal(numbers.begin(), numbers.end(), other.numbers.begin(), other.numbers.end(),
+                      isSameNumber);
+}
+
+PointCache::PointCache(const XmlSpans& xml, const XmlElement& cache, std::size_t level) : text_(xml.getText())
+{
+    if (!cache) return;
+    const auto content = xml.readDeferred(cache);
+    const auto root = content.getRoot();
+    format_ = root.findChild("formatCode").getText();
+    if (const auto count = root.findChild("ptCount").getAttribute("val")) count_ = readCount(xml, *count);
+    const bool hasLevels = root.getName() == "multiLvlStrCache";
+    if (!hasLevels) readPoints(xml, root);
+    for (const auto child : root.getChildren())
+        if (hasLevels && child.getName() == "lvl" && levelCount_++ == level) readPoints(xml, child);
+}
+
+void PointCache::readPoints(const XmlSpans& xml, const XmlElement& parent)
+{
+    for (const auto element : parent.getChildren()) {
+        if (element.getName() != "pt") continue;
+        const auto index = readCount(xml, element.getAttribute("idx").value_or(""));
+        const auto value = element.findChild("v");
+        if (index >= count_ || !value) continue;
+        const auto format = element.findAttribute(Ns::None, "formatCode").value_or(Span());
+        points_.push_back({static_cast<std::uint32_t>(index), element.getOuter(), value.getInner(), format});
+    }
+    std::stable_sort(points_.begin(), points_.end(),
+                     [](const Point& left, const Point& right) { return left.index < right.index; });
+}
+
+const PointCache::Point* PointCache::find(std::size_t index) const
+{
+    const auto found = std::lower_bound(points_.begin(), points_.end(), index,
+                                        [](const Point& point, std::size_t i) { return point.index < i; });
+    return found == points_.end() || found->index != index ? nullptr : &*found;
+}
+
+Points PointCache::read(bool asText) const
+{
+    Points points{.areText = asText};
+    points.resize(count_);
+    for (const auto& point : points_) {
+        if (asText)
+            points.texts[point.index] = decode(getValue(point));
+        else
+            points.numbers[point.index] = readCachedNumber(getValue(point));
+    }
+    return points;
+}
+
+bool PointCache::hasValue(const Point& point, const Points& points, std::size_t index) const
+{
+    return points.areText ? decode(getValue(point)) == points.texts[index]
+                          : isSameNumber(readCachedNumber(getValue(point)), points.numbers[index]);
+}
+
+std::string PointCache::write(const Points& points, const Matches& matches, const std::string& prefix) const
+{
+    std::string markup;
+    for (std::size_t i = 0; i < points.getSize(); ++i) {
+        const auto* before = i < count_ ? find(i) : nullptr;
+        const auto source = i < matches.size() ? matches[i] : noMatch;
+        const auto* look = source == i ? before : source == noMatch ? nullptr : find(source);
+        const auto format = look == nullptr ? std::string_view() : getText(look->format);
+        if (before != nullptr && hasValue(*before, points, i)) {
+            if (format == getText(before->format)) {
+                markup += getText(before->element);
+            } else {
+                appendPoint(markup, prefix, i, format, getValue(*before));
+            }
+            continue;
+        }
+        if (points.areText ? points.texts[i].empty() : std::isnan(points.numbers[i])) continue;
+        appendPoint(markup, prefix, i, format,
+                    points.areText ? escapeText(points.texts[i]) : writeCachedNumber(points.numbers[i]));
+    }
+    return markup;
+}
+
+double readCachedNumber(std::string_view text)
+{
+    text = trim(text);
+    if (text.starts_with('+')) text.remove_prefix(1);
+    double number = missing;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    return result.ec == std::errc() && result.ptr == text.data() + text.size() && std::isfinite(number)
+               ? number
+               : missing;
+}
+
+std::string writeCachedNumber(double number)
+{
+    return toUtf8(num2str(number));
+}
+
+std::string toCellText(std::u16string_view text)
+{
+    return toUtf8(escapeCharacters(text));
+}
+
+std::u16string fromCellText(std::string_view text)
+{
+    const auto units = toUtf16(text);
+    return units.find(u"_x") == std::u16string::npos ? units : unescape(units);
+}
+
+}  // namespace quillon::report

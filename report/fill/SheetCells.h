@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "report/fill/CellRange.h"
+#include "report/fill/WorkbookFill.h"
+#include "report/package/XmlSpans.h"
+
+namespace quillon::report {
+
+/// The texts that cells of a workbook share, in UTF-8.
+std::vector<std::string> readSharedStrings(const Package& workbook);
+
+/// The cells of a worksheet: read where they stand, and rewritten in one pass.
+class SheetCells {
+ public:
+    /// No style of its own.
+    static constexpr int noStyle = -1;
+
+    /// The caller keeps `bytes` and `strings`.
+    /// Throws: std::runtime_error when the part is none, or its cells have no places.
+    SheetCells(std::string_view bytes, std::string part, const std::vector<std::string>& strings);
+
+    bool isEmpty(std::uint32_t row, std::uint32_t column) const;
+    bool hasFormula(std::uint32_t row, std::uint32_t column) const;
+    bool hasFormulas() const;
+    int getStyle(std::uint32_t row, std::uint32_t column) const;
+    /// What a cell holds; nothing for what is neither number nor text.
+    CellValue read(std::uint32_t row, std::uint32_t column) const;
+    /// The last row and column with a cell; nothing in an empty sheet.
+    std::optional<Area> getUsedArea() const;
+
+    /// Notes what a cell is to hold; it gets a copy of the value's address only.
+    void write(std::uint32_t row, std::uint32_t column, const CellValue& value, int style);
+    /// Orders what was written. Throws: std::runtime_error when one cell was to hold two different values.
+    void arrangeWrites();
+    /// What was written to a cell; null where nothing was. After arrangeWrites.
+    const CellValue* findWritten(std::uint32_t row, std::uint32_t column) const;
+    void rewrite(std::uint32_t row, std::uint32_t column, const std::u16string& text);
+    /// Whether a cell holds something when all is written.
+    bool willBeEmpty(std::uint32_t row, std::uint32_t column) const;
+    bool willChange(std::uint32_t row, std::uint32_t column) const;
+
+    /// Adds to `edits` what was written, and the new dimension.
+    void apply(Edits& edits) const;
+    const XmlSpans& getXml() const { return xml_; }
+
+    /// The part with the rows behind `row` moved down.
+    std::string moveRows(std::uint32_t row, std::uint32_t by) const;
+
+ private:
+    struct Row {
+        std::uint32_t number;
+        XmlElement element;
+    };
+    struct Cell {
+        std::uint32_t row;
+        std::uint32_t column;
+        XmlElement element;
+    };
+    struct Write {
+        std::uint32_t row;
+        std::uint32_t column;
+        int style;
+        const CellValue* value;
+    };
+    class Rewriter;
+
+    void readRows();
+    void readCells(const Row& row);
+    const Cell* find(std::uint32_t row, std::uint32_t column) const;
+    const Write* findWrite(std::uint32_t row, std::uint32_t column) const;
+    CellValue read(const XmlElement& cell) const;
+    bool isSame(const Write& write, const Cell& cell) const;
+
+    XmlSpans xml_;
+    XmlElement data_;
+    const std::vector<std::string>& strings_;
+    std::vector<Row> rows_;
+    std::vector<Cell> cells_;
+    std::vector<Write> writes_;
+    /// Texts that were changed on their way.
+    std::deque<CellValue> rewritten_;
+};
+
+}  // namespace quillon::report

@@ -1,0 +1,177 @@
+#include "report/fill/SourceWriter.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quillon::report {
+namespace {
+
+using Kind = PointSource::Kind;
+
+/// The children of c:ser in the order of the schema, those of all kinds in one row: no two kinds disagree.
+constexpr std::array<std::string_view, 20> childOrder = {
+    "idx",        "order",          "tx",  "spPr",  "explosion", "invertIfNegative",
+    "marker",     "pictureOptions", "dPt", "dLbls", "trendline", "errBars",
+    "cat",        "xVal",           "val", "yVal",  "shape",     "smooth",
+    "bubbleSize", "bubble3D"};
+
+std::size_t getRank(std::string_view name)
+{
+    return static_cast<std::size_t>(std::find(childOrder.begin(), childOrder.end(), name) -
+                                    childOrder.begin());
+}
+
+bool isIdentity(const Matches& matches)
+{
+    for (std::size_t i = 0; i < matches.size(); ++i)
+        if (matches[i] != i) return false;
+    return true;
+}
+
+/// The names of a reference and of its cache.
+std::pair<std::string_view, std::string_view> getNames(Kind kind)
+{
+    if (kind == Kind::Number) return {"numRef", "numCache"};
+    if (kind == Kind::Text) return {"strRef", "strCache"};
+    return {"multiLvlStrRef", "multiLvlStrCache"};
+}
+
+std::string wrap(const std::string& prefix, std::string_view name, const std::string& content)
+{
+    const std::string tag = prefix + std::string(name);
+    return "<" + tag + ">" + content + "</" + tag + ">";
+}
+
+std::string makeCount(const std::string& prefix, std::size_t count)
+{
+    return "<" + prefix + "ptCount val=\"" + std::to_string(count) + "\"/>";
+}
+
+/// The content of a cache, with what is kept of the old one.
+class CacheMarkup {
+ public:
+    CacheMarkup(const ChartMarkup& part, const PointSource& source, const SourceContent& content,
+                const std::string& prefix)
+        : part_(part), source_(source), content_(content), prefix_(prefix), isKept_(isSameKind())
+    {
+    }
+
+    bool isKept() const { return isKept_; }
+
+    bool isUnchanged() const
+    {
+        const auto before = part_.readCache(source_);
+        if (before.getCount() != content_.points.getSize() || !isIdentity(content_.matches)) return false;
+        if (!content_.format.empty() && content_.format != before.getFormat()) return false;
+        if (!(before.read(content_.points.areText) == content_.points)) return false;
+        if (content_.kind != Kind::Levels) return true;
+        if (before.getLevelCount() != content_.levels.size() + 1) return false;
+        for (std::size_t i = 0; i < content_.levels.size(); ++i)
+            if (!(part_.readCache(source_, content_.levels.size() - i).read(true) == content_.levels[i]))
+                return false;
+        return true;
+    }
+
+    std::string make() const
+    {
+        if (content_.kind == Kind::Levels) return makeLevels();
+        const auto before = isKept_ ? part_.readCache(source_) : PointCache();
+        std::string markup = makeFormat();
+        markup += makeCount(prefix_, content_.points.getSize());
+        markup += before.write(content_.points, content_.matches, prefix_);
+        return markup + getExtensions();
+    }
+
+ private:
+    bool isSameKind() const
+    {
+        if (!source_.cache) return false;
+        return content_.kind == Kind::Number
+                   ? source_.kind == Kind::Number || source_.kind == Kind::NumberLiteral
+               : content_.kind == Kind::Text ? source_.kind == Kind::Text || source_.kind == Kind::TextLiteral
+                                             : source_.kind == Kind::Levels;
+    }
+
+    std::string makeLevels() const
+    {
+        std::string markup = makeCount(prefix_, content_.points.getSize());
+        for (std::size_t i = 0; i <= content_.levels.size(); ++i) {
+            const auto& points = i == 0 ? content_.points : content_.levels[content_.levels.size() - i];
+            const auto before = isKept_ ? part_.readCache(source_, i) : PointCache();
+            markup += wrap(prefix_, "lvl", before.write(points, {}, prefix_));
+        }
+        return markup + getExtensions();
+    }
+
+    std::string makeFormat() const
+    {
+        if (content_.kind != Kind::Number) return {};
+        const auto before =
+            isKept_ ? part_.getXml().readDeferred(source_.cache).getRoot().findChild("formatCode").getText()
+                    : std::string();
+        const auto& format = content_.format.empty() ? before : content_.format;
+        return wrap(prefix_, "formatCode", escapeText(format.empty() ? "General" : format));
+    }
+
+    std::string getExtensions() const
+    {
+        if (!isKept_) return {};
+        const auto cache = part_.getXml().readDeferred(source_.cache);
+        const auto extensions = cache.getRoot().findChild("extLst");
+        return extensions ? std::string(extensions.getSource()) : std::string();
+    }
+
+    const ChartMarkup& part_;
+    const PointSource& source_;
+    const SourceContent& content_;
+    const std::string& prefix_;
+    bool isKept_;
+};
+
+void writeReference(Edits& edits, const PointSource& source, const SourceContent& content,
+                    const std::string& prefix)
+{
+    if (source.isLiteral() || source.formula == content.formula) return;
+    const auto formula = source.reference.findChild("f");
+    if (formula)
+        edits.setInner(formula, escapeText(content.formula));
+    else
+        edits.insert(source.reference.getInner().begin, wrap(prefix, "f", escapeText(content.formula)));
+}
+
+}  // namespace
+
+void insertIntoSeries(Edits& edits, const XmlElement& series, std::string_view name,
+                      const std::string& markup)
+{
+    for (const auto child : series.getChildren())
+        if (getRank(child.getName()) > getRank(name)) return edits.insert(child.getOuter().begin, markup);
+    edits.append(series, markup);
+}
+
+void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series, std::string_view name,
+                 const PointSource& source, const SourceContent& content)
+{
+    if (source.kind == Kind::Value && content.kind == Kind::Text) {
+        const auto text = content.points.texts.empty() ? std::string() : content.points.texts[0];
+        if (source.reference.getText() != text) edits.setInner(source.reference, escapeText(text));
+        return;
+    }
+    const std::string prefix(series.getPrefix());
+    const CacheMarkup cache(part, source, content, prefix);
+    if (cache.isKept()) {
+        writeReference(edits, source, content, prefix);
+        if (!cache.isUnchanged()) edits.setInner(source.cache, cache.make());
+        return;
+    }
+    const auto [reference, cacheName] = getNames(content.kind);
+    const auto markup =
+        wrap(prefix, reference,
+             wrap(prefix, "f", escapeText(content.formula)) + wrap(prefix, cacheName, cache.make()));
+    if (source.holder)
+        edits.setInner(source.holder, markup);
+    else
+        insertIntoSeries(edits, series, name, wrap(prefix, name, markup));
+}
+
+}  // namespace quillon::report

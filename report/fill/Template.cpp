@@ -1,0 +1,339 @@
+#include "report/fill/Template.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <mutex>
+#include <stdexcept>
+
+#include "report/fill/ChartFiller.h"
+#include "report/fill/ChartFinder.h"
+#include "report/fill/ChartMarkup.h"
+#include "report/fill/ChartReader.h"
+#include "report/fill/FillPlan.h"
+#include "report/fill/PartCopy.h"
+#include "report/package/OutputFile.h"
+
+namespace quillon::report {
+namespace {
+
+/// A chart part with the colours that belong to it.
+struct ReadChart {
+    ReadChart(const Package& package, const std::string& name) : part(package.getPart(name), name)
+    {
+        for (const auto& row : package.getRelationships(name))
+            if (row.getKind() == "chartColorStyle" && !row.isExternal && package.hasPart(row.target))
+                palette = Palette(XmlSpans(package.getPart(row.target), row.target));
+    }
+
+    ChartMarkup part;
+    Palette palette;
+};
+
+using Drawings = std::vector<ChartDrawing>;
+
+/// What was read of the file as it was opened; copies share it.
+struct Originals {
+    explicit Originals(const Package& opened) : package(opened) {}
+
+    std::shared_ptr<const Drawings> getDrawings()
+    {
+        const std::lock_guard lock(mutex);
+        if (!drawings) drawings = std::make_shared<const Drawings>(findCharts(package));
+        return drawings;
+    }
+
+    std::shared_ptr<const ReadChart> getChart(const std::string& part)
+    {
+        const std::lock_guard lock(mutex);
+        auto& chart = charts[part];
+        if (!chart) chart = std::make_shared<const ReadChart>(package, part);
+        return chart;
+    }
+
+    /// Whether a part of a copy is the one that was opened.
+    bool holds(const Package& copy, const std::string& part) const
+    {
+        return package.hasPart(part) && &package.getPart(part) == &copy.getPart(part);
+    }
+
+    const Package package;
+    std::mutex mutex;
+    std::shared_ptr<const Drawings> drawings;
+    std::map<std::string, std::shared_ptr<const ReadChart>> charts;
+};
+
+std::string quote(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+/// Whether a text of the document is what was asked for, as it is or in braces.
+bool isKey(const std::string& text, const std::string& key)
+{
+    return !key.empty() && (text == key || text == "{{" + key + "}}");
+}
+
+bool isNamed(const ChartDrawing& drawing, const std::string& title, const std::string& key)
+{
+    const auto isIn = [&](const std::vector<std::string>& texts) {
+        return std::any_of(texts.begin(), texts.end(), [&](const auto& text) { return isKey(text, key); });
+    };
+    return isIn({drawing.name, drawing.description, drawing.title, title}) || isIn(drawing.tags) ||
+           isIn(drawing.bookmarks);
+}
+
+/// A number from 1 to `count`; 0 for anything else.
+std::size_t readChartNumber(const std::string& text, std::size_t count)
+{
+    std::size_t number = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
+    return isNumber && number <= count ? number : 0;
+}
+
+std::string describe(const FoundChart& chart)
+{
+    auto text = std::to_string(chart.number) + " " + quote(chart.name);
+    if (!chart.title.empty()) text += ", title " + quote(chart.title);
+    if (!chart.altText.empty()) text += ", alternative text " + quote(chart.altText);
+    return text;
+}
+
+}  // namespace
+
+struct Template::Content {
+    explicit Content(Package opened)
+        : package(std::move(opened)), originals(std::make_shared<Originals>(package))
+    {
+    }
+
+    std::shared_ptr<const Drawings> getDrawings() const;
+    std::shared_ptr<const ReadChart> readChart(const std::string& part) const;
+    FoundChart describeChart(const ChartDrawing& drawing, std::size_t number) const;
+    std::size_t find(const std::string& key) const;
+    [[noreturn]] void failToFind(const std::string& key, const std::vector<std::size_t>& found) const;
+    FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
+    void separate(std::size_t index);
+    FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options);
+
+    Package package;
+    std::shared_ptr<Originals> originals;
+};
+
+std::shared_ptr<const Drawings> Template::Content::getDrawings() const
+{
+    const auto drawings = originals->getDrawings();
+    const auto parts = findTextParts(package);
+    const bool isSame = std::all_of(parts.begin(), parts.end(),
+                                    [&](const auto& part) { return originals->holds(package, part.first); });
+    return isSame ? drawings : std::make_shared<const Drawings>(findCharts(package));
+}
+
+std::shared_ptr<const ReadChart> Template::Content::readChart(const std::string& part) const
+{
+    if (originals->holds(package, part)) return originals->getChart(part);
+    return std::make_shared<const ReadChart>(package, part);
+}
+
+FoundChart Template::Content::describeChart(const ChartDrawing& drawing, std::size_t number) const
+{
+    FoundChart found{.number = number,
+                     .name = drawing.name,
+                     .altText = drawing.description.empty() ? drawing.title : drawing.description,
+                     .place = drawing.place,
+                     .problem = drawing.problem};
+    if (!found.problem.empty()) return found;
+    try {
+        const auto chart = readChart(drawing.chartParts[0]);
+        found.title = chart->part.getTitle();
+        found.types = chart->part.getTypes();
+        found.problem = chart->part.getProblem();
+        for (const auto& series : chart->part.getSeries()) {
+            found.series.push_back(series.name);
+            found.points = std::max(found.points, chart->part.readCache(series.values).getCount());
+        }
+    } catch (const std::runtime_error& error) {
+        found.problem = error.what();
+    }
+    return found;
+}
+
+std::size_t Template::Content::find(const std::string& key) const
+{
+    const auto drawings = getDrawings();
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < drawings->size(); ++i)
+        if (isNamed((*drawings)[i], describeChart((*drawings)[i], i + 1).title, key)) found.push_back(i);
+    if (found.size() == 1) return found[0];
+    const auto number = readChartNumber(key, drawings->size());
+    if (!found.empty() || number == 0) failToFind(key, found);
+    return number - 1;
+}
+
+void Template::Content::failToFind(const std::string& key, const std::vector<std::size_t>& found) const
+{
+    const auto drawings = getDrawings();
+    std::string list;
+    for (std::size_t i = 0; i < drawings->size(); ++i)
+        list += (i == 0 ? " " : "; ") + describe(describeChart((*drawings)[i], i + 1));
+    if (drawings->empty())
+        throw std::runtime_error("There is no chart " + quote(key) + ": the document has none.");
+    throw std::runtime_error((found.empty()
+                                  ? "There is no chart " + quote(key)
+                                  : "There are " + std::to_string(found.size()) + " charts " + quote(key)) +
+                             "; the document has" + list + ".");
+}
+
+FillReport Template::Content::fill(std::size_t index, const ChartData& data, const FillOptions& options)
+{
+    if (const auto& problem = (*getDrawings())[index].problem; !problem.empty())
+        throw std::runtime_error("The chart cannot be filled: " + problem + ".");
+    separate(index);
+    const auto drawings = getDrawings();
+    const auto& drawing = (*drawings)[index];
+    auto report = fillPart(drawing.chartParts[0], data, options);
+    for (std::size_t i = 1; i < drawing.chartParts.size(); ++i)
+        fillPart(drawing.chartParts[i], data, options);
+    report.number = index + 1;
+    report.chart = drawing.name;
+    if (package.isSigned())
+        report.warnings.emplace_back("The document is signed; its signature is no longer valid.");
+    return report;
+}
+
+/// A part that other drawings show as well is copied first.
+void Template::Content::separate(std::size_t index)
+{
+    const auto drawings = getDrawings();
+    const auto& drawing = (*drawings)[index];
+    for (const auto& part : drawing.chartParts) {
+        const bool isShared = std::any_of(drawings->begin(), drawings->end(), [&](const ChartDrawing& other) {
+            return &other != &drawing && std::find(other.chartParts.begin(), other.chartParts.end(), part) !=
+                                             other.chartParts.end();
+        });
+        if (isShared) showCopy(package, drawing, part, copyChart(package, part));
+    }
+}
+
+FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
+                                       const FillOptions& options)
+{
+    const auto chart = readChart(part);
+    FillPlan plan(chart->part, data, options);
+    auto workbook =
+        updateWorkbook(package, part, chart->part.getWorkbookId(), plan.makeCells(), plan.makeRemovedCells());
+    plan.setReferences(workbook.series);
+    workbook.series.clear();
+    workbook.series.shrink_to_fit();
+    package.setPart(part, ChartFiller(plan, chart->palette).write(workbook.relationshipId));
+    auto report = plan.getReport();
+    if (!workbook.warning.empty()) report.warnings.push_back(workbook.warning);
+    return report;
+}
+
+Template::Template(std::string bytes)
+{
+    Package package(std::move(bytes));
+    package.requireDocument();
+    content_ = std::make_unique<Content>(std::move(package));
+}
+
+Template Template::open(const std::string& path)
+{
+    auto package = Package::open(path);
+    try {
+        package.requireDocument();
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
+    return Template(std::make_unique<Content>(std::move(package)));
+}
+
+Template::Template(std::unique_ptr<Content> content) : content_(std::move(content)) {}
+Template::~Template() = default;
+Template::Template(const Template& other) : content_(std::make_unique<Content>(*other.content_)) {}
+Template::Template(Template&& other) noexcept = default;
+Template& Template::operator=(Template&& other) noexcept = default;
+
+Template& Template::operator=(const Template& other)
+{
+    if (this != &other) content_ = std::make_unique<Content>(*other.content_);
+    return *this;
+}
+
+std::vector<FoundChart> Template::getCharts() const
+{
+    const auto drawings = content_->getDrawings();
+    std::vector<FoundChart> charts;
+    for (std::size_t i = 0; i < drawings->size(); ++i)
+        charts.push_back(content_->describeChart((*drawings)[i], i + 1));
+    return charts;
+}
+
+ChartData Template::getChartData(const std::string& chart) const
+{
+    const auto drawings = content_->getDrawings();
+    const auto& drawing = (*drawings)[content_->find(chart)];
+    if (!drawing.problem.empty())
+        throw std::runtime_error("The chart cannot be read: " + drawing.problem + ".");
+    const auto read = content_->readChart(drawing.chartParts[0]);
+    if (!read->part.getProblem().empty())
+        throw std::runtime_error("The chart cannot be read: " + read->part.getProblem() + ".");
+    return readChartData(read->part);
+}
+
+FillReport Template::fill(const std::string& chart, const ChartData& data, const FillOptions& options)
+{
+    const auto before = content_->package;
+    try {
+        return content_->fill(content_->find(chart), data, options);
+    } catch (...) {
+        content_->package = before;
+        throw;
+    }
+}
+
+std::vector<Placeholder> Template::getPlaceholders() const
+{
+    return findPlaceholders(content_->package);
+}
+
+void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
+                      const Listener& listener)
+{
+    const auto before = content_->package;
+    try {
+        insertChart(content_->package, placeholder, chart, options, listener);
+    } catch (...) {
+        content_->package = before;
+        throw;
+    }
+}
+
+std::size_t Template::replace(const std::string& placeholder, const std::string& text)
+{
+    return replaceText(content_->package, placeholder, text);
+}
+
+std::string Template::toBytes() const
+{
+    return content_->package.toBytes();
+}
+
+void Template::save(const std::string& path) const
+{
+    writeFile(path, toBytes());
+}
+
+Package& Template::getPackage()
+{
+    return content_->package;
+}
+
+const Package& Template::getPackage() const
+{
+    return content_->package;
+}
+
+}  // namespace quillon::report

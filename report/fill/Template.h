@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "report/fill/FillReport.h"
+#include "report/fill/Placeholders.h"
+#include "report/options/ChartData.h"
+#include "report/options/Listener.h"
+#include "report/package/Package.h"
+#include "support/Export.h"
+
+namespace quillon::report {
+
+/// A chart of a document, as Template::getCharts lists it. Texts are UTF-8.
+struct FoundChart {
+    /// From 1, in reading order.
+    std::size_t number = 0;
+    /// As in the word processor's list of drawings: "Chart 1".
+    std::string name = {};
+    /// The alternative text.
+    std::string altText = {};
+    std::string title = {};
+    /// The kinds of its groups: "column", "line", "3-D pie" ...
+    std::vector<std::string> types = {};
+    /// The names of its series.
+    std::vector<std::string> series = {};
+    /// Of the longest series.
+    std::size_t points = 0;
+    /// "body", "header, table" ...
+    std::string place = {};
+    /// Why it cannot be filled; empty when it can.
+    std::string problem = {};
+};
+
+/// A word-processing document that exists, whose charts take new data: .docx, .docm, .dotx or .dotm.
+///
+/// What a fill need not touch keeps its bytes. Charts keep their names, so that what was filled can be
+/// filled again. A copy is cheap, and shares what was read: open once, then copy, fill and save many times.
+/// Use one copy on one thread at a time; different copies may be used on different threads at once.
+class QUILLON_EXPORT Template {
+ public:
+    /// Throws: std::runtime_error that names the file and says what is wrong with it, or what it is instead.
+    static Template open(const std::string& path);
+    /// The same for the bytes of a file.
+    explicit Template(std::string bytes);
+    ~Template();
+    Template(const Template& other);
+    Template(Template&& other) noexcept;
+    Template& operator=(const Template& other);
+    Template& operator=(Template&& other) noexcept;
+
+    /// All charts, those that cannot be filled as well.
+    /// Throws: std::runtime_error when a part of the document cannot be read.
+    std::vector<FoundChart> getCharts() const;
+
+    /// The data that a chart shows. Charts are found by name, alternative text ("Revenue", or "{{revenue}}"
+    /// by "revenue"), tag or title of a content control around them, bookmark, title, or number ("2").
+    /// Throws: std::runtime_error that lists the charts when none or several are found, and one that says why
+    /// the chart cannot be read.
+    ChartData getChartData(const std::string& chart) const;
+
+    /// Gives a chart new data, and returns what changed. Series and categories are matched by name, what is
+    /// left over by position; formats stay with their names.
+    /// Throws: as getChartData, and std::runtime_error for data that the chart cannot show. The document is
+    /// then as it was.
+    FillReport fill(const std::string& chart, const ChartData& data, const FillOptions& options = {});
+
+    /// The names in double braces in the text and in the alternative texts of pictures.
+    std::vector<Placeholder> getPlaceholders() const;
+    /// Puts a new chart in the place of a paragraph that holds `{{placeholder}}`, as wide as its column, or
+    /// of a picture that has it as its alternative text, whose size it takes. Throws: std::runtime_error that
+    /// lists the placeholders when there is none such, and as makeChartParts.
+    void insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options = {},
+                const Listener& listener = {});
+    /// Replaces `{{placeholder}}` in running text, and returns how often.
+    /// Throws: std::runtime_error that lists the placeholders when there is none such.
+    std::size_t replace(const std::string& placeholder, const std::string& text);
+
+    /// The whole file.
+    std::string toBytes() const;
+    /// Writes the file to `path`, as Document::save does. Throws: FileError.
+    void save(const std::string& path) const;
+
+    /// The parts of the document, for operations of this library on them.
+    Package& getPackage();
+    const Package& getPackage() const;
+
+ private:
+    struct Content;
+    explicit Template(std::unique_ptr<Content> content);
+    std::unique_ptr<Content> content_;
+};
+
+}  // namespace quillon::report

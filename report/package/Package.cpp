@@ -1,0 +1,557 @@
+#include "report/package/Package.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <stdexcept>
+#include <unordered_map>
+#include <utility>
+
+#include "report/package/XmlSpans.h"
+
+namespace quillon::report {
+
+/// The new content of a part; it is packed once, however often it is written.
+struct Package::Content {
+    explicit Content(std::string content) : bytes(std::move(content)) {}
+    const PackedBytes& getPacked() const
+    {
+        std::call_once(once, [this] { packed = pack(bytes); });
+        return packed;
+    }
+
+    std::string bytes;
+    mutable std::once_flag once;
+    mutable PackedBytes packed;
+};
+
+/// The file as it was opened, which copies share.
+struct Package::Opened {
+    Opened(std::string bytes, const ArchiveLimits& limits) : archive(std::move(bytes), limits) {}
+
+    Archive archive;
+    /// Of each entry; empty for a folder.
+    std::vector<std::string> keys;
+    std::unordered_map<std::string, std::size_t> indices;
+    std::string mainPart;
+    bool isStrict = false;
+    bool isSigned = false;
+};
+
+namespace {
+
+constexpr auto contentTypesPart = "[Content_Types].xml";
+constexpr std::string_view strictTypes = "http://purl.oclc.org/ooxml/officeDocument/relationships/";
+constexpr std::string_view transitionalTypes =
+    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+/// 1 January 1980, the first day that the records of a zip file can name, at midnight.
+constexpr std::uint32_t firstDay = 0x210000;
+
+char toLower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string toLower(std::string_view text)
+{
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), [](char c) { return toLower(c); });
+    return lower;
+}
+
+int readHexDigit(char c)
+{
+    const auto digit = std::string_view("0123456789abcdef").find(toLower(c));
+    return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
+}
+
+/// Resolves "%20"; what is no such notation stays.
+std::string decodePercent(std::string_view text)
+{
+    std::string decoded;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const int high = text[at] == '%' && at + 2 < text.size() ? readHexDigit(text[at + 1]) : -1;
+        const int low = high < 0 ? -1 : readHexDigit(text[at + 2]);
+        decoded += low < 0 ? text[at] : static_cast<char>(high * 16 + low);
+        if (low >= 0) at += 2;
+    }
+    return decoded;
+}
+
+std::string encodePercent(std::string_view text)
+{
+    constexpr std::string_view plain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-._~!$&'()*+,;=:@/";
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (plain.find(c) != std::string_view::npos)
+            encoded += c;
+        else
+            encoded += {'%', digits[byte >> 4], digits[byte & 15]};
+    }
+    return encoded;
+}
+
+/// What is the same for all spellings of a part's name.
+std::string makeKey(std::string_view name)
+{
+    auto key = toLower(decodePercent(name));
+    std::ranges::replace(key, '\\', '/');
+    key.erase(0, std::min(key.find_first_not_of('/'), key.size()));
+    return key;
+}
+
+std::string getFolder(std::string_view name)
+{
+    const auto slash = name.rfind('/');
+    return std::string(slash == std::string_view::npos ? "" : name.substr(0, slash + 1));
+}
+
+std::string getRelationshipsName(std::string_view source)
+{
+    const auto folder = getFolder(source);
+    return folder + "_rels/" + std::string(source.substr(folder.size())) + ".rels";
+}
+
+std::vector<std::string_view> splitPath(std::string_view path)
+{
+    std::vector<std::string_view> steps;
+    while (!path.empty()) {
+        const auto end = std::min(path.find('/'), path.size());
+        steps.push_back(path.substr(0, end));
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return steps;
+}
+
+/// The name of the part that `target` leads to from a part; steps above the root stay at the root.
+std::string resolve(std::string_view source, std::string_view target)
+{
+    auto path = decodePercent(target.substr(0, target.find_first_of("#?")));
+    std::ranges::replace(path, '\\', '/');
+    if (!path.starts_with('/')) path.insert(0, getFolder(source));
+    std::vector<std::string_view> steps;
+    for (const auto step : splitPath(path)) {
+        if (step == ".." && !steps.empty()) steps.pop_back();
+        if (!step.empty() && step != "." && step != "..") steps.push_back(step);
+    }
+    std::string name;
+    for (const auto step : steps) name.append(name.empty() ? "" : "/").append(step);
+    return name;
+}
+
+/// How a part names another: from its folder, "../embeddings/data.xlsx".
+std::string makeTarget(std::string_view source, std::string_view target)
+{
+    const auto folder = getFolder(source);
+    const auto from = splitPath(folder);
+    const auto to = splitPath(target);
+    std::size_t shared = 0;
+    while (shared < from.size() && shared + 1 < to.size() && from[shared] == to[shared]) ++shared;
+    std::string path;
+    for (auto i = shared; i < from.size(); ++i) path += "../";
+    for (auto i = shared; i < to.size(); ++i) path.append(i > shared ? "/" : "").append(to[i]);
+    return encodePercent(path);
+}
+
+struct Signature {
+    std::string_view start;
+    const char* sentence;
+};
+
+constexpr std::string_view binaryFile{"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", 8};
+
+/// What people take for a document, by how it starts.
+constexpr std::array<Signature, 3> signatures = {{
+    {"{\\rtf", "The file is in Rich Text Format (.rtf); save it as .docx first."},
+    {"%PDF-", "The file is a PDF; expected a word-processing document (.docx, .docm, .dotx or .dotm)."},
+    {"<", "The file is one of XML or HTML; save it as .docx first."},
+}};
+
+/// A name in the directory of a binary file, which is UTF-16.
+bool holdsStream(std::string_view bytes, std::string_view name)
+{
+    std::string wide;
+    for (const char c : name) wide += {c, '\0'};
+    return bytes.find(wide) != std::string_view::npos;
+}
+
+[[noreturn]] void failAsBinary(std::string_view bytes)
+{
+    if (holdsStream(bytes, "EncryptedPackage"))
+        throw std::runtime_error("The file is protected with a password; save a copy without one.");
+    if (holdsStream(bytes, "WordDocument"))
+        throw std::runtime_error(
+            "The file is a document in the old binary format (.doc); save it as .docx first.");
+    throw std::runtime_error("The file is in an old binary format; save it in a format of today first.");
+}
+
+/// Says what the file is when it is no zip file.
+std::string requireZip(std::string bytes)
+{
+    if (bytes.empty()) throw std::runtime_error("The file is empty.");
+    if (bytes.starts_with(binaryFile)) failAsBinary(bytes);
+    const std::string_view mark = "\xEF\xBB\xBF";
+    const auto text = std::string_view(bytes).substr(bytes.starts_with(mark) ? mark.size() : 0);
+    for (const auto& [start, sentence] : signatures)
+        if (text.starts_with(start)) throw std::runtime_error(sentence);
+    if (!bytes.starts_with("PK"))
+        throw std::runtime_error(
+            "The file is no document: expected a zip file, as .docx, .docm, .dotx and .dotm are.");
+    return bytes;
+}
+
+struct MainType {
+    std::string_view contentType;
+    const char* what;
+};
+
+constexpr std::array<MainType, 4> foreignTypes = {{
+    {"spreadsheetml", "a workbook"},
+    {"ms-excel", "a workbook"},
+    {"presentationml", "a presentation"},
+    {"ms-powerpoint", "a presentation"},
+}};
+
+bool isDocumentType(std::string_view contentType)
+{
+    constexpr std::array<std::string_view, 4> types = {
+        "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml",
+        "application/vnd.openxmlformats-officedocument.wordprocessingml.template.main+xml",
+        "application/vnd.ms-word.document.macroenabled.main+xml",
+        "application/vnd.ms-word.template.macroenabledtemplate.main+xml",
+    };
+    return std::ranges::find(types, toLower(contentType)) != types.end();
+}
+
+/// The row of the content types for a part itself, or for its extension.
+XmlElement findContentType(const XmlElement& types, std::string_view name, std::string_view row)
+{
+    const bool isOverride = row == "Override";
+    const auto key = makeKey(name);
+    const auto wanted = isOverride ? key : key.substr(key.rfind('.') + 1);
+    for (const auto& child : types.getChildren()) {
+        if (child.getName() != row) continue;
+        const auto value = child.getAttribute(isOverride ? "PartName" : "Extension").value_or("");
+        if ((isOverride ? makeKey(value) : toLower(value)) == wanted) return child;
+    }
+    return {};
+}
+
+XmlElement findRelationship(const XmlElement& relationships, std::string_view id)
+{
+    for (const auto& row : relationships.getChildren())
+        if (row.getAttribute("Id") == id) return row;
+    throw std::runtime_error("There is no relationship \"" + std::string(id) + "\".");
+}
+
+std::string findFreeId(const XmlElement& relationships)
+{
+    std::vector<std::string> ids;
+    for (const auto& row : relationships.getChildren()) ids.push_back(row.getAttribute("Id").value_or(""));
+    for (std::size_t number = 1;; ++number) {
+        auto id = "rId" + std::to_string(number);
+        if (std::ranges::find(ids, id) == ids.end()) return id;
+    }
+}
+
+/// The markup of an element without content; the values are text.
+std::string makeRow(std::string_view name,
+                    std::initializer_list<std::pair<const char*, std::string_view>> attributes)
+{
+    std::string row = "<" + std::string(name);
+    for (const auto& [key, value] : attributes)
+        row += " " + std::string(key) + "=\"" + escapeAttribute(value) + "\"";
+    return row + "/>";
+}
+
+std::string readFile(const std::string& path)
+{
+    const auto limit = ArchiveLimits().fileSize;
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) throw std::runtime_error("It is a folder.");
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw std::runtime_error(std::string("Cannot read it: ") + std::strerror(errno) + ".");
+    std::string bytes;
+    constexpr std::size_t chunkSize = std::size_t{1} << 20;
+    for (std::string chunk(chunkSize, '\0'); file && bytes.size() <= limit;) {
+        file.read(chunk.data(), static_cast<std::streamsize>(chunk.size()));
+        bytes.append(chunk, 0, static_cast<std::size_t>(file.gcount()));
+    }
+    if (file.bad()) throw std::runtime_error("Cannot read it to its end.");
+    return bytes;
+}
+
+}  // namespace
+
+std::string_view Relationship::getKind() const
+{
+    return std::string_view(type).substr(type.rfind('/') + 1);
+}
+
+Package::Package(std::string bytes, const ArchiveLimits& limits)
+{
+    const auto opened = std::make_shared<Opened>(requireZip(std::move(bytes)), limits);
+    for (const auto& entry : opened->archive.getEntries()) {
+        const bool isFolder = entry.name.ends_with('/') || entry.name.ends_with('\\');
+        opened->keys.push_back(isFolder ? "" : makeKey(entry.name));
+        const auto& key = opened->keys.back();
+        if (!isFolder && !opened->indices.emplace(key, opened->keys.size() - 1).second)
+            throw std::runtime_error("The file is refused: it has two entries named \"" + entry.name + "\".");
+        if (key.starts_with("_xmlsignatures/")) opened->isSigned = true;
+    }
+    opened_ = opened;
+    if (hasPart("mimetype") && getPart("mimetype").starts_with("application/vnd.oasis.opendocument"))
+        throw std::runtime_error("The file is an OpenDocument file; save it as .docx first.");
+    if (!hasPart(contentTypesPart))
+        throw std::runtime_error("The file is a zip file, but no document: it has no [Content_Types].xml.");
+    for (const auto& relationship : getRelationships("")) {
+        if (relationship.getKind() != "officeDocument" || relationship.isExternal) continue;
+        opened->mainPart = relationship.target;
+        opened->isStrict = relationship.type.starts_with(strictTypes);
+    }
+    if (!hasPart(opened->mainPart))
+        throw std::runtime_error("The file is a zip file, but no document: it has no main part.");
+}
+
+Package Package::open(const std::string& path)
+{
+    try {
+        return Package(readFile(path));
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
+}
+
+void Package::requireDocument() const
+{
+    const auto type = getContentType(getMainPart());
+    if (isDocumentType(type)) return;
+    const char* what = "no document";
+    for (const auto& [part, name] : foreignTypes)
+        if (type.find(part) != std::string::npos) what = name;
+    throw std::runtime_error(std::string("The file is ") + what +
+                             "; expected a word-processing document (.docx, .docm, .dotx or .dotm).");
+}
+
+const std::string& Package::getMainPart() const
+{
+    return opened_->mainPart;
+}
+
+bool Package::isStrict() const
+{
+    return opened_->isStrict;
+}
+
+bool Package::isSigned() const
+{
+    return opened_->isSigned;
+}
+
+std::vector<std::string> Package::getPartNames() const
+{
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < opened_->keys.size(); ++i) {
+        const auto& key = opened_->keys[i];
+        if (key.empty() || !hasPart(key)) continue;
+        names.push_back(opened_->archive.getEntries()[i].name);
+        std::ranges::replace(names.back(), '\\', '/');
+    }
+    names.insert(names.end(), added_.begin(), added_.end());
+    return names;
+}
+
+/// The content of a part; null when it is missing.
+const std::string* Package::findPart(const std::string& key) const
+{
+    if (const auto change = changes_.find(key); change != changes_.end())
+        return change->second ? &change->second->bytes : nullptr;
+    const auto index = opened_->indices.find(key);
+    return index == opened_->indices.end() ? nullptr : &opened_->archive.read(index->second);
+}
+
+bool Package::hasPart(std::string_view name) const
+{
+    const auto key = makeKey(name);
+    const auto change = changes_.find(key);
+    return change != changes_.end() ? change->second != nullptr : opened_->indices.contains(key);
+}
+
+const std::string& Package::getPart(std::string_view name) const
+{
+    if (const auto* bytes = findPart(makeKey(name))) return *bytes;
+    throw std::runtime_error("The file has no part \"" + std::string(name) + "\".");
+}
+
+void Package::setPart(std::string_view name, std::string bytes)
+{
+    const auto key = makeKey(name);
+    if (getPart(name) == bytes) return;
+    const auto index = opened_->indices.find(key);
+    if (index != opened_->indices.end() && opened_->archive.read(index->second) == bytes)
+        changes_.erase(key);
+    else
+        changes_[key] = std::make_shared<const Content>(std::move(bytes));
+}
+
+void Package::addPart(const std::string& name, std::string bytes, std::string_view contentType)
+{
+    if (hasPart(name)) throw std::runtime_error("The file has a part \"" + name + "\" already.");
+    const auto key = makeKey(name);
+    if (!opened_->indices.contains(key)) added_.push_back(name);
+    changes_[key] = std::make_shared<const Content>(std::move(bytes));
+    setContentType(name, contentType);
+}
+
+void Package::removePart(std::string_view name)
+{
+    const XmlSpans types(getPart(contentTypesPart), contentTypesPart);
+    if (const auto row = findContentType(types.getRoot(), name, "Override")) {
+        Edits edits;
+        edits.remove(row.getOuter());
+        setPart(contentTypesPart, edits.apply(types));
+    }
+    for (const auto& removed : {std::string(name), getRelationshipsName(name)}) {
+        const auto key = makeKey(removed);
+        std::erase_if(added_, [&key](const auto& other) { return makeKey(other) == key; });
+        if (opened_->indices.contains(key))
+            changes_[key] = nullptr;
+        else
+            changes_.erase(key);
+    }
+}
+
+std::string Package::findFreeName(const std::string& prefix, const std::string& suffix) const
+{
+    for (std::size_t number = 1;; ++number) {
+        auto name = prefix + std::to_string(number) + suffix;
+        if (!hasPart(name)) return name;
+    }
+}
+
+std::string Package::getContentType(std::string_view name) const
+{
+    const XmlSpans types(getPart(contentTypesPart), contentTypesPart);
+    auto row = findContentType(types.getRoot(), name, "Override");
+    if (!row) row = findContentType(types.getRoot(), name, "Default");
+    return row ? row.getAttribute("ContentType").value_or("") : "";
+}
+
+void Package::setContentType(std::string_view name, std::string_view contentType)
+{
+    if (getContentType(name) == contentType) return;
+    const XmlSpans types(getPart(contentTypesPart), contentTypesPart);
+    Edits edits;
+    if (const auto row = findContentType(types.getRoot(), name, "Override"))
+        edits.setAttribute(row, "ContentType", contentType);
+    else
+        edits.append(types.getRoot(),
+                     makeRow(std::string(types.getRoot().getPrefix()) + "Override",
+                             {{"PartName", "/" + encodePercent(name)}, {"ContentType", contentType}}));
+    setPart(contentTypesPart, edits.apply(types));
+}
+
+std::vector<Relationship> Package::getRelationships(std::string_view source) const
+{
+    std::vector<Relationship> relationships;
+    const auto name = getRelationshipsName(source);
+    if (!hasPart(name)) return relationships;
+    const XmlSpans rows(getPart(name), name);
+    for (const auto& row : rows.getRoot().getChildren()) {
+        const auto target = row.getAttribute("Target").value_or("");
+        const bool isExternal = row.getAttribute("TargetMode") == "External";
+        relationships.push_back({row.getAttribute("Id").value_or(""), row.getAttribute("Type").value_or(""),
+                                 isExternal ? target : resolve(source, target), isExternal});
+    }
+    return relationships;
+}
+
+std::string Package::makeType(std::string_view kind) const
+{
+    if (kind.find("://") != std::string_view::npos) return std::string(kind);
+    return std::string(isStrict() ? strictTypes : transitionalTypes) + std::string(kind);
+}
+
+std::string Package::addRelationship(std::string_view source, std::string_view kind, std::string_view target)
+{
+    return appendRelationship(source, kind, makeTarget(source, target), false);
+}
+
+std::string Package::addExternalRelationship(std::string_view source, std::string_view kind,
+                                             std::string_view address)
+{
+    return appendRelationship(source, kind, std::string(address), true);
+}
+
+std::string Package::appendRelationship(std::string_view source, std::string_view kind,
+                                        const std::string& target, bool isExternal)
+{
+    const auto name = getRelationshipsName(source);
+    if (!hasPart(name))
+        addPart(name,
+                "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<Relationships xmlns=\"" +
+                    std::string(getUri(Ns::PackageRelationships)) + "\"/>",
+                "application/vnd.openxmlformats-package.relationships+xml");
+    const XmlSpans rows(getPart(name), name);
+    auto id = findFreeId(rows.getRoot());
+    const auto element = std::string(rows.getRoot().getPrefix()) + "Relationship";
+    const auto type = makeType(kind);
+    Edits edits;
+    edits.append(rows.getRoot(),
+                 isExternal ? makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target},
+                                                {"TargetMode", "External"}})
+                            : makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}}));
+    setPart(name, edits.apply(rows));
+    return id;
+}
+
+void Package::retarget(std::string_view source, std::string_view id, std::string_view kind,
+                       std::string_view target)
+{
+    const auto name = getRelationshipsName(source);
+    const XmlSpans rows(getPart(name), name);
+    const auto row = findRelationship(rows.getRoot(), id);
+    Edits edits;
+    edits.setAttribute(row, "Type", makeType(kind));
+    edits.setAttribute(row, "Target", makeTarget(source, target));
+    if (row.getAttribute("TargetMode")) edits.setAttribute(row, "TargetMode", "Internal");
+    setPart(name, edits.apply(rows));
+}
+
+void Package::removeRelationship(std::string_view source, std::string_view id)
+{
+    const auto name = getRelationshipsName(source);
+    const XmlSpans rows(getPart(name), name);
+    Edits edits;
+    edits.remove(findRelationship(rows.getRoot(), id).getOuter());
+    setPart(name, edits.apply(rows));
+}
+
+std::string Package::toBytes() const
+{
+    const auto& archive = opened_->archive;
+    if (changes_.empty()) return archive.getBytes();
+    ArchiveWriter writer;
+    writer.reserve(archive.getBytes().size());
+    for (std::size_t i = 0; i < opened_->keys.size(); ++i) {
+        const auto& entry = archive.getEntries()[i];
+        const auto change = changes_.find(opened_->keys[i]);
+        if (change == changes_.end())
+            writer.copy(archive, entry);
+        else if (change->second)
+            writer.add(entry.name, change->second->getPacked(), entry.time);
+    }
+    for (const auto& name : added_) writer.add(name, changes_.at(makeKey(name))->getPacked(), firstDay);
+    return writer.finish(archive.getComment());
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,308 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/report/fill/TestTemplates.h"
+
+namespace quillon::report {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const std::string dateAxes =
+    makeAxis("dateAx", '1', '2',
+             "<c:auto val=\"1\"/><c:lblOffset val=\"100\"/><c:baseTimeUnit val=\"months\"/>") +
+    makeAxis("valAx", '2', '1');
+const std::string xAxes = makeAxis("valAx", '1', '2') + makeAxis("valAx", '2', '1');
+
+std::string makeDates(const Texts& days)
+{
+    return makeNumberReference('A', days, "mmm\\ yy");
+}
+
+std::string makeLevels()
+{
+    const auto level = [](const std::string& points) { return "<c:lvl>" + points + "</c:lvl>"; };
+    return "<c:multiLvlStrRef><c:f>Sheet1!$A$2:$B$5</c:f><c:multiLvlStrCache><c:ptCount val=\"4\"/>" +
+           level(
+               "<c:pt idx=\"0\"><c:v>Q1</c:v></c:pt><c:pt idx=\"1\"><c:v>Q2</c:v></c:pt><c:pt "
+               "idx=\"2\"><c:v>Q1</c:v></c:pt><c:pt idx=\"3\"><c:v>Q2</c:v></c:pt>") +
+           level("<c:pt idx=\"0\"><c:v>2025</c:v></c:pt><c:pt idx=\"2\"><c:v>2026</c:v></c:pt>") +
+           "</c:multiLvlStrCache></c:multiLvlStrRef>";
+}
+
+/// Points of a series over x values of its own.
+std::string makePointSeries(int position, const std::string& x, const Texts& y,
+                            const std::string& behind = "")
+{
+    const auto number = std::to_string(position);
+    const char column = static_cast<char>('C' + position);
+    return "<c:ser><c:idx val=\"" + number + "\"/><c:order val=\"" + number + "\"/><c:tx><c:v>S" + number +
+           "</c:v></c:tx>" + (x.empty() ? "" : "<c:xVal>" + x + "</c:xVal>") + "<c:yVal>" +
+           makeNumberReference(column, y) + "</c:yVal>" + behind + "</c:ser>";
+}
+
+std::string makePoints(const std::string& element, const std::string& series)
+{
+    return makeChartPart("<c:" + element + "><c:varyColors val=\"0\"/>" + series +
+                         "<c:axId val=\"1\"/><c:axId val=\"2\"/></c:" + element + ">" + xAxes);
+}
+
+std::string makeErrorBars(const Texts& plus)
+{
+    return "<c:errBars><c:errDir val=\"y\"/><c:errBarType val=\"both\"/><c:errValType "
+           "val=\"cust\"/><c:plus>" +
+           makeNumberReference('F', plus) +
+           "</c:plus><c:minus><c:numLit><c:formatCode>General</c:formatCode><c:ptCount val=\"1\"/><c:pt "
+           "idx=\"0\"><c:v>0.5</c:v></c:pt></c:numLit></c:minus></c:errBars>";
+}
+
+std::string makeColumns(const std::string& categories, const Texts& values,
+                        const std::string& axes = textAxes, const std::string& format = "")
+{
+    return makeChartPart(
+        makeGroup("barChart", columnSettings, {{1, "North", values, format, categories}}, "12") + axes);
+}
+
+std::string changeAll(std::string text, const std::string& from, const std::string& to)
+{
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
+}
+
+std::string toUtf16Bytes(const std::string& text)
+{
+    std::string bytes;
+    for (const char16_t unit : u'\xFEFF' + toUtf16(text))
+        bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+    return bytes;
+}
+
+/// Chart parts of every kind and way of writing.
+std::vector<std::string> makeAllParts()
+{
+    const auto dates = makeColumns(makeDates({"46023", "46054", "46082"}), {"1", "2", "3"}, dateAxes);
+    const auto bars = makeColumns(makeTextReference('A', {"a", "b", "c"}), {"1", " 2.0 ", "#N/A"});
+    std::vector<std::string> parts = {
+        dates,
+        changeAll(dates, "<c:chart>", "<c:date1904 val=\"1\"/><c:chart>"),
+        bars,
+        changeAll(changeAll(changeAll(bars, "<c:", "<chart:"), "</c:", "</chart:"),
+                  "xmlns:c=", "xmlns:chart="),
+        changeAll(changeAll(changeAll(bars, "<c:", "<"), "</c:", "</"), "xmlns:c=", "xmlns="),
+        changeAll(bars, "http://schemas.openxmlformats.org/drawingml/2006/chart",
+                  "http://purl.oclc.org/ooxml/drawingml/chart"),
+        toUtf16Bytes(bars),
+        makeColumns(makeLevels(), {"1", "2", "3", "4"}),
+        makeColumns("", {"1", "2"}),
+        makeColumns(makeNumberReference('A', {"2024", "2025"}), {"1", "2"}),
+        makeColumns(makeTextReference('A', {"a", "b"}), {"1", "", "3", ""}),
+        makeColumns("<c:strLit><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>a</c:v></c:pt></c:strLit>",
+                    {"1", "2"}),
+        makeColumns(makeTextReference('A', {"a", "b"}), {"1", "2"}, textAxes, makeErrorBars({"1", "2"})),
+        makeColumns(makeTextReference('A', {"a"}), {"1"}, textAxes, "<c:dPt><c:idx val=\"7\"/></c:dPt>"),
+        makePoints("scatterChart",
+                   makePointSeries(0, makeNumberReference('A', {"1", "2.5"}), {"1", "2"}) +
+                       makePointSeries(1, makeNumberReference('A', {"1", "2.5"}), {"3", "4"}) +
+                       makePointSeries(2, makeNumberReference('B', {"7", "8", "9"}), {"3", "", "5"})),
+        makePoints("scatterChart", makePointSeries(0, makeTextReference('A', {"a", "b"}), {"1", "2"}) +
+                                       makePointSeries(1, "", {"3"})),
+        makePoints("bubbleChart", makePointSeries(0, makeNumberReference('A', {"1", "2.5"}), {"1", "2"},
+                                                  "<c:bubbleSize>" + makeNumberReference('F', {"10", "20"}) +
+                                                      "</c:bubbleSize>")),
+    };
+    for (const auto* kind :
+         {"lineChart", "areaChart", "radarChart", "bar3DChart", "doughnutChart", "ofPieChart", "stockChart"})
+        parts.push_back(makeChartPart(
+            makeGroup(kind, "", {{0, "A", {"1", "2", "3"}}, {1, "B", {"4", "5", ""}}}, "12") + textAxes));
+    return parts;
+}
+
+TEST(Kinds, KeepTheirBytesWhenFilledWithTheirOwnData)
+{
+    const auto parts = makeAllParts();
+    auto document = makeTemplate(parts);
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto number = std::to_string(i + 1);
+        document.fill(number, document.getChartData(number));
+        EXPECT_TRUE(getChartPart(document, static_cast<int>(i) + 1) == parts[i]) << number;
+    }
+}
+
+std::string print(const ChartData& data)
+{
+    std::string text = std::to_string(static_cast<int>(data.categoryKind)) + "|";
+    for (const auto& category : data.dataSet->getCategories()) text += toUtf8(category) + ",";
+    for (const auto& level : data.levels)
+        for (const auto& name : level) text += "/" + toUtf8(name);
+    const auto list = data.dataSet->getSeriesList();
+    for (const auto& series : *list) {
+        text += "|" + toUtf8(series->getName()) + ":";
+        for (const auto& point : series->getPoints())
+            text += toUtf8(num2str(point->getX()) + u";" + num2str(point->getY())) + ",";
+    }
+    for (const auto& details : data.series)
+        for (const auto& numbers : {details.sizes, details.errorsPlus, details.errorsMinus})
+            for (const double number : numbers) text += "+" + toUtf8(num2str(number));
+    return text;
+}
+
+TEST(Kinds, AreReadAsData)
+{
+    const auto document = makeTemplate(makeAllParts());
+    const std::pair<int, std::string> expected[] = {
+        {1, "2|2026-01-01,2026-02-01,2026-03-01,|North:0;1,0;2,0;3,"},
+        {2, "2|2030-01-02,2030-02-02,2030-03-02,|North:0;1,0;2,0;3,"},
+        {3, "1|a,b,c,|North:0;1,0;2,0;NaN,"},
+        {8, "1|Q1,Q2,Q1,Q2,/2025//2026/|North:0;1,0;2,0;3,0;4,"},
+        {9, "1|1,2,|North:0;1,0;2,"},
+        {10, "3|2024,2025,|North:0;1,0;2,"},
+        {11, "1|a,b,|North:0;1,0;NaN,0;3,0;NaN,"},
+        {13, "1|a,b,|North:0;1,0;2,+1+2+0.5+0.5"},
+        {15, "1||S0:1;1,2.5;2,NaN;NaN,|S1:1;3,2.5;4,NaN;NaN,|S2:7;3,8;NaN,9;5,"},
+        {16, "1||S0:1;1,2;2,|S1:1;3,NaN;NaN,"},
+        {17, "1||S0:1;1,2.5;2,+10+20"},
+    };
+    for (const auto& [number, text] : expected)
+        EXPECT_EQ(print(document.getChartData(std::to_string(number))), text);
+    const auto dates = document.getChartData("1");
+    EXPECT_EQ(dates.categoryValues, (std::vector<double>{46023, 46054, 46082}));
+    EXPECT_EQ(dates.categoryFormat, "mmm\\ yy");
+}
+
+TEST(Kinds, OfCategoriesFollowTheData)
+{
+    const auto texts = makeColumns(makeTextReference('A', {"a", "b", "c"}), {"1", "2", "3"});
+    const auto dates = makeColumns(makeDates({"46023", "46054", "46082"}), {"1", "2", "3"}, dateAxes);
+    auto isoDates = makeData({"2026-07-31", "2026-08-31"}, {{"North", {1, 2}}});
+    auto realDates = isoDates;
+    realDates.categoryValues = {46234, 46265};
+    realDates.categoryKind = CategoryKind::Date;
+    auto levels = makeData({"Q1", "Q2"}, {{"North", {1, 2}}});
+    levels.levels = {{u"2026", u""}};
+    const auto plain = makeData({"x", "y"}, {{"North", {1, 2}}});
+    const struct {
+        std::string part;
+        ChartData data;
+        /// In the filled part.
+        std::string categories;
+        std::string axis;
+    } cases[] = {
+        {texts, isoDates,
+         "<c:strRef><c:f>Sheet1!$A$2:$A$3</c:f><c:strCache><c:ptCount val=\"2\"/><c:pt "
+         "idx=\"0\"><c:v>2026-07-31</c:v>",
+         "<c:catAx>"},
+        {texts, realDates,
+         "<c:numRef><c:f>Sheet1!$A$2:$A$3</c:f><c:numCache><c:formatCode>yyyy\\-mm\\-dd</"
+         "c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
+         "<c:numFmt formatCode=\"yyyy\\-mm\\-dd\" sourceLinked=\"1\"/><c:crossAx val=\"2\"/><c:crosses "
+         "val=\"autoZero\"/><c:auto val=\"1\"/><c:lblOffset val=\"100\"/><c:baseTimeUnit "
+         "val=\"months\"/></c:dateAx>"},
+        {dates, isoDates,
+         "<c:formatCode>mmm\\ yy</c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
+         "<c:dateAx>"},
+        {dates, plain,
+         "<c:strRef><c:f>Sheet1!$A$2:$A$3</c:f><c:strCache><c:ptCount val=\"2\"/><c:pt "
+         "idx=\"0\"><c:v>x</c:v>",
+         "<c:auto val=\"1\"/><c:lblOffset val=\"100\"/></c:catAx>"},
+        {texts, levels,
+         "<c:lvl><c:pt idx=\"0\"><c:v>Q1</c:v></c:pt><c:pt "
+         "idx=\"1\"><c:v>Q2</c:v></c:pt></c:lvl><c:lvl><c:pt idx=\"0\"><c:v>2026</c:v></c:pt></c:lvl>",
+         "<c:catAx>"},
+        {changeAll(texts, "<c:auto val=\"1\"/>", "<c:auto val=\"0\"/>"), realDates, "<c:numRef>",
+         "<c:catAx>"},
+        {makeColumns("", {"1", "2", "3"}), plain, "<c:cat><c:strRef>", "<c:catAx>"},
+    };
+    for (const auto& row : cases) {
+        auto document = makeTemplate({row.part});
+        document.fill("1", row.data);
+        EXPECT_NE(getChartPart(document).find(row.categories), std::string::npos) << getChartPart(document);
+        EXPECT_NE(getChartPart(document).find(row.axis), std::string::npos) << getChartPart(document);
+        EXPECT_EQ(document.getChartData("1").dataSet->getCategories(), row.data.dataSet->getCategories());
+    }
+}
+
+TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)
+{
+    const auto parts = makeAllParts();
+    auto document = makeTemplate({parts[14], parts[16]});
+    auto data = makeData({}, {{"S0", {1, 2}}, {"S1", {3, 4}}, {"New", {5, 6}}});
+    for (std::size_t i = 0; i < 2; ++i) {
+        data.dataSet->getSeries(0)->getPoint(i)->setX(7);
+        data.dataSet->getSeries(1)->getPoint(i)->setX(8 + static_cast<double>(i));
+    }
+    document.fill("1", data);
+    const auto part = getChartPart(document);
+    EXPECT_EQ(print(document.getChartData("1")), "1||S0:7;1,7;2,|S1:8;3,9;4,|New:0;5,0;6,");
+    // Two series can share a column only as long as they share its values.
+    EXPECT_EQ(part.find("<c:xVal><c:numRef><c:f>Sheet1!$A$2:$A$3</c:f>"),
+              part.rfind("<c:xVal><c:numRef><c:f>Sheet1!$A$2:$A$3</c:f>"));
+
+    auto bubbles = makeData({}, {{"S0", {1, 2, 3}}, {"S1", {1, 2, 3}}});
+    auto report = document.fill("2", bubbles);
+    ASSERT_EQ(report.warnings.size(), 2U);
+    EXPECT_EQ(report.warnings[0],
+              "series \"S0\": the data has no sizes; new points have none, and do not show.");
+    bubbles.series = {{.sizes = {1, 2, 3}}, {.sizes = {4, 5, 6}}};
+    EXPECT_TRUE(document.fill("2", bubbles).warnings.empty());
+    EXPECT_EQ(document.getChartData("2").series[1].sizes, (std::vector<double>{4, 5, 6}));
+}
+
+TEST(Kinds, WithErrorBarsTakeTheirAmounts)
+{
+    auto document = makeTemplate({makeAllParts()[12], makeAllParts()[2]});
+    auto data = makeData({"a", "b", "c"}, {{"North", {1, 2, 3}}});
+    data.series = {{.errorsPlus = {0.1, 0.2, 0.3}, .errorsMinus = {0.4, 0.5, 0.6}}};
+    EXPECT_TRUE(document.fill("1", data).warnings.empty());
+    const auto read = document.getChartData("1");
+    EXPECT_EQ(read.series[0].errorsPlus, data.series[0].errorsPlus);
+    EXPECT_EQ(read.series[0].errorsMinus, data.series[0].errorsMinus);
+    EXPECT_EQ(
+        document.fill("2", data).warnings.at(0),
+        "series \"North\": the chart has no error bars of custom amounts; those of the data are left out.");
+}
+
+/// Data of any size, with gaps, whose names are partly those of other data.
+ChartData makeRandomData(std::mt19937& random)
+{
+    const auto pick = [&](int least, int most) { return std::uniform_int_distribution(least, most)(random); };
+    const auto count = static_cast<std::size_t>(pick(1, 9));
+    Texts categories;
+    for (std::size_t i = 0; i < count; ++i) categories.push_back("c" + std::to_string(pick(0, 12)));
+    std::vector<NamedValues> series;
+    for (int i = pick(1, 6); i > 0; --i) {
+        std::vector<double> values;
+        for (std::size_t k = 0; k < count; ++k)
+            values.push_back(pick(0, 5) == 0 ? gap : pick(-1000, 1000) / 7.0);
+        series.emplace_back("s" + std::to_string(pick(0, 8)), values);
+    }
+    return makeData(categories, series);
+}
+
+TEST(Kinds, GiveBackTheRandomDataThatTheyTook)
+{
+    std::mt19937 random(13);
+    const Texts kinds = {"barChart",   "lineChart",     "areaChart", "radarChart",
+                         "bar3DChart", "doughnutChart", "pieChart"};
+    for (int i = 0; i < 200; ++i) {
+        const auto& first = kinds[random() % kinds.size()];
+        const auto& second = kinds[random() % kinds.size()];
+        auto document = makeTemplate({makeChartPart(
+            makeGroup(first, "", {{0, "s1", {"1", "2", "3"}}, {1, "s2", {"4", "5", ""}}}, "12") +
+            makeGroup(second, "", {{2, "s3", {"1", "2", "3"}}}, "34") + textAxes +
+            makeAxis("catAx", '3', '4') + makeAxis("valAx", '4', '3'))});
+        for (int again = 0; again < 3; ++again) {
+            const auto data = makeRandomData(random);
+            document.fill("1", data);
+            EXPECT_EQ(print(document.getChartData("1")), print(data).replace(0, 1, "1")) << i;
+            const auto part = getChartPart(document);
+            EXPECT_TRUE(document.fill("1", document.getChartData("1")).count(FillReport::Change::Matched) ==
+                        data.dataSet->getSeriesCount());
+            EXPECT_TRUE(getChartPart(document) == part) << i;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace quillon::report
