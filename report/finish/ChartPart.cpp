@@ -1,6 +1,8 @@
 #include "report/finish/ChartPart.h"
 
 #include <stdexcept>
+#include <string_view>
+#include <xercesc/util/XMLString.hpp>
 
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -18,7 +20,29 @@ DOMElement* findGroup(DOMElement* plotArea)
     throw std::logic_error("The chart part has no group of a known chart type.");
 }
 
+bool isAxis(const DOMElement* element, const XMLCh* id)
+{
+    const auto* own = findChild(element, u"c:axId");
+    return findChild(element, u"c:crossAx") != nullptr &&
+           xercesc::XMLString::equals(own->getAttribute(u"val"), id);
+}
+
 }  // namespace
+
+Axes findAxes(const DOMElement* group)
+{
+    Axes axes;
+    const auto* plotArea = static_cast<const DOMElement*>(group->getParentNode());
+    for (const auto* id : findChildren(group, u"c:axId"))
+        for (auto* child = plotArea->getFirstElementChild(); child != nullptr;
+             child = child->getNextElementSibling()) {
+            if (!isAxis(child, id->getAttribute(u"val"))) continue;
+            const bool isValue =
+                std::u16string_view(child->getTagName()) == u"c:valAx" && axes.category != nullptr;
+            (isValue ? axes.value : axes.category) = child;
+        }
+    return axes;
+}
 
 ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartContext)
     : doc(document),
@@ -26,6 +50,7 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
       chart(findChild(chartSpace, u"c:chart")),
       plotArea(findChild(chart, u"c:plotArea")),
       group(findGroup(plotArea)),
+      axes(findAxes(group)),
       context(chartContext),
       colors(chartContext)
 {

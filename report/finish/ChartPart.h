@@ -22,6 +22,15 @@ struct SeriesPart {
     const chart::DataSeries& series;
 };
 
+/// The axes that a group of series stands on; null where there are none.
+struct Axes {
+    xercesc::DOMElement* category = nullptr;
+    xercesc::DOMElement* value = nullptr;
+};
+
+/// The axes that the group names. Requires: a group in its plot area.
+Axes findAxes(const xercesc::DOMElement* group);
+
 /// A place in a chart. It costs nothing until a sentence has to name it.
 struct Place {
     /// Null for a place outside the series.
@@ -62,6 +71,8 @@ class ChartPart {
     xercesc::DOMElement* const plotArea;
     /// c:barChart, c:lineChart or c:pieChart.
     xercesc::DOMElement* const group;
+    /// Of that group.
+    const Axes axes;
     std::vector<SeriesPart> series;
     const ChartContext& context;
     const StandardColors colors;

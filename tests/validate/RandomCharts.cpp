@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <string>
@@ -15,6 +17,7 @@
 #include "chart/model/SolidBorderFormat.h"
 #include "chart/model/SolidFillFormat.h"
 #include "report/document/Document.h"
+#include "report/options/Options.h"
 
 // Writes documents with random charts, the same in every run, for the validators: random_charts FOLDER.
 
@@ -23,9 +26,9 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr unsigned documentCount = 8;
-constexpr unsigned chartsInDocument = 25;
-constexpr unsigned maximumSeries = 60;
+constexpr unsigned documentCount = 20;
+constexpr unsigned chartsInDocument = 50;
+constexpr unsigned maximumSeries = 40;
 constexpr unsigned maximumPoints = 50;
 
 const std::array texts = {u"North"s,
@@ -53,6 +56,8 @@ const std::array values = {
     std::numeric_limits<double>::quiet_NaN(), 0.0, -0.0, 1.0 / 3.0, -1234.5, 1e21, 9.99999999999999e307,
     std::numeric_limits<double>::min()};
 
+const std::array formats = {"0.00"s, "#,##0 \"<&> kg\""s, "0%"s, "[Red]-0;0;\"none\""s, "General"s};
+
 const std::array lengths = {"0.1in"s, "22in"s, "15cm"s, "80mm"s, "300pt"s, "6in"s};
 
 /// From 0 to `count` - 1. Takes one number of the engine, whose sequence the standard fixes.
@@ -72,7 +77,7 @@ const auto& pickOf(const Choices& choices)
 /// From 0 to `maximum`; mostly small numbers, which are validated faster.
 unsigned pickCount(unsigned maximum)
 {
-    return pick(pick(6) == 0 ? maximum + 1 : 6);
+    return pick(pick(12) == 0 ? maximum + 1 : 6);
 }
 
 const std::array transparencies = {0U, 1U, 50U, 100U, 101U};
@@ -196,21 +201,73 @@ std::shared_ptr<chart::Chart> makeChart()
     return chart;
 }
 
+std::string makeText(const std::string& option)
+{
+    if (option == "width" || option == "height") return pickOf(lengths);
+    return option.ends_with("-format") ? pickOf(formats) : pickOf(plainTexts);
+}
+
+double makeNumber(const report::Option& option)
+{
+    const double low = std::isfinite(option.minimum) ? option.minimum : -2000;
+    const double high = std::isfinite(option.maximum) ? option.maximum : low + 5000;
+    const double number = low + (high - low) * pick(101) / 100;
+    return option.form == report::OptionForm::Integer ? std::floor(number) : number;
+}
+
+/// A value that the option takes, if not together with every other.
+report::OptionValue makeValue(const report::Option& option)
+{
+    using report::OptionForm;
+    switch (option.form) {
+        case OptionForm::Flag:
+            return true;
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return makeNumber(option);
+        case OptionForm::Text:
+            return makeText(option.name);
+        case OptionForm::Choice:
+            return std::string(pickOf(option.choices));
+        case OptionForm::Choices:
+            return std::vector<std::string>{pickOf(option.choices), pickOf(option.choices)};
+        case OptionForm::Texts:
+            return std::vector<std::string>{"teal"};
+        case OptionForm::TextPairs:
+            break;
+    }
+    return std::vector<std::pair<std::string, std::string>>{};
+}
+
+/// Whether an option that suits the kind of chart suits its data too.
+bool suitsData(const std::string& option, const chart::DataSet& data)
+{
+    const auto series = *data.getSeriesList();
+    if (option == "colors") return !series.empty() && series.front()->getSize() > 0;
+    if (option != "log") return true;
+    return std::all_of(series.begin(), series.end(), [](const auto& one) {
+        const auto& points = one->getPoints();
+        return std::none_of(points.begin(), points.end(), [](const auto& p) { return p->getValue() <= 0; });
+    });
+}
+
+/// Of all that the kind of chart takes, some; what does not go together with the others is dropped.
 report::ChartOptions makeOptions(const chart::Chart& chart)
 {
+    const auto kind = report::getKind(chart);
     report::ChartOptions options;
-    options.width = pickOf(lengths);
-    options.height = pickOf(lengths);
-    options.legend = static_cast<report::Legend>(pick(6));
-    options.altText = pickOf(plainTexts);
-    options.workbook = pick(4) > 0;
-    if (pick(4) == 0) options.palette = {"red", "#00ff00", "rgb(0,0,255)"};
-    const bool hasColors =
-        chart.getDataSet()->getSeriesCount() > 0 && chart.getDataSet()->getSeries(0)->getSize() > 0;
-    if (hasColors && pick(4) == 0) options.colors = {"teal"};
-    if (dynamic_cast<const chart::PieChart*>(&chart) == nullptr) return options;
-    if (pick(2) == 0) options.startAngle = pick(361);
-    if (pick(2) == 0) options.explosion = pick(101);
+    for (const auto& option : report::getOptions()) {
+        if (pick(4) > 0 || !option.kinds.contains(kind) || !suitsData(option.name, *chart.getDataSet()))
+            continue;
+        auto tried = options;
+        try {
+            report::setOption(tried, option, makeValue(option), option.name);
+            report::checkOptions(tried, kind);
+            options = tried;
+        } catch (const std::runtime_error&) {
+            continue;
+        }
+    }
     return options;
 }
 
