@@ -151,7 +151,7 @@ FoundChart Template::Content::describeChart(const ChartDrawing& drawing, std::si
         found.problem = chart->part.getProblem();
         for (const auto& series : chart->part.getSeries()) {
             found.series.push_back(series.name);
-            found.points = std::max(found.points, chart->part.readCache(series.values).getCount());
+            found.points = std::max(found.points, chart->part.countPoints(series.values));
         }
     } catch (const std::runtime_error& error) {
         found.problem = error.what();
