@@ -236,7 +236,7 @@ Points readXValues(const ChartMarkup& part, const SeriesMarkup& series, std::siz
     auto points = isNumber ? part.readCache(series.categories).read(false) : Points();
     // Texts and none at all stand at 1, 2, 3.
     if (!isNumber)
-        for (std::size_t i = 0; i < part.readCache(series.values).getCount(); ++i)
+        for (std::size_t i = 0; i < part.countPoints(series.values); ++i)
             points.numbers.push_back(static_cast<double>(i + 1));
     points.resize(count);
     return points;
@@ -288,7 +288,7 @@ ChartData readChartData(const ChartMarkup& part)
     std::size_t count = 0;
     bool hasCategories = false;
     for (const auto& series : part.getSeries()) {
-        count = std::max(count, part.readCache(series.values).getCount());
+        count = std::max(count, part.countPoints(series.values));
         hasCategories = hasCategories || part.getShape(series) == GroupShape::Categories;
     }
     Categories categories;

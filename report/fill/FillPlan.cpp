@@ -154,7 +154,7 @@ void FillPlan::planCategories()
 {
     bool hasCategoryGroups = false;
     for (const auto& series : part_.getSeries()) {
-        pointsBefore_ = std::max(pointsBefore_, part_.readCache(series.values).getCount());
+        pointsBefore_ = std::max(pointsBefore_, part_.countPoints(series.values));
         hasCategoryGroups = hasCategoryGroups || part_.getShape(series) == GroupShape::Categories;
     }
     const auto* named = part_.findCategories();
@@ -302,7 +302,7 @@ void FillPlan::planNames(SeriesPlan& plan)
 
 std::size_t FillPlan::countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const
 {
-    const auto before = plan.isAdded ? pointsBefore_ : part_.readCache(plan.look->values).getCount();
+    const auto before = plan.isAdded ? pointsBefore_ : part_.countPoints(plan.look->values);
     const bool hasOwnCount = before != pointsBefore_ || part_.getShape(*plan.look) != GroupShape::Categories;
     return hasOwnCount ? std::max(countUsed(numbers), std::min(before, numbers.size())) : numbers.size();
 }
@@ -313,8 +313,7 @@ void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
     const auto count = countPoints(plan, values);
     values.resize(count);
     if (part_.getShape(*plan.look) != GroupShape::Categories) {
-        plan.points =
-            std::make_shared<Matches>(matchPositions(part_.readCache(plan.look->values).getCount(), count));
+        plan.points = std::make_shared<Matches>(matchPositions(part_.countPoints(plan.look->values), count));
         planX(plan, index, count);
     }
     plan.values = planNumbers(plan, plan.look->values, std::move(values));
@@ -365,7 +364,7 @@ void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t coun
     };
     if (part_.getShape(*plan.look) == GroupShape::Bubbles) {
         plan.sizes = choose(plan.look->sizes, details.sizes);
-        if (details.sizes.empty() && count > part_.readCache(plan.look->sizes).getCount())
+        if (details.sizes.empty() && count > part_.countPoints(plan.look->sizes))
             warn(plan, "the data has no sizes; new points have none, and do not show.");
     }
     const auto& bars = plan.look->errors;

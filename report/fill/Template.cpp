@@ -71,7 +71,7 @@ std::string quote(const std::string& text)
 /// Whether a text of the document is what was asked for, as it is or in braces.
 bool isKey(const std::string& text, const std::string& key)
 {
-    return text == key || text == "{{" + key + "}}";
+    return !key.empty() && (text == key || text == "{{" + key + "}}");
 }
 
 bool isNamed(const ChartDrawing& drawing, const std::string& title, const std::string& key)
@@ -151,7 +151,7 @@ FoundChart Template::Content::describeChart(const ChartDrawing& drawing, std::si
         found.problem = chart->part.getProblem();
         for (const auto& series : chart->part.getSeries()) {
             found.series.push_back(series.name);
-            found.points = std::max(found.points, chart->part.readCache(series.values).getCount());
+            found.points = std::max(found.points, chart->part.countPoints(series.values));
         }
     } catch (const std::runtime_error& error) {
         found.problem = error.what();
@@ -294,12 +294,34 @@ FillReport Template::fill(const std::string& chart, const ChartData& data, const
     }
 }
 
+std::vector<Placeholder> Template::getPlaceholders() const
+{
+    return findPlaceholders(content_->package);
+}
+
+void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
+                      const Listener& listener)
+{
+    const auto before = content_->package;
+    try {
+        insertChart(content_->package, placeholder, chart, options, listener);
+    } catch (...) {
+        content_->package = before;
+        throw;
+    }
+}
+
+std::size_t Template::replace(const std::string& placeholder, const std::string& text)
+{
+    return replaceText(content_->package, placeholder, text);
+}
+
 std::string Template::toBytes() const
 {
     return content_->package.toBytes();
 }
 
-void Template::save(const std::string& path, const Listener& /*listener*/) const
+void Template::save(const std::string& path) const
 {
     writeFile(path, toBytes());
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "report/fill/FillReport.h"
+#include "report/fill/Placeholders.h"
 #include "report/options/ChartData.h"
 #include "report/options/Listener.h"
 #include "report/package/Package.h"
@@ -67,10 +68,21 @@ class QUILLON_EXPORT Template {
     /// then as it was.
     FillReport fill(const std::string& chart, const ChartData& data, const FillOptions& options = {});
 
+    /// The names in double braces in the text and in the alternative texts of pictures.
+    std::vector<Placeholder> getPlaceholders() const;
+    /// Puts a new chart in the place of a paragraph that holds `{{placeholder}}`, as wide as its column, or
+    /// of a picture that has it as its alternative text, whose size it takes. Throws: std::runtime_error that
+    /// lists the placeholders when there is none such, and as makeChartParts.
+    void insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options = {},
+                const Listener& listener = {});
+    /// Replaces `{{placeholder}}` in running text, and returns how often.
+    /// Throws: std::runtime_error that lists the placeholders when there is none such.
+    std::size_t replace(const std::string& placeholder, const std::string& text);
+
     /// The whole file.
     std::string toBytes() const;
     /// Writes the file to `path`, as Document::save does. Throws: FileError.
-    void save(const std::string& path, const Listener& listener = {}) const;
+    void save(const std::string& path) const;
 
     /// The parts of the document, for operations of this library on them.
     Package& getPackage();

@@ -1,10 +1,12 @@
-"""Checks of Word documents that no validator makes: check_packages.py [--others] FILE...
+"""Checks of Word documents that no validator makes: check_packages.py [--others | --filled] FILE...
 
 --others: the packages are those of another library, which tells the time in them.
+--filled: the charts were filled in documents of any origin; what they hold is compared with their workbooks alone.
 Prints what is wrong, and exits 1 when something is. Packages are read with python-docx, and workbooks, whose numbers
 have 16 digits, with openpyxl.
 """
 
+import datetime
 import io
 import math
 import sys
@@ -17,6 +19,7 @@ from docx.opc.constants import RELATIONSHIP_TYPE
 from docx.opc.part import XmlPart
 from docx.oxml.ns import qn
 from openpyxl.utils import range_boundaries
+from openpyxl.utils.datetime import to_excel
 
 FIRST_DAY = (1980, 1, 1, 0, 0, 0)
 CONTENT_TYPES = "[Content_Types].xml"
@@ -69,8 +72,11 @@ def is_same(cell, text, is_number):
     """Whether a cell holds what a cache does; an empty one holds a gap, or no text."""
     if is_number and text is not None:
         return isinstance(cell, (int, float)) and math.isclose(float(text), cell, rel_tol=1e-15)
-    # openpyxl reads texts with part of the notation for special characters taken off.
-    return (cell or "") == (text or "").replace("x005F_", "").replace("\r", "_x000D_")
+    # openpyxl reads some texts with part of the notation for special characters taken off, and some as they are.
+    def strip(value):
+        return (value or "").replace("x005F_", "").replace("\r", "_x000D_")
+
+    return strip(cell) == strip(text)
 
 
 def check_cache(place, reference, sheet):
@@ -140,10 +146,47 @@ def check(path, is_ours):
             check_chart(f"{path}: {part.partname}", part)
 
 
+def read_cells(workbook, formula):
+    """The values that a formula names, row after row."""
+    name, cells = formula.rsplit("!", 1)
+    left, top, right, bottom = range_boundaries(cells)
+    rows = workbook[name.strip("'").replace("''", "'")].iter_rows(top, bottom, left, right, values_only=True)
+    return [to_excel(value) if isinstance(value, datetime.datetime) else value for row in rows for value in row]
+
+
+def check_filled_chart(place, part):
+    chart = ElementTree.fromstring(part.blob)
+    if chart.find(f".//{qn('c:ser')}") is None:
+        return  # There was nothing to fill.
+    data, = chart.iter(qn("c:externalData"))
+    workbook = openpyxl.load_workbook(io.BytesIO(part.rels[data.get(qn("r:id"))].target_part.blob))
+    for reference in (element for kind in ("c:strRef", "c:numRef") for element in chart.iter(qn(kind))):
+        formula, is_number = reference.find(qn("c:f")).text, reference.tag == qn("c:numRef")
+        cells = read_cells(workbook, formula)
+        points = {int(point.get("idx")): point.find(qn("c:v")).text for point in reference.iter(qn("c:pt"))}
+        count, = read_numbers(reference, f"*/{qn('c:ptCount')}")
+        require(len(cells) == max(count, 1), f"{place}: {formula} for {count} points")
+        for position, value in enumerate(cells):
+            text = points.get(position)
+            require(is_same(value, text, is_number), f"{place}: {formula} holds {value!r} at {position}, not {text!r}")
+    for key in ("c:idx", "c:order"):
+        numbers = read_numbers(chart, f".//{qn('c:ser')}/{qn(key)}")
+        require(len(set(numbers)) == len(numbers), f"{place}: {key} {numbers}")
+
+
+def check_filled(path):
+    for part in docx.Document(path).part.package.iter_parts():
+        if part.content_type.endswith("drawingml.chart+xml"):
+            check_filled_chart(f"{path}: {part.partname}", part)
+
+
 def main(arguments):
-    paths = [argument for argument in arguments if argument != "--others"]
+    paths = [argument for argument in arguments if not argument.startswith("--")]
     for path in paths:
-        check(path, is_ours="--others" not in arguments)
+        if "--filled" in arguments:
+            check_filled(path)
+        else:
+            check(path, is_ours="--others" not in arguments)
     print(*problems, f"{len(paths)} documents, {len(problems)} problems", sep="\n")
     return 1 if problems or not paths else 0
 

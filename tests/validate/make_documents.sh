@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Fills FOLDER with the documents to validate, and FOLDER/others with those that another library packages:
+# Fills FOLDER with the documents to validate, FOLDER/filled with those whose charts took other data, and
+# FOLDER/others with those that another library packages:
 # make_documents.sh BIN EXAMPLES FOLDER PYTHON_FOLDER
 # Without a PYTHON_FOLDER, those that Python makes are left out.
 set -euo pipefail
@@ -10,11 +11,13 @@ folder=$3
 python=$4
 
 rm -rf "$folder"
-mkdir -p "$folder/others"
+mkdir -p "$folder/others" "$folder/filled"
 "$bin/random_charts" "$folder"
 "$examples/demo.sh" "$bin/quillon-report" "$folder" --no-pictures
 "$bin/first_chart" "$folder/first_chart.docx"
 "$bin/chart_by_names" "$folder/chart_by_names.docx"
+/usr/bin/python3 "$tests/../report/fill/make_templates.py" "$bin/quillon-report" "$folder/templates"
+"$bin/fill_documents" "$folder/filled" "$folder"/{demo,random-1,random-2}.docx "$folder/templates/places.docx"
 
 [[ -n $python ]] || exit 0
 export PYTHONPATH=$python:$tests/../python

@@ -1,0 +1,266 @@
+#include "report/fill/Template.h"
+
+#include <gtest/gtest.h>
+#include <zip.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+#include <thread>
+
+#include "chart/model/PieChart.h"
+#include "tests/ThrownText.h"
+#include "tests/report/fill/TestTemplates.h"
+
+namespace quillon::report {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// A document whose charts stand wherever a chart may, made once.
+const Template& getPlaces()
+{
+    static const Template places = [] {
+        const std::string command = std::string("/usr/bin/python3 '") + QUILLON_MAKE_TEMPLATES + "' '" +
+                                    QUILLON_REPORT + "' '" + QUILLON_TEMPLATES + "'";
+        if (std::system(command.c_str()) != 0) throw std::runtime_error("The templates could not be made.");
+        return Template::open(std::string(QUILLON_TEMPLATES) + "/places.docx");
+    }();
+    return places;
+}
+
+ChartData makeNews()
+{
+    return makeData({"Jan", "Apr"}, {{"North", {7, 8}}, {"South", {9, gap}}});
+}
+
+std::size_t find(const std::string& key)
+{
+    auto document = getPlaces();
+    return document.fill(key, makeNews()).number;
+}
+
+TEST(Template, FindsChartsWhereverTheyStand)
+{
+    Texts places;
+    Texts names;
+    for (const auto& chart : getPlaces().getCharts()) {
+        places.push_back(chart.place);
+        names.push_back(chart.name);
+        EXPECT_EQ(chart.problem, "");
+        EXPECT_EQ(chart.points, 3U);
+    }
+    EXPECT_EQ(names,
+              (Texts{"Revenue", "Chart 2", "Chart 3", "Chart 6", "Chart 7", "In a box", "Member of a group",
+                     "Twice A", "Twice B", "Same name", "Same name", "In a header", "In a footer"}));
+    EXPECT_EQ(places, (Texts{"body", "body", "body, table", "body", "body", "body, text box", "body, group",
+                             "body", "body", "body", "body", "header", "footer"}));
+    EXPECT_EQ(getPlaces().getCharts()[1].types, Texts{"bar"});
+    EXPECT_EQ(getPlaces().getCharts()[2].series, Texts{"North"});
+}
+
+TEST(Template, FindsAChartByAnythingThatNamesIt)
+{
+    const std::pair<std::string, std::size_t> keys[] = {
+        {"Revenue", 1},
+        {"costs", 2},
+        {"{{costs}}", 2},
+        {"Shares", 3},
+        {"margin", 4},
+        {"The margin", 4},
+        {"marked", 5},
+        {"Title of In a box", 6},
+        {"Member of a group", 7},
+        {"Twice B", 9},
+        {"11", 11},
+        {"In a footer", 13},
+    };
+    for (const auto& [key, number] : keys) EXPECT_EQ(find(key), number) << key;
+    const auto list = thrownText([] { find("Cost"); });
+    EXPECT_EQ(list.substr(0, 156),
+              "There is no chart \"Cost\"; the document has 1 \"Revenue\", title \"Title of Revenue\"; 2 "
+              "\"Chart 2\", title \"Title of Chart 2\", alternative "
+              "text \"{{costs}}\"; 3 \"Ch");
+    EXPECT_EQ(thrownText([] { find("Same name"); }).substr(0, 34), "There are 2 charts \"Same name\"; th");
+    for (const auto* key : {"0", "14", "", "-1", "1x"})
+        EXPECT_EQ(thrownText([&] { find(key); }).substr(0, 17), "There is no chart") << key;
+    EXPECT_EQ(thrownText([] { makeTemplate({}).getChartData("1"); }),
+              "There is no chart \"1\": the document has none.");
+}
+
+/// The parts that differ.
+std::set<std::string> getChanges(const Template& before, const Template& after)
+{
+    std::set<std::string> names;
+    for (const auto& name : after.getPackage().getPartNames())
+        if (!before.getPackage().hasPart(name) ||
+            before.getPackage().getPart(name) != after.getPackage().getPart(name))
+            names.insert(name);
+    return names;
+}
+
+TEST(Template, TouchesTheChartAndItsWorkbookAlone)
+{
+    for (const auto* key : {"Revenue", "Shares", "In a box", "In a header"}) {
+        auto document = getPlaces();
+        document.fill(key, makeNews());
+        const auto changes = getChanges(getPlaces(), document);
+        EXPECT_EQ(changes.size(), 2U) << key;
+        EXPECT_EQ(changes.begin()->substr(0, 17), "word/charts/chart") << key;
+        EXPECT_EQ(changes.rbegin()->substr(0, 16), "word/embeddings/") << key;
+        EXPECT_EQ(document.getChartData(key).dataSet->getCategories(), makeNews().dataSet->getCategories());
+    }
+}
+
+TEST(Template, TellsDrawingsOfOnePartApart)
+{
+    auto document = getPlaces();
+    document.fill("Twice B", makeNews(), {.title = "B"});
+    EXPECT_EQ(document.getChartData("Twice A").dataSet->getCategories().size(), 3U);
+    EXPECT_EQ(document.getChartData("Twice B").dataSet->getCategories().size(), 2U);
+    EXPECT_EQ(document.getCharts()[7].title, "Title of Twice A");
+    EXPECT_EQ(document.getCharts()[8].title, "B");
+    EXPECT_EQ(getChanges(getPlaces(), document).size(), 6U);
+    document = Template(document.toBytes());
+    const auto before = document.getPackage().getPartNames().size();
+    document.fill("Twice A", makeNews());
+    EXPECT_EQ(document.getPackage().getPartNames().size(), before);
+}
+
+TEST(Template, FillsAgainWhatWasFilled)
+{
+    auto june = getPlaces();
+    june.fill("costs", makeNews());
+    auto july = Template(june.toBytes());
+    const auto report = july.fill("costs", getPlaces().getChartData("costs"));
+    EXPECT_EQ(report.chart, "Chart 2");
+    EXPECT_EQ(report.pointsBefore, 2U);
+    EXPECT_EQ(report.pointsAfter, 3U);
+    // Our own charts write what a fill would.
+    for (const auto& name : getChanges(getPlaces(), july)) EXPECT_TRUE(name.ends_with(".xlsx")) << name;
+}
+
+/// The bytes of an entry as the file holds them, packed.
+std::string readPacked(const std::string& bytes, const std::string& name)
+{
+    auto* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
+    const std::unique_ptr<zip_t, decltype(&zip_discard)> archive(
+        zip_open_from_source(source, ZIP_RDONLY, nullptr), zip_discard);
+    zip_stat_t status;
+    zip_stat(archive.get(), name.c_str(), 0, &status);
+    std::string packed(status.comp_size, '\0');
+    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(
+        zip_fopen(archive.get(), name.c_str(), ZIP_FL_COMPRESSED), zip_fclose);
+    zip_fread(file.get(), packed.data(), packed.size());
+    return packed + std::to_string(status.mtime) + std::to_string(status.crc);
+}
+
+TEST(Template, StaysWhatItIs)
+{
+    auto package = getPlaces().getPackage();
+    package.setContentType(package.getMainPart(), "application/vnd.ms-word.document.macroEnabled.main+xml");
+    package.addPart("word/vbaProject.bin", std::string("\0macro", 6), "application/vnd.ms-office.vbaProject");
+    package.addPart("_xmlsignatures/sig1.xml", "<Signature/>",
+                    "application/vnd.openxmlformats-package.digital-signature-xmlsignature+xml");
+    const auto before = package.toBytes();
+    auto document = Template(before);
+    EXPECT_EQ(document.toBytes(), before);
+    const auto report = document.fill("Revenue", makeNews());
+    EXPECT_EQ(report.warnings, Texts{"The document is signed; its signature is no longer valid."});
+    const auto after = document.toBytes();
+    const auto changes = getChanges(Template(before), document);
+    for (const auto& name : package.getPartNames())
+        EXPECT_TRUE(changes.contains(name) || readPacked(after, name) == readPacked(before, name)) << name;
+    EXPECT_EQ(document.getPackage().getPartNames(), package.getPartNames());
+}
+
+TEST(Template, GivesCopiesToThreads)
+{
+    const auto expected = [] {
+        auto document = getPlaces();
+        document.fill("costs", makeNews());
+        return document.toBytes();
+    }();
+    const Template original(getPlaces().toBytes());
+    std::vector<std::string> results(8);
+    std::vector<std::thread> threads;
+    for (auto& result : results)
+        threads.emplace_back([&result, copy = original]() mutable {
+            copy.fill("costs", makeNews());
+            result = copy.toBytes();
+        });
+    for (auto& thread : threads) thread.join();
+    for (const auto& result : results) EXPECT_EQ(result, expected);
+}
+
+TEST(Template, NamesWhatItCannotFill)
+{
+    auto package = getPlaces().getPackage();
+    auto main = package.getPart(package.getMainPart());
+    const auto end = main.find("<w:sectPr");
+    main.insert(end,
+                "<w:p><w:r><w:object><o:OLEObject xmlns:o=\"urn:schemas-microsoft-com:office:office\" "
+                "ProgID=\"MSGraph.Chart.8\"/></w:object>"
+                "<w:drawing><wp:inline><wp:docPr id=\"900\" name=\"Falls\"/><cx:chart "
+                "xmlns:cx=\"http://schemas.microsoft.com/office/drawing/2014/chartex\" "
+                "r:id=\"rId999\"/></wp:inline></w:drawing></w:r></w:p>");
+    package.setPart(package.getMainPart(), main);
+    auto document = Template(package.toBytes());
+    EXPECT_EQ(document.getCharts().size(), 15U);
+    EXPECT_EQ(document.getCharts()[11].problem,
+              "it is an embedded object (MSGraph.Chart.8), a picture to a word processor");
+    EXPECT_EQ(thrownText([&] { document.fill("Falls", makeNews()); }),
+              "The chart cannot be filled: it is of a kind of 2016 (waterfall, histogram, treemap ...), "
+              "whose markup is another.");
+    EXPECT_EQ(thrownText([&] { static_cast<void>(Template::open("missing.docx")); }).substr(0, 13),
+              "missing.docx:");
+}
+
+TEST(Template, ReplacesAnExternalWorkbookAndMakesAMissingOne)
+{
+    auto package = getPlaces().getPackage();
+    const std::string part = "word/charts/chart1.xml";
+    const std::string relationships = "word/charts/_rels/chart1.xml.rels";
+    const auto id = package.getRelationships(part).at(0).id;
+    package.setPart(
+        relationships,
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"><Relationship "
+        "Id=\"" +
+            id +
+            "\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/oleObject\" "
+            "Target=\"file:///C:/sales.xlsx\" TargetMode=\"External\"/></Relationships>");
+    auto linked = Template(package.toBytes());
+    const auto report = linked.fill("Revenue", makeNews());
+    ASSERT_EQ(report.warnings.size(), 1U);
+    EXPECT_NE(report.warnings[0].find("file:///C:/sales.xlsx"), std::string::npos);
+    EXPECT_FALSE(linked.getPackage().getRelationships(part).at(0).isExternal);
+
+    package.removePart(relationships);
+    auto markup = package.getPart(part);
+    const auto begin = markup.find("<c:externalData");
+    markup.erase(begin, markup.find("</c:externalData>") + 17 - begin);
+    package.setPart(part, markup);
+    auto bare = Template(package.toBytes());
+    bare.fill("Revenue", makeNews());
+    const auto made = bare.getPackage().getRelationships(part).at(0);
+    EXPECT_NE(bare.getPackage().getPart(part).find("<c:externalData r:id=\"" + made.id + "\""),
+              std::string::npos);
+    EXPECT_TRUE(bare.getPackage().hasPart(made.target));
+}
+
+TEST(Template, InsertsChartsAndTexts)
+{
+    Document made;
+    made.addParagraph("{{margin}}");
+    made.addParagraph("In {{month}}");
+    Template document(made.toBytes());
+    EXPECT_EQ(document.getPlaceholders().size(), 2U);
+    EXPECT_EQ(document.replace("month", "July"), 1U);
+    document.insert("margin", *makeChart<chart::PieChart>());
+    EXPECT_EQ(document.getCharts().at(0).types, Texts{"pie"});
+    document.fill("margin", makeData({"a", "b", "c"}, {{"Share", {1, 2, 3}}}));
+    EXPECT_EQ(document.getCharts().at(0).points, 3U);
+}
+
+}  // namespace
+}  // namespace quillon::report
