@@ -453,6 +453,7 @@ void Filler::makeRoom()
 void Filler::writeBlock(const CellBlock& block, const Place& place, const Place& look, CellStyles& styles)
 {
     auto& cells = *openSheet(place.range.getSheet()).cells;
+    cells.reserveWrites(place.range.getLength() * place.range.getLineCount());
     const auto visit = [](const CellRange& range, const auto& call) {
         std::size_t index = 0;
         for (const auto& area : range.areas)
@@ -508,6 +509,7 @@ void Filler::clearRest(Sheet& sheet)
 
 void Filler::requireNoFormulas(const Sheet& sheet) const
 {
+    if (!sheet.cells->hasFormulas()) return;
     for (const auto* areas : {&sheet.before, &sheet.now})
         for (const auto& area : *areas)
             for (auto row = area.top; row <= area.bottom; ++row)
@@ -582,6 +584,7 @@ void Filler::saveSheet(Sheet& sheet)
     }
     auto changed = edits.apply(xml);
     needsCalculation_ = needsCalculation_ || (hasFormulas && changed != book_.getPart(sheet.part));
+    sheet.cells.reset();
     book_.setPart(sheet.part, std::move(changed));
 }
 
