@@ -345,10 +345,14 @@ bool SheetCells::isSame(const Write& write, const Cell& cell) const
 /// Makes the new rows: what stays is copied up to where something changes.
 class SheetCells::Rewriter {
  public:
-    explicit Rewriter(const SheetCells& sheet)
-        : sheet_(sheet), prefix_(sheet.data_.getPrefix()), at_(sheet.data_.getInner().begin)
+    /// Appends to `text`.
+    Rewriter(const SheetCells& sheet, std::string text)
+        : sheet_(sheet),
+          prefix_(sheet.data_.getPrefix()),
+          text_(std::move(text)),
+          at_(sheet.data_.getInner().begin)
     {
-        text_.reserve(sheet.data_.getInner().getSize() + 48 * sheet.writes_.size());
+        text_.reserve(sheet.xml_.getText().size() + 48 * sheet.writes_.size());
     }
 
     std::string make()
@@ -454,17 +458,20 @@ class SheetCells::Rewriter {
     std::uint32_t at_;
 };
 
-void SheetCells::apply(Edits& edits)
+std::string SheetCells::apply(Edits& before, Edits& behind)
 {
-    auto rows = Rewriter(*this).make();
-    if (data_.isEmptyTag())
-        edits.setInner(data_, rows);
-    else
-        edits.replace(data_.getInner(), std::move(rows));
-    applyDimension(edits);
-    rows_ = {};
-    cells_ = {};
-    writes_ = {};
+    applyDimension(before);
+    const auto text = xml_.getText();
+    const auto rows = data_.getInner();
+    const auto end = static_cast<std::uint32_t>(text.size());
+    if (data_.isEmptyTag()) {
+        before.setInner(data_, Rewriter(*this, "").make());
+        return xml_.encode(before.apply(text, {0, rows.begin}) + behind.apply(text, {rows.end, end}));
+    }
+    // In one go: a second text of this size would be the largest thing in memory.
+    auto changed = Rewriter(*this, before.apply(text, {0, rows.begin})).make();
+    changed += behind.apply(text, {rows.end, end});
+    return xml_.encode(std::move(changed));
 }
 
 void SheetCells::applyDimension(Edits& edits) const

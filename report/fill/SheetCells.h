@@ -45,8 +45,9 @@ class SheetCells {
     bool willBeEmpty(std::uint32_t row, std::uint32_t column) const;
     bool willChange(std::uint32_t row, std::uint32_t column) const;
 
-    /// Adds to `edits` what was written, and the new dimension, and forgets the cells: a sheet may be large.
-    void apply(Edits& edits);
+    /// The part with all that was written, a new dimension, and changes to what stands before and behind the
+    /// rows.
+    std::string apply(Edits& before, Edits& behind);
     void reserveWrites(std::size_t count) { writes_.reserve(writes_.size() + count); }
     const XmlSpans& getXml() const { return xml_; }
 
