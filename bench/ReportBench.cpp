@@ -119,10 +119,9 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
         doc = report::createDocument();
         chart->getDOCXWriter()->createChartDOMDocContent(doc.get());
     });
-    const report::ChartOptions options;
-    stages.finishing += seconds([&] {
-        report::finishChartPart(doc.get(), {*chart, options, 1, 1, 1, u"rId1", nullptr});
-    });
+    const report::ChartData data(chart->getDataSet());
+    const report::ChartContext context{*chart, data, {}, report::getKind(*chart), 1, "rId1", {}};
+    stages.finishing += seconds([&] { report::finishChartPart(doc.get(), context); });
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });
     stages.workbook += seconds([&] {
