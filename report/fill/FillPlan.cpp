@@ -328,12 +328,25 @@ void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
 void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
 {
     const auto& source = plan.look->categories;
-    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
-    numbers.resize(count);
+    auto numbers = readX(index);
+    numbers.resize(count, missing);
     const bool isNumber = source.kind == Kind::Number || source.kind == Kind::NumberLiteral;
     if (!isNumber && isCounting(numbers)) return;
     plan.categories = planNumbers(plan, source, std::move(numbers));
     plan.categories.formula = source.formula;
+}
+
+/// The x values of the data; a table of categories has them there: numbers, or names that stand at 1, 2, 3.
+std::vector<double> FillPlan::readX(std::size_t index) const
+{
+    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
+    const bool isSet = std::any_of(numbers.begin(), numbers.end(), [](double number) { return number != 0; });
+    if (isSet || data_.dataSet->getCategories().empty()) return numbers;
+    auto categories =
+        makeCategories(data_, {.kind = Categories::Kind::Number}, part_.is1904()).points.numbers;
+    if (!categories.empty()) return categories;
+    for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = static_cast<double>(i + 1);
+    return numbers;
 }
 
 SourcePlan FillPlan::planNumbers(const SeriesPlan& plan, const PointSource& source,

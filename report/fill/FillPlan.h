@@ -83,6 +83,7 @@ class FillPlan {
     void planNames(SeriesPlan& plan);
     void planPoints(SeriesPlan& plan, std::size_t index);
     void planX(SeriesPlan& plan, std::size_t index, std::size_t count);
+    std::vector<double> readX(std::size_t index) const;
     void planDetails(SeriesPlan& plan, std::size_t index, std::size_t count);
     SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,
                            std::vector<double> numbers) const;
