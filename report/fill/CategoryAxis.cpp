@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "report/fill/SerialDate.h"
+
 namespace quillon::report {
 namespace {
 
