@@ -1,4 +1,5 @@
 #include "report/fill/ChartReader.h"
+#include "report/options/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
