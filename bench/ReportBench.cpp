@@ -119,9 +119,12 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
         doc = report::createDocument();
         chart->getDOCXWriter()->createChartDOMDocContent(doc.get());
     });
-    const report::ChartData data(chart->getDataSet());
-    const report::ChartContext context{*chart, data, {}, report::getKind(*chart), 1, "rId1", {}};
-    stages.finishing += seconds([&] { report::finishChartPart(doc.get(), context); });
+    const report::ChartOptions options;
+    const report::ChartData data;
+    const report::Listener listener;
+    stages.finishing += seconds([&] {
+        report::finishChartPart(doc.get(), {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
+    });
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });
     stages.workbook += seconds([&] {

@@ -1,30 +1,29 @@
-# `cmake --install` gives other CMake projects the package "quillon", with the targets quillon::quillon_charts and
-# quillon::quillon_report; projects that add this folder have the same names. Headers keep their folders below one
-# include root.
+# `cmake --install` gives other projects the libraries and their public headers: to CMake as the package "quillon", with
+# the targets quillon::quillon_charts and quillon::quillon_report, and to others through pkg-config. Projects that add
+# this folder have the same names.
 include(CMakePackageConfigHelpers)
 
 set(include_root "${CMAKE_INSTALL_INCLUDEDIR}/quillon")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quillon")
-set(libraries orca quillon_charts quillon_report)
 
-foreach(library IN LISTS libraries)
-    add_library(quillon::${library} ALIAS ${library})
-    target_include_directories(${library} PUBLIC "$<INSTALL_INTERFACE:${include_root}>")
-endforeach()
-install(TARGETS ${libraries} EXPORT quillon-targets)
+install(TARGETS orca quillon_charts quillon_report EXPORT quillon-targets FILE_SET HEADERS DESTINATION "${include_root}")
 install(EXPORT quillon-targets NAMESPACE quillon:: DESTINATION "${package_dir}")
-foreach(folder support orca chart)
-    install(DIRECTORY ${folder} DESTINATION "${include_root}" FILES_MATCHING PATTERN "*.h")
-endforeach()
-foreach(header document/Document document/ChartParts options/ChartError options/ChartOptions options/ChartKind options/ChartData options/Listener
-               package/OutputFile)
-    get_filename_component(room ${header} DIRECTORY)
-    install(FILES report/${header}.h DESTINATION "${include_root}/report/${room}")
-endforeach()
-install(TARGETS quillon-report)
-
 configure_package_config_file(cmake/quillon-config.cmake.in "${PROJECT_BINARY_DIR}/quillon-config.cmake"
                               INSTALL_DESTINATION "${package_dir}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/quillon-config-version.cmake" COMPATIBILITY SameMinorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/quillon-config.cmake" "${PROJECT_BINARY_DIR}/quillon-config-version.cmake"
         DESTINATION "${package_dir}")
+
+file(RELATIVE_PATH prefix_from_pkgconfig "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+set(pkgconfig_requires "xerces-c")
+set(pkgconfig_requires_private "libzip xlsxwriter expat zlib")
+if(NOT BUILD_SHARED_LIBS)
+    # Static libraries leave it to the program to link what they use.
+    string(APPEND pkgconfig_requires " ${pkgconfig_requires_private}")
+endif()
+configure_file(cmake/quillon.pc.in "${PROJECT_BINARY_DIR}/quillon.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/quillon.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+install(FILES LICENSE NOTICE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+if(TARGET quillon-report)
+    install(TARGETS quillon-report)
+endif()

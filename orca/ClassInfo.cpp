@@ -88,7 +88,6 @@ void ClassInfo::resolve(const ClassRegistry& registry)
 {
     lineage_.clear();
     allProperties_.clear();
-    allMethodNames_.clear();
     addToLineage(*this, registry);
     for (const auto* ancestor : lineage_) collectMembers(*ancestor);
 }
@@ -110,8 +109,6 @@ void ClassInfo::collectMembers(const ClassInfo& ancestor)
     }
     for (const auto& method : ancestor.methods_) {
         const std::string_view name = method->getName();
-        if (std::find(allMethodNames_.begin(), allMethodNames_.end(), name) == allMethodNames_.end())
-            allMethodNames_.push_back(name);
         methodsByName_[name] = &ancestor.methodForms_.find(name)->second;
     }
 }

@@ -51,8 +51,6 @@ class QUILLON_EXPORT ClassInfo {
     /// A property of the class or a superclass; null when there is none of that name. What it returns lasts
     /// as long as the process, so that it can be kept and used again.
     const impl::PropertyImpl* findProperty(std::string_view name) const;
-    /// The names of all methods: those of the superclasses first, each in the order of its declaration.
-    const std::vector<std::string_view>& getMethodNames() const { return allMethodNames_; }
     /// The forms of a method of the class or a superclass; null when there is none of that name. It can be
     /// kept like a property.
     const OverloadSet* findMethod(std::string_view name) const;
@@ -68,7 +66,8 @@ class QUILLON_EXPORT ClassInfo {
     /// Whether a library object is of this class.
     virtual bool isInstance(const full::StdShareable* object) const = 0;
 
-    /// Gives up the host's share of the object behind a host object that goes, and unties the two.
+    /// Called when a host object is destroyed: gives up the host's share of its library object and unties the
+    /// two.
     static void hostObjectDestroyed(const HostObject& object) noexcept;
 
  protected:
@@ -98,7 +97,6 @@ class QUILLON_EXPORT ClassInfo {
 
     std::vector<const ClassInfo*> lineage_;
     std::vector<const impl::PropertyImpl*> allProperties_;
-    std::vector<std::string_view> allMethodNames_;
     std::unordered_map<std::string_view, const impl::PropertyImpl*> propertiesByName_;
     std::unordered_map<std::string_view, const OverloadSet*> methodsByName_;
 };
@@ -114,6 +112,7 @@ struct FunctionParts<R (C::*)(Args...)> {
     using Result = R;
     using Class = C;
     using Signature = R(std::remove_cvref_t<Args>...);
+    static constexpr std::size_t argumentCount = sizeof...(Args);
 };
 template <typename R, typename C, typename... Args>
 struct FunctionParts<R (C::*)(Args...) const> : FunctionParts<R (C::*)(Args...)> {
@@ -158,12 +157,12 @@ class HandleClassInfo : public ClassInfo {
 
     /// A constructor over C::create(Args...).
     template <typename C, typename... Args>
-    void constructor(std::vector<std::string> argumentNames = {})
+    void constructor(impl::ArgumentNames<sizeof...(Args)> argumentNames = {})
     {
         constexpr auto create = [](Args... arguments) { return C::create(std::move(arguments)...); };
         using Method = impl::MethodImpl<std::shared_ptr<C>(Args...), true, C, decltype(create)>;
-        const auto shortName = getName().substr(getName().rfind('.') + 1);
-        addConstructor(std::make_unique<Method>(shortName, std::move(argumentNames), "", create));
+        const std::string name(internal::shortName(getName()));
+        addConstructor(std::make_unique<Method>(name, argumentNames, "", create));
     }
 
     /// A property over a const member function that reads it and, unless it is read-only, one that writes it.
@@ -192,14 +191,13 @@ class HandleClassInfo : public ClassInfo {
     }
 
     /// One form of a method over a member function, or over a free function that takes the object first.
-    template <auto Function>
-    void method(std::string name, std::vector<std::string> argumentNames, std::string description)
+    template <auto Function, typename Parts = detail::FunctionParts<decltype(Function)>>
+    void method(std::string name, impl::ArgumentNames<Parts::argumentCount> argumentNames,
+                std::string description)
     {
-        using Parts = detail::FunctionParts<decltype(Function)>;
         using Method =
             impl::MethodImpl<typename Parts::Signature, false, typename Parts::Class, decltype(Function)>;
-        addMethod(std::make_unique<Method>(std::move(name), std::move(argumentNames), std::move(description),
-                                           Function));
+        addMethod(std::make_unique<Method>(std::move(name), argumentNames, std::move(description), Function));
     }
 
  private:

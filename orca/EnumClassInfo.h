@@ -16,7 +16,7 @@ namespace orca::factory {
 class QUILLON_EXPORT EnumConstructor {
  public:
     explicit EnumConstructor(const EnumClass& enumClass) : enumClass_(enumClass) {}
-    /// Throws: Error when the argument tells no member.
+    /// Throws: Error when the argument does not name a member.
     HostArray operator()(Arguments arguments) const;
 
  private:

@@ -13,7 +13,7 @@ struct Row {
 };
 
 /// Every error of the host system. %1, %2, ... are filled in where it is raised.
-constexpr Row rows[] = {
+constexpr Row errorRows[] = {
     {ErrorId::AlreadyBound, "orca:alreadyBound",
      "an object of class %1 and its host object are bound only once."},
     {ErrorId::BadShape, "orca:badShape", "a value of %1 rows and %2 columns cannot have %3 elements."},
@@ -39,7 +39,8 @@ constexpr Row rows[] = {
 
 const Row& rowOf(ErrorId id)
 {
-    return *std::find_if(std::begin(rows), std::end(rows), [id](const Row& row) { return row.id == id; });
+    return *std::find_if(std::begin(errorRows), std::end(errorRows),
+                         [id](const Row& row) { return row.id == id; });
 }
 
 std::string fill(std::string_view sentence, std::initializer_list<std::string_view> words)

@@ -80,7 +80,7 @@ struct Description {
     {
         return shapeText(1, texts->size()) + "text array";
     }
-    std::string operator()(const Shared<ObjectArray>& array) const
+    std::string operator()(const std::shared_ptr<ObjectArray>& array) const
     {
         return shapeText(array->rows, array->columns) + array->className.getText() + " array";
     }
@@ -103,7 +103,11 @@ struct Description {
 
 struct Equality {
     template <typename T>
-    bool operator()(const std::shared_ptr<const T>& left, const std::shared_ptr<const T>& right) const
+    bool operator()(const Shared<T>& left, const Shared<T>& right) const
+    {
+        return left == right || *left == *right;
+    }
+    bool operator()(const std::shared_ptr<ObjectArray>& left, const std::shared_ptr<ObjectArray>& right) const
     {
         return left == right || *left == *right;
     }
@@ -175,8 +179,7 @@ HostArray HostArray::cells(std::size_t rows, std::size_t columns, std::vector<Ho
 HostArray HostArray::objects(ObjectArray array)
 {
     requireShape(array);
-    // Not const, so that own() may change it.
-    return HostArray(Shared<ObjectArray>(std::make_shared<ObjectArray>(std::move(array))));
+    return HostArray(std::make_shared<ObjectArray>(std::move(array)));
 }
 
 std::size_t HostArray::getRowCount() const
@@ -239,7 +242,7 @@ const CellArray* HostArray::getCells() const
 
 const ObjectArray* HostArray::getObjectArray() const
 {
-    const auto* const objects = std::get_if<Shared<ObjectArray>>(&value_);
+    const auto* const objects = std::get_if<std::shared_ptr<ObjectArray>>(&value_);
     return objects != nullptr ? objects->get() : nullptr;
 }
 
@@ -278,14 +281,14 @@ HostArray omCreateORCAMatrix(std::size_t rows, std::size_t columns, internal::Na
 
 ObjectArray& HostArray::own()
 {
-    const auto* const shared = std::get_if<Shared<ObjectArray>>(&value_);
+    const auto* const shared = std::get_if<std::shared_ptr<ObjectArray>>(&value_);
     if (shared == nullptr) {
         auto& object = getOneObject();
         *this = objects({{1, 1, {object.shared_from_this()}}, object.getClassName()});
     } else if (shared->use_count() != 1) {
         *this = objects(ObjectArray(**shared));
     }
-    return const_cast<ObjectArray&>(*getObjectArray());
+    return *std::get<std::shared_ptr<ObjectArray>>(value_);
 }
 
 void omSetArrayElement(HostArray& array, std::size_t index, const HostArray& element)

@@ -55,13 +55,14 @@ struct EmptyValue {
 
 namespace factory {
 
-/// A host value in its raw form, as it crosses the boundary. Scalars stand in place, all else is shared.
+/// A host value in its raw form, as it crosses the boundary. Scalars stand in place, all else is shared, and
+/// changes only while a single value holds it.
 using HostArrayProxy =
     std::variant<EmptyValue, double, std::uint32_t, std::uint64_t, bool, EnumMember,
                  std::shared_ptr<HostObject>, std::shared_ptr<const std::u16string>,
                  std::shared_ptr<const std::vector<std::u16string>>, std::shared_ptr<const Matrix<double>>,
                  std::shared_ptr<const Matrix<std::uint32_t>>, std::shared_ptr<const Matrix<std::uint64_t>>,
-                 std::shared_ptr<const ObjectArray>, std::shared_ptr<const CellArray>>;
+                 std::shared_ptr<ObjectArray>, std::shared_ptr<const CellArray>>;
 
 }  // namespace factory
 
@@ -130,7 +131,7 @@ class QUILLON_EXPORT HostArray {
     HostObject* getFirstObject() const;
     /// The one object that the value names. Throws: Error when it does not name exactly one.
     HostObject& getOneObject() const;
-    /// The library object behind getFirstObject() as a T, shared. Empty when there is none or it is no T.
+    /// The library object behind getFirstObject() as a T, shared. Empty when there is none or it is not a T.
     template <typename T>
     std::shared_ptr<T> getNative() const
     {

@@ -12,6 +12,8 @@ HostObject::~HostObject()
 
 void HostObject::setObject(factory::full::StdShareable* object)
 {
+    // An object that is gone keeps its class, so that messages can name the member that was asked for.
+    if (object != nullptr) class_ = nullptr;
     object_ = object;
     castType_ = nullptr;
 }

@@ -32,8 +32,8 @@ class QUILLON_EXPORT HostObject : public std::enable_shared_from_this<HostObject
     /// The bound library object. Null before it is bound and once the library has destroyed it.
     factory::full::StdShareable* getObject() const { return object_; }
 
-    /// The bound library object as a T; null when there is none or it is no T. A dynamic_cast costs more than
-    /// most members, so the last one is kept.
+    /// The bound library object as a T; null when there is none or it is not a T. A dynamic_cast costs more
+    /// than most members, so the last one is kept.
     template <typename T>
     T* getObjectAs() const
     {
@@ -44,7 +44,7 @@ class QUILLON_EXPORT HostObject : public std::enable_shared_from_this<HostObject
         return static_cast<T*>(castObject_);
     }
 
-    /// The bound library object as a T, shared. Empty when there is none or it is no T.
+    /// The bound library object as a T, shared. Empty when there is none or it is not a T.
     template <typename T>
     std::shared_ptr<T> getNative() const
     {

@@ -1,7 +1,5 @@
 #include "orca/HostType.h"
 
-#include <boost/algorithm/string/replace.hpp>
-#include <boost/core/demangle.hpp>
 #include <cmath>
 #include <limits>
 
@@ -10,6 +8,7 @@
 #include "orca/ClassRegistry.h"
 #include "orca/EnumClassInfo.h"
 #include "orca/Error.h"
+#include "support/Text.h"
 
 namespace orca::factory {
 namespace {
@@ -30,9 +29,16 @@ T toUnsigned(const HostArray& value, const char* typeName)
 
 std::string memberNames(const EnumClass& enumClass)
 {
-    std::string names;
-    for (const auto& member : enumClass.getMembers()) names += (names.empty() ? "" : ", ") + member.name;
-    return names;
+    return quillon::join(enumClass.getMembers(), ", ", &EnumClass::Member::name);
+}
+
+/// Whether a value stands for no texts: no value, an empty matrix or an empty cell array. An empty text is a
+/// text.
+bool isNoTexts(const HostArray& value)
+{
+    const auto* const none = std::get_if<EmptyValue>(&value.getProxy());
+    if (none != nullptr) return !none->className;
+    return value.isEmpty() && (value.getCells() != nullptr || value.getMatrixElements());
 }
 
 /// `text` for a message, which is no place for what lies outside ASCII.
@@ -77,11 +83,6 @@ void errorMustBeCellArray(const std::string& got)
 
 namespace detail {
 
-internal::Name hostNameOf(const std::type_info& type)
-{
-    return internal::makeInterned(boost::replace_all_copy(boost::core::demangle(type.name()), "::", "."));
-}
-
 bool isEmptyOf(internal::Name className, const HostArray& value)
 {
     const auto* const empty = std::get_if<EmptyValue>(&value.getProxy());
@@ -117,7 +118,7 @@ bool toLogical(const HostArray& value)
 
 std::vector<std::u16string> toTexts(const HostArray& value)
 {
-    if (value.isEmpty()) return {};
+    if (isNoTexts(value)) return {};
     if (isStringVector(value.getProxy())) return extractFromStringVector(value.getProxy());
     const auto* const cells = value.getCells();
     if (cells == nullptr) errorMustBeCellArray(value.describe());
@@ -128,6 +129,11 @@ std::vector<std::u16string> toTexts(const HostArray& value)
         texts.push_back(extractString(cell.getProxy()));
     }
     return texts;
+}
+
+bool mayBeTexts(const HostArray& value)
+{
+    return isNoTexts(value) || isStringVector(value.getProxy()) || value.getCells() != nullptr;
 }
 
 std::uint64_t toEnumValue(const EnumClass& enumClass, const HostArray& value)
@@ -164,8 +170,7 @@ bool isNumber(const HostArray& value)
 
 std::shared_ptr<HostObject> share(const std::shared_ptr<full::StdShareable>& object, const char* typeName)
 {
-    auto host = BindingRegistry::announce(
-        *object, *typeName != '\0' ? internal::makeInterned(typeName) : internal::nullValue);
+    auto host = BindingRegistry::announce(*object, internal::makeInterned(typeName));
     if (object->bindingState() != 1) full::acquireReference(object);
     return host;
 }

@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 #include <type_traits>
-#include <typeinfo>
 #include <vector>
 
 #include "orca/HostArray.h"
@@ -14,27 +13,30 @@
 /// The conversions between host values and C++ values: one HostType for each C++ type.
 namespace orca::factory {
 
-namespace detail {
-/// The qualified C++ name of a type with full stops for the colons: "quillon.chart.Title".
-QUILLON_EXPORT internal::Name hostNameOf(const std::type_info& type);
-}  // namespace detail
-
-/// The host name of a class or enumeration, which follows from its C++ name. Specialised for a type whose
-/// host name differs.
+/// A class or enumeration whose host name is stated beside it, by a function in its own namespace:
+/// `constexpr const char* hostNameOf(std::type_identity<Title>) { return "quillon.chart.Title"; }`.
+/// Subclasses do not inherit it.
 template <typename T>
+concept NamedForHost = requires
+{
+    hostNameOf(std::type_identity<T>());
+};
+
+/// The host name of a class or enumeration.
+template <NamedForHost T>
 internal::Name hostName()
 {
-    static const auto name = detail::hostNameOf(typeid(T));
+    static const auto name = internal::makeInterned(hostNameOf(std::type_identity<T>()));
     return name;
 }
 
-/// The text of a value. Throws: Error when it is no text.
+/// The text of a value. Throws: Error for anything but text.
 QUILLON_EXPORT std::u16string extractString(const HostArrayProxy& value);
 /// Whether a value is a text array.
 QUILLON_EXPORT bool isStringVector(const HostArrayProxy& value);
 /// The elements of a text array. Requires: isStringVector(value).
 QUILLON_EXPORT std::vector<std::u16string> extractFromStringVector(const HostArrayProxy& value);
-/// Raises the error for an element, counted from 1, that is no text; `got` says what it is.
+/// Raises the error for an element, counted from 1, that should be text; `got` says what it is.
 [[noreturn]] QUILLON_EXPORT void errorMustBeString(std::size_t position,
                                                    const std::string& got = "something else");
 /// Raises the error for a value that is neither text array nor cell array.
@@ -49,8 +51,11 @@ QUILLON_EXPORT std::uint32_t toUint32(const HostArray& value);
 QUILLON_EXPORT std::uint64_t toUint64(const HostArray& value);
 /// Takes a logical scalar, or a numeric 0 or 1. Throws: Error for anything else.
 QUILLON_EXPORT bool toLogical(const HostArray& value);
-/// Takes nothing, a text array, or a cell array of texts. Throws: Error for anything else.
+/// Takes a text array or a cell array of texts; no value and an empty matrix stand for no texts.
+/// Throws: Error for anything else.
 QUILLON_EXPORT std::vector<std::u16string> toTexts(const HostArray& value);
+/// Whether toTexts() takes a value of this kind; the elements of a cell array are not looked at.
+QUILLON_EXPORT bool mayBeTexts(const HostArray& value);
 /// The value of the member of `enumClass` that `value` is or names. Throws: Error for anything else.
 QUILLON_EXPORT std::uint64_t toEnumValue(const EnumClass& enumClass, const HostArray& value);
 QUILLON_EXPORT HostArray fromEnumValue(const EnumClass& enumClass, std::uint64_t value);
@@ -58,12 +63,12 @@ QUILLON_EXPORT HostArray fromEnumValue(const EnumClass& enumClass, std::uint64_t
 QUILLON_EXPORT const EnumClass& requireEnumClass(internal::Name name);
 QUILLON_EXPORT bool isNumber(const HostArray& value);
 
-/// The host object bound to `object`, which is announced under `typeName` if it is not bound; the host gets
-/// its share.
+/// The host object bound to `object`, which is announced under `typeName` if it is not bound yet; the host
+/// gets its share.
 QUILLON_EXPORT std::shared_ptr<HostObject> share(const std::shared_ptr<full::StdShareable>& object,
                                                  const char* typeName);
-/// Whether a value without elements may stand for an object of a class: it is of no class, or of that one or
-/// a subclass.
+/// Whether a value without elements may stand for an object of a class: it names no class, that one, or a
+/// subclass.
 QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 /// Raises the error for a value that is not of a type.
 [[noreturn]] QUILLON_EXPORT void errorWrongType(const std::string& expected, const HostArray& got);
@@ -71,7 +76,7 @@ QUILLON_EXPORT bool isEmptyOf(internal::Name className, const HostArray& value);
 }  // namespace detail
 
 /// For each C++ type: its host type string, both conversions, and accepts(), which tells whether a value is
-/// of the type when an overload is chosen: ranges are not checked, and a number is no truth value.
+/// of the type when an overload is chosen: ranges are not checked, and numbers do not count as truth values.
 template <typename T>
 struct HostType;
 
@@ -131,10 +136,7 @@ struct HostType<std::vector<std::u16string>> {
             .getProxy();
     }
     static std::vector<std::u16string> fromHost(const HostArray& value) { return detail::toTexts(value); }
-    static bool accepts(const HostArray& value)
-    {
-        return value.isEmpty() || isStringVector(value.getProxy()) || value.getCells() != nullptr;
-    }
+    static bool accepts(const HostArray& value) { return detail::mayBeTexts(value); }
 };
 
 template <typename E>

@@ -24,7 +24,7 @@ struct HostTypeInfo {
 };
 
 /// Reads a host type string.
-/// Throws: Error when it names no data type and no class name.
+/// Throws: Error for anything but the name of a data type or class.
 QUILLON_EXPORT HostTypeInfo parseHostType(const std::string& text);
 
 namespace detail {
@@ -37,7 +37,7 @@ namespace impl {
 /// Refuses a null pointer: the receiving object is not of the member's class. Throws: Error.
 QUILLON_EXPORT void validateSelfPointer(const void* self);
 
-/// The library object behind `self` as a C. Throws: Error when it is gone or no C.
+/// The library object behind `self` as a C. Throws: Error when it is gone or not a C.
 template <typename C>
 C& resolveSelf(const HostObject& self)
 {

@@ -1,5 +1,7 @@
 #include "orca/Method.h"
 
+#include "support/Text.h"
+
 namespace orca::factory {
 namespace {
 
@@ -9,11 +11,6 @@ std::vector<HostTypeInfo> parseAll(const std::vector<std::string>& types)
     result.reserve(types.size());
     for (const auto& type : types) result.push_back(parseHostType(type));
     return result;
-}
-
-void append(std::string& list, const std::string& separator, const std::string& item)
-{
-    list += (list.empty() ? "" : separator) + item;
 }
 
 }  // namespace
@@ -31,19 +28,16 @@ void OrcaMethod::createSignatureImpl(std::vector<std::string> signature, bool is
     inputs_ = parseAll(inputTypes);
     outputs_ = parseAll(outputTypes);
     argumentNames_ = std::move(signature);
-    argumentNames_.resize(inputs_.size());
-    std::string arguments;
+    std::vector<std::string> arguments;
     for (std::size_t i = 0; i < inputs_.size(); ++i)
-        append(arguments, ", ", argumentNames_[i] + ": " + inputs_[i].text);
-    signature_ = name + "(" + arguments + ")";
+        arguments.push_back(argumentNames_[i] + ": " + inputs_[i].text);
+    signature_ = name + "(" + quillon::join(arguments, ", ") + ")";
     if (!isConstructor()) signature_ += " -> " + outputs_.front().text;
 }
 
 std::string OrcaMethod::getArgumentList() const
 {
-    std::string types;
-    for (const auto& input : inputs_) append(types, ", ", input.text);
-    return "(" + types + ")";
+    return "(" + quillon::join(inputs_, ", ", &HostTypeInfo::text) + ")";
 }
 
 Error OrcaMethod::locate(const Error& error, std::size_t position) const
@@ -74,10 +68,8 @@ const OrcaMethod& OverloadSet::choose(Arguments arguments) const
 
 void OverloadSet::refuse(Arguments arguments) const
 {
-    std::string given;
-    std::string forms;
-    for (const auto& argument : arguments) append(given, ", ", argument.describe());
-    for (const auto* method : methods_) append(forms, " or ", method->getArgumentList());
+    const auto given = quillon::join(arguments, ", ", &HostArray::describe);
+    const auto forms = quillon::join(methods_, " or ", &OrcaMethod::getArgumentList);
     throw Error(ErrorId::NoOverload, {given, forms}).at(place_);
 }
 

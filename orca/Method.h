@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -53,8 +54,8 @@ class QUILLON_EXPORT OrcaMethod {
     virtual HostArray invoke(HostObject& self, Arguments arguments) const = 0;
 
  protected:
-    /// Gives the method its form. `signature` names the arguments.
-    /// Throws: Error for a name that is no host type string.
+    /// Gives the method its form. `signature` names the arguments, as many as `inputTypes`.
+    /// Throws: Error for anything but host type strings.
     void createSignatureImpl(std::vector<std::string> signature, bool isStatic, const std::string& name,
                              const std::vector<std::string>& inputTypes,
                              const std::vector<std::string>& outputTypes);
@@ -75,6 +76,18 @@ class QUILLON_EXPORT OrcaMethod {
 
 namespace impl {
 
+/// The names of the arguments of a bound function: as many as it has, or the declaration does not compile.
+template <std::size_t Count>
+class ArgumentNames {
+ public:
+    template <typename... Names>
+    requires(sizeof...(Names) == Count) constexpr ArgumentNames(Names... names) : names_{names...} {}
+    std::vector<std::string> getNames() const { return {names_.begin(), names_.end()}; }
+
+ private:
+    std::array<const char*, Count> names_;
+};
+
 template <typename Signature, bool IsStatic, typename C, typename Callable>
 class MethodImpl;
 
@@ -82,12 +95,12 @@ class MethodImpl;
 template <typename Result, typename... Args, bool IsStatic, typename C, typename Callable>
 class MethodImpl<Result(Args...), IsStatic, C, Callable> final : public OrcaMethod {
  public:
-    MethodImpl(std::string name, std::vector<std::string> argumentNames, std::string description,
+    MethodImpl(std::string name, ArgumentNames<sizeof...(Args)> argumentNames, std::string description,
                Callable callable)
         : OrcaMethod(std::move(name), {IsStatic}, std::move(description)), callable_(callable)
     {
         createSignatureImpl(
-            std::move(argumentNames), IsStatic, getName(), {HostType<Args>::name()...},
+            argumentNames.getNames(), IsStatic, getName(), {HostType<Args>::name()...},
             {IsStatic ? hostName<C>().getText() : HostType<std::remove_cvref_t<Result>>::name()});
     }
 

@@ -27,6 +27,7 @@ const std::string& Name::getText() const
 
 Name makeInterned(std::string_view text)
 {
+    if (text.empty()) return nullValue;
     // Objects of one class tend to come in a row, so the last name often is the next one.
     thread_local const std::string* last = nullptr;
     if (last == nullptr || *last != text) last = &store(text);

@@ -27,12 +27,18 @@ class Name {
 /// The name of whatever has none.
 inline constexpr Name nullValue;
 
-/// The one name with this text. May be called from several threads.
+/// The one name with this text; the null name for an empty one. May be called from several threads.
 QUILLON_EXPORT Name makeInterned(std::string_view text);
 QUILLON_EXPORT Name makeInterned(std::string&& text);
 inline Name makeInterned(const char* text)
 {
     return makeInterned(std::string_view(text));
+}
+
+/// The last part of a full name: "Title" for "quillon.chart.Title".
+constexpr std::string_view shortName(std::string_view fullName)
+{
+    return fullName.substr(fullName.rfind('.') + 1);
 }
 
 }  // namespace orca::internal

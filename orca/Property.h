@@ -92,7 +92,7 @@ class AdaptedClassSetter final : public Setter {
 /// A property of a class: its name, its host type, and how it is read and written.
 class QUILLON_EXPORT PropertyImpl {
  public:
-    /// Read-only without `setter`. Throws: Error when `type` is no host type string.
+    /// Read-only without `setter`. Throws: Error when `type` is not a host type string.
     PropertyImpl(std::string name, const std::string& type, std::string description,
                  std::unique_ptr<Getter> getter, std::unique_ptr<Setter> setter = nullptr);
 

@@ -18,7 +18,7 @@
 namespace orca {
 
 /// Makes an object of a class, or gives the member of an enumeration class.
-/// Throws: Error when there is no such class or it has no form for the arguments; what the library throws.
+/// Throws: Error for an unknown class, or arguments that none of its forms takes; what the library throws.
 QUILLON_EXPORT HostArray construct(std::string_view className, Arguments arguments = {});
 
 /// The class of the one object that `object` names. Throws: Error when no class describes it.

@@ -34,11 +34,6 @@ std::u16string toDecimal(Number number)
     return {digits.data(), end};
 }
 
-bool isSpace(char16_t character)
-{
-    return character == u' ' || (character >= u'\t' && character <= u'\r');
-}
-
 }  // namespace
 
 std::u16string toLowerString(std::u16string_view text)

@@ -1,14 +1,35 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "support/Export.h"
 
 /// Text, number and encoding helpers. Text is UTF-16 unless a name says otherwise; nothing here reads the
 /// locale.
 namespace quillon {
+
+/// Whether a character is white space of ASCII.
+constexpr bool isSpace(char16_t character)
+{
+    return character == u' ' || (character >= u'\t' && character <= u'\r');
+}
+
+/// The texts that `toText`, a function or member, gives for `items`, with `separator` between them.
+template <typename Items, typename ToText = std::identity>
+std::string join(const Items& items, std::string_view separator, ToText toText = {})
+{
+    std::string result;
+    bool isFirst = true;
+    for (const auto& item : items) {
+        if (!std::exchange(isFirst, false)) result += separator;
+        result += std::invoke(toText, item);
+    }
+    return result;
+}
 
 /// Maps the ASCII letters A to Z to a to z; every other character stays.
 QUILLON_EXPORT std::u16string toLowerString(std::u16string_view text);

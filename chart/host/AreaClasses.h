@@ -5,14 +5,6 @@
 #include "chart/model/LegendPosition.h"
 #include "chart/model/PlotArea.h"
 
-/// The host knows the nested class under one word.
-template <>
-inline orca::internal::Name orca::factory::hostName<quillon::chart::LegendPosition::Relative>()
-{
-    static const auto name = internal::makeInterned("quillon.chart.LegendPositionRelative");
-    return name;
-}
-
 /// Areas and legend positions.
 namespace quillon::chart::mi {
 

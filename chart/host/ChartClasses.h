@@ -41,7 +41,7 @@ struct CosPieChart : CosClass<PieChart, Chart> {
     CosPieChart() : CosClass("A pie, meant for one series.") { constructor<>(); }
 };
 
-/// Its superclass is one that nobody registers.
+/// Its superclass is not registered.
 struct CosPieChartSlice : CosClass<PieChartSlice> {
     CosPieChartSlice() : CosClass("A slice of a pie chart; it has no settings.", "quillon.chart.ChartSlice")
     {

@@ -41,9 +41,9 @@ class CosClass : public CosObjectClassInfo {
 
     /// A constructor over C::create(Args...).
     template <typename... Args>
-    void constructor(std::vector<std::string> argumentNames = {})
+    void constructor(orca::factory::impl::ArgumentNames<sizeof...(Args)> argumentNames = {})
     {
-        CosObjectClassInfo::constructor<C, Args...>(std::move(argumentNames));
+        CosObjectClassInfo::constructor<C, Args...>(argumentNames);
     }
 };
 

@@ -4,14 +4,6 @@
 #include "chart/model/DataLabelFormat.h"
 #include "orca/EnumClassInfo.h"
 
-/// The host knows the nested enumeration as a class of its own.
-template <>
-inline orca::internal::Name orca::factory::hostName<quillon::chart::DataLabelContentSeparator>()
-{
-    static const auto name = internal::makeInterned("quillon.chart.DataLabelContentSeparator");
-    return name;
-}
-
 /// The small texts at data points.
 namespace quillon::chart::mi {
 

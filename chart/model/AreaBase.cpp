@@ -16,7 +16,7 @@ AreaBase::AreaBase(const AreaBase& other)
 
 const char* AreaBase::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.AreaBase";
+    return hostNameOf(std::type_identity<AreaBase>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Object.h"
 #include "chart/model/ShapeFormat.h"
 
@@ -40,5 +42,11 @@ class QUILLON_EXPORT AreaBase : public Object {
     std::u16string width_;
     std::shared_ptr<ShapeFormat> format_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<AreaBase> /*type*/)
+{
+    return "quillon.chart.AreaBase";
+}
 
 }  // namespace quillon::chart

@@ -22,7 +22,7 @@ std::shared_ptr<DataSeriesFormatOptions> BarChart::getDataSeriesFormatOptions() 
 
 const char* BarChart::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.BarChart";
+    return hostNameOf(std::type_identity<BarChart>());
 }
 
 }  // namespace quillon::chart

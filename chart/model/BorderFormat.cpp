@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* BorderFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.BorderFormat";
+    return hostNameOf(std::type_identity<BorderFormat>());
 }
 
 }  // namespace quillon::chart

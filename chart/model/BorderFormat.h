@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Format.h"
 
 namespace quillon::chart {
@@ -30,5 +32,11 @@ class QUILLON_EXPORT BorderFormat : public Format {
  private:
     double width_ = 0.5;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<BorderFormat> /*type*/)
+{
+    return "quillon.chart.BorderFormat";
+}
 
 }  // namespace quillon::chart

@@ -12,7 +12,7 @@ Chart::Chart(const Chart& other)
 
 const char* Chart::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Chart";
+    return hostNameOf(std::type_identity<Chart>());
 }
 
 }  // namespace quillon::chart

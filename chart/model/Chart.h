@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/DataSet.h"
 #include "chart/model/Object.h"
 #include "chart/model/PlotArea.h"
@@ -13,15 +15,15 @@ class DOCXChartWriter;
 class QUILLON_EXPORT Chart : public Object {
  public:
     /// The held data, shared and not copied. Default: empty.
-    const std::shared_ptr<DataSet>& getDataSet() const { return dataSet_; }
+    std::shared_ptr<DataSet> getDataSet() const { return dataSet_; }
     void setDataSet(std::shared_ptr<DataSet> dataSet) { dataSet_ = std::move(dataSet); }
 
     /// Default: empty.
-    const std::shared_ptr<PlotArea>& getPlotArea() const { return plotArea_; }
+    std::shared_ptr<PlotArea> getPlotArea() const { return plotArea_; }
     void setPlotArea(std::shared_ptr<PlotArea> plotArea) { plotArea_ = std::move(plotArea); }
 
     /// Default: empty, for a chart without a title.
-    const std::shared_ptr<Title>& getTitle() const { return title_; }
+    std::shared_ptr<Title> getTitle() const { return title_; }
     void setTitle(std::shared_ptr<Title> title) { title_ = std::move(title); }
 
     const char* getFullyQualifiedOrcaTypeName() const override;
@@ -43,5 +45,11 @@ class QUILLON_EXPORT Chart : public Object {
     std::shared_ptr<PlotArea> plotArea_;
     std::shared_ptr<Title> title_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Chart> /*type*/)
+{
+    return "quillon.chart.Chart";
+}
 
 }  // namespace quillon::chart

@@ -25,7 +25,6 @@ const std::wregex& rgbExpression()
 
 bool isSpacePair(char16_t first, char16_t second)
 {
-    const auto isSpace = [](char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); };
     return isSpace(first) && isSpace(second);
 }
 
@@ -113,7 +112,7 @@ std::array<double, 3> Color::toTriplet() const
 
 const char* Color::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Color";
+    return hostNameOf(std::type_identity<Color>());
 }
 
 }  // namespace quillon::chart

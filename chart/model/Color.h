@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "chart/model/Object.h"
 
@@ -12,7 +13,7 @@ namespace quillon::chart {
 /// A colour, kept in the form in which it was given.
 ///
 /// As text it is one of the 147 colour names ("red", any case), an rgb expression ("rgb(255,128,0)") or
-/// hexadecimal digits behind "#" ("#ff8000"). As numbers it is red, green and blue between 0 and 1. No form
+/// hexadecimal digits after "#" ("#ff8000"). As numbers it is red, green and blue between 0 and 1. No form
 /// is refused: what cannot be read is written as white.
 class QUILLON_EXPORT Color : public Object {
  public:
@@ -75,5 +76,11 @@ QUILLON_EXPORT const std::u16string* findNamedColor(const std::u16string& lowerC
 /// The default colour, six hexadecimal digits, of the series or point at a 0-based position; six colours take
 /// turns.
 QUILLON_EXPORT const std::u16string& getPaletteColor(unsigned long position);
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Color> /*type*/)
+{
+    return "quillon.chart.Color";
+}
 
 }  // namespace quillon::chart

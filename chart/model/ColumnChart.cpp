@@ -22,7 +22,7 @@ std::shared_ptr<DataSeriesFormatOptions> ColumnChart::getDataSeriesFormatOptions
 
 const char* ColumnChart::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.ColumnChart";
+    return hostNameOf(std::type_identity<ColumnChart>());
 }
 
 }  // namespace quillon::chart

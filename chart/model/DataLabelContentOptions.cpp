@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* DataLabelContentOptions::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataLabelContentOptions";
+    return hostNameOf(std::type_identity<DataLabelContentOptions>());
 }
 
 }  // namespace quillon::chart

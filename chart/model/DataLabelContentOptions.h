@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "chart/model/Object.h"
 
@@ -66,7 +67,17 @@ class QUILLON_EXPORT DataLabelContentOptions : public Object {
     Separator separator_ = Separator::Comma;
 };
 
-/// The name under which the host knows the separator.
 using DataLabelContentSeparator = DataLabelContentOptions::Separator;
+
+/// The names under which the host knows the two.
+constexpr const char* hostNameOf(std::type_identity<DataLabelContentOptions> /*type*/)
+{
+    return "quillon.chart.DataLabelContentOptions";
+}
+
+constexpr const char* hostNameOf(std::type_identity<DataLabelContentOptions::Separator> /*type*/)
+{
+    return "quillon.chart.DataLabelContentSeparator";
+}
 
 }  // namespace quillon::chart

@@ -17,7 +17,7 @@ DataLabelFormat::DataLabelFormat(const DataLabelFormat& other)
 
 const char* DataLabelFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataLabelFormat";
+    return hostNameOf(std::type_identity<DataLabelFormat>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/DataLabelOptions.h"
 #include "chart/model/Effects.h"
 #include "chart/model/Object.h"
@@ -35,5 +37,11 @@ class QUILLON_EXPORT DataLabelFormat : public Object {
     std::shared_ptr<Effects> effects_;
     std::shared_ptr<DataLabelOptions> options_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<DataLabelFormat> /*type*/)
+{
+    return "quillon.chart.DataLabelFormat";
+}
 
 }  // namespace quillon::chart

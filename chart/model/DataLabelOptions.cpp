@@ -19,7 +19,7 @@ DataLabelOptions::DataLabelOptions(const DataLabelOptions& other)
 
 const char* DataLabelOptions::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataLabelOptions";
+    return hostNameOf(std::type_identity<DataLabelOptions>());
 }
 
 }  // namespace quillon::chart

@@ -13,7 +13,7 @@ DataPoint::DataPoint(const DataPoint& other)
 
 const char* DataPoint::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataPoint";
+    return hostNameOf(std::type_identity<DataPoint>());
 }
 
 }  // namespace quillon::chart

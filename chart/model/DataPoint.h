@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/DataLabelFormat.h"
 #include "chart/model/DataPointShapeFormat.h"
 #include "chart/model/Object.h"
@@ -38,11 +40,11 @@ class QUILLON_EXPORT DataPoint : public Object {
     void setValue(double value) { y_ = value; }
 
     /// Default: empty.
-    const std::shared_ptr<DataPointShapeFormat>& getFormat() const { return format_; }
+    std::shared_ptr<DataPointShapeFormat> getFormat() const { return format_; }
     void setFormat(std::shared_ptr<DataPointShapeFormat> format) { format_ = std::move(format); }
 
     /// Default: empty.
-    const std::shared_ptr<DataLabelFormat>& getLabelFormat() const { return labelFormat_; }
+    std::shared_ptr<DataLabelFormat> getLabelFormat() const { return labelFormat_; }
     void setLabelFormat(std::shared_ptr<DataLabelFormat> format) { labelFormat_ = std::move(format); }
 
     const char* getFullyQualifiedOrcaTypeName() const override;
@@ -53,5 +55,11 @@ class QUILLON_EXPORT DataPoint : public Object {
     std::shared_ptr<DataPointShapeFormat> format_;
     std::shared_ptr<DataLabelFormat> labelFormat_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<DataPoint> /*type*/)
+{
+    return "quillon.chart.DataPoint";
+}
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/ShapeFormat.h"
 
 namespace quillon::chart {
@@ -23,5 +25,11 @@ class QUILLON_EXPORT DataPointShapeFormat : public ShapeFormat {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<DataPointShapeFormat> /*type*/)
+{
+    return "quillon.chart.DataPointShapeFormat";
+}
 
 }  // namespace quillon::chart

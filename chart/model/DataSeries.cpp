@@ -15,7 +15,7 @@ DataSeries::DataSeries(const DataSeries& other)
     for (const auto& point : other.points_) points_.push_back(copyOf(point));
 }
 
-const std::shared_ptr<DataPoint>& DataSeries::getPoint(std::uint64_t index) const
+std::shared_ptr<DataPoint> DataSeries::getPoint(std::uint64_t index) const
 {
     if (index >= points_.size()) throw std::runtime_error("Data point index out of range.");
     return points_[index];
@@ -40,7 +40,7 @@ std::shared_ptr<DataPoint> DataSeries::appendPoint(double x, double y)
 
 const char* DataSeries::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataSeries";
+    return hostNameOf(std::type_identity<DataSeries>());
 }
 
 }  // namespace quillon::chart

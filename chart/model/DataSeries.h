@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 #include "chart/model/DataLabelFormat.h"
@@ -40,7 +41,7 @@ class QUILLON_EXPORT DataSeries : public Object {
     std::uint64_t getSize() const { return points_.size(); }
     /// The point at a 0-based position.
     /// Throws: std::runtime_error "Data point index out of range."
-    const std::shared_ptr<DataPoint>& getPoint(std::uint64_t index) const;
+    std::shared_ptr<DataPoint> getPoint(std::uint64_t index) const;
 
     /// Appends the given point itself, which may stand in several series, and returns it.
     /// Throws: std::runtime_error for an empty handle.
@@ -50,15 +51,15 @@ class QUILLON_EXPORT DataSeries : public Object {
     std::shared_ptr<DataPoint> appendPoint(double x, double y);
 
     /// Default: empty.
-    const std::shared_ptr<DataSeriesShapeFormat>& getFormat() const { return format_; }
+    std::shared_ptr<DataSeriesShapeFormat> getFormat() const { return format_; }
     void setFormat(std::shared_ptr<DataSeriesShapeFormat> format) { format_ = std::move(format); }
 
     /// Default: empty.
-    const std::shared_ptr<DataLabelFormat>& getLabelFormat() const { return labelFormat_; }
+    std::shared_ptr<DataLabelFormat> getLabelFormat() const { return labelFormat_; }
     void setLabelFormat(std::shared_ptr<DataLabelFormat> format) { labelFormat_ = std::move(format); }
 
     /// Not visible to the host. Default: empty.
-    const std::shared_ptr<DataSeriesFormatOptions>& getFormatOptions() const { return formatOptions_; }
+    std::shared_ptr<DataSeriesFormatOptions> getFormatOptions() const { return formatOptions_; }
     void setFormatOptions(std::shared_ptr<DataSeriesFormatOptions> options)
     {
         formatOptions_ = std::move(options);
@@ -73,5 +74,11 @@ class QUILLON_EXPORT DataSeries : public Object {
     std::shared_ptr<DataLabelFormat> labelFormat_;
     std::shared_ptr<DataSeriesFormatOptions> formatOptions_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<DataSeries> /*type*/)
+{
+    return "quillon.chart.DataSeries";
+}
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* DataSeriesFormatOptions::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataSeriesFormatOptions";
+    return hostNameOf(std::type_identity<DataSeriesFormatOptions>());
 }
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* DataSeriesShapeFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataSeriesShapeFormat";
+    return hostNameOf(std::type_identity<DataSeriesShapeFormat>());
 }
 
 }  // namespace quillon::chart

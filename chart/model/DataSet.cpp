@@ -47,7 +47,7 @@ std::shared_ptr<DataSeries> DataSet::appendSeries(const std::u16string& name,
 
 const char* DataSet::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.DataSet";
+    return hostNameOf(std::type_identity<DataSet>());
 }
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 #include "chart/model/DataSeries.h"
@@ -31,7 +32,7 @@ class QUILLON_EXPORT DataSet : public Object {
     void setCategories(std::vector<std::u16string> categories) { categories_ = std::move(categories); }
 
     std::uint64_t getSeriesCount() const { return series_.size(); }
-    /// The series at a 0-based position; an empty handle when the set holds no series at all.
+    /// The series at a 0-based position; an empty handle while the set has no series.
     /// Throws: std::out_of_range with the text of std::vector::at.
     std::shared_ptr<DataSeries> getSeries(std::uint64_t index) const;
     /// A new list of the series; the series themselves are shared.
@@ -52,5 +53,11 @@ class QUILLON_EXPORT DataSet : public Object {
     std::vector<std::shared_ptr<DataSeries>> series_;
     std::vector<std::u16string> categories_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<DataSet> /*type*/)
+{
+    return "quillon.chart.DataSet";
+}
 
 }  // namespace quillon::chart

@@ -21,7 +21,7 @@ Effects::Effects(const Effects& other)
 
 const char* Effects::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Effects";
+    return hostNameOf(std::type_identity<Effects>());
 }
 
 }  // namespace quillon::chart

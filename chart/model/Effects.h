@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/GlowEffect.h"
 #include "chart/model/Object.h"
 #include "chart/model/ShadowEffect.h"
@@ -38,5 +40,11 @@ class QUILLON_EXPORT Effects : public Object {
     std::shared_ptr<GlowEffect> glow_;
     std::shared_ptr<SoftEdgesEffect> softEdges_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Effects> /*type*/)
+{
+    return "quillon.chart.Effects";
+}
 
 }  // namespace quillon::chart

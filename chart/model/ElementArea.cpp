@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* ElementArea::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.ElementArea";
+    return hostNameOf(std::type_identity<ElementArea>());
 }
 
 }  // namespace quillon::chart

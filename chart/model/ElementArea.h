@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/AreaBase.h"
 
 namespace quillon::chart {
@@ -24,5 +26,11 @@ class QUILLON_EXPORT ElementArea : public AreaBase {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<ElementArea> /*type*/)
+{
+    return "quillon.chart.ElementArea";
+}
 
 }  // namespace quillon::chart

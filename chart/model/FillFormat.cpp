@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* FillFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.FillFormat";
+    return hostNameOf(std::type_identity<FillFormat>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Format.h"
 
 namespace quillon::chart {
@@ -23,5 +25,11 @@ class QUILLON_EXPORT FillFormat : public Format {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<FillFormat> /*type*/)
+{
+    return "quillon.chart.FillFormat";
+}
 
 }  // namespace quillon::chart

@@ -13,7 +13,7 @@ Format::Format(const Format& other)
 
 const char* Format::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Format";
+    return hostNameOf(std::type_identity<Format>());
 }
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "chart/model/Color.h"
 #include "chart/model/Object.h"
@@ -16,7 +17,7 @@ class QUILLON_EXPORT Format : public Object {
     /// Writes `text` into the held colour, as Color::setText does.
     void setColor(const std::u16string& text) { color_->setText(text); }
 
-    /// Percent; stored as given, with no check of its range. Default: 0.
+    /// Percent; stored as given; the range is not checked. Default: 0.
     std::uint32_t getTransparency() const { return transparency_; }
     void setTransparency(std::uint32_t percent) { transparency_ = percent; }
 
@@ -32,5 +33,11 @@ class QUILLON_EXPORT Format : public Object {
     std::shared_ptr<Color> color_;
     std::uint32_t transparency_ = 0;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Format> /*type*/)
+{
+    return "quillon.chart.Format";
+}
 
 }  // namespace quillon::chart

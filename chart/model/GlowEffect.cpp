@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* GlowEffect::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.GlowEffect";
+    return hostNameOf(std::type_identity<GlowEffect>());
 }
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* GradientBorderFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.GradientBorderFormat";
+    return hostNameOf(std::type_identity<GradientBorderFormat>());
 }
 
 }  // namespace quillon::chart

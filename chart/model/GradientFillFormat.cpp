@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* GradientFillFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.GradientFillFormat";
+    return hostNameOf(std::type_identity<GradientFillFormat>());
 }
 
 }  // namespace quillon::chart

@@ -11,12 +11,12 @@ LegendPosition::LegendPosition(const LegendPosition& other)
 
 const char* LegendPosition::Relative::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.LegendPositionRelative";
+    return hostNameOf(std::type_identity<LegendPosition::Relative>());
 }
 
 const char* LegendPosition::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.LegendPosition";
+    return hostNameOf(std::type_identity<LegendPosition>());
 }
 
 }  // namespace quillon::chart

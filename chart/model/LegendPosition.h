@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Object.h"
 
 namespace quillon::chart {
@@ -50,5 +52,16 @@ class QUILLON_EXPORT LegendPosition::Relative : public Object {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The names under which the host knows the two.
+constexpr const char* hostNameOf(std::type_identity<LegendPosition> /*type*/)
+{
+    return "quillon.chart.LegendPosition";
+}
+
+constexpr const char* hostNameOf(std::type_identity<LegendPosition::Relative> /*type*/)
+{
+    return "quillon.chart.LegendPositionRelative";
+}
 
 }  // namespace quillon::chart

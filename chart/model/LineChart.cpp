@@ -22,7 +22,7 @@ std::shared_ptr<DataSeriesFormatOptions> LineChart::getDataSeriesFormatOptions()
 
 const char* LineChart::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.LineChart";
+    return hostNameOf(std::type_identity<LineChart>());
 }
 
 }  // namespace quillon::chart

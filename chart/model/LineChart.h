@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Chart.h"
 
 namespace quillon::chart {
@@ -17,5 +19,11 @@ class QUILLON_EXPORT LineChart : public Chart {
     std::shared_ptr<DOCXChartWriter> getDOCXWriter() const override;
     std::shared_ptr<DataSeriesFormatOptions> getDataSeriesFormatOptions() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<LineChart> /*type*/)
+{
+    return "quillon.chart.LineChart";
+}
 
 }  // namespace quillon::chart

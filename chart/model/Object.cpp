@@ -9,7 +9,7 @@ Object::~Object()
 
 const char* Object::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Object";
+    return hostNameOf(std::type_identity<Object>());
 }
 
 }  // namespace quillon::chart

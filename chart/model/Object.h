@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "orca/Wrappable.h"
@@ -10,6 +11,10 @@
 namespace quillon::chart {
 
 /// The root of every chart class: shared by handle, and known to the host by a class name.
+///
+/// Getters of all classes give handles by value, so that the child stays while the caller uses it, and texts
+/// and lists as a reference to what the object holds; the lengths of areas and the runs of a paragraph are
+/// copies.
 class QUILLON_EXPORT Object : public orca::factory::full::StdShareable {
  public:
     /// Makes the host forget the object. An exception there ends the process.
@@ -39,6 +44,12 @@ template <typename X>
 std::shared_ptr<X> copyOf(const std::shared_ptr<X>& handle)
 {
     return handle ? std::shared_ptr<X>(new X(*handle)) : nullptr;
+}
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Object> /*type*/)
+{
+    return "quillon.chart.Object";
 }
 
 }  // namespace quillon::chart

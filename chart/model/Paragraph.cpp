@@ -23,7 +23,7 @@ std::shared_ptr<Text> Paragraph::appendText(std::shared_ptr<Text> text)
 
 const char* Paragraph::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Paragraph";
+    return hostNameOf(std::type_identity<Paragraph>());
 }
 
 }  // namespace quillon::chart

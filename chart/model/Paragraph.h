@@ -1,5 +1,6 @@
 #pragma once
 
+#include <type_traits>
 #include <vector>
 
 #include "chart/model/Text.h"
@@ -38,5 +39,11 @@ class QUILLON_EXPORT Paragraph : public TextBase {
  private:
     std::vector<std::shared_ptr<Text>> content_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Paragraph> /*type*/)
+{
+    return "quillon.chart.Paragraph";
+}
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* PatternFillFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.PatternFillFormat";
+    return hostNameOf(std::type_identity<PatternFillFormat>());
 }
 
 }  // namespace quillon::chart

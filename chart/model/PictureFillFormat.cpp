@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* PictureFillFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.PictureFillFormat";
+    return hostNameOf(std::type_identity<PictureFillFormat>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/FillFormat.h"
 
 namespace quillon::chart {
@@ -23,5 +25,11 @@ class QUILLON_EXPORT PictureFillFormat : public FillFormat {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<PictureFillFormat> /*type*/)
+{
+    return "quillon.chart.PictureFillFormat";
+}
 
 }  // namespace quillon::chart

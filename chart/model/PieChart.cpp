@@ -28,7 +28,7 @@ std::shared_ptr<DataSeriesFormatOptions> PieChart::getDataSeriesFormatOptions() 
 
 const char* PieChart::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.PieChart";
+    return hostNameOf(std::type_identity<PieChart>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Chart.h"
 #include "chart/model/PieChartSlice.h"
 
@@ -21,5 +23,11 @@ class QUILLON_EXPORT PieChart : public Chart {
     std::shared_ptr<DOCXChartWriter> getDOCXWriter() const override;
     std::shared_ptr<DataSeriesFormatOptions> getDataSeriesFormatOptions() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<PieChart> /*type*/)
+{
+    return "quillon.chart.PieChart";
+}
 
 }  // namespace quillon::chart

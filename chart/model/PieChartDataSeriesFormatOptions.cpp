@@ -25,7 +25,7 @@ void PieChartDataSeriesFormatOptions::setFirstSliceAngle(std::uint32_t degrees)
 
 const char* PieChartDataSeriesFormatOptions::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.PieChartDataSeriesFormatOptions";
+    return hostNameOf(std::type_identity<PieChartDataSeriesFormatOptions>());
 }
 
 }  // namespace quillon::chart

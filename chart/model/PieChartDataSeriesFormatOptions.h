@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "chart/model/DataSeriesFormatOptions.h"
 
@@ -40,5 +41,11 @@ class QUILLON_EXPORT PieChartDataSeriesFormatOptions : public DataSeriesFormatOp
     std::uint32_t firstSliceAngle_ = 0;
     std::uint32_t explosion_ = 0;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<PieChartDataSeriesFormatOptions> /*type*/)
+{
+    return "quillon.chart.PieChartDataSeriesFormatOptions";
+}
 
 }  // namespace quillon::chart

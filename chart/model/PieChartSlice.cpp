@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* PieChartSlice::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.PieChartSlice";
+    return hostNameOf(std::type_identity<PieChartSlice>());
 }
 
 }  // namespace quillon::chart

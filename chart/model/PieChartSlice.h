@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Object.h"
 
 namespace quillon::chart {
@@ -22,5 +24,11 @@ class QUILLON_EXPORT PieChartSlice : public Object {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<PieChartSlice> /*type*/)
+{
+    return "quillon.chart.PieChartSlice";
+}
 
 }  // namespace quillon::chart

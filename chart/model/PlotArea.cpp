@@ -10,7 +10,7 @@ PlotArea::PlotArea(const std::u16string& x, const std::u16string& y, const std::
 
 const char* PlotArea::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.PlotArea";
+    return hostNameOf(std::type_identity<PlotArea>());
 }
 
 }  // namespace quillon::chart

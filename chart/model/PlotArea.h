@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/AreaBase.h"
 
 namespace quillon::chart {
@@ -35,5 +37,11 @@ class QUILLON_EXPORT PlotArea : public AreaBase {
     std::u16string x_;
     std::u16string y_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<PlotArea> /*type*/)
+{
+    return "quillon.chart.PlotArea";
+}
 
 }  // namespace quillon::chart

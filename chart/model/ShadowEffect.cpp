@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* ShadowEffect::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.ShadowEffect";
+    return hostNameOf(std::type_identity<ShadowEffect>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Object.h"
 
 namespace quillon::chart {
@@ -22,5 +24,11 @@ class QUILLON_EXPORT ShadowEffect : public Object {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<ShadowEffect> /*type*/)
+{
+    return "quillon.chart.ShadowEffect";
+}
 
 }  // namespace quillon::chart

@@ -54,7 +54,7 @@ ShapeFormat::ShapeFormat(const ShapeFormat& other) : Object(other)
 
 const char* ShapeFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.ShapeFormat";
+    return hostNameOf(std::type_identity<ShapeFormat>());
 }
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "chart/model/BorderFormat.h"
 #include "chart/model/Effects.h"
@@ -36,7 +37,9 @@ class QUILLON_EXPORT ShapeFormat : public Object {
     std::shared_ptr<FillFormat> getFill() const { return fill_; }
     std::shared_ptr<Effects> getEffects() const { return effects_; }
 
-    /// Replaces the kind of border or fill; the host has no such setter.
+    /// For callers in C++, who may put another kind of border or fill in place; scripts of the host have no
+    /// such setters. A format with a kind that its copy constructor does not know, or with none, cannot be
+    /// copied any more: the copy throws.
     void setBorder(std::shared_ptr<BorderFormat> border) { border_ = std::move(border); }
     void setFill(std::shared_ptr<FillFormat> fill) { fill_ = std::move(fill); }
 
@@ -49,5 +52,11 @@ class QUILLON_EXPORT ShapeFormat : public Object {
     [[maybe_unused]] std::uint32_t version_ = 1;
     std::shared_ptr<Effects> effects_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<ShapeFormat> /*type*/)
+{
+    return "quillon.chart.ShapeFormat";
+}
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* SoftEdgesEffect::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.SoftEdgesEffect";
+    return hostNameOf(std::type_identity<SoftEdgesEffect>());
 }
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 namespace quillon::chart {
 
@@ -10,5 +11,11 @@ enum class SolidBorderCapType : std::uint32_t {
     Round = 1,
     Square = 0,
 };
+
+/// The name under which the host knows the enumeration.
+constexpr const char* hostNameOf(std::type_identity<SolidBorderCapType> /*type*/)
+{
+    return "quillon.chart.SolidBorderCapType";
+}
 
 }  // namespace quillon::chart

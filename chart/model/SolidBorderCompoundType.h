@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 namespace quillon::chart {
 
@@ -12,5 +13,11 @@ enum class SolidBorderCompoundType : std::uint32_t {
     ThickThin = 3,
     Triple = 4,
 };
+
+/// The name under which the host knows the enumeration.
+constexpr const char* hostNameOf(std::type_identity<SolidBorderCompoundType> /*type*/)
+{
+    return "quillon.chart.SolidBorderCompoundType";
+}
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 namespace quillon::chart {
 
@@ -15,5 +16,11 @@ enum class SolidBorderDashType : std::uint32_t {
     LongDashDotDot = 7,
     Solid = 0,
 };
+
+/// The name under which the host knows the enumeration.
+constexpr const char* hostNameOf(std::type_identity<SolidBorderDashType> /*type*/)
+{
+    return "quillon.chart.SolidBorderDashType";
+}
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* SolidBorderFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.SolidBorderFormat";
+    return hostNameOf(std::type_identity<SolidBorderFormat>());
 }
 
 }  // namespace quillon::chart

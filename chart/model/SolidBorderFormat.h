@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/BorderFormat.h"
 #include "chart/model/SolidBorderCapType.h"
 #include "chart/model/SolidBorderCompoundType.h"
@@ -49,5 +51,11 @@ class QUILLON_EXPORT SolidBorderFormat : public BorderFormat {
     SolidBorderCapType capType_ = SolidBorderCapType::Flat;
     SolidBorderJoinType joinType_ = SolidBorderJoinType::Rounded;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<SolidBorderFormat> /*type*/)
+{
+    return "quillon.chart.SolidBorderFormat";
+}
 
 }  // namespace quillon::chart

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 namespace quillon::chart {
 
@@ -10,5 +11,11 @@ enum class SolidBorderJoinType : std::uint32_t {
     Miter = 2,
     Rounded = 0,
 };
+
+/// The name under which the host knows the enumeration.
+constexpr const char* hostNameOf(std::type_identity<SolidBorderJoinType> /*type*/)
+{
+    return "quillon.chart.SolidBorderJoinType";
+}
 
 }  // namespace quillon::chart

@@ -6,7 +6,7 @@ SolidFillFormat::SolidFillFormat(const SolidFillFormat& other) : FillFormat(othe
 
 const char* SolidFillFormat::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.SolidFillFormat";
+    return hostNameOf(std::type_identity<SolidFillFormat>());
 }
 
 }  // namespace quillon::chart

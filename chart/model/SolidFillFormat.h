@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/FillFormat.h"
 
 namespace quillon::chart {
@@ -24,5 +26,11 @@ class QUILLON_EXPORT SolidFillFormat : public FillFormat {
 
     const char* getFullyQualifiedOrcaTypeName() const override;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<SolidFillFormat> /*type*/)
+{
+    return "quillon.chart.SolidFillFormat";
+}
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* Text::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Text";
+    return hostNameOf(std::type_identity<Text>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/TextBase.h"
 
 namespace quillon::chart {
@@ -30,5 +32,11 @@ class QUILLON_EXPORT Text : public TextBase {
  private:
     std::u16string content_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Text> /*type*/)
+{
+    return "quillon.chart.Text";
+}
 
 }  // namespace quillon::chart

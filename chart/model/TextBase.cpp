@@ -10,7 +10,7 @@ TextBase::TextBase(const TextBase& other) : Object(other), color_(copyOf(other.c
 
 const char* TextBase::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.TextBase";
+    return hostNameOf(std::type_identity<TextBase>());
 }
 
 }  // namespace quillon::chart

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Color.h"
 #include "chart/model/Object.h"
 
@@ -35,5 +37,11 @@ class QUILLON_EXPORT TextBase : public Object {
  private:
     std::shared_ptr<Color> color_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<TextBase> /*type*/)
+{
+    return "quillon.chart.TextBase";
+}
 
 }  // namespace quillon::chart

@@ -4,7 +4,7 @@ namespace quillon::chart {
 
 const char* ThreeDEffect::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.ThreeDEffect";
+    return hostNameOf(std::type_identity<ThreeDEffect>());
 }
 
 }  // namespace quillon::chart

@@ -12,7 +12,7 @@ Title::Title(const Title& other) : Object(other), text_(copyOf(other.text_)) {}
 
 const char* Title::getFullyQualifiedOrcaTypeName() const
 {
-    return "quillon.chart.Title";
+    return hostNameOf(std::type_identity<Title>());
 }
 
 }  // namespace quillon::chart

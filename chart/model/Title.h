@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "chart/model/Object.h"
 #include "chart/model/Paragraph.h"
 
@@ -35,5 +37,11 @@ class QUILLON_EXPORT Title : public Object {
  private:
     std::shared_ptr<Paragraph> text_;
 };
+
+/// The name under which the host knows the class.
+constexpr const char* hostNameOf(std::type_identity<Title> /*type*/)
+{
+    return "quillon.chart.Title";
+}
 
 }  // namespace quillon::chart

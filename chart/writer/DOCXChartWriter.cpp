@@ -107,14 +107,13 @@ std::shared_ptr<DOMDocument> DOCXChartWriter::parseString(const std::u16string& 
 DOMElement* DOCXChartWriter::appendParsedElement(std::u16string markup, DOMDocument* doc,
                                                  DOMElement* parent) const
 {
-    const char* const failure = "DOCXChartWriter could not import parsed markup.";
-    if (doc == nullptr || parent == nullptr) throw std::runtime_error(failure);
+    if (doc == nullptr || parent == nullptr) throw std::runtime_error(importFailure);
     const auto parsed = parseString(markup);
     try {
         auto* imported = doc->importNode(parsed->getDocumentElement(), true);
         return static_cast<DOMElement*>(parent->appendChild(imported));
     } catch (const xercesc::DOMException&) {
-        throw std::runtime_error(failure);
+        throw std::runtime_error(importFailure);
     }
 }
 
@@ -186,15 +185,13 @@ void DOCXChartWriter::createChartDOMElemContent(DOMDocument* doc, DOMElement* pa
 void DOCXChartWriter::a_graphic(DOMDocument* doc, DOMElement* inlineDrawing,
                                 const std::u16string& relId) const
 {
-    auto* graphic = doc->createElementNS(DrawingXML_mainNS_, u"a:graphic");
-    inlineDrawing->appendChild(graphic);
+    auto* graphic = appendElementNS(doc, inlineDrawing, DrawingXML_mainNS_, u"a:graphic");
     auto* graphicData = appendElement(doc, graphic, u"a:graphicData");
     graphicData->setAttribute(u"uri", DrawingXML_chartNS_);
 
-    auto* chart = doc->createElementNS(DrawingXML_chartNS_, u"c:chart");
+    auto* chart = appendElementNS(doc, graphicData, DrawingXML_chartNS_, u"c:chart");
     chart->setAttribute(Pfx_OOXML_relationships_, NS_OOXML_relationships_);
     chart->setAttribute(SC_r_id_, relId.c_str());
-    graphicData->appendChild(chart);
 }
 
 void DOCXChartWriter::c_chartSpace(DOMDocument* doc) const
@@ -203,11 +200,10 @@ void DOCXChartWriter::c_chartSpace(DOMDocument* doc) const
     if (doc->getDocumentElement() != nullptr)
         throw std::runtime_error("createChartDOMDocContent: expected an empty document.");
     requireWritableChart();
-    auto* chartSpace = doc->createElementNS(DrawingXML_chartNS_, u"c:chartSpace");
+    auto* chartSpace = appendElementNS(doc, doc, DrawingXML_chartNS_, u"c:chartSpace");
     chartSpace->setAttribute(Pfx_a_, DrawingXML_mainNS_);
     chartSpace->setAttribute(Pfx_OOXML_relationships_, NS_OOXML_relationships_);
     chartSpace->setAttribute(u"xmlns:c16r2", u"http://schemas.microsoft.com/office/drawing/2015/06/chart");
-    doc->appendChild(chartSpace);
 
     appendElement(doc, chartSpace, u"c:date1904", SC_0_);
     appendElement(doc, chartSpace, u"c:lang", u"en-US");
@@ -226,7 +222,7 @@ void DOCXChartWriter::c_chart(DOMDocument* doc, DOMElement* chartSpace) const
 
 void DOCXChartWriter::c_title(DOMDocument* doc, DOMElement* chart) const
 {
-    const auto& title = chart_->getTitle();
+    const auto title = chart_->getTitle();
     if (title) {
         static const MarkupTemplate block(*parseString(templates::title), {{u"a:t", 0}});
         const auto runs = title->getText()->getContent();
@@ -312,7 +308,7 @@ void DOCXChartWriter::c_serShapeProps(DOMDocument* doc, DOMElement* ser, std::sh
 void DOCXChartWriter::c_dPt(DOMDocument* doc, DOMElement* ser, std::shared_ptr<DataSeries> series,
                             unsigned long pointIndex) const
 {
-    const auto& format = series->getPoints().at(pointIndex)->getFormat();
+    const auto format = series->getPoints().at(pointIndex)->getFormat();
     if (!format) return;
     const auto& standard = getPaletteColor(pointIndex);
     appendDataPoint(doc, ser, pointIndex, getColor(format->getFill().get(), standard),

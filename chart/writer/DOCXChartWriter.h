@@ -40,7 +40,7 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
     virtual void createChartColorsDOMDocContent(xercesc::DOMDocument* doc);
     virtual void createChartStyleDOMDocContent(xercesc::DOMDocument* doc);
 
-    /// Parses `markup`. The prefixes need no declaration, a document type declaration is refused.
+    /// Parses `markup`. Prefixes need not be declared; a document type declaration is refused.
     /// Throws: std::runtime_error with the parser's message, "Doctype not allowed.", or "Could not parse: "
     /// and the markup.
     std::shared_ptr<xercesc::DOMDocument> parseString(const std::u16string& markup) const;
@@ -57,7 +57,7 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
     virtual void c_chart(xercesc::DOMDocument* doc, xercesc::DOMElement* chartSpace) const;
     virtual void c_title(xercesc::DOMDocument* doc, xercesc::DOMElement* chart) const;
     virtual void c_plotArea(xercesc::DOMDocument* doc, xercesc::DOMElement* chart) const;
-    /// Appends nothing: no chart has a legend of its own.
+    /// Appends nothing: charts do not write a legend.
     virtual void c_legend(xercesc::DOMDocument* doc, xercesc::DOMElement* chart) const;
     /// The element of the chart type, with its series.
     virtual void c_chartTypeGroup(xercesc::DOMDocument* doc, xercesc::DOMElement* plotArea) const = 0;

@@ -24,6 +24,15 @@ inline xercesc::DOMElement* appendElement(xercesc::DOMDocument* doc, xercesc::DO
     return element;
 }
 
+/// Appends a new element of a namespace to `parent` and returns it.
+inline xercesc::DOMElement* appendElementNS(xercesc::DOMDocument* doc, xercesc::DOMNode* parent,
+                                            const XMLCh* namespaceUri, const XMLCh* name)
+{
+    auto* element = doc->createElementNS(namespaceUri, name);
+    parent->appendChild(element);
+    return element;
+}
+
 /// Appends a new element with the attribute `val` to `parent` and returns it.
 inline xercesc::DOMElement* appendElement(xercesc::DOMDocument* doc, xercesc::DOMNode* parent,
                                           const XMLCh* name, const XMLCh* val)

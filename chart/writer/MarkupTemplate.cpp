@@ -27,9 +27,11 @@ bool setAttributes(xercesc::DOMElement* element, const Attributes& attributes, c
 }  // namespace
 
 MarkupTemplate::MarkupTemplate(const xercesc::DOMDocument& document, std::initializer_list<Slot> slots)
+    : slotCount_(slots.size())
 {
     record(*document.getDocumentElement(), 0);
-    for (const auto& slot : slots) markSlot(slot);
+    std::size_t next = 0;
+    for (const auto& slot : slots) next = markSlot(slot, next);
 }
 
 void MarkupTemplate::record(const xercesc::DOMElement& element, std::size_t depth)
@@ -46,20 +48,31 @@ void MarkupTemplate::record(const xercesc::DOMElement& element, std::size_t dept
         record(*child, depth + 1);
 }
 
-void MarkupTemplate::markSlot(const Slot& slot)
+std::size_t MarkupTemplate::markSlot(const Slot& slot, std::size_t from)
 {
     std::size_t n = 0;
-    for (auto& element : elements_) {
-        if (element.name != slot.elementName || n++ != slot.n) continue;
-        element.isSlot = true;
-        return;
+    for (std::size_t i = 0; i < elements_.size(); ++i) {
+        if (elements_[i].name != slot.elementName || n++ != slot.n) continue;
+        if (i < from) throw std::logic_error("MarkupTemplate: the slots are not in document order.");
+        elements_[i].isSlot = true;
+        return i + 1;
     }
     throw std::logic_error("MarkupTemplate: a slot names no element of the block.");
+}
+
+void MarkupTemplate::requireUse(const xercesc::DOMDocument* doc, const xercesc::DOMElement* parent,
+                                std::size_t valueCount) const
+{
+    if (valueCount != slotCount_)
+        throw std::logic_error("MarkupTemplate: expected one value for each slot of the block.");
+    if (doc == nullptr || parent == nullptr || parent->getOwnerDocument() != doc)
+        throw std::runtime_error(importFailure);
 }
 
 xercesc::DOMElement* MarkupTemplate::appendTo(xercesc::DOMDocument* doc, xercesc::DOMElement* parent,
                                               std::initializer_list<const char16_t*> values) const
 {
+    requireUse(doc, parent, values.size());
     std::array<xercesc::DOMElement*, maximumDepth> open{};
     const auto* nextValue = values.begin();
     for (const auto& element : elements_) {

@@ -8,11 +8,14 @@
 
 namespace quillon::chart {
 
+/// What is said when markup cannot become a part of a document.
+inline constexpr auto importFailure = "DOCXChartWriter could not import parsed markup.";
+
 /// A fixed block of elements, taken once from a parsed document and then built in place wherever it is
 /// needed, with the same result as importing the parsed document and far faster.
 ///
 /// Some places of the block take another value in each use: the `val` attribute of an element, or the text of
-/// an element that has no `val`. Unchanging after construction, so threads may share it.
+/// an element that has no `val`. It never changes once made, so threads may share it.
 class MarkupTemplate {
  public:
     /// A place for a value: the n-th element of that name in document order, counting from 0.
@@ -21,11 +24,15 @@ class MarkupTemplate {
         std::size_t n;
     };
 
-    /// Requires: every slot names an element of `document`, in document order.
+    /// Throws: std::logic_error when a slot names no element of `document`, or the slots are not in document
+    /// order.
     MarkupTemplate(const xercesc::DOMDocument& document, std::initializer_list<Slot> slots);
 
-    /// Appends the block to `parent`, with one value per slot in the order of the slots, and returns its
-    /// root.
+    /// Appends the block to `parent`, an element of `doc`, with one value per slot in the order of the slots,
+    /// and returns its root. A null value leaves the place as the block has it.
+    /// Throws, with nothing appended: std::logic_error when there are more or fewer values than slots;
+    /// std::runtime_error with the text importFailure when `doc` or `parent` is null, or `parent` is of
+    /// another document.
     xercesc::DOMElement* appendTo(xercesc::DOMDocument* doc, xercesc::DOMElement* parent,
                                   std::initializer_list<const char16_t*> values) const;
 
@@ -38,10 +45,15 @@ class MarkupTemplate {
         bool isSlot = false;
     };
 
+    void requireUse(const xercesc::DOMDocument* doc, const xercesc::DOMElement* parent,
+                    std::size_t valueCount) const;
     void record(const xercesc::DOMElement& element, std::size_t depth);
-    void markSlot(const Slot& slot);
+    /// Marks the element of a slot, which must come after those before `from`; returns the position behind
+    /// it.
+    std::size_t markSlot(const Slot& slot, std::size_t from);
 
     std::vector<Element> elements_;
+    std::size_t slotCount_;
 };
 
 }  // namespace quillon::chart

@@ -106,7 +106,7 @@ inline constexpr char16_t valueAxis[] =
     uR"(<c:crossBetween val="between"/>)"
     uR"(</c:valAx>  )";
 
-/// The legend, kept for a later one: no chart writes it.
+/// The legend, for later use: charts do not write one yet.
 inline constexpr char16_t legend[] =
     uR"(
 <c:legend>)"

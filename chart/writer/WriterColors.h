@@ -16,7 +16,7 @@ inline std::u16string getColor(const Format* format, const std::u16string& stand
 /// The fill colour of the series, or the palette's colour for its position.
 inline std::u16string getSeriesColor(const DataSeries& series, unsigned long seriesIndex)
 {
-    const auto& format = series.getFormat();
+    const auto format = series.getFormat();
     return getColor(format ? format->getFill().get() : nullptr, getPaletteColor(seriesIndex));
 }
 

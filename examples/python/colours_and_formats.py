@@ -1,8 +1,6 @@
 """Colours of whole series, of single points and of slices; values that are missing."""
 
-from quillon.chart import (
-    BarChart, DataPointShapeFormat, DataSeries, DataSeriesShapeFormat, DataSet, LineChart, PieChart, Title,
-)
+from quillon.chart import BarChart, DataPointShapeFormat, DataSeriesShapeFormat, DataSet, LineChart, PieChart, Title
 from quillon.report import Document
 
 
@@ -11,19 +9,17 @@ def make_chart(kind, title, categories, **series):
     chart = kind()
     chart.DataSet, chart.ChartTitle = DataSet(categories), Title(title)
     for name, values in series.items():
-        row = DataSeries(name)
-        row.extend(values)
-        chart.DataSet.appendSeries(row)  # filled, because all series of a set are of one size
+        chart.DataSet.add_series(name, values)
     return chart
 
 
 # A colour is a name, "#rrggbb" or "rgb(r,g,b)".
 bars = make_chart(BarChart, "Waiting time in minutes", ["Mon", "Tue", "Wed", "Thu", "Fri"], Waiting=[4, 6, 5, 14, 7])
-waiting = bars.DataSet[0]
+waiting = bars.DataSet["Waiting"]
 waiting.Format = DataSeriesShapeFormat("steelblue")
 waiting[3].Format = DataPointShapeFormat("#C83C28", "rgb(90,20,10)")  # inside, outline
 
-# A value that is no number is a gap.
+# A value that is not a number leaves a gap.
 lines = make_chart(
     LineChart, "Level in metres", ["1", "2", "3", "4", "5", "6"],
     Upper=[2.1, 2.2, 2.4, 2.3, 2.2, 2.1], Lower=[0.9, 1.0, float("nan"), float("nan"), 1.2, 1.1],

@@ -3,14 +3,14 @@
 import docx
 from docx.shared import Cm
 
-from quillon.chart import ColumnChart, DataSeries, DataSet, PieChart, Title
+from quillon.chart import ColumnChart, DataSet, PieChart, Title
 from quillon.docx import add_chart
 
 
 def make_chart(kind, title, values):
     chart = kind()
     chart.DataSet, chart.ChartTitle = DataSet(list(values)), Title(title)
-    chart.DataSet.appendSeries(DataSeries(title)).extend(list(values.values()))
+    chart.DataSet.add_series(title, list(values.values()))
     return chart
 
 

@@ -2,7 +2,7 @@
 
 import math
 
-from quillon.chart import DataSeries, DataSet, LineChart, Title
+from quillon.chart import DataSet, LineChart, Title
 from quillon.report import Document
 
 MONTHS = ["Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"]
@@ -17,11 +17,9 @@ report = Document()
 report.add_heading("Mean temperatures")
 for station in range(1, 41):
     values = measure(station)
-    series = DataSeries(f"Station {station}")
-    series.extend(values)
     chart = LineChart()
     chart.DataSet, chart.ChartTitle = DataSet(MONTHS), Title(f"Station {station}")
-    chart.DataSet.appendSeries(series)
+    chart.DataSet.add_series(f"Station {station}", values)
 
     report.add_heading(f"Station {station}", level=2)
     report.add_paragraph(f"Between {min(values)} and {max(values)} degrees.")

@@ -6,6 +6,7 @@
 #include "python/core/Errors.h"
 #include "python/core/Handle.h"
 #include "python/core/Members.h"
+#include "python/core/Writing.h"
 
 namespace quillon::python {
 namespace {
@@ -24,7 +25,9 @@ const Form& findForm(const Method& method)
 
 void callAll(orca::HostObject& self, const Form& form, PyObject* values)
 {
-    for (const double number : toNumbers(values)) {
+    const auto numbers = toNumbers(values);
+    Writing::requireNone(self);
+    for (const double number : numbers) {
         const orca::HostArray argument(number);
         form.getMethod().invoke(self, orca::Arguments(&argument, 1));
     }

@@ -62,7 +62,7 @@ struct ToPython {
         return makeList(*texts, makeText);
     }
     template <typename Elements>
-    py::object operator()(const Shared<Elements>& array) const
+    py::object operator()(const std::shared_ptr<Elements>& array) const
     {
         return makeList(array->elements, *this);
     }
@@ -87,8 +87,9 @@ bool isSequence(PyObject* value)
 {
     if (PyList_Check(value) || PyTuple_Check(value)) return true;
     if (PyUnicode_Check(value) || isBytes(value) || !PySequence_Check(value)) return false;
-    // An array without a dimension has no length.
     if (PySequence_Size(value) < 0) {
+        // An array without a dimension has no length.
+        if (PyErr_ExceptionMatches(PyExc_TypeError) == 0) throw py::error_already_set();
         PyErr_Clear();
         return false;
     }
@@ -164,7 +165,7 @@ std::u16string toText(PyObject* value)
 
 std::string itemPlace(std::size_t index)
 {
-    return "item " + std::to_string(index) + ": ";
+    return "item " + std::to_string(index) + " (from 0): ";
 }
 
 /// Converts every item of a sequence; an error tells the item. The items are held while they are converted,
@@ -317,6 +318,8 @@ std::string describe(PyObject* value)
     const auto text = py::reinterpret_steal<py::object>(PyObject_Repr(value));
     const char* const bytes = text ? PyUnicode_AsUTF8(text.ptr()) : nullptr;
     if (bytes != nullptr && std::string_view(bytes).size() <= limit) return bytes;
+    const bool isFailure = PyErr_Occurred() != nullptr && PyErr_ExceptionMatches(PyExc_Exception) == 0;
+    if (isFailure) throw py::error_already_set();
     PyErr_Clear();
     return std::string("a large ") + Py_TYPE(value)->tp_name;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "orca/Error.h"
+#include "python/core/Unlocked.h"
 
 namespace quillon::python {
 namespace {
@@ -38,7 +39,15 @@ PyObject* typeOf(std::string_view sentence)
     return sentence.ends_with("index out of range.") ? PyExc_IndexError : PyExc_ValueError;
 }
 
-void raise(PyObject* type, const std::string& place, const char* sentence)
+/// What Python code can do about an error that the library tells by these words.
+std::string adviceOn(std::string_view sentence)
+{
+    constexpr std::string_view unfilled = "New series size 0 differs";
+    if (!sentence.starts_with(unfilled)) return {};
+    return ". Fill the series before appending it, or use add_series(name, values).";
+}
+
+void raise(PyObject* type, const std::string& place, const std::string& sentence)
 {
     PyErr_SetString(type, (place + ": " + sentence).c_str());
 }
@@ -56,13 +65,14 @@ try {
     PyErr_SetString(typeOf(error.getId()), error.what());
 } catch (const std::bad_alloc&) {
     PyErr_NoMemory();
-} catch (const std::out_of_range&) {
-    raise(PyExc_IndexError, place, "the position is out of range.");
+} catch (const std::out_of_range& error) {
+    raise(PyExc_IndexError, place, std::string("the position is out of range: ") + error.what());
 } catch (const std::runtime_error& error) {
-    PyErr_SetString(typeOf(error.what()), error.what());
+    PyErr_SetString(typeOf(error.what()), (error.what() + adviceOn(error.what())).c_str());
 } catch (const std::exception& error) {
     raise(PyExc_RuntimeError, place, error.what());
 } catch (...) {
+    catchException();
     raise(PyExc_RuntimeError, place, "the library failed without saying why.");
 }
 

@@ -20,4 +20,17 @@ struct Refused : std::runtime_error {
 /// the words of Python: "DataPoint.Value".
 void raise(const std::string& place) noexcept;
 
+/// Runs `work`; what it throws becomes a Python exception. `place`: as in raise().
+/// Throws: pybind11::error_already_set.
+template <typename Work>
+auto guard(const char* place, const Work& work)
+{
+    try {
+        return work();
+    } catch (...) {
+        raise(place);
+    }
+    throw pybind11::error_already_set();
+}
+
 }  // namespace quillon::python

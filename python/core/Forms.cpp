@@ -4,6 +4,7 @@
 
 #include "python/core/Conversion.h"
 #include "python/core/Errors.h"
+#include "python/core/Writing.h"
 
 namespace quillon::python {
 namespace {
@@ -41,7 +42,8 @@ std::size_t Call::size() const
     return positional + (names != nullptr ? static_cast<std::size_t>(PyTuple_GET_SIZE(names)) : 0);
 }
 
-Form::Form(const orca::factory::OrcaMethod& method) : method_(method)
+Form::Form(const orca::factory::OrcaMethod& method)
+    : method_(method), isReading_(method.getName().starts_with("get"))
 {
     for (const auto& input : method.getInputs()) inputs_.push_back(resolveInput(input));
     if (!method.isConstructor()) resultName_ = resolveResult(method.getOutputs().front()).name;
@@ -86,6 +88,7 @@ orca::HostArray Form::invoke(orca::HostObject& self, const Call& call) const
 {
     boost::container::small_vector<orca::HostArray, 4> arguments;
     for (std::size_t i = 0; i < inputs_.size(); ++i) arguments.push_back(convert(call, i));
+    if (!isReading_) Writing::requireNone(self);
     return method_.invoke(self, orca::Arguments(arguments.data(), arguments.size()));
 }
 

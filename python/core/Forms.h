@@ -37,8 +37,8 @@ class Form {
     bool hasInputsOf(const Call& call) const;
     /// Whether they are also of its types. Requires: hasInputsOf(call).
     bool accepts(const Call& call) const;
-    /// Requires: hasInputsOf(call). Throws: Refused for an argument that is not of its type; what the library
-    /// throws.
+    /// Requires: hasInputsOf(call). Throws: Refused for an argument that is not of its type, and for a change
+    /// to a chart that is being written; what the library throws.
     orca::HostArray invoke(orca::HostObject& self, const Call& call) const;
 
     /// "(x: float, y: float)"
@@ -50,6 +50,8 @@ class Form {
     orca::HostArray convert(const Call& call, std::size_t index) const;
 
     const orca::factory::OrcaMethod& method_;
+    /// Whether the method leaves its object as it is, which its name tells.
+    bool isReading_;
     std::vector<ValueType> inputs_;
     std::string resultName_;
 };

@@ -6,6 +6,7 @@
 #include "python/core/Conversion.h"
 #include "python/core/Errors.h"
 #include "python/core/Handle.h"
+#include "python/core/Writing.h"
 
 namespace quillon::python {
 namespace {
@@ -38,6 +39,18 @@ orca::HostObject& receiverOf(PyObject* object, const Member& member)
                                        ", got " + Py_TYPE(object)->tp_name + ".");
 }
 
+/// Throws: Refused when a chart that is being written holds the object, or the one that the property gives
+/// and that a value of another type is written into, as the text of a colour is.
+void requireUnwritten(const orca::HostObject& host, const Property& property)
+{
+    if (!Writing::isAny()) return;
+    Writing::requireNone(host);
+    if (property.type.kind != ValueType::Kind::Object || property.setType.kind == ValueType::Kind::Object)
+        return;
+    if (const auto child = property.impl.get(host); !child.isEmpty())
+        Writing::requireNone(child.getOneObject());
+}
+
 PyObject* getProperty(PyObject* self, PyObject* object, PyObject* /*type*/)
 try {
     if (object == nullptr) return Py_NewRef(self);
@@ -53,7 +66,10 @@ try {
     const auto& property = propertyOf(self);
     if (value == nullptr) throw Refused(PyExc_AttributeError, "a property cannot be deleted.");
     if (!property.impl.isWritable()) throw Refused(PyExc_AttributeError, "the property is read-only.");
-    property.impl.set(receiverOf(object, property), toHost(value, property.setType));
+    const auto& receiver = receiverOf(object, property);
+    const auto converted = toHost(value, property.setType);
+    requireUnwritten(receiver, property);
+    property.impl.set(receiver, converted);
     return 0;
 } catch (...) {
     raise(propertyOf(self).place);

@@ -3,7 +3,8 @@
 #include <pybind11/stl.h>
 
 #include <cstring>
-#include <limits>
+#include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,27 +12,16 @@
 #include "chart/model/Chart.h"
 #include "python/core/Errors.h"
 #include "python/core/Handle.h"
+#include "python/core/Options.h"
+#include "python/core/Text.h"
+#include "python/core/Unlocked.h"
+#include "python/core/Writing.h"
 #include "report/document/ChartParts.h"
 #include "report/document/Document.h"
-#include "report/options/Options.h"
+#include "report/document/Preview.h"
 
 namespace quillon::python {
 namespace {
-
-std::string nameType(py::handle value)
-{
-    return Py_TYPE(value.ptr())->tp_name;
-}
-
-std::string readText(py::handle value, const std::string& name)
-{
-    if (!PyUnicode_Check(value.ptr()))
-        throw Refused(PyExc_TypeError, name + ": expected str, got " + nameType(value) + ".");
-    Py_ssize_t size = 0;
-    const auto* bytes = PyUnicode_AsUTF8AndSize(value.ptr(), &size);
-    if (bytes == nullptr) throw py::error_already_set();
-    return {bytes, static_cast<std::size_t>(size)};
-}
 
 int readLevel(py::handle value)
 {
@@ -53,33 +43,6 @@ std::shared_ptr<const chart::Chart> readChart(py::handle value)
     return chart;
 }
 
-bool readWorkbook(py::handle value)
-{
-    if (!PyBool_Check(value.ptr()))
-        throw Refused(PyExc_TypeError, "workbook: expected bool, got " + nameType(value) + ".");
-    return value.ptr() == Py_True;
-}
-
-/// The keyword arguments that every function with a chart has; None leaves a length at its default.
-struct OptionArguments {
-    py::handle width;
-    py::handle height;
-    py::handle legend;
-    py::handle altText;
-    py::handle workbook;
-};
-
-report::ChartOptions readOptions(const OptionArguments& arguments)
-{
-    report::ChartOptions options;
-    if (!arguments.width.is_none()) options.width = readText(arguments.width, "width");
-    if (!arguments.height.is_none()) options.height = readText(arguments.height, "height");
-    report::setOption(options, *report::findOption("legend"), readText(arguments.legend, "legend"), "legend");
-    options.altText = readText(arguments.altText, "alt_text");
-    options.workbook = readWorkbook(arguments.workbook);
-    return options;
-}
-
 [[noreturn]] void raiseFileError(const report::FileError& error, const std::string& path)
 {
     const auto name = py::reinterpret_steal<py::object>(
@@ -89,17 +52,44 @@ report::ChartOptions readOptions(const OptionArguments& arguments)
     throw py::error_already_set();
 }
 
-/// Runs `work`; what it throws becomes a Python exception. `place` is the function, in the words of Python.
-template <typename Work>
-auto guard(const char* place, const Work& work)
+/// Runs `work`, which writes `roots` for `document`, with the interpreter's lock released and changes
+/// refused.
+void write(Writing::Roots roots, const void* document, const std::function<void()>& work)
 {
-    try {
-        return work();
-    } catch (...) {
-        raise(place);
-    }
-    throw py::error_already_set();
+    const Writing writing(std::move(roots), document);
+    runUnlocked(work);
 }
+
+/// Hears what is said of a chart while it is written.
+class Hearing {
+ public:
+    explicit Hearing(PyObject* progress) : progress_(progress) {}
+
+    report::Listener getListener()
+    {
+        report::Listener listener;
+        listener.warning = [this](const std::string& sentence) { warnings_.push_back(sentence); };
+        if (progress_ != Py_None)
+            listener.progress = [this](std::size_t done, std::size_t total) {
+                runLocked([&] { tell(done, total); });
+            };
+        return listener;
+    }
+
+    std::vector<std::string> takeWarnings() { return std::move(warnings_); }
+
+ private:
+    void tell(std::size_t done, std::size_t total)
+    {
+        auto* const result = PyObject_CallFunction(progress_, "nn", static_cast<Py_ssize_t>(done),
+                                                   static_cast<Py_ssize_t>(total));
+        if (result == nullptr) throw py::error_already_set();
+        Py_DECREF(result);
+    }
+
+    PyObject* progress_;
+    std::vector<std::string> warnings_;
+};
 
 /// A report::Document that Python code may use on several threads: while one writes it, the others are
 /// refused.
@@ -115,75 +105,68 @@ class Document {
         guard("add_paragraph", [&] { use().addParagraph(readText(text, "text")); });
     }
 
-    void addChart(py::handle chart, const OptionArguments& arguments)
+    void addChart(py::handle chart, const py::dict& options)
     {
-        guard("add_chart", [&] { use().addChart(readChart(chart), readOptions(arguments)); });
+        guard("add_chart", [&] {
+            const auto native = readChart(chart);
+            use().addChart(native, readOptions(options));
+            charts_.push_back(native);
+        });
     }
 
     /// The package, and the sentences on what was replaced in its charts.
     std::pair<py::bytes, std::vector<std::string>> toBytes(const py::object& progress)
     {
         return guard("to_bytes", [&] {
-            std::vector<std::string> warnings;
-            const auto bytes = write(progress, warnings);
-            return std::pair(py::bytes(bytes), std::move(warnings));
+            const auto& document = use();
+            Hearing hearing(progress.ptr());
+            std::string bytes;
+            write(charts_, this, [&] { bytes = document.toBytes(hearing.getListener()); });
+            return std::pair(py::bytes(bytes), hearing.takeWarnings());
         });
     }
 
  private:
-    /// Marks the document as being written. Made and destroyed under the interpreter's lock.
-    class Writing {
-     public:
-        explicit Writing(Document& document) : document_(document) { document_.isWritten_ = true; }
-        ~Writing() { document_.isWritten_ = false; }
-        Writing(const Writing&) = delete;
-        Writing& operator=(const Writing&) = delete;
-
-     private:
-        Document& document_;
-    };
-
     report::Document& use()
     {
-        if (isWritten_) throw Refused(PyExc_RuntimeError, "the document is being written.");
+        Writing::requireNone(this);
         return document_;
     }
 
-    std::string write(const py::object& progress, std::vector<std::string>& warnings)
-    {
-        auto& document = use();
-        const Writing writing(*this);
-        report::Listener listener;
-        listener.warning = [&warnings](const std::string& sentence) { warnings.push_back(sentence); };
-        if (!progress.is_none())
-            listener.progress = [&progress](std::size_t done, std::size_t total) {
-                const py::gil_scoped_acquire lock;
-                progress(done, total);
-            };
-        const py::gil_scoped_release unlocked;
-        return document.toBytes(listener);
-    }
-
     report::Document document_;
-    bool isWritten_ = false;
+    Writing::Roots charts_;
 };
 
 /// The chart part, the workbook, the run, and the sentences on what was replaced.
-py::tuple makeChartParts(py::handle chart, const OptionArguments& arguments, std::size_t drawingNumber,
+py::tuple makeChartParts(py::handle chart, const py::dict& options, std::size_t drawingNumber,
                          const std::string& relationshipId)
 {
     return guard("chart", [&] {
         const auto native = readChart(chart);
-        const auto options = readOptions(arguments);
-        std::vector<std::string> warnings;
-        const auto parts = [&] {
-            const py::gil_scoped_release unlocked;
-            return report::makeChartParts(
-                *native, options, drawingNumber, relationshipId,
-                {.warning = [&](const std::string& sentence) { warnings.push_back(sentence); }});
-        }();
+        const auto chosen = readOptions(options);
+        Hearing hearing(Py_None);
+        report::ChartParts parts;
+        write({native}, nullptr, [&] {
+            parts =
+                report::makeChartParts(*native, chosen, drawingNumber, relationshipId, hearing.getListener());
+        });
         return py::make_tuple(py::bytes(parts.chart), py::bytes(parts.workbook), py::bytes(parts.run),
-                              warnings);
+                              hearing.takeWarnings());
+    });
+}
+
+/// A document that shows the chart, the chart's width and height, and the sentences on what was replaced.
+py::tuple makePreview(py::handle chart, const py::dict& options)
+{
+    return guard("preview", [&] {
+        const auto native = readChart(chart);
+        const auto chosen = readOptions(options);
+        Hearing hearing(Py_None);
+        report::Preview preview;
+        write({native}, nullptr,
+              [&] { preview = report::makePreview(*native, chosen, hearing.getListener()); });
+        return py::make_tuple(py::bytes(preview.document), preview.width, preview.height,
+                              hearing.takeWarnings());
     });
 }
 
@@ -194,8 +177,7 @@ void writeFile(py::handle path, const py::bytes& bytes)
     const std::string name = py::reinterpret_steal<py::bytes>(converted);
     const auto content = static_cast<std::string_view>(bytes);
     try {
-        const py::gil_scoped_release unlocked;
-        report::writeFile(name, content);
+        runUnlocked([&] { report::writeFile(name, content); });
     } catch (const report::FileError& error) {
         raiseFileError(error, name);
     }
@@ -205,22 +187,16 @@ void writeFile(py::handle path, const py::bytes& bytes)
 
 void defineReport(py::module_& core)
 {
-    py::class_<Document>(core, "Document")
-        .def(py::init())
-        .def("add_heading", &Document::addHeading)
+    auto document = py::class_<Document>(core, "Document", py::is_final());
+    document.def("add_heading", &Document::addHeading)
         .def("add_paragraph", &Document::addParagraph)
-        .def("add_chart",
-             [](Document& document, py::handle chart, py::handle width, py::handle height, py::handle legend,
-                py::handle altText, py::handle workbook) {
-                 document.addChart(chart, {width, height, legend, altText, workbook});
-             })
+        .def("add_chart", &Document::addChart)
         .def("to_bytes", &Document::toBytes);
-    core.def("make_chart_parts",
-             [](py::handle chart, py::handle width, py::handle height, py::handle legend, py::handle altText,
-                py::handle workbook, std::size_t drawingNumber, const std::string& relationshipId) {
-                 return makeChartParts(chart, {width, height, legend, altText, workbook}, drawingNumber,
-                                       relationshipId);
-             });
+    // Only the function below makes one: what __new__ gives would be a document before it is initialised.
+    reinterpret_cast<PyTypeObject*>(document.ptr())->tp_new = nullptr;
+    core.def("make_document", [] { return std::make_unique<Document>(); });
+    core.def("make_chart_parts", makeChartParts);
+    core.def("make_preview", makePreview);
     core.def("write_file", writeFile);
 }
 

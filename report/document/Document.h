@@ -2,43 +2,77 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "report/document/Blocks.h"
 #include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
 #include "report/package/OutputFile.h"
 #include "support/Export.h"
 
-namespace quillon::chart {
-class Chart;
-}
-
 namespace quillon::report {
 
-/// A word-processing document made of headings, paragraphs and charts, one below the other.
+/// A word-processing document made of blocks that stand one below the other:
+///
+///     Document document;
+///     document.addHeading("Sales");
+///     document.addParagraph("The year began well.");
+///     document.addChart(chart, {.width = "15cm", .valueTitle = "EUR"});
+///     document.addCaption({.text = "Revenue by region"});
+///     document.save("sales.docx");
 ///
 /// Text is UTF-8. Equal content gives equal bytes. Use a document on one thread at a time; different
-/// documents may be written on different threads at once.
+/// documents may be written on different threads at once. Every member throws std::runtime_error for text
+/// that a document cannot hold: ill-formed UTF-8, and control characters other than tab and line break.
 class QUILLON_EXPORT Document {
  public:
     Document();
+    /// A document that looks like another: its styles, theme, page setup, headers and footers; its text is
+    /// left out. Throws: std::runtime_error when the file cannot be read, or is no document.
+    explicit Document(const std::string& templatePath);
     ~Document();
     Document(Document&& other) noexcept;
     Document& operator=(Document&& other) noexcept;
 
-    /// Level: 1 to 9. Throws: std::runtime_error for another level, and for text that a document cannot hold
-    /// (ill-formed UTF-8, control characters other than tab and line break).
+    /// Level: 1 to 9. Throws: std::runtime_error for another level.
     void addHeading(const std::string& text, int level = 1);
-    /// Throws: std::runtime_error for text that a document cannot hold.
-    void addParagraph(const std::string& text);
+    /// `style` is the name of a paragraph style, "Title" or one of the template's.
+    /// Throws: std::runtime_error that lists the styles when there is none of that name.
+    void addParagraph(const std::string& text, const std::string& style = {});
+    void addParagraph(const TextRuns& runs, const std::string& style = {});
+    /// Numbers start at 1 in each list. Throws: std::runtime_error for a level above 8.
+    void addList(const std::vector<ListItem>& items, ListKind kind = ListKind::Bullets);
+
     /// Appends a chart, which is written as it is when the document is; the document shares it. `data` is
     /// what the chart's data set cannot say; its own data set is not looked at. Throws: std::runtime_error
     /// for an empty handle, and for an option that does not suit the chart.
     void addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options = {},
                   ChartData data = {});
+    /// Charts in one line. One whose width is the default gets an equal share of the line.
+    void addCharts(const std::vector<PlacedChart>& charts);
+    /// Throws: std::runtime_error behind a chart that floats, and for a name that is none, or taken.
+    void addCaption(const Caption& caption);
+    /// Throws: std::runtime_error for a row of another length, and a style or width that is none.
+    void addTable(const TextTable& table);
+    /// `bytes`: a PNG or JPEG file. Throws: std::runtime_error for other bytes, and for lengths that are
+    /// none.
+    void addImage(std::string bytes, const ImageOptions& options = {});
+
+    void addPageBreak();
+    /// Ends the pages so far and begins new ones; the first call before any block sets up the first.
+    void startSection(const PageSetup& setup);
+    /// For all pages of the document.
+    void setHeader(const PageLine& line);
+    void setFooter(const PageLine& line);
+    /// A table of the headings of levels 1 to `levels`. A word processor fills in the numbers of the pages
+    /// when its fields are updated. Levels: 1 to 9.
+    void addTableOfContents(int levels = 3);
+    void setProperties(const Properties& properties);
 
     /// The whole package, a .docx file.
-    /// Throws: std::runtime_error that names the chart, and the series and point, that cannot be written.
+    /// Throws: std::runtime_error that names the chart, and the series and point, that cannot be written, and
+    /// a reference to a caption that is not there.
     std::string toBytes(const Listener& listener = {}) const;
 
     /// Writes the package to `path`, beside it first, so that no half-written file is ever found there. A

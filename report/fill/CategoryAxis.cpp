@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "report/fill/SerialDate.h"
+#include "report/options/NumberText.h"
 
 namespace quillon::report {
 namespace {

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "report/fill/SerialDate.h"
+#include "report/options/NumberText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

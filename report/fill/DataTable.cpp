@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "report/fill/BlockWidth.h"
-#include "report/fill/NumberText.h"
+#include "report/options/NumberText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 

@@ -1,6 +1,5 @@
 #include "report/fill/SerialDate.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -83,28 +82,6 @@ double readDate(const std::string& text)
         time[2] > 59)
         return missing;
     return days + (time[0] * 3600 + time[1] * 60 + time[2]) / secondsOfDay;
-}
-
-bool isDateFormat(std::string_view format)
-{
-    for (std::size_t at = 0; at < format.size(); ++at) {
-        const char c = format[at];
-        if (c == ';') return false;
-        if (c == '\\' || c == '_' || c == '*') {
-            ++at;
-        } else if (c == '"') {
-            at = std::min(format.find('"', at + 1), format.size());
-        } else if (c == '[') {
-            // Elapsed time stands in brackets, as do colours and languages.
-            if (format.substr(at).starts_with("[h") || format.substr(at).starts_with("[m")) return true;
-            at = std::min(format.find(']', at), format.size());
-        } else if (std::string_view("yYmMdDhHsS").find(c) != std::string_view::npos) {
-            return true;
-        } else if (c == 'G' || c == 'g') {
-            return false;
-        }
-    }
-    return false;
 }
 
 }  // namespace quillon::report

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace quillon::report {
 
@@ -11,8 +10,5 @@ std::string writeDate(double serial);
 
 /// Reads "2026-07-31", "2026-07-31T12:30" or "2026-07-31T12:30:00"; NaN for anything else.
 double readDate(const std::string& text);
-
-/// Whether numbers of that format are dates or times.
-bool isDateFormat(std::string_view format);
 
 }  // namespace quillon::report

@@ -483,6 +483,18 @@ std::string Package::makeType(std::string_view kind) const
 
 std::string Package::addRelationship(std::string_view source, std::string_view kind, std::string_view target)
 {
+    return appendRelationship(source, kind, makeTarget(source, target), false);
+}
+
+std::string Package::addExternalRelationship(std::string_view source, std::string_view kind,
+                                             std::string_view address)
+{
+    return appendRelationship(source, kind, std::string(address), true);
+}
+
+std::string Package::appendRelationship(std::string_view source, std::string_view kind,
+                                        const std::string& target, bool isExternal)
+{
     const auto name = getRelationshipsName(source);
     if (!hasPart(name))
         addPart(name,
@@ -491,10 +503,13 @@ std::string Package::addRelationship(std::string_view source, std::string_view k
                 "application/vnd.openxmlformats-package.relationships+xml");
     const XmlSpans rows(getPart(name), name);
     auto id = findFreeId(rows.getRoot());
+    const auto element = std::string(rows.getRoot().getPrefix()) + "Relationship";
+    const auto type = makeType(kind);
     Edits edits;
     edits.append(rows.getRoot(),
-                 makeRow(std::string(rows.getRoot().getPrefix()) + "Relationship",
-                         {{"Id", id}, {"Type", makeType(kind)}, {"Target", makeTarget(source, target)}}));
+                 isExternal ? makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target},
+                                                {"TargetMode", "External"}})
+                            : makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}}));
     setPart(name, edits.apply(rows));
     return id;
 }

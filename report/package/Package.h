@@ -69,6 +69,9 @@ class QUILLON_EXPORT Package {
     /// Adds a relationship to a part, and returns its id. Kind: "chart", "package"; its type is of the
     /// dialect of the document.
     std::string addRelationship(std::string_view source, std::string_view kind, std::string_view target);
+    /// The same for an address outside the package.
+    std::string addExternalRelationship(std::string_view source, std::string_view kind,
+                                        std::string_view address);
     /// Lets a relationship that is there, and may be external, lead to a part.
     void retarget(std::string_view source, std::string_view id, std::string_view kind,
                   std::string_view target);
@@ -83,6 +86,8 @@ class QUILLON_EXPORT Package {
 
     const std::string* findPart(const std::string& key) const;
     std::string makeType(std::string_view kind) const;
+    std::string appendRelationship(std::string_view source, std::string_view kind, const std::string& target,
+                                   bool isExternal);
 
     std::shared_ptr<const Opened> opened_;
     /// What is not as it was opened, by key; null where it is removed.

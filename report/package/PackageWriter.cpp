@@ -1,7 +1,7 @@
 #include "report/package/PackageWriter.h"
 
 #include <array>
-#include <stdexcept>
+#include <set>
 
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -12,19 +12,22 @@ using xercesc::DOMElement;
 
 namespace {
 
-/// The content types of files that are known by their extension.
-constexpr std::array<std::pair<std::string_view, const char*>, 4> fileTypes = {{
-    {"xlsx", "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"},
-    {"png", "image/png"},
-    {"jpeg", "image/jpeg"},
-    {"jpg", "image/jpeg"},
-}};
+constexpr std::string_view relationshipTypes =
+    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
 
-const char* findFileType(std::string_view extension)
+/// Files whose extension tells what they are; they are compressed themselves.
+struct FileType {
+    std::string_view extension;
+    std::string_view contentType;
+};
+constexpr std::array fileTypes = {FileType{"xlsx", content_type::workbook},
+                                  FileType{"png", content_type::png}, FileType{"jpeg", content_type::jpeg}};
+
+bool isFile(std::string_view contentType)
 {
-    for (const auto& [known, type] : fileTypes)
-        if (known == extension) return type;
-    throw std::logic_error("There is no content type for files named *." + std::string(extension) + ".");
+    for (const auto& type : fileTypes)
+        if (type.contentType == contentType) return true;
+    return false;
 }
 
 void setText(DOMElement* element, const char16_t* name, std::string_view value)
@@ -42,44 +45,79 @@ DocumentPointer createDocumentOf(const char16_t* rootName, const char16_t* nameS
     return doc;
 }
 
+std::size_t findFolderEnd(const std::string& name)
+{
+    const auto slash = name.rfind('/');
+    return slash == std::string::npos ? 0 : slash + 1;
+}
+
 /// "word/_rels/document.xml.rels" for "word/document.xml".
 std::string nameRelationships(const std::string& part)
 {
-    const auto slash = part.rfind('/');
-    const auto folder = slash == std::string::npos ? "" : part.substr(0, slash + 1);
-    return folder + "_rels/" + part.substr(folder.size()) + ".rels";
+    const auto end = findFolderEnd(part);
+    return part.substr(0, end) + "_rels/" + part.substr(end) + ".rels";
+}
+
+/// The path from the folder of a part to another part.
+std::string makePath(const std::string& from, const std::string& to)
+{
+    auto folder = from.substr(0, findFolderEnd(from));
+    std::string path;
+    while (!to.starts_with(folder)) {
+        path += "../";
+        folder.pop_back();
+        folder.resize(findFolderEnd(folder));
+    }
+    return path + to.substr(folder.size());
+}
+
+std::string makeRelationships(const std::string& from, const std::vector<Relationship>& relationships)
+{
+    const auto doc =
+        createDocumentOf(u"Relationships", u"http://schemas.openxmlformats.org/package/2006/relationships");
+    for (const auto& [id, type, target, isExternal] : relationships) {
+        auto* row = appendElement(doc->getDocumentElement(), u"Relationship");
+        setText(row, u"Id", id);
+        setText(row, u"Type", type);
+        setText(row, u"Target", isExternal ? target : makePath(from, target));
+        if (isExternal) row->setAttribute(u"TargetMode", u"External");
+    }
+    return serialise(doc.get());
+}
+
+/// Adds to `relationships`, and returns the new id.
+std::string addTo(std::vector<Relationship>& relationships, const char* kind, const std::string& target,
+                  bool isExternal)
+{
+    auto id = "rId" + std::to_string(relationships.size() + 1);
+    const std::string_view word = kind;
+    const bool isFull = word.find("://") != std::string_view::npos;
+    auto type = isFull ? std::string(word) : std::string(relationshipTypes).append(word);
+    relationships.push_back({id, std::move(type), target, isExternal});
+    return id;
 }
 
 }  // namespace
 
-std::string makeRelationshipType(std::string_view lastWord)
+std::string PackageWriter::findFreeName(const std::string& prefix, const std::string& suffix)
 {
-    return "http://schemas.openxmlformats.org/officeDocument/2006/relationships/" + std::string(lastWord);
+    return prefix + std::to_string(++freeNumbers_[prefix]) + suffix;
 }
 
-void PackageWriter::addPart(std::string name, std::string bytes, const char* contentType)
+void PackageWriter::addPart(const std::string& name, std::string bytes, const char* contentType)
 {
-    overrides_.push_back({name, contentType});
-    parts_.push_back({std::move(name), std::move(bytes)});
+    parts_.push_back({{name, std::move(bytes), !isFile(contentType)}, contentType});
 }
 
-void PackageWriter::addFile(std::string name, std::string bytes)
+std::string PackageWriter::relate(const std::string& from, const char* kind, const std::string& to)
 {
-    const auto extension = name.substr(name.rfind('.') + 1);
-    defaults_[extension] = findFileType(extension);
-    parts_.push_back({std::move(name), std::move(bytes), false});
+    return addTo(relationships_[from], kind, to, false);
 }
 
-void PackageWriter::relate(const std::string& from, const std::string& id, const std::string& type,
-                           const std::string& target)
+std::string PackageWriter::relateOutside(const std::string& from, const char* kind,
+                                         const std::string& address)
 {
-    relationships_[from].push_back({id, type, target, false});
-}
-
-void PackageWriter::relateOutside(const std::string& from, const std::string& id, const std::string& type,
-                                  const std::string& target)
-{
-    relationships_[from].push_back({id, type, target, true});
+    return addTo(relationships_[from], kind, address, true);
 }
 
 std::string PackageWriter::makeContentTypes() const
@@ -94,25 +132,12 @@ std::string PackageWriter::makeContentTypes() const
     };
     addDefault("rels", "application/vnd.openxmlformats-package.relationships+xml");
     addDefault("xml", "application/xml");
-    for (const auto& [extension, type] : defaults_) addDefault(extension, type);
-    for (const auto& [name, type] : overrides_) {
+    for (const auto& type : fileTypes) addDefault(type.extension, type.contentType);
+    for (const auto& [part, type] : parts_) {
+        if (isFile(type)) continue;
         auto* row = appendElement(types, u"Override");
-        setText(row, u"PartName", "/" + name);
-        setText(row, u"ContentType", "application/vnd.openxmlformats-" + std::string(type) + "+xml");
-    }
-    return serialise(doc.get());
-}
-
-std::string PackageWriter::makeRelationships(const std::vector<Relationship>& relationships)
-{
-    const auto doc =
-        createDocumentOf(u"Relationships", u"http://schemas.openxmlformats.org/package/2006/relationships");
-    for (const auto& [id, type, target, isOutside] : relationships) {
-        auto* row = appendElement(doc->getDocumentElement(), u"Relationship");
-        setText(row, u"Id", id);
-        setText(row, u"Type", type);
-        setText(row, u"Target", target);
-        if (isOutside) row->setAttribute(u"TargetMode", u"External");
+        setText(row, u"PartName", "/" + part.name);
+        setText(row, u"ContentType", type);
     }
     return serialise(doc.get());
 }
@@ -122,9 +147,32 @@ std::string PackageWriter::toBytes()
     std::vector<Part> parts;
     parts.push_back({"[Content_Types].xml", makeContentTypes()});
     for (const auto& [from, relationships] : relationships_)
-        parts.push_back({nameRelationships(from), makeRelationships(relationships)});
-    for (auto& part : parts_) parts.push_back(std::move(part));
+        parts.push_back({nameRelationships(from), makeRelationships(from, relationships)});
+    for (auto& typed : parts_) parts.push_back(std::move(typed.part));
     return zipParts(parts);
+}
+
+std::string PackageExtender::findFreeName(const std::string& prefix, const std::string& suffix)
+{
+    return package_.findFreeName(prefix, suffix);
+}
+
+void PackageExtender::addPart(const std::string& name, std::string bytes, const char* contentType)
+{
+    if (!package_.hasPart(name)) return package_.addPart(name, std::move(bytes), contentType);
+    package_.setPart(name, std::move(bytes));
+    package_.setContentType(name, contentType);
+}
+
+std::string PackageExtender::relate(const std::string& from, const char* kind, const std::string& to)
+{
+    return package_.addRelationship(from, kind, to);
+}
+
+std::string PackageExtender::relateOutside(const std::string& from, const char* kind,
+                                           const std::string& address)
+{
+    return package_.addExternalRelationship(from, kind, address);
 }
 
 }  // namespace quillon::report

@@ -5,63 +5,89 @@
 #include <string_view>
 #include <vector>
 
+#include "report/package/Package.h"
 #include "report/package/Zip.h"
 
 namespace quillon::report {
 
-/// The types that a part may have, behind "application/vnd.openxmlformats-" and before "+xml".
 namespace content_type {
-inline constexpr auto mainDocument = "officedocument.wordprocessingml.document.main";
-inline constexpr auto styles = "officedocument.wordprocessingml.styles";
-inline constexpr auto settings = "officedocument.wordprocessingml.settings";
-inline constexpr auto theme = "officedocument.theme";
-inline constexpr auto chart = "officedocument.drawingml.chart";
-inline constexpr auto coreProperties = "package.core-properties";
-inline constexpr auto extendedProperties = "officedocument.extended-properties";
+inline constexpr auto mainDocument =
+    "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml";
+inline constexpr auto styles = "application/vnd.openxmlformats-officedocument.wordprocessingml.styles+xml";
+inline constexpr auto settings =
+    "application/vnd.openxmlformats-officedocument.wordprocessingml.settings+xml";
+inline constexpr auto numbering =
+    "application/vnd.openxmlformats-officedocument.wordprocessingml.numbering+xml";
+inline constexpr auto header = "application/vnd.openxmlformats-officedocument.wordprocessingml.header+xml";
+inline constexpr auto footer = "application/vnd.openxmlformats-officedocument.wordprocessingml.footer+xml";
+inline constexpr auto theme = "application/vnd.openxmlformats-officedocument.theme+xml";
+inline constexpr auto chart = "application/vnd.openxmlformats-officedocument.drawingml.chart+xml";
+inline constexpr auto workbook = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet";
+inline constexpr auto png = "image/png";
+inline constexpr auto jpeg = "image/jpeg";
+inline constexpr auto coreProperties = "application/vnd.openxmlformats-package.core-properties+xml";
+inline constexpr auto extendedProperties =
+    "application/vnd.openxmlformats-officedocument.extended-properties+xml";
 }  // namespace content_type
 
-/// Full names of relationship types: the last word, behind what nearly all share.
-std::string makeRelationshipType(std::string_view lastWord);
-inline constexpr auto corePropertiesRelationship =
-    "http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties";
-
-/// A package under construction: parts with their content types, and what relates them.
-class PackageWriter {
+/// What the parts of a document are written to: a new package, or one that exists. Parts have their full
+/// names, "word/charts/chart1.xml".
+class PartTarget {
  public:
-    /// Adds a part that has a content type of its own. Requires: a name that no part has.
-    void addPart(std::string name, std::string bytes, const char* contentType);
-    /// Adds a part whose extension tells what it is, "xlsx" or "png"; it is stored, not compressed, because
-    /// it is compressed itself.
-    void addFile(std::string name, std::string bytes);
-    /// Relates the part `from`, or for an empty name the package, to `target`, a path from the part's folder.
-    void relate(const std::string& from, const std::string& id, const std::string& type,
-                const std::string& target);
-    /// The same for a target outside the package, an address.
-    void relateOutside(const std::string& from, const std::string& id, const std::string& type,
-                       const std::string& target);
+    PartTarget() = default;
+    PartTarget(const PartTarget&) = delete;
+    PartTarget& operator=(const PartTarget&) = delete;
+    virtual ~PartTarget() = default;
 
+    /// The first of prefix1suffix, prefix2suffix ... that no part has.
+    virtual std::string findFreeName(const std::string& prefix, const std::string& suffix) = 0;
+    /// Adds a part, or puts it in the place of the one that has its name.
+    virtual void addPart(const std::string& name, std::string bytes, const char* contentType) = 0;
+    /// Relates the part `from`, or for an empty name the package, to the part `to`, and returns the
+    /// relationship's id. Kind: the last word of its type, "chart".
+    virtual std::string relate(const std::string& from, const char* kind, const std::string& to) = 0;
+    /// The same for an address outside the package.
+    virtual std::string relateOutside(const std::string& from, const char* kind,
+                                      const std::string& address) = 0;
     /// The package, a zip file. The times in it are fixed, so that equal parts give equal bytes.
-    std::string toBytes();
+    virtual std::string toBytes() = 0;
+};
+
+/// A new package.
+class PackageWriter final : public PartTarget {
+ public:
+    std::string findFreeName(const std::string& prefix, const std::string& suffix) override;
+    void addPart(const std::string& name, std::string bytes, const char* contentType) override;
+    std::string relate(const std::string& from, const char* kind, const std::string& to) override;
+    std::string relateOutside(const std::string& from, const char* kind, const std::string& address) override;
+    std::string toBytes() override;
 
  private:
-    struct Relationship {
-        std::string id;
-        std::string type;
-        std::string target;
-        bool isOutside;
-    };
-    struct Override {
-        std::string name;
+    struct TypedPart {
+        Part part;
         const char* contentType;
     };
 
     std::string makeContentTypes() const;
-    static std::string makeRelationships(const std::vector<Relationship>& relationships);
 
-    std::vector<Part> parts_;
-    std::vector<Override> overrides_;
-    std::map<std::string, std::string> defaults_;
+    std::vector<TypedPart> parts_;
+    std::map<std::string, std::size_t> freeNumbers_;
     std::map<std::string, std::vector<Relationship>> relationships_;
+};
+
+/// A package that exists, a document that new ones look like.
+class PackageExtender final : public PartTarget {
+ public:
+    explicit PackageExtender(Package package) : package_(std::move(package)) {}
+
+    std::string findFreeName(const std::string& prefix, const std::string& suffix) override;
+    void addPart(const std::string& name, std::string bytes, const char* contentType) override;
+    std::string relate(const std::string& from, const char* kind, const std::string& to) override;
+    std::string relateOutside(const std::string& from, const char* kind, const std::string& address) override;
+    std::string toBytes() override { return package_.toBytes(); }
+
+ private:
+    Package package_;
 };
 
 }  // namespace quillon::report

@@ -4,10 +4,12 @@
 
 #include <stdexcept>
 
+#include "chart/host/ModuleEntry.h"
 #include "support/FeatureService.h"
 
 namespace quillon::chart {
 
+#if QUILLON_SHARED
 void (*findModuleEntry())()
 {
     void* const library = dlopen("libquillon_charts.so", RTLD_NOW | RTLD_LOCAL);
@@ -16,6 +18,12 @@ void (*findModuleEntry())()
     if (entry == nullptr) throw std::runtime_error(dlerror());
     return reinterpret_cast<void (*)()>(entry);
 }
+#else
+void (*findModuleEntry())()
+{
+    return CVInitialize_shared_quillon_charts;
+}
+#endif
 
 void HostTest::SetUpTestSuite()
 {

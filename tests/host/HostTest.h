@@ -9,8 +9,8 @@
 
 namespace quillon::chart {
 
-/// The module entry of the library, found as a host finds it: by dlopen and dlsym.
-/// Throws: std::runtime_error when there is none.
+/// The module entry of the library, found as a host finds it: by dlopen and dlsym. A static library is part
+/// of the program already. Throws: std::runtime_error when there is none.
 void (*findModuleEntry())();
 
 /// The full host name of a chart class.

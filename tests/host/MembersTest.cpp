@@ -204,6 +204,31 @@ TEST_F(Members, TakeMemberNamesZeroOrOneAndTextArrays)
     EXPECT_EQ(orca::get(set, "Categories"), HostArray::cells(1, 2, {u"Q1", u"Q2"}));
 }
 
+TEST_F(Members, ClearCategoriesByNothingButNoValueAndEmptyArrays)
+{
+    const auto full = HostArray::cells(1, 1, {u"Q1"});
+    const auto set = make("DataSet", {full});
+    for (const auto& none :
+         {HostArray(), HostArray::matrix<double>(0, 0, {}), HostArray::matrix<double>(1, 0, {}),
+          HostArray::cells(0, 0, {}), HostArray::textArray({})}) {
+        orca::set(set, "Categories", full);
+        orca::set(set, "Categories", none);
+        EXPECT_EQ(orca::get(set, "Categories").getElementCount(), 0) << none.describe();
+        EXPECT_EQ(orca::get(make("DataSet", {none}), "Categories").getElementCount(), 0) << none.describe();
+    }
+    orca::set(set, "Categories", full);
+    const auto runs = orca::get(make("Paragraph"), "Content");
+    for (const auto& other :
+         {HostArray(u""), runs, HostArray::empty(orca::internal::makeInterned("some.Class"))}) {
+        const auto expected =
+            ": expected a cell array of text or a text array, got " + other.describe() + ".";
+        EXPECT_EQ(thrownText([&] { orca::set(set, "Categories", other); }),
+                  "quillon.chart.DataSet.Categories" + expected);
+        EXPECT_EQ(orca::get(set, "Categories"), full);
+        EXPECT_THROW(make("DataSet", {other}), orca::Error);
+    }
+}
+
 TEST_F(Members, PutConstructorArgumentsInTheirPlace)
 {
     const auto text = [](const HostArray& object, const char* property) {
@@ -285,6 +310,7 @@ TEST_F(Members, KeepAColourInTheFormGiven)
     EXPECT_EQ(after(u"rgb(300,0,0)")->getText(), u"rgb(300,0,0)");
     for (const HostArray& value :
          {HostArray(), HostArray(2.5), HostArray(true), make("Title"), HostArray::matrix<double>(0, 0, {}),
+          HostArray::matrix<double>(1, 0, {}), HostArray::matrix<double>(0, 1, {}),
           HostArray::matrix<double>(2, 2, {1, 0, 0, 1})})
         EXPECT_EQ(after(value)->getText(), u"rgb(300,0,0)") << value.describe();
     EXPECT_EQ(after(HostArray::row({0.5, 0.5, 0.5}))->getText(), u"808080");

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cmath>
+#include <sstream>
 
+#include "support/Text.h"
 #include "tests/ThrownText.h"
 
 namespace quillon::chart {
@@ -34,6 +36,43 @@ TEST(Color, WritesEachFormAsHexadecimalDigitsAndOthersWhite)
     for (const auto* text : {u"", u"00FF00", u"Rgb(0,128,255)", u"rgb(300,0,0)", u"rgb(256,0,0)",
                              u"rgb( 1,2,3)", u"rgb(1,2,3 )", u"rgb(1,2,3)x", u"rgb(1,2)"})
         EXPECT_EQ(hexOf(text), u"FFFFFF") << testing::PrintToString(text);
+}
+
+constexpr auto colorNames =
+    "aliceblue antiquewhite aqua aquamarine azure beige bisque black blanchedalmond blue "
+    "blueviolet brown burlywood cadetblue chartreuse chocolate coral cornflowerblue cornsilk "
+    "crimson cyan darkblue darkcyan darkgoldenrod darkgray darkgrey darkgreen darkkhaki "
+    "darkmagenta darkolivegreen darkorange darkorchid darkred darksalmon darkseagreen "
+    "darkslateblue darkslategray darkslategrey darkturquoise darkviolet deeppink deepskyblue "
+    "dimgray dimgrey dodgerblue firebrick floralwhite forestgreen fuchsia gainsboro ghostwhite "
+    "gold goldenrod gray grey green greenyellow honeydew hotpink indianred indigo ivory khaki "
+    "lavender lavenderblush lawngreen lemonchiffon lightblue lightcoral lightcyan "
+    "lightgoldenrodyellow lightgray lightgrey lightgreen lightpink lightsalmon lightseagreen "
+    "lightskyblue lightslategray lightslategrey lightsteelblue lightyellow lime limegreen linen "
+    "magenta maroon mediumaquamarine mediumblue mediumorchid mediumpurple mediumseagreen "
+    "mediumslateblue mediumspringgreen mediumturquoise mediumvioletred midnightblue mintcream "
+    "mistyrose moccasin navajowhite navy oldlace olive olivedrab orange orangered orchid "
+    "palegoldenrod palegreen paleturquoise palevioletred papayawhip peachpuff peru pink plum "
+    "powderblue purple red rosybrown royalblue saddlebrown salmon sandybrown seagreen seashell "
+    "sienna silver skyblue slateblue slategray slategrey snow springgreen steelblue tan teal "
+    "thistle tomato turquoise violet wheat white whitesmoke yellow yellowgreen";
+
+TEST(Color, HasSixUpperCaseDigitsForEveryNameAndEitherSpellingOfGray)
+{
+    std::istringstream names(colorNames);
+    std::size_t count = 0;
+    for (std::string name; names >> name; ++count) {
+        const auto* const digits = findNamedColor(toUtf16(name));
+        ASSERT_NE(digits, nullptr) << name;
+        EXPECT_EQ(digits->size(), 6) << name;
+        EXPECT_EQ(digits->find_first_not_of(u"0123456789ABCDEF"), std::u16string::npos) << name;
+        const auto gray = name.find("gray");
+        if (gray == std::string::npos) continue;
+        const auto* const other = findNamedColor(toUtf16(name.replace(gray, 4, "grey")));
+        ASSERT_NE(other, nullptr) << name;
+        EXPECT_EQ(*other, *digits) << name;
+    }
+    EXPECT_EQ(count, 147);
 }
 
 TEST(Color, SurvivesHostileText)

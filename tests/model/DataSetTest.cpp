@@ -132,9 +132,10 @@ TEST(DataSeries, CopiesPointsAndFormatsIntoNewOnes)
     EXPECT_EQ(copy.getFormat()->getFill()->getColor()->getText(), u"red");
     EXPECT_EQ(copy.getPoint(0)->getFormat()->getFill()->getColor()->getText(), u"blue");
     EXPECT_TRUE(!copy.getPoint(1)->getFormat() && !copy.getPoint(1)->getLabelFormat());
-    EXPECT_EQ(copy.getLabelFormat().use_count(), 1);
-    EXPECT_EQ(copy.getPoint(0)->getLabelFormat().use_count(), 1);
-    EXPECT_EQ(copy.getPoint(0).use_count(), 1);
+    // The copy's own handle, and the one that it gives.
+    EXPECT_EQ(copy.getLabelFormat().use_count(), 2);
+    EXPECT_EQ(copy.getPoint(0)->getLabelFormat().use_count(), 2);
+    EXPECT_EQ(copy.getPoint(0).use_count(), 2);
     // Of the options only the base part is kept.
     EXPECT_STREQ(copy.getFormatOptions()->getFullyQualifiedOrcaTypeName(),
                  "quillon.chart.DataSeriesFormatOptions");

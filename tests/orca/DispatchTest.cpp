@@ -46,6 +46,38 @@ class Held : public Derived {
     const char* getFullyQualifiedOrcaTypeName() const override { return ""; }
 };
 
+constexpr const char* hostNameOf(std::type_identity<Root> /*type*/)
+{
+    return "test.Root";
+}
+constexpr const char* hostNameOf(std::type_identity<Derived> /*type*/)
+{
+    return "test.Derived";
+}
+
+/// Objects of this one report no name at all, whoever makes them.
+class Unnamed : public Root {
+ public:
+    static std::shared_ptr<Unnamed> create() { return std::make_shared<Unnamed>(); }
+    static std::shared_ptr<Unnamed> getOther(const Unnamed& /*self*/) { return create(); }
+    const char* getFullyQualifiedOrcaTypeName() const override { return ""; }
+};
+constexpr const char* hostNameOf(std::type_identity<Unnamed> /*type*/)
+{
+    return "test.Unnamed";
+}
+
+// A class has the name that is stated for it, never that of its base.
+static_assert(orca::factory::NamedForHost<Derived>);
+static_assert(!orca::factory::NamedForHost<Held>);
+
+template <typename Names, typename... Texts>
+concept TakesNames = std::is_constructible_v<Names, Texts...>;
+using TwoNames = orca::factory::impl::ArgumentNames<2>;
+static_assert(TakesNames<TwoNames, const char*, const char*>);
+static_assert(!TakesNames<TwoNames, const char*>);
+static_assert(!TakesNames<TwoNames, const char*, const char*, const char*>);
+
 template <typename C>
 struct Info : orca::factory::StdShareableHandleClassInfo<Root> {
     explicit Info(std::string superclass)
@@ -79,6 +111,14 @@ struct RootInfo : Info<Root> {
     RootInfo() : Info("test.Unknown") {}
 };
 
+struct UnnamedInfo : Info<Unnamed> {
+    UnnamedInfo() : Info("test.Root")
+    {
+        constructor<Unnamed>();
+        method<&Unnamed::getOther>("getOther", {}, "");
+    }
+};
+
 }  // namespace test
 
 namespace orca {
@@ -91,6 +131,7 @@ void populate(COSNamespace* added)
 {
     added->addClass<test::DerivedInfo>();
     added->addClass<test::RootInfo>();
+    added->addClass<test::UnnamedInfo>();
 }
 
 class Dispatch : public testing::Test {
@@ -140,6 +181,18 @@ TEST_F(Dispatch, TakesNoShareOfAnObjectThatTheHostHoldsByItself)
     EXPECT_EQ(BindingRegistry::size(), 1);
 }
 
+TEST_F(Dispatch, NamesItsErrors)
+{
+    const auto object = construct("test.Derived");
+    try {
+        get(object, "Nonsense");
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.getIdentifier(), "orca:unknownProperty");
+        EXPECT_STREQ(error.at("here").getIdentifier(), "orca:unknownProperty");
+    }
+}
+
 TEST_F(Dispatch, BindsOneToOne)
 {
     const auto object = construct("test.Derived");
@@ -157,6 +210,30 @@ TEST_F(Dispatch, BindsOneToOne)
         EXPECT_EQ(BindingRegistry::size(), 1);
     }
     EXPECT_EQ(object.getNative<Derived>(), nullptr);
+}
+
+TEST_F(Dispatch, FindsTheClassOfAHostObjectAnewWhenItIsBoundAgain)
+{
+    const auto derived = Derived::create();
+    const auto root = std::make_shared<test::Root>();
+    const auto host = std::make_shared<HostObject>(internal::nullValue);
+    BindingRegistry::announceForConstructor(*derived, internal::makeInterned("test.Derived"), *host, true);
+    EXPECT_EQ(classOf(host).getName(), "test.Derived");
+    // Under a name that is not registered, only the object itself tells the class.
+    BindingRegistry::announceForConstructor(*root, internal::makeInterned("test.Other"), *host, false);
+    EXPECT_EQ(classOf(host).getName(), "test.Root");
+    BindingRegistry::remove(*root);
+    EXPECT_EQ(classOf(host).getName(), "test.Root");
+}
+
+TEST_F(Dispatch, LeavesAnObjectWithoutNameWithoutOneHoweverItIsBound)
+{
+    const auto made = construct("test.Unnamed");
+    const auto read = call(made, "getOther");
+    for (const auto& object : {made, read}) {
+        EXPECT_EQ(object.getOneObject().getClassName(), internal::nullValue);
+        EXPECT_EQ(classOf(object).getName(), "test.Unnamed");
+    }
 }
 
 TEST_F(Dispatch, RefusesANamespaceOrClassTwice)

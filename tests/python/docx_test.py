@@ -2,6 +2,7 @@
 
 import io
 import re
+import time
 import unittest
 import warnings
 
@@ -14,6 +15,12 @@ from docx.shared import Cm
 from charts import make_chart
 from quillon.docx import ChartWarning, add_chart
 from quillon.report import Document
+
+
+PICTURE = bytes.fromhex(
+    "89504e470d0a1a0a0000000d494844520000000100000001080600000"
+    "01f15c4890000000d49444154789c6360606060000000050001a5f645400000000049454e44ae426082"
+)
 
 
 def find_charts(part):
@@ -74,6 +81,33 @@ class Adding(unittest.TestCase):
             for target, chart, options, error in cases:
                 self.assertRaises(error, add_chart, target, chart, **options)
         self.assertEqual({part.partname: part.blob for part in document.part.package.iter_parts()}, before)
+
+    def test_goes_on_in_a_document_that_was_saved_and_beside_pictures(self):
+        document = docx.Document()
+        for _ in range(2):
+            add_chart(document, make_chart())
+            document.add_picture(io.BytesIO(PICTURE))
+            content = io.BytesIO()
+            document.save(content)
+            document = docx.Document(content)
+            add_chart(document, make_chart())
+        numbers = [int(number) for number in re.findall(rb'<wp:docPr [^>]*\bid="(\d+)"', document.part.blob)]
+        self.assertEqual((len(numbers), len(set(numbers))), (6, 6))
+        self.assertLess(max(numbers), 2**31)
+        charts = find_charts(document.part)
+        self.assertEqual(len({chart.partname for chart in charts}), 4)
+        self.assertEqual([read_workbook(chart)[1][1] for chart in charts], [1.5] * 4)
+
+    def test_takes_as_long_for_each_of_many_charts(self):
+        def measure(count):
+            document, start = docx.Document(), time.process_time()
+            for _ in range(count):
+                add_chart(document.add_paragraph().add_run(), chart)
+            return (time.process_time() - start) / count
+
+        chart = make_chart()
+        measure(20)
+        self.assertLess(measure(800) / measure(100), 2.5)
 
     def test_warns_where_it_is_called(self):
         with self.assertWarnsRegex(ChartWarning, '"nonsense" is no colour') as caught:

@@ -78,6 +78,34 @@ class Saving(unittest.TestCase):
             self.assertEqual(os.stat(path).st_mode, common.stat().st_mode)
         self.assertEqual(len(list(self.folder.iterdir())), len([common, *paths]))
 
+    def test_a_file_object_gets_all_bytes_however_few_it_takes_at_a_time(self):
+        class Slow(io.RawIOBase):
+            def __init__(self, *counts):
+                self.data, self.counts = b"", list(counts)
+
+            def write(self, data):
+                count = self.counts.pop(0) if self.counts else min(1000, len(data))
+                if isinstance(count, int):
+                    self.data += bytes(data[:max(count, 0)])
+                return count
+
+        class Silent:
+            """Takes everything and does not say so, as many do."""
+
+            def __init__(self):
+                self.data = b""
+
+            def write(self, data):
+                self.data += data
+
+        document = make_document(make_chart())
+        expected = document.to_bytes()
+        for file in (Slow(), Slow(1, 2, 3), Silent()):
+            document.save(file)
+            self.assertEqual(file.data, expected)
+        for count in (0, -1, None, len(expected) + 1):
+            self.assertRaisesRegex(OSError, f"took {count} of {len(expected)} bytes", document.save, Slow(count))
+
     def test_what_cannot_be_written_is_refused(self):
         taken = self.folder / "taken"
         taken.mkdir()

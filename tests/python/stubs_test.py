@@ -29,6 +29,43 @@ WRONG = [
     "SolidBorderFormat().DashType = SolidBorderCapType.Flat", "DataSet().Categories = 5", "DataSeries().extend(['1'])",
 ]
 
+#: A script as a user writes it who has the type checker at its strictest.
+STRICT = """
+import copy
+import io
+import typing
+from quillon.chart import ColumnChart, DataSeries, DataSet, LineChart, Title, from_dataframe
+from quillon.docx import add_chart
+from quillon.report import ChartData, Document, SeriesDetails
+
+def make_chart(values: dict[str, list[float]]) -> ColumnChart:
+    data = DataSet(["Q1", "Q2"])
+    for name, numbers in values.items():
+        data.add_series(name, numbers)
+    chart = ColumnChart()
+    chart.DataSet, chart.ChartTitle = data.without("North"), Title("Revenue")
+    return chart
+
+report = Document()
+chart = make_chart({"North": [1.5, 2], "South": [2, 3]})
+report.add_chart(chart, width="15cm", legend="bottom")
+shape = add_chart(None, copy.deepcopy(chart), legend="none")
+report.save(io.BytesIO(), progress=lambda done, total: print(done, total))
+picture: bytes = chart.preview(legend="top")
+if chart.DataSet:
+    total: float = sum(chart.DataSet["South"].values) + sum(point.Value for point in chart.DataSet[0])
+    typing.assert_type(chart.DataSet[0], DataSeries)
+    typing.assert_type(chart.DataSet[:1], list[DataSeries])
+data = ChartData.from_dataframe({"North": [1, 2]}, category_format="0")
+data.series = [SeriesDetails(number_format="0.0")]
+is_same: bool = data.data_set.equals(from_dataframe({"North": [1, 2]}))
+"""
+STRICT_WRONG = [
+    "chart.Titel = 3", "chart.ChartTitle = 'Revenue'", "report.add_chart(chart, legend='up')",
+    "chart.preview(legend='up')", "add_chart(None, chart, legend='up')", "chart.nothing()", "data.data_set.ad_series('')",
+    "data.category_kind = 'dates'", "LineChart().DataSet = data",
+]
+
 
 def run(*command):
     return subprocess.run([sys.executable, *command], capture_output=True, text=True)
@@ -45,11 +82,19 @@ class Stubs(unittest.TestCase):
                       TOOLS / "stubtest_allowlist.txt", "--ignore-unused-allowlist")
         self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
 
+    def test_strict_type_checker_knows_what_users_write(self):
+        lines = [*STRICT.splitlines(), *STRICT_WRONG]
+        self.assertEqual(self.check(lines, "--strict"), STRICT_WRONG)
+
     def test_type_checker_tells_right_from_wrong(self):
         lines = [*CORRECT.splitlines(), *WRONG]
+        self.assertEqual(self.check(lines), WRONG)
+
+    def check(self, lines, *options):
+        """The lines in which the type checker finds an error."""
         with tempfile.TemporaryDirectory() as folder:
             path = Path(folder, "script.py")
             path.write_text("\n".join(lines))
-            checked = run("-m", "mypy", "--cache-dir", folder, "--no-error-summary", path)
+            checked = run("-m", "mypy", "--cache-dir", folder, "--no-error-summary", *options, path)
         numbers = {int(line.split(":")[1]) for line in checked.stdout.splitlines() if ": error:" in line}
-        self.assertEqual([lines[number - 1] for number in sorted(numbers)], WRONG)
+        return [lines[number - 1] for number in sorted(numbers)]

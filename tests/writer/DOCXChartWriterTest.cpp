@@ -26,6 +26,17 @@ struct PointWriter : Writer {
     using Writer::Writer;
 };
 
+/// A writer of someone else's, who may use what a writer is made of.
+struct BlockWriter : DOCXColumnChartWriter {
+    using DOCXColumnChartWriter::c_catAx;
+    using DOCXColumnChartWriter::c_serShapeProps;
+    using DOCXColumnChartWriter::c_title;
+    using DOCXColumnChartWriter::c_valAx;
+    using DOCXColumnChartWriter::DOCXColumnChartWriter;
+
+    static const std::u16string& letterOf(unsigned long number) { return Number2Letter_[number]; }
+};
+
 std::u16string getFirstText(const Document& document, const char16_t* elementName)
 {
     const auto* element =
@@ -97,6 +108,37 @@ TEST(DOCXChartWriter, RefusesDocumentsThatItCannotFill)
     };
     for (const auto& [action, failure] : cases) EXPECT_EQ(thrownText(action), failure);
     EXPECT_EQ(parent->getFirstChild(), nullptr);
+}
+
+TEST(DOCXChartWriter, RefusesToPutABlockIntoAnotherDocument)
+{
+    const auto chart = makeChart(ColumnChart::create, makeSales(), Title::create());
+    const auto series = chart->getDataSet()->getSeries(0);
+    auto document = makeDocument(u"c:ser");
+    auto* parent = document->getDocumentElement();
+    auto other = makeDocument();
+    const BlockWriter writer(chart.get());
+    const std::function<void(xercesc::DOMDocument*, DOMElement*)> blocks[] = {
+        [&](auto* doc, auto* element) { writer.c_title(doc, element); },
+        [&](auto* doc, auto* element) { writer.c_catAx(doc, element); },
+        [&](auto* doc, auto* element) { writer.c_valAx(doc, element); },
+        [&](auto* doc, auto* element) { writer.c_serShapeProps(doc, element, series, 0); },
+    };
+    for (const auto& append : blocks) {
+        for (const auto& [doc, element] :
+             {std::pair(other.get(), parent), std::pair<xercesc::DOMDocument*, DOMElement*>(nullptr, parent),
+              std::pair<xercesc::DOMDocument*, DOMElement*>(document.get(), nullptr)})
+            EXPECT_EQ(thrownText([&, d = doc, e = element] { append(d, e); }),
+                      "DOCXChartWriter could not import parsed markup.");
+        EXPECT_EQ(parent->getFirstChild(), nullptr);
+    }
+}
+
+TEST(DOCXChartWriter, OffersItsColumnLettersToWritersOfOthers)
+{
+    EXPECT_EQ(BlockWriter::letterOf(25), u"Z");
+    EXPECT_EQ(BlockWriter::letterOf(26), u"");
+    EXPECT_EQ(ColumnLetters()[1], u"B");
 }
 
 TEST(DOCXChartWriter, HasNoPointPastTheEnd)

@@ -3,11 +3,12 @@
 The classes are those of the library, under the library's own names:
 
     data = DataSet(["Q1", "Q2", "Q3"])
-    data.appendSeries(DataSeries("North")).extend([1.5, 2.0, 3.25])
+    data.add_series("North", [1.5, 2.0, 3.25])
+    data.add_series("South", [2.5, 1.75, 2.0])
     chart = ColumnChart()
     chart.DataSet, chart.ChartTitle = data, Title("Revenue")
 
-Positions in the library's methods count from 1, and in Python's brackets from 0: data.getSeries(1) is data[0].
+The library's methods count from 1, and Python's brackets from 0: data.getSeries(1) is data[0], which is data["North"].
 """
 
 from quillon import _core

@@ -3,11 +3,12 @@
 The classes are those of the library, under the library's own names:
 
     data = DataSet(["Q1", "Q2", "Q3"])
-    data.appendSeries(DataSeries("North")).extend([1.5, 2.0, 3.25])
+    data.add_series("North", [1.5, 2.0, 3.25])
+    data.add_series("South", [2.5, 1.75, 2.0])
     chart = ColumnChart()
     chart.DataSet, chart.ChartTitle = data, Title("Revenue")
 
-Positions in the library's methods count from 1, and in Python's brackets from 0: data.getSeries(1) is data[0].
+The library's methods count from 1, and Python's brackets from 0: data.getSeries(1) is data[0], which is data["North"].
 """
 
 import enum
@@ -72,7 +73,7 @@ __all__ = [
     "from_rows",
 ]
 
-class Object(_comfort.Shown, _core.Handle):
+class Object(_comfort.Common, _core.Handle):
     """The root of every chart class."""
 
 class Chart(_comfort.Preview, Object):
@@ -113,7 +114,7 @@ class PieChartSlice(Object):
     """A slice of a pie chart; it has no settings."""
     def __init__(self) -> None: ...
 
-class DataPoint(Object):
+class DataPoint(_comfort.Point, Object):
     """One value of a series, with formats of its own if it has any."""
     @overload
     def __init__(self) -> None: ...
@@ -305,7 +306,7 @@ class PictureFillFormat(FillFormat):
     @overload
     def __init__(self, color: str) -> None: ...
 
-class Color(Object):
+class Color(_comfort.Colour, Object):
     """A colour: a name, "rgb(255,128,0)", "#ff8000", or three numbers between 0 and 1."""
     @overload
     def __init__(self) -> None: ...
@@ -327,7 +328,7 @@ class Format(Object):
     @Transparency.setter
     def Transparency(self, value: int) -> None: ...
 
-class ShapeFormat(Object):
+class ShapeFormat(_comfort.Shape, Object):
     """What a drawn shape needs: a border, a fill and effects."""
     def __init__(self) -> None: ...
     @property
@@ -475,7 +476,7 @@ class ThreeDEffect(Object):
     """A three-dimensional effect; it has no settings."""
     def __init__(self) -> None: ...
 
-class Text(TextBase):
+class Text(_comfort.Words, TextBase):
     """A run: characters of one colour."""
     @overload
     def __init__(self) -> None: ...
@@ -501,7 +502,7 @@ class Paragraph(_comfort.ParagraphItems, TextBase):
     def appendText(self, text: quillon.chart.Text) -> quillon.chart.Text:
         """Appends a run and returns it."""
 
-class Title(Object):
+class Title(_comfort.Heading, Object):
     """The title of a chart: one paragraph."""
     @overload
     def __init__(self) -> None: ...

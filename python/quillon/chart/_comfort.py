@@ -2,50 +2,21 @@
 
 from __future__ import annotations
 
-import enum
+import array
 import operator
 import reprlib
 from collections.abc import Iterable, Iterator
 from typing import TYPE_CHECKING, Any, Generic, SupportsIndex, TypeVar, overload
 
 from quillon import _core
-from quillon._preview import Preview
+from quillon._preview import Preview as Preview
+from quillon.chart._common import Common as Common
+from quillon.chart._common import show
 
 if TYPE_CHECKING:
-    from quillon.chart import DataPoint, DataSeries, Text
+    from quillon.chart import BorderFormat, DataPoint, DataSeries, DataSet, FillFormat, Text
 
 Item = TypeVar("Item")
-
-
-def _show(value: object) -> str:
-    if isinstance(value, _core.Handle):
-        return f"<{type(value).__name__}>"
-    if isinstance(value, enum.Enum):
-        return value.name
-    if isinstance(value, list) and value and isinstance(value[0], _core.Handle):
-        return f"[{len(value)} {type(value[0]).__name__}]"
-    return reprlib.repr(value)
-
-
-class Shown:
-    """Represented by its class and its properties."""
-
-    __slots__ = ()
-
-    def __repr__(self) -> str:
-        words = [type(self).__name__]
-        for base in reversed(type(self).__mro__):
-            for name, member in vars(base).items():
-                if isinstance(member, _core.Property):
-                    words.extend(self._describe(name))
-        return f"<{' '.join(words)}>"
-
-    def _describe(self, name: str) -> list[str]:
-        try:
-            value = getattr(self, name)
-        except (TypeError, ValueError):  # Not initialised yet; a colour that was set as three numbers.
-            return []
-        return [] if value is None else [f"{name}={_show(value)}"]
 
 
 class Items(Generic[Item]):
@@ -97,18 +68,36 @@ class SeriesItems(Items["DataPoint"]):
     def _item(self: Any, position: int) -> DataPoint:
         return self.getPoint(position + 1)
 
+    @property
+    def values(self) -> array.array[float]:
+        """The values of all points: a copy, which NumPy takes as an array. Change a value at its point."""
+        return array.array("d", _core.read_values(self))
+
     def extend(self, values: Iterable[float]) -> None:
         """Append one new point for each value: numbers of a sequence, of a buffer as arrays have it, or any iterable.
 
-        When a value is refused, no point is appended.
+        What a masked array masks becomes a gap. When a value is refused, no point is appended.
         """
-        if not hasattr(values, "__len__"):
+        if hasattr(values, "mask") and hasattr(values, "filled"):
+            values = values.astype("float64").filled(float("nan"))  # type: ignore[attr-defined]
+        elif not hasattr(values, "__len__"):
             values = list(values)
         _core.call_for_each(self, "appendPoint", values)
 
+    def _contents(self: Any) -> dict[str, Any]:
+        return {**Common._contents(self), "points": list(self)}
+
+    def _fill(self: Any, contents: dict[str, Any]) -> None:
+        Common._fill(self, contents)
+        for point in contents["points"]:
+            self.appendPoint(point)
+
+    def _describe(self: Any, depth: int) -> list[str]:
+        return [*Common._describe(self, depth), *([reprlib.repr(self.values.tolist())] if _is_filled(self) else [])]
+
 
 class SetItems(Items["DataSeries"]):
-    """The series of a data set."""
+    """The series of a data set, by position or by name."""
 
     __slots__ = ()
 
@@ -117,6 +106,63 @@ class SetItems(Items["DataSeries"]):
 
     def _item(self: Any, position: int) -> DataSeries:
         return self.getSeries(position + 1)
+
+    @overload
+    def __getitem__(self, position: SupportsIndex | str) -> DataSeries: ...
+    @overload
+    def __getitem__(self, position: slice) -> list[DataSeries]: ...
+    def __getitem__(self, position: SupportsIndex | slice | str) -> DataSeries | list[DataSeries]:
+        if not isinstance(position, str):
+            return super().__getitem__(position)
+        named = [series for series in self if series.Name == position]
+        if len(named) == 1:
+            return named[0]
+        names = reprlib.repr([series.Name for series in self])
+        raise KeyError(f"{len(named) or 'no'} series named {position!r}; there are {names}.")
+
+    def __contains__(self, item: object) -> bool:
+        return any(item is own or item == own.Name for own in self)
+
+    def add_series(self: Any, name: str, values: Iterable[float]) -> DataSeries:
+        """Append a new series with these values, as DataSeries.extend() takes them, and return it.
+
+        When they are refused, or are not as many as the other series have, the set stays as it is.
+        """
+        from quillon.chart import DataSeries
+
+        series = DataSeries(name)
+        series.extend(values)
+        return self.appendSeries(series)
+
+    def without(self: Any, *names: str) -> DataSet:
+        """A new set with the same categories and with the series that have other names; it shares them."""
+        from quillon.chart import DataSet
+
+        left_out = [self[name] for name in names]
+        rest = DataSet(self.Categories)
+        for series in self:
+            if series not in left_out:
+                rest.appendSeries(series)
+        return rest
+
+    def _contents(self: Any) -> dict[str, Any]:
+        return {**Common._contents(self), "series": list(self)}
+
+    def _fill(self: Any, contents: dict[str, Any]) -> None:
+        Common._fill(self, contents)
+        for series in contents["series"]:
+            self.appendSeries(series)
+
+    def _describe(self: Any, depth: int) -> list[str]:
+        return [*Common._describe(self, depth), *([show(list(self), depth)] if _is_filled(self) else [])]
+
+
+def _is_filled(items: Any) -> bool:
+    """False also for an object that is not initialised."""
+    try:
+        return len(items) > 0
+    except TypeError:
+        return False
 
 
 class ParagraphItems(Items["Text"]):
@@ -130,12 +176,99 @@ class ParagraphItems(Items["Text"]):
     def _item(self: Any, position: int) -> Text:
         return self.Content[position]
 
+    def _fill(self: Any, contents: dict[str, Any]) -> None:
+        Common._fill(self, {"Color": contents["Color"]})
+        for run in contents["Content"]:
+            self.appendText(run)
+
+    def _brief(self: Any) -> str | None:
+        return "".join(run.Content for run in self.Content if run is not None)
+
+
+class Words:
+    """A run."""
+
+    __slots__ = ()
+
+    def _brief(self: Any) -> str | None:
+        return self.Content
+
+
+class Heading:
+    """A title, whose paragraph is given to its constructor."""
+
+    __slots__ = ()
+
+    def _arguments(self: Any) -> dict[str, Any]:
+        return {"paragraph": self.Text}
+
+    def _fill(self: Any, contents: dict[str, Any]) -> None:
+        pass
+
+    def _brief(self: Any) -> str | None:
+        return None if self.Text is None else self.Text._brief()
+
+
+class Point:
+    """A point, whose X coordinate is given to its constructor."""
+
+    __slots__ = ()
+
+    def __reduce__(self: Any) -> tuple[Any, ...]:
+        made = Common.__reduce__(self)
+        return made if not self.getX() else (make_point, (self.getX(),), *made[2:])
+
+    def _contents(self: Any) -> dict[str, Any]:
+        return {**Common._contents(self), "X": self.getX()}
+
+
+def make_point(x: float) -> DataPoint:
+    return _core.make_point(x, 0.0)
+
+
+class Shape:
+    """A shape format, whose border and fill may be of several kinds."""
+
+    __slots__ = ()
+
+    def replace_fill(self, fill: FillFormat) -> None:
+        """Give the shape a fill of another kind: format.replace_fill(GradientFillFormat("red"))."""
+        _core.replace_fill(self, fill)
+
+    def replace_border(self, border: BorderFormat) -> None:
+        """Give the shape a border of another kind: format.replace_border(GradientBorderFormat("red"))."""
+        _core.replace_border(self, border)
+
+    def _fill(self: Any, contents: dict[str, Any]) -> None:
+        self.replace_fill(contents["Fill"])
+        self.replace_border(contents["Border"])
+
+
+class Colour:
+    """A colour, which remembers whether it was set as three numbers."""
+
+    __slots__ = ()
+
+    def _contents(self) -> dict[str, Any]:
+        return {"form": _core.read_color(self)}
+
+    def _fill(self, contents: dict[str, Any]) -> None:
+        _core.write_color(self, *contents["form"])
+
+    def _brief(self) -> str | None:
+        return _core.read_color(self)[0]
+
 
 #: By the name of the class that inherits them.
 bases = {
-    "Object": Shown,
+    "Object": Common,
     "Chart": Preview,
+    "DataPoint": Point,
     "DataSeries": SeriesItems,
     "DataSet": SetItems,
+    "Color": Colour,
+    "ShapeFormat": Shape,
+    "Text": Words,
     "Paragraph": ParagraphItems,
+    "Title": Heading,
 }

@@ -2,12 +2,28 @@
 
 from __future__ import annotations
 
-import datetime
-from collections.abc import Iterable, Sequence
+import collections
+import dataclasses
+import numbers
+import warnings
+from collections.abc import Iterable, Mapping, Sequence
 from typing import TYPE_CHECKING, Any
+
+from quillon._warnings import ChartWarning
+from quillon.chart import _cells
 
 if TYPE_CHECKING:
     from quillon.chart import DataSet
+
+_FRAME = "from_dataframe"
+
+
+@dataclasses.dataclass
+class Table:
+    """A table before it becomes a data set: the categories, and the cells of each column by its name."""
+
+    categories: list[Any]
+    columns: list[tuple[str, list[Any]]]
 
 
 def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None = None) -> DataSet:
@@ -16,41 +32,158 @@ def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None =
     Without `names` the first row has the names of the series, after a cell of any content. A number may be text, as a
     CSV file has it; None, empty text and NaN leave a gap.
     """
-    table = [_cells(row, number) for number, row in enumerate(rows, start=1)]
+    table = [_row_cells(row, number) for number, row in enumerate(rows, start=1)]
     first_number = 1
     if names is None:
         if not table:
             raise ValueError("from_rows: expected a first row with the names of the series, got no row.")
         names = table.pop(0)[1:]
         first_number = 2
-    series_names = [_label(name) for name in _several("from_rows: names", names)]
+    series_names = [_cells.label(name) for name in _several("from_rows: names", names)]
     for number, row in enumerate(table, start=first_number):
         if len(row) != len(series_names) + 1:
             raise ValueError(f"from_rows: row {number}: expected {len(series_names) + 1} cells, got {len(row)}.")
     columns = [[row[i] for row in table] for i in range(len(series_names) + 1)]
-    return _make_set("from_rows", columns[0], zip(series_names, columns[1:]))
+    return make_set("from_rows", Table(columns[0], list(zip(series_names, columns[1:]))))
 
 
-def from_dataframe(frame: Any, categories: object = None, columns: Iterable[object] | None = None) -> DataSet:
-    """Make a data set from a data frame, of whatever library: one series for each column.
+def from_dataframe(table: Any, categories: object = None, columns: Iterable[object] | None = None) -> DataSet:
+    """Make a data set from a table in memory: one series for each column of numbers.
 
-    The names of the categories come from the column `categories`; without it from the index of the frame, or from its
-    first column when it has no index. `columns` chooses the columns that become series; without it all others do.
-    Missing values leave gaps.
+    table: a data frame or a series of whatever library, a dictionary of columns or of numbers, an array of one or two
+        dimensions, or a list of numbers.
+    categories: the column that names the categories. Without it they are the index. Where there is none, or one of
+        whole numbers without a name, and the first column holds text or dates, they are that column; where there is
+        none at all, the rows are counted.
+    columns: those that become series. Without it all do that hold numbers; ChartWarning names the others.
+
+    Missing values leave gaps. quillon.report.ChartData.from_dataframe keeps dates and levels of categories besides.
     """
-    if not hasattr(frame, "columns"):
-        raise TypeError(f"from_dataframe: expected an object with columns, got {type(frame).__name__}.")
-    labels = list(frame.columns)
-    index = getattr(frame, "index", None)
-    if categories is None and (index is None or callable(index)):
-        if not labels:
-            raise ValueError("from_dataframe: expected a column with the names of the categories, got no column.")
-        categories = labels[0]
-    names = index if categories is None else frame[categories]
-    if columns is None:
-        columns = [label for label in labels if label != categories]
-    chosen = _several("from_dataframe: columns", columns)
-    return _make_set("from_dataframe", names, ((_label(label), frame[label]) for label in chosen))
+    return make_set(_FRAME, read_table(table, categories, columns, stacklevel=3))
+
+
+def read_table(table: Any, categories: object, columns: Iterable[object] | None, stacklevel: int) -> Table:
+    """Read what from_dataframe() takes. The warnings name the caller at `stacklevel`, seen from here."""
+    source = _read_source(table)
+    chosen = None if columns is None else _several(f"{_FRAME}: columns", columns)
+    if categories is None:
+        names, named = _find_categories(source)
+    else:
+        names, named = source.read(categories), categories
+    if not names:
+        raise ValueError(f"{_FRAME}: the table has no rows.")
+    labels = [name for name in source.names if named is None or name != named] if chosen is None else chosen
+    _require_unique(labels)
+    read = [(_cells.label(name), source.read(name)) for name in labels]
+    return Table(names, _leave_out_words(read, stacklevel + 1) if chosen is None else read)
+
+
+def make_set(place: str, table: Table) -> DataSet:
+    from quillon.chart import DataSet
+
+    data = DataSet([_cells.label(category) for category in table.categories])
+    for name, cells in table.columns:
+        if len(cells) != len(table.categories):
+            raise ValueError(f"{place}: {name!r}: expected {len(table.categories)} values, got {len(cells)}.")
+        data.add_series(name, [_cells.number(cell, f"{place}: {name!r}, value {i}") for i, cell in enumerate(cells, 1)])
+    return data
+
+
+@dataclasses.dataclass
+class _Source:
+    """Columns by name; `index` names the rows, if anything does."""
+
+    names: list[Any]
+    get: Any
+    index: list[Any] | None = None
+    #: Of an index that has one.
+    index_name: object = None
+
+    def is_numbered(self) -> bool:
+        """Whether the index may be what is left of a count of rows: whole numbers without a name."""
+        return self.index_name is None and all(isinstance(cell, numbers.Integral) for cell in self.index or [])
+
+    def read(self, name: object) -> list[Any]:
+        count = self.names.count(name)
+        if count == 1:
+            return list(self.get(name))
+        there = ", ".join(repr(_cells.label(own)) for own in self.names)
+        what = f"{count} columns have the name" if count else "there is no column"
+        raise ValueError(f"{_FRAME}: {what} {_cells.label(name)!r}; the columns are {there}.")
+
+
+def _read_source(table: Any) -> _Source:
+    if hasattr(table, "columns"):
+        return _Source(list(table.columns), table.__getitem__, _index_of(table), _index_name(table))
+    if isinstance(table, Mapping):
+        return _read_mapping(table)
+    if getattr(table, "ndim", 1) == 2:
+        return _Source([f"Series {i + 1}" for i in range(table.shape[1])], lambda name: _column(table, name))
+    if isinstance(table, (str, bytes)) or not hasattr(table, "__iter__") or getattr(table, "ndim", 1) != 1:
+        raise TypeError(
+            f"{_FRAME}: expected a data frame, a series, a dictionary, an array or a list of numbers, got"
+            f" {type(table).__name__}."
+        )
+    name = getattr(table, "name", None)
+    return _Source(["Series 1" if name is None else name], lambda _: table, _index_of(table))
+
+
+def _column(array: Any, name: str) -> Any:
+    return array[:, int(name.removeprefix("Series ")) - 1]
+
+
+def _read_mapping(table: Mapping[Any, Any]) -> _Source:
+    if table and not any(hasattr(value, "__iter__") and not isinstance(value, str) for value in table.values()):
+        return _Source(["Series 1"], lambda _: table.values(), list(table))
+    inner = [value for value in table.values() if isinstance(value, Mapping)]
+    if inner:
+        return _Source(list(table), lambda name: [table[name].get(key) for key in inner[0]], list(inner[0]))
+    first: Any = next(iter(table.values()), None)
+    return _Source(list(table), table.__getitem__, _index_of(first))
+
+
+def _index_of(table: Any) -> list[Any] | None:
+    """The names of the rows; None where an index only counts them from 0."""
+    index: Any = getattr(table, "index", None)
+    is_count = type(index).__name__ == "RangeIndex" and index[:1].tolist() == [0]
+    return None if index is None or callable(index) or is_count else list(index)
+
+
+def _index_name(table: Any) -> object:
+    return getattr(getattr(table, "index", None), "name", None)
+
+
+def _find_categories(source: _Source) -> tuple[list[Any], object]:
+    """The names of the categories, and the name of the column that they come from."""
+    if not source.names:
+        raise ValueError(f"{_FRAME}: the table has no columns.")
+    if source.index is not None and not source.is_numbered():
+        return source.index, None
+    first = source.read(source.names[0])
+    if any(not _cells.is_missing(cell) and not _cells.is_number(cell) for cell in first):
+        return first, source.names[0]
+    return source.index or list(range(1, len(first) + 1)), None
+
+
+def _require_unique(names: list[Any]) -> None:
+    for name, count in collections.Counter(map(_cells.label, names)).items():
+        if count > 1:
+            raise ValueError(f"{_FRAME}: {count} columns have the name {name!r}; give each a name of its own.")
+
+
+def _leave_out_words(columns: list[tuple[str, list[Any]]], stacklevel: int) -> list[tuple[str, list[Any]]]:
+    """The columns that hold numbers. One that holds both is kept, so that the cell which is no number gets named."""
+    kept = []
+    for name, cells in columns:
+        given = [cell for cell in cells if not _cells.is_missing(cell)]
+        if not given or any(map(_cells.is_number, given)):
+            kept.append((name, cells))
+            continue
+        what = "dates" if _cells.as_date(given[0]) is not None else "text"
+        warnings.warn(f"{_FRAME}: {name!r} holds {what} and is left out.", ChartWarning, stacklevel=stacklevel)
+    if columns and not kept:
+        raise ValueError(f"{_FRAME}: no column holds numbers.")
+    return kept
 
 
 def _several(place: str, labels: Iterable[object]) -> list[object]:
@@ -59,43 +192,7 @@ def _several(place: str, labels: Iterable[object]) -> list[object]:
     return list(labels)
 
 
-def _cells(row: Sequence[object], number: int) -> list[object]:
+def _row_cells(row: Sequence[object], number: int) -> list[object]:
     if isinstance(row, (str, bytes)) or not hasattr(row, "__iter__"):
         raise TypeError(f"from_rows: row {number}: expected a sequence of cells, got {type(row).__name__}.")
     return list(row)
-
-
-def _make_set(
-    place: str, categories: Iterable[object], columns: Iterable[tuple[str, Iterable[object]]]
-) -> DataSet:
-    from quillon.chart import DataSeries, DataSet
-
-    data = DataSet([_label(category) for category in categories])
-    for name, cells in columns:
-        series = DataSeries(name)
-        series.extend([_number(cell, f"{place}: {name!r}, value {i}") for i, cell in enumerate(cells, start=1)])
-        data.appendSeries(series)
-    return data
-
-
-def _label(cell: object) -> str:
-    if _is_missing(cell):
-        return ""
-    if isinstance(cell, datetime.datetime):
-        return str(cell).removesuffix(" 00:00:00")
-    return " ".join(map(_label, cell)) if isinstance(cell, tuple) else str(cell)
-
-
-def _is_missing(cell: object) -> bool:
-    is_nan = isinstance(cell, float) and cell != cell
-    return cell is None or is_nan or type(cell).__name__ in ("NAType", "NaTType")
-
-
-def _number(cell: Any, place: str) -> float:
-    if _is_missing(cell) or (isinstance(cell, str) and not cell.strip()):
-        return float("nan")
-    try:
-        return float(cell)
-    except (TypeError, ValueError, OverflowError) as error:
-        refusal = TypeError if isinstance(error, TypeError) else ValueError
-        raise refusal(f"{place}: expected a number, got {cell!r}.") from None

@@ -10,6 +10,7 @@
 
 from __future__ import annotations
 
+import weakref
 from typing import Any
 
 from docx.opc.constants import RELATIONSHIP_TYPE
@@ -21,6 +22,7 @@ from docx.shape import InlineShape
 from docx.text.run import Run
 
 from quillon import _core
+from quillon._options import Legend
 from quillon._warnings import ChartWarning, warn
 from quillon.chart import Chart
 
@@ -28,7 +30,10 @@ __all__ = ["ChartWarning", "add_chart"]
 
 _CHART_TYPE = "application/vnd.openxmlformats-officedocument.drawingml.chart+xml"
 _WORKBOOK_TYPE = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"
+_WORKBOOK_ID = "rId1"
 _EMU_PER_POINT = 12_700
+#: python-docx numbers its drawings upwards from the highest number that it finds.
+_HIGHEST_DRAWING = 1_000_000_000
 
 
 def add_chart(
@@ -36,7 +41,7 @@ def add_chart(
     chart: Chart,
     width: str | float | None = None,
     height: str | float | None = None,
-    legend: str = "auto",
+    legend: Legend = "auto",
     alt_text: str = "",
     workbook: bool = True,
 ) -> InlineShape:
@@ -53,22 +58,29 @@ def add_chart(
     is_linked = getattr(target, "is_linked_to_previous", False)
     try:
         part = _find_part(target)
-        number = _next_drawing_number(part.package)
+        numbers = _numbers_of(part.package)
+        options = {
+            "width": _length(width), "height": _length(height), "legend": legend, "alt_text": alt_text,
+            "workbook": workbook,
+        }
         chart_bytes, workbook_bytes, markup, sentences = _core.make_chart_parts(
-            chart, _length(width), _length(height), legend, alt_text, workbook, number, "rId1"
+            chart, options, numbers.chart, _WORKBOOK_ID
         )
         warn(sentences)
     except BaseException:
         if is_linked:  # A header that has no part gets one as soon as it is asked for it.
             target.is_linked_to_previous = True
         raise
-    chart_part = _add_part(part.package, "/word/charts/chart%d.xml", _CHART_TYPE, chart_bytes)
-    drawing = parse_xml(markup).find(qn("w:drawing"))
-    reference = drawing.find(f".//{qn('c:chart')}")
-    reference.set(qn("r:id"), part.relate_to(chart_part, RELATIONSHIP_TYPE.CHART))
+    name = f"quillonChart{numbers.chart}"
+    chart_part = Part(PackURI(f"/word/charts/{name}.xml"), _CHART_TYPE, chart_bytes, part.package)
+    part.load_rel(RELATIONSHIP_TYPE.CHART, chart_part, name)
     if workbook:
-        sheet = _add_part(part.package, "/word/embeddings/Microsoft_Excel_Sheet%d.xlsx", _WORKBOOK_TYPE, workbook_bytes)
-        chart_part.load_rel(RELATIONSHIP_TYPE.PACKAGE, sheet, "rId1")
+        sheet = Part(PackURI(f"/word/embeddings/{name}.xlsx"), _WORKBOOK_TYPE, workbook_bytes, part.package)
+        chart_part.load_rel(RELATIONSHIP_TYPE.PACKAGE, sheet, _WORKBOOK_ID)
+    drawing = parse_xml(markup).find(qn("w:drawing"))
+    drawing.find(f".//{qn('c:chart')}").set(qn("r:id"), name)
+    drawing.find(f".//{qn('wp:docPr')}").set("id", str(numbers.drawing))
+    numbers.advance()
     _make_run(target)._r.append(drawing)
     return InlineShape(drawing.find(qn("wp:inline")))
 
@@ -95,17 +107,43 @@ def _length(value: str | float | None) -> str | None:
     return f"{value / _EMU_PER_POINT!r}pt" if isinstance(value, (int, float)) else value
 
 
-def _next_drawing_number(package: Any) -> int:
-    """A number that no drawing of the document has, its headers and footers among them."""
-    numbers = [
-        int(number)
-        for part in package.iter_parts()
-        if isinstance(part, XmlPart)
-        for number in (drawing.get("id", "") for drawing in part.element.iter(qn("wp:docPr")))
-        if number.isdigit()
-    ]
-    return max(numbers, default=0) + 1
+class _Numbers:
+    """The numbers that the next chart of a package gets.
+
+    The package is searched once, for its first chart, so that many charts take no more time each than a few. What
+    python-docx adds later cannot meet them: drawings are numbered downwards, and the names of parts are our own.
+    """
+
+    def __init__(self, package: Any) -> None:
+        parts = list(package.iter_parts())
+        self._drawings = {
+            drawing.get("id")
+            for part in parts
+            if isinstance(part, XmlPart)
+            for drawing in part.element.iter(qn("wp:docPr"))
+        }
+        self._names = {name for part in parts for name in (part.partname, *part.rels)}
+        self.chart = 0
+        self.drawing = _HIGHEST_DRAWING + 1
+        self.advance()
+
+    def advance(self) -> None:
+        self.chart += 1
+        while any(name in self._names for name in self._chart_names()):
+            self.chart += 1
+        self.drawing -= 1
+        while str(self.drawing) in self._drawings:
+            self.drawing -= 1
+
+    def _chart_names(self) -> tuple[str, ...]:
+        name = f"quillonChart{self.chart}"
+        return name, f"/word/charts/{name}.xml", f"/word/embeddings/{name}.xlsx"
 
 
-def _add_part(package: Any, name: str, content_type: str, content: bytes) -> Part:
-    return Part(PackURI(package.next_partname(name)), content_type, content, package)
+_numbers: weakref.WeakKeyDictionary[Any, _Numbers] = weakref.WeakKeyDictionary()
+
+
+def _numbers_of(package: Any) -> _Numbers:
+    if package not in _numbers:
+        _numbers[package] = _Numbers(package)
+    return _numbers[package]

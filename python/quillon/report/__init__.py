@@ -10,17 +10,20 @@
 
 from __future__ import annotations
 
+import errno
 import io
 import os
 from collections.abc import Callable
 from typing import Any, BinaryIO
 
 from quillon import _core
+from quillon._chart_data import ChartData, SeriesDetails
+from quillon._options import Legend
 from quillon._preview import PreviewError
 from quillon._warnings import ChartWarning, warn
 from quillon.chart import Chart
 
-__all__ = ["ChartWarning", "Document", "PreviewError"]
+__all__ = ["ChartData", "ChartWarning", "Document", "PreviewError", "SeriesDetails"]
 
 Progress = Callable[[int, int], Any]
 
@@ -33,7 +36,7 @@ class Document:
     """
 
     def __init__(self) -> None:
-        self._core = _core.Document()
+        self._core = _core.make_document()
 
     def add_heading(self, text: str, level: int = 1) -> None:
         """Append a heading of level 1 to 9.
@@ -55,7 +58,7 @@ class Document:
         chart: Chart,
         width: str | None = None,
         height: str | None = None,
-        legend: str = "auto",
+        legend: Legend = "auto",
         alt_text: str = "",
         workbook: bool = True,
     ) -> None:
@@ -68,7 +71,8 @@ class Document:
 
         Raises TypeError for what is no chart, ValueError for a length or legend that is none.
         """
-        self._core.add_chart(chart, width, height, legend, alt_text, workbook)
+        options = {"width": width, "height": height, "legend": legend, "alt_text": alt_text, "workbook": workbook}
+        self._core.add_chart(chart, options)
 
     def to_bytes(self, progress: Progress | None = None) -> bytes:
         """Write the document, a .docx file, and return its bytes.
@@ -97,6 +101,18 @@ class Document:
         data, sentences = self._core.to_bytes(progress)
         warn(sentences)
         if path is None:
-            target.write(data)  # type: ignore[union-attr]
+            _write_all(target, data)
         else:
             _core.write_file(path, data)
+
+
+def _write_all(file: Any, data: bytes) -> None:
+    """Write to a file object, which may take a part of the bytes at a time. One that gives no number took all."""
+    rest: bytes | memoryview = data
+    while len(rest) > 0:
+        count = file.write(rest)
+        if count is None and not isinstance(file, io.RawIOBase):
+            return
+        if count is None or not 0 < count <= len(rest):
+            raise OSError(errno.EAGAIN, f"save: the file object took {count} of {len(rest)} bytes.")
+        rest = memoryview(rest)[count:]

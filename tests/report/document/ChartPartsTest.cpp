@@ -29,7 +29,7 @@ TEST(ChartParts, AreThoseOfADocument)
         Document document;
         document.addChart(chart, options);
         const auto package = document.toBytes();
-        const auto parts = makeChartParts(*chart, options, 1, "chart1");
+        const auto parts = makeChartParts(*chart, options, 1, "rId1");
         EXPECT_EQ(parts.chart, readPart(package, "word/charts/chart1.xml"));
         EXPECT_EQ(parts.workbook, readPart(package, "word/embeddings/data1.xlsx"));
         EXPECT_EQ(getDrawing(parts.run), getDrawing(readPart(package, "word/document.xml")));

@@ -6,7 +6,6 @@
 #include <tuple>
 
 #include "chart/model/ColumnChart.h"
-#include "report/fill/NumberText.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
 #include "tests/report/package/RawZip.h"
@@ -390,35 +389,6 @@ TEST(Placeholder, WhatIsMissingIsRefusedWithWhatThereIs)
     EXPECT_NE(thrownText([&] { insertChart(document, "margin", *chart, {.height = "1"}); }),
               "nothing was thrown");
     EXPECT_TRUE(document.toBytes() == before);
-}
-
-TEST(NumberText, IsWhatACellShows)
-{
-    const std::tuple<double, std::string, std::string> numbers[] = {
-        {1234.5, "", "1234.5"},
-        {1e16, "General", "1E+16"},
-        {0.1 + 0.2, "General", "0.3"},
-        {1234567.891, "#,##0.00", "1,234,567.89"},
-        {-0.125, "0.0%", "-12.5%"},
-        {2.675, "0.00", "2.68"},
-        {0.5, "#.##", ".5"},
-        {3, "0.0#", "3.0"},
-        {7, "000", "007"},
-        {1234567, "0.0,,\"M\"", "1.2M"},
-        {-5, "0;(0);\"-\"", "(5)"},
-        {0, "0;(0);\"-\"", "-"},
-        {-0.001, "0.0", "0.0"},
-        {12.5, "[$€-407] #,##0.00", "€ 12.50"},
-        {12.5, "[Red]0 \\k\\g_)", "13 kg "},
-        {1234.5, "0.00E+00", "1.23E+03"},
-        {45292, "yyyy-mm-dd", "2024-01-01"},
-        {45352.75, "d. mmmm yy, h:mm AM/PM", "1. March 24, 6:00 PM"},
-        {45292.5, "dddd hh:mm:ss", "Monday 12:00:00"},
-        {1.5, "[h]:mm", "36:00"},
-        {NAN, "0", ""},
-    };
-    for (const auto& [number, format, text] : numbers)
-        EXPECT_EQ(formatNumber(number, format), text) << format;
 }
 
 }  // namespace

@@ -12,4 +12,7 @@ namespace quillon::report {
 /// numbers. A number that is not finite gives an empty text.
 QUILLON_EXPORT std::string formatNumber(double number, std::string_view format);
 
+/// Whether the format shows a date or a time.
+QUILLON_EXPORT bool isDateFormat(std::string_view format);
+
 }  // namespace quillon::report

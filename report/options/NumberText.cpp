@@ -1,4 +1,4 @@
-#include "report/fill/NumberText.h"
+#include "report/options/NumberText.h"
 
 #include <algorithm>
 #include <array>
@@ -362,6 +362,28 @@ std::string formatNumber(double number, std::string_view format)
     const auto text = formatQuantity(std::abs(number), section);
     const bool showsNothing = text.find_first_of("123456789") == std::string::npos;
     return isNegative && !showsNothing ? "-" + text : text;
+}
+
+bool isDateFormat(std::string_view format)
+{
+    for (std::size_t at = 0; at < format.size(); ++at) {
+        const char c = format[at];
+        if (c == ';') return false;
+        if (c == '\\' || c == '_' || c == '*') {
+            ++at;
+        } else if (c == '"') {
+            at = std::min(format.find('"', at + 1), format.size());
+        } else if (c == '[') {
+            // Elapsed time stands in brackets, as do colours and languages.
+            if (format.substr(at).starts_with("[h") || format.substr(at).starts_with("[m")) return true;
+            at = std::min(format.find(']', at), format.size());
+        } else if (std::string_view("yYmMdDhHsS").find(c) != std::string_view::npos) {
+            return true;
+        } else if (c == 'G' || c == 'g') {
+            return false;
+        }
+    }
+    return false;
 }
 
 }  // namespace quillon::report

@@ -1,0 +1,119 @@
+"""What charts are made of: a data set, and what it cannot say."""
+
+from __future__ import annotations
+
+import dataclasses
+from collections.abc import Iterable, Sequence
+from typing import TYPE_CHECKING, Any, Literal
+
+from quillon import _core
+from quillon.chart import _cells, _tables
+from quillon.chart._common import same
+
+if TYPE_CHECKING:
+    from quillon.chart import DataSet
+
+CategoryKind = Literal["automatic", "text", "date", "number"]
+
+
+@dataclasses.dataclass
+class SeriesDetails:
+    """What a data series cannot say of itself.
+
+    number_format: as in a cell of a worksheet, "#,##0.00"; General when empty.
+    sizes: one for each point, the sizes of bubbles.
+    errors_plus, errors_minus: one for each point, how far the error bar reaches up and down.
+    """
+
+    number_format: str = ""
+    sizes: Sequence[float] = ()
+    errors_plus: Sequence[float] = ()
+    errors_minus: Sequence[float] = ()
+
+
+@dataclasses.dataclass(eq=False)
+class ChartData:
+    """A data set and what it cannot say. Where chart data is asked for, a data set alone will do.
+
+    category_kind: "automatic" takes categories for dates where there are some, otherwise for text.
+    category_values: one for each category where they are dates or numbers, NaN where there is none. A date is its
+        number in a worksheet: days since 30 December 1899.
+    category_format: as in a cell of a worksheet, "mmm yy"; suits the kind when empty.
+    levels: further names for each category, the outermost level first; an empty text goes on with the one before.
+    totals: the categories of a waterfall that show a total.
+    series: in the order of the data set; may be shorter.
+    """
+
+    data_set: DataSet
+    category_kind: CategoryKind = "automatic"
+    category_values: Sequence[float] = ()
+    category_format: str = ""
+    levels: Sequence[Sequence[str]] = ()
+    totals: Sequence[str] = ()
+    series: Sequence[SeriesDetails] = ()
+
+    @classmethod
+    def from_dataframe(
+        cls,
+        table: Any,
+        categories: object = None,
+        columns: Iterable[object] | None = None,
+        category_format: str = "",
+    ) -> ChartData:
+        """Make chart data from a table in memory, as quillon.chart.from_dataframe does.
+
+        Dates stay dates, and an index of several levels stays one. Categories that are numbers count as such when
+        `category_format` says how to write them.
+        """
+        read = _tables.read_table(table, categories, columns, stacklevel=3)
+        levels: list[list[str]] = []
+        if all(isinstance(cell, tuple) and len(cell) > 1 for cell in read.categories):
+            levels = _read_levels(read.categories)
+            read.categories = [cell[-1] for cell in read.categories]
+        kind, values, own_format = _read_values(read.categories, category_format)
+        data = _tables.make_set("from_dataframe", read)
+        return cls(data, kind, values, category_format or own_format, levels)
+
+    def check(self) -> ChartData:
+        """A copy with the same data set, as the library takes it.
+
+        Raises TypeError or ValueError for a field that is not of its type, and where there is not one value for each
+        category or point.
+        """
+        checked: ChartData = _core.check_chart_data(self)
+        return checked
+
+    def equals(self, other: object) -> bool:
+        """Whether the other one says the same; missing values equal each other."""
+        return isinstance(other, ChartData) and same(_listed(self.check()), _listed(other.check()))
+
+
+def _listed(data: ChartData) -> dict[str, Any]:
+    return {**vars(data), "series": [vars(details) for details in data.series]}
+
+
+def _read_values(cells: list[Any], category_format: str) -> tuple[CategoryKind, list[float], str]:
+    """The kind of categories, their numbers, and the format that suits them."""
+    given = [cell for cell in cells if not _cells.is_missing(cell)]
+    dates = [_cells.as_date(cell) for cell in given]
+    if given and None not in dates:
+        values = [_cells.serial(date) if date else float("nan") for date in map(_cells.as_date, cells)]
+        return "date", values, _date_format(given, values)
+    if given and category_format and all(map(_cells.is_number, given)):
+        return "number", [_cells.number(cell, "category") for cell in cells], ""
+    return "automatic", [], ""
+
+
+def _date_format(given: list[Any], values: list[float]) -> str:
+    if type(given[0]).__name__ == "Period" and given[0].freqstr == "M":
+        return "mmm yyyy"
+    return "yyyy-mm-dd hh:mm" if any(value % 1 > 0 for value in values) else ""
+
+
+def _read_levels(cells: list[tuple[Any, ...]]) -> list[list[str]]:
+    """All levels but the innermost; a text stands where it, or one farther out, begins."""
+    levels = []
+    for depth in range(len(cells[0]) - 1):
+        starts = [i == 0 or cell[: depth + 1] != cells[i - 1][: depth + 1] for i, cell in enumerate(cells)]
+        levels.append([_cells.label(cell[depth]) if start else "" for cell, start in zip(cells, starts)])
+    return levels

@@ -1,0 +1,498 @@
+#include "report/document/DocumentWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <stdexcept>
+#include <utility>
+
+#include "report/document/ChartWriting.h"
+#include "report/document/CoreProperties.h"
+#include "report/document/FixedParts.h"
+#include "report/document/Image.h"
+#include "report/document/TableMarkup.h"
+#include "report/finish/Finishing.h"
+#include "report/options/Length.h"
+#include "report/package/XmlSpans.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMElement;
+
+namespace {
+
+constexpr double emuPerPoint = 12'700;
+constexpr std::int64_t emuPerTwip = 635;
+
+DocumentPointer createMainDocument()
+{
+    auto doc = createDocument();
+    auto* root = doc->createElement(u"w:document");
+    declareNamespaces(root);
+    doc->appendChild(root);
+    appendElement(root, u"w:body");
+    return doc;
+}
+
+std::u16string toNumber(std::size_t number)
+{
+    return num2str(static_cast<unsigned long>(number));
+}
+
+std::string toLength(double emu)
+{
+    return toUtf8(num2str(emu / emuPerPoint)) + "pt";
+}
+
+/// The part that the main part is related to in that way, or nothing.
+std::string findRelated(const Package& package, std::string_view kind)
+{
+    for (const auto& relationship : package.getRelationships(package.getMainPart()))
+        if (relationship.getKind() == kind && !relationship.isExternal) return relationship.target;
+    return {};
+}
+
+std::unique_ptr<PartTarget> makeTarget(const std::optional<Package>& look)
+{
+    if (look) return std::make_unique<PackageExtender>(*look);
+    return std::make_unique<PackageWriter>();
+}
+
+std::string readRelated(const std::optional<Package>& package, std::string_view kind)
+{
+    const auto name = package ? findRelated(*package, kind) : std::string();
+    return name.empty() ? std::string() : package->getPart(name);
+}
+
+std::int64_t readTwips(const XmlElement& element, std::string_view attribute, std::int64_t otherwise)
+{
+    const auto text = element ? element.getAttribute(Ns::Word, attribute).value_or("") : std::string();
+    std::int64_t number = otherwise;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number * emuPerTwip;
+}
+
+/// Of the pages of the last section.
+std::int64_t readTextWidth(const XmlElement& section)
+{
+    const auto size = section.findChild("pgSz");
+    const auto margins = section.findChild("pgMar");
+    return readTwips(size, "w", 11'906) - readTwips(margins, "left", 1'440) -
+           readTwips(margins, "right", 1'440);
+}
+
+std::vector<PageLineReference> readPageLines(const XmlElement& section)
+{
+    std::vector<PageLineReference> references;
+    for (const auto child : section.getChildren())
+        for (const auto* name : {"headerReference", "footerReference"})
+            if (child.is(Ns::Word, name))
+                references.push_back(
+                    {u"w:" + toUtf16(name), toUtf16(child.getAttribute(Ns::Word, "type").value_or("default")),
+                     toUtf16(child.getAttribute(Ns::OfficeRelationships, "id").value_or(""))});
+    return references;
+}
+
+/// The stretches of a page line's text between "{page}" and "{pages}", and these two.
+void appendPageText(DOMElement* paragraph, const TextRun& run, TextPlace& place)
+{
+    struct Field {
+        std::string_view mark;
+        const char16_t* instruction;
+    };
+    constexpr std::array fields = {Field{"{page}", u" PAGE "}, Field{"{pages}", u" NUMPAGES "}};
+    auto rest = run;
+    while (!rest.text.empty()) {
+        const Field* next = nullptr;
+        auto at = rest.text.size();
+        for (const auto& field : fields)
+            if (const auto found = rest.text.find(field.mark); found < at) {
+                at = found;
+                next = &field;
+            }
+        auto before = rest;
+        before.text = rest.text.substr(0, at);
+        appendRuns(paragraph, {before}, place);
+        if (next == nullptr) return;
+        appendField(paragraph, next->instruction, u"1");
+        rest.text.erase(0, at + next->mark.size());
+    }
+}
+
+}  // namespace
+
+void requireTemplate(const Package& package, const std::string& path)
+{
+    package.requireDocument();
+    if (package.isStrict())
+        throw std::runtime_error(path +
+                                 ": a template in the strict format; save a copy as an ordinary document.");
+    if (package.getContentType(package.getMainPart()).find("macroEnabled") != std::string::npos)
+        throw std::runtime_error(path + ": the template holds macros; save a copy without them.");
+}
+
+Styles makeStyles(const DocumentContent& content)
+{
+    const auto part = readRelated(content.look, "styles");
+    return part.empty() ? Styles() : Styles(part);
+}
+
+DocumentWriter::DocumentWriter(const DocumentContent& content, const Listener& listener)
+    : content_(content),
+      listener_(listener),
+      target_(makeTarget(content.look)),
+      mainPart_(content.look ? content.look->getMainPart() : "word/document.xml"),
+      styles_(makeStyles(content)),
+      numbering_(readRelated(content.look, "numbering")),
+      main_(createMainDocument()),
+      body_(main_->getDocumentElement()->getFirstElementChild()),
+      place_{*target_, styles_, mainPart_, captions_},
+      textWidth_(getTextWidth(setup_))
+{
+    if (content.look) readLook();
+}
+
+void DocumentWriter::readLook()
+{
+    const XmlSpans xml(content_.look->getPart(mainPart_), mainPart_);
+    const auto section = xml.getRoot().findPath({"body", "sectPr"});
+    hasPagesOfLook_ = static_cast<bool>(section);
+    if (!section) return;
+    textWidth_ = readTextWidth(section);
+    pageLines_ = readPageLines(section);
+}
+
+std::string DocumentWriter::write()
+{
+    numberCaptions();
+    for (; position_ < content_.blocks.size(); ++position_)
+        std::visit([this](const auto& block) { add(block); }, content_.blocks[position_]);
+    finishBody();
+    addStyles();
+    if (numbering_.isUsed()) addNumbering();
+    addProperties();
+    if (!content_.look) addFixedParts();
+    target_->addPart(mainPart_, makeMainPart(), content_type::mainDocument);
+    return target_->toBytes();
+}
+
+void DocumentWriter::addStyles()
+{
+    if (!content_.properties.language.empty()) styles_.setLanguage(content_.properties.language);
+    const auto name = content_.look ? findRelated(*content_.look, "styles") : std::string();
+    target_->addPart(name.empty() ? "word/styles.xml" : name, styles_.getPart(), content_type::styles);
+    if (name.empty()) target_->relate(mainPart_, "styles", "word/styles.xml");
+}
+
+void DocumentWriter::addNumbering()
+{
+    const auto name = content_.look ? findRelated(*content_.look, "numbering") : std::string();
+    target_->addPart(name.empty() ? "word/numbering.xml" : name, numbering_.getPart(),
+                     content_type::numbering);
+    if (name.empty()) target_->relate(mainPart_, "numbering", "word/numbering.xml");
+}
+
+void DocumentWriter::addProperties()
+{
+    const auto& properties = content_.properties;
+    const bool saysNothing =
+        properties.title.empty() && properties.author.empty() && properties.keywords.empty();
+    if (content_.look && saysNothing) return;
+    const auto* kind =
+        "http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties";
+    constexpr auto name = "docProps/core.xml";
+    if (!content_.look || !content_.look->hasPart(name)) target_->relate("", kind, name);
+    target_->addPart(name, makeCoreProperties(properties), content_type::coreProperties);
+}
+
+/// What every new document has.
+void DocumentWriter::addFixedParts()
+{
+    target_->addPart("word/settings.xml", parts::settings, content_type::settings);
+    target_->addPart("word/theme/theme1.xml", parts::theme, content_type::theme);
+    target_->addPart("docProps/app.xml", parts::extendedProperties, content_type::extendedProperties);
+    target_->relate(mainPart_, "settings", "word/settings.xml");
+    target_->relate(mainPart_, "theme", "word/theme/theme1.xml");
+    target_->relate("", "officeDocument", mainPart_);
+    target_->relate("", "extended-properties", "docProps/app.xml");
+}
+
+/// References may stand before the caption that they lead to.
+void DocumentWriter::numberCaptions()
+{
+    std::map<std::string, unsigned> counts;
+    for (const auto& block : content_.blocks)
+        if (const auto* caption = std::get_if<Caption>(&block)) {
+            const auto number = ++counts[caption->label];
+            if (!caption->name.empty())
+                captions_[caption->name] = caption->label + " " + std::to_string(number);
+        }
+}
+
+template <typename Wanted>
+const Wanted* DocumentWriter::findNext() const
+{
+    const auto next = position_ + 1;
+    return next < content_.blocks.size() ? std::get_if<Wanted>(&content_.blocks[next]) : nullptr;
+}
+
+DOMElement* DocumentWriter::addParagraph(const char* style)
+{
+    return appendParagraph(body_, *style == '\0' ? std::u16string() : styles_.use("paragraph", style));
+}
+
+void DocumentWriter::keepWithCaption(DOMElement* paragraph)
+{
+    if (findNext<Caption>() != nullptr) appendElement(getProperties(paragraph), u"w:keepNext");
+}
+
+void DocumentWriter::add(const TextBlock& block)
+{
+    const auto style = block.headingLevel > 0 ? "heading " + std::to_string(block.headingLevel) : block.style;
+    auto* paragraph = addParagraph(style.c_str());
+    if (block.headingLevel == 0) return appendRuns(paragraph, block.runs, place_);
+    // A table of contents leads here.
+    const auto id = toNumber(++bookmarks_);
+    const auto name = u"_Toc" + toNumber(++headingsDone_);
+    if (hasContents()) startBookmark(paragraph, name, id);
+    appendRuns(paragraph, block.runs, place_);
+    if (hasContents()) endBookmark(paragraph, id);
+}
+
+bool DocumentWriter::hasContents() const
+{
+    return std::ranges::any_of(
+        content_.blocks, [](const auto& block) { return std::holds_alternative<ContentsBlock>(block); });
+}
+
+void DocumentWriter::add(const ListBlock& block)
+{
+    const auto list = toUtf16(numbering_.add(block.kind));
+    for (const auto& item : block.items) {
+        auto* paragraph = addParagraph("List Paragraph");
+        auto* mark = appendElement(getProperties(paragraph), u"w:numPr");
+        appendValue(mark, u"w:ilvl", toNumber(item.level));
+        appendValue(mark, u"w:numId", list);
+        appendRuns(paragraph, item.runs, place_);
+    }
+}
+
+void DocumentWriter::add(const ChartBlock& block)
+{
+    auto* paragraph = appendParagraph(body_);
+    keepWithCaption(paragraph);
+    for (const auto& placed : block.charts) appendChart(paragraph, placed, block.charts.size());
+}
+
+/// The size of a chart among `sharing` in a line: the default width is at most its share of the line.
+ChartOptions DocumentWriter::fit(const ChartOptions& options, std::size_t sharing) const
+{
+    static const ChartOptions standard;
+    constexpr double gap = 4 * emuPerPoint;
+    const auto count = static_cast<double>(sharing);
+    const double share = (static_cast<double>(textWidth_) - gap * (count - 1)) / count;
+    const auto width = static_cast<double>(parseLength(standard.width));
+    auto fitted = options;
+    if (options.width != standard.width || share >= width) return fitted;
+    fitted.width = toLength(share);
+    if (options.height == standard.height)
+        fitted.height = toLength(static_cast<double>(parseLength(standard.height)) * share / width);
+    return fitted;
+}
+
+void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& placed, std::size_t sharing)
+{
+    const auto number = chartsDone_ + 1;
+    const auto name = target_->findFreeName("word/charts/chart", ".xml");
+    const auto id = target_->relate(mainPart_, "chart", name);
+    const auto options = fit(placed.options, sharing);
+    if (listener_.warning && parseLength(options.width) > textWidth_)
+        listener_.warning("chart " + std::to_string(number) +
+                          ": the chart is wider than the text of its page.");
+    auto written = writeChart(
+        main_.get(), {*placed.chart, placed.data, options, getKind(*placed.chart), number, id, listener_});
+    paragraph->appendChild(written.run);
+    target_->addPart(name, std::move(written.chart), content_type::chart);
+    if (options.workbook) addWorkbook(std::move(written.workbook), name);
+    chartsDone_ = number;
+    if (listener_.progress) listener_.progress(chartsDone_, content_.chartCount);
+}
+
+void DocumentWriter::addWorkbook(std::string bytes, const std::string& chartPart)
+{
+    const auto name = target_->findFreeName("word/embeddings/data", ".xlsx");
+    if (target_->relate(chartPart, "package", name) != workbookRelationshipId)
+        throw std::logic_error("A chart part has a relationship before that to its workbook.");
+    target_->addPart(name, std::move(bytes), content_type::workbook);
+}
+
+void DocumentWriter::add(const Caption& block)
+{
+    auto* paragraph = addParagraph("caption");
+    const bool isAbove = position_ == 0 || !isPictured(content_.blocks[position_ - 1]);
+    if (isAbove && findNext<TextTable>() != nullptr) appendElement(getProperties(paragraph), u"w:keepNext");
+    const auto label = toUtf16(block.label);
+    const auto id = toNumber(++bookmarks_);
+    if (!block.name.empty()) startBookmark(paragraph, nameBookmark(block.name), id);
+    appendRun(paragraph, label + u" ");
+    appendField(paragraph, u" SEQ " + label + u" \\* ARABIC ", toNumber(++counts_[block.label]));
+    if (!block.name.empty()) endBookmark(paragraph, id);
+    if (!block.text.empty()) appendRun(paragraph, u": " + toUtf16(block.text));
+}
+
+bool DocumentWriter::isPictured(const Block& block)
+{
+    return std::holds_alternative<ChartBlock>(block) || std::holds_alternative<ImageBlock>(block);
+}
+
+void DocumentWriter::add(const TextTable& block)
+{
+    appendTable(body_, block, textWidth_, place_);
+    // Two tables would become one, and a cell or section cannot end with one.
+    appendParagraph(body_);
+}
+
+void DocumentWriter::add(const ImageBlock& block)
+{
+    const auto info = readImageInfo(block.bytes);
+    const auto name = target_->findFreeName("word/media/image", std::string(".") + info.type);
+    const auto id = target_->relate(mainPart_, "image", name);
+    auto* paragraph = appendParagraph(body_);
+    keepWithCaption(paragraph);
+    const auto number = content_.chartCount + ++imagesDone_;
+    appendImage(appendElement(paragraph, u"w:r"), info, block.options, {number, toUtf16(id), textWidth_});
+    target_->addPart(name, block.bytes, info.contentType);
+}
+
+void DocumentWriter::add(const PageBreakBlock& /*block*/)
+{
+    auto* run = appendElement(appendParagraph(body_), u"w:r");
+    appendElement(run, u"w:br")->setAttribute(u"w:type", u"page");
+}
+
+void DocumentWriter::add(const PageSetup& block)
+{
+    if (position_ > 0) {
+        auto* last = body_->getLastElementChild();
+        const bool isParagraph = last != nullptr && std::u16string_view(last->getTagName()) == u"w:p";
+        endSection(getProperties(isParagraph ? last : appendParagraph(body_)));
+    }
+    setup_ = block;
+    hasPagesOfLook_ = false;
+    textWidth_ = getTextWidth(block);
+}
+
+void DocumentWriter::add(const ContentsBlock& block)
+{
+    unsigned heading = 0;
+    DOMElement* first = nullptr;
+    DOMElement* last = nullptr;
+    for (const auto& other : content_.blocks) {
+        const auto* text = std::get_if<TextBlock>(&other);
+        if (text == nullptr || text->headingLevel == 0) continue;
+        ++heading;
+        if (text->headingLevel > block.levels) continue;
+        last = addParagraph(("toc " + std::to_string(text->headingLevel)).c_str());
+        if (first == nullptr) {
+            first = last;
+            startField(first, u" TOC \\o \"1-" + toNumber(static_cast<std::size_t>(block.levels)) +
+                                  u"\" \\h \\z \\u ");
+        }
+        auto* link = appendElement(last, u"w:hyperlink");
+        link->setAttribute(u"w:anchor", (u"_Toc" + toNumber(heading)).c_str());
+        for (const auto& run : text->runs) appendRun(link, toUtf16(run.text));
+    }
+    if (last == nullptr) return;
+    endField(last);
+}
+
+std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
+{
+    const auto* kind = isHeader ? "header" : "footer";
+    const auto name = target_->findFreeName(std::string("word/") + kind, ".xml");
+    const auto doc = createDocument();
+    auto* root = doc->createElement(isHeader ? u"w:hdr" : u"w:ftr");
+    declareNamespaces(root);
+    doc->appendChild(root);
+    auto* paragraph = appendParagraph(root, styles_.use("paragraph", kind));
+    TextPlace place{*target_, styles_, name, captions_};
+    for (const auto& run : line.runs) {
+        if (run.reference.empty())
+            appendPageText(paragraph, run, place);
+        else
+            appendRuns(paragraph, {run}, place);
+    }
+    target_->addPart(name, serialise(doc.get()), isHeader ? content_type::header : content_type::footer);
+    return target_->relate(mainPart_, kind, name);
+}
+
+/// The first section has the references to headers and footers; further ones go on with them.
+void DocumentWriter::endSection(DOMElement* parent)
+{
+    addPageLines();
+    appendSection(parent, setup_, pageLines_);
+    pageLines_.clear();
+}
+
+/// Puts the document's own header and footer in the place of those of its look.
+void DocumentWriter::addPageLines()
+{
+    if (std::exchange(hasPageLines_, true)) return;
+    for (const bool isHeader : {true, false}) {
+        const auto& line = isHeader ? content_.header : content_.footer;
+        if (line.runs.empty()) continue;
+        const std::u16string element = isHeader ? u"w:headerReference" : u"w:footerReference";
+        std::erase_if(pageLines_, [&](const auto& other) {
+            return other.element == element && other.type == u"default";
+        });
+        pageLines_.push_back({element, u"default", toUtf16(addPageLine(line, isHeader))});
+    }
+}
+
+void DocumentWriter::finishBody()
+{
+    if (hasPagesOfLook_)
+        finishPagesOfLook();
+    else
+        endSection(body_);
+}
+
+/// The pages of the look stay as they are, but for the document's own header and footer.
+void DocumentWriter::finishPagesOfLook()
+{
+    addPageLines();
+    const XmlSpans xml(content_.look->getPart(mainPart_), mainPart_);
+    const auto section = xml.getRoot().findPath({"body", "sectPr"});
+    std::string markup;
+    for (const auto& [element, type, id] : pageLines_)
+        markup += "<" + toUtf8(element) + " w:type=\"" + toUtf8(type) + "\" r:id=\"" + toUtf8(id) + "\"/>";
+    for (const auto child : section.getChildren())
+        if (!child.is(Ns::Word, "headerReference") && !child.is(Ns::Word, "footerReference"))
+            markup += child.getSource();
+    Edits edits;
+    edits.setInner(section, markup);
+    sectionOfLook_ = edits.apply(xml.getText(), section.getOuter());
+}
+
+std::string DocumentWriter::makeMainPart() const
+{
+    if (!content_.look) return serialise(main_.get());
+    const XmlSpans xml(content_.look->getPart(mainPart_), mainPart_);
+    const auto body = xml.getRoot().findChild("body");
+    if (!body) throw std::runtime_error("The template has no body.");
+    std::string markup;
+    for (auto* child = body_->getFirstElementChild(); child != nullptr;
+         child = child->getNextElementSibling())
+        markup += serialise(child);
+    if (hasPagesOfLook_) markup += sectionOfLook_;
+    Edits edits;
+    edits.setInner(body, markup);
+    for (const auto& [prefix, ns] :
+         {std::pair<std::string, Ns>("w", Ns::Word), {"r", Ns::OfficeRelationships}, {"wp", Ns::WordDrawing}})
+        if (xml.getRoot().findPrefix(ns) != prefix + ":")
+            edits.setAttribute(body, "xmlns:" + prefix, getUri(ns));
+    return edits.apply(xml);
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,135 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+#include <xercesc/dom/DOM.hpp>
+
+#include "report/document/Blocks.h"
+#include "report/document/Numbering.h"
+#include "report/document/PageMarkup.h"
+#include "report/document/Styles.h"
+#include "report/document/TextMarkup.h"
+#include "report/options/Listener.h"
+#include "report/package/Package.h"
+#include "report/package/PackageWriter.h"
+#include "report/package/Xml.h"
+
+namespace quillon::report {
+
+struct TextBlock {
+    TextRuns runs;
+    /// The name of a paragraph style, or empty.
+    std::string style;
+    /// 0 for a paragraph.
+    int headingLevel = 0;
+};
+struct ListBlock {
+    std::vector<ListItem> items;
+    ListKind kind;
+};
+struct ChartBlock {
+    std::vector<PlacedChart> charts;
+};
+struct ImageBlock {
+    std::string bytes;
+    ImageOptions options;
+};
+struct PageBreakBlock {};
+struct ContentsBlock {
+    int levels;
+};
+
+using Block = std::variant<TextBlock, ListBlock, ChartBlock, Caption, TextTable, ImageBlock, PageBreakBlock,
+                           PageSetup, ContentsBlock>;
+
+/// All that a document holds until it is written.
+struct DocumentContent {
+    std::vector<Block> blocks;
+    std::size_t chartCount = 0;
+    PageLine header;
+    PageLine footer;
+    Properties properties;
+    /// The document that this one looks like.
+    std::optional<Package> look;
+};
+
+/// Throws: std::runtime_error that names the file when it cannot serve as a template.
+void requireTemplate(const Package& package, const std::string& path);
+
+/// The styles that the document may use.
+Styles makeStyles(const DocumentContent& content);
+
+/// Writes one document: its main part, and the parts of its charts and pictures.
+class DocumentWriter {
+ public:
+    DocumentWriter(const DocumentContent& content, const Listener& listener);
+    std::string write();
+
+ private:
+    void readLook();
+    void numberCaptions();
+    void add(const TextBlock& block);
+    void add(const ListBlock& block);
+    void add(const ChartBlock& block);
+    void add(const Caption& block);
+    void add(const TextTable& block);
+    void add(const ImageBlock& block);
+    void add(const PageBreakBlock& block);
+    void add(const PageSetup& block);
+    void add(const ContentsBlock& block);
+
+    xercesc::DOMElement* addParagraph(const char* style);
+    /// Keeps what has a caption below on its page.
+    void keepWithCaption(xercesc::DOMElement* paragraph);
+    void appendChart(xercesc::DOMElement* paragraph, const PlacedChart& placed, std::size_t sharing);
+    void addWorkbook(std::string bytes, const std::string& chartPart);
+    std::string addPageLine(const PageLine& line, bool isHeader);
+    void addPageLines();
+    void endSection(xercesc::DOMElement* parent);
+    void finishBody();
+    std::string makeMainPart() const;
+    void finishPagesOfLook();
+    void addStyles();
+    void addNumbering();
+    void addProperties();
+    void addFixedParts();
+    ChartOptions fit(const ChartOptions& options, std::size_t sharing) const;
+    bool hasContents() const;
+    static bool isPictured(const Block& block);
+    template <typename Wanted>
+    const Wanted* findNext() const;
+
+    const DocumentContent& content_;
+    const Listener& listener_;
+    std::unique_ptr<PartTarget> target_;
+    std::string mainPart_;
+    Styles styles_;
+    Numbering numbering_;
+    DocumentPointer main_;
+    xercesc::DOMElement* body_;
+    /// By name, "Figure 2".
+    std::map<std::string, std::string> captions_;
+    /// By label, of the captions so far.
+    std::map<std::string, unsigned> counts_;
+    TextPlace place_;
+
+    PageSetup setup_;
+    /// Whether the pages are those of the look.
+    bool hasPagesOfLook_ = false;
+    std::string sectionOfLook_;
+    std::int64_t textWidth_ = 0;
+    std::vector<PageLineReference> pageLines_;
+    bool hasPageLines_ = false;
+    std::size_t position_ = 0;
+    std::size_t chartsDone_ = 0;
+    std::size_t imagesDone_ = 0;
+    std::size_t headingsDone_ = 0;
+    unsigned bookmarks_ = 0;
+};
+
+}  // namespace quillon::report

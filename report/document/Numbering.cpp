@@ -1,0 +1,94 @@
+#include "report/document/Numbering.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "report/package/XmlSpans.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr auto emptyPart =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<w:numbering xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\"></w:numbering>";
+
+constexpr unsigned levels = 9;
+constexpr unsigned indent = 720;
+
+std::string makeLevel(ListKind kind, unsigned level)
+{
+    constexpr std::array bullets = {"\u2022", "\u25E6", "\u25AA"};
+    constexpr std::array formats = {"decimal", "lowerLetter", "lowerRoman"};
+    const auto number = std::to_string(level);
+    const bool isBullet = kind == ListKind::Bullets;
+    const auto text = isBullet ? std::string(bullets[level % 3]) : "%" + std::to_string(level + 1) + ".";
+    return "<w:lvl w:ilvl=\"" + number + "\"><w:start w:val=\"1\"/><w:numFmt w:val=\"" +
+           (isBullet ? "bullet" : formats[level % 3]) + "\"/><w:lvlText w:val=\"" + text +
+           "\"/><w:lvlJc w:val=\"left\"/><w:pPr><w:ind w:left=\"" + std::to_string(indent * (level + 1)) +
+           "\" w:hanging=\"360\"/></w:pPr></w:lvl>";
+}
+
+std::string makeDefinition(ListKind kind, unsigned id)
+{
+    auto markup = "<w:abstractNum w:abstractNumId=\"" + std::to_string(id) +
+                  "\"><w:multiLevelType w:val=\"hybridMultilevel\"/>";
+    for (unsigned level = 0; level < levels; ++level) markup += makeLevel(kind, level);
+    return markup + "</w:abstractNum>";
+}
+
+unsigned readId(const XmlElement& element, std::string_view attribute)
+{
+    const auto text = element.getAttribute(Ns::Word, attribute).value_or("");
+    unsigned id = 0;
+    std::from_chars(text.data(), text.data() + text.size(), id);
+    return id;
+}
+
+/// Larger than every id of the part.
+unsigned findFreeId(const XmlElement& root)
+{
+    unsigned last = 0;
+    for (const auto child : root.getChildren())
+        last = std::max({last, readId(child, "abstractNumId"), readId(child, "numId")});
+    return last + 1;
+}
+
+}  // namespace
+
+Numbering::Numbering(std::string part) : part_(part.empty() ? emptyPart : std::move(part))
+{
+    firstId_ = findFreeId(XmlSpans(part_, "the numbering").getRoot());
+    lastId_ = firstId_ + 1;
+}
+
+std::string Numbering::add(ListKind kind)
+{
+    const auto id = std::to_string(++lastId_);
+    const auto definition = std::to_string(firstId_ + (kind == ListKind::Numbers ? 1 : 0));
+    numbers_ += "<w:num w:numId=\"" + id + "\"><w:abstractNumId w:val=\"" + definition + "\"/>";
+    if (kind == ListKind::Numbers)
+        numbers_ += "<w:lvlOverride w:ilvl=\"0\"><w:startOverride w:val=\"1\"/></w:lvlOverride>";
+    numbers_ += "</w:num>";
+    return id;
+}
+
+std::string Numbering::getPart() const
+{
+    const XmlSpans xml(part_, "the numbering");
+    const auto root = xml.getRoot();
+    const auto definitions =
+        makeDefinition(ListKind::Bullets, firstId_) + makeDefinition(ListKind::Numbers, firstId_ + 1);
+    Edits edits;
+    if (root.findPrefix(Ns::Word) != "w:") edits.setAttribute(root, "xmlns:w", getUri(Ns::Word));
+    // Definitions stand before all lists.
+    const auto first = root.findChild("num");
+    if (first)
+        edits.insert(first.getOuter().begin, definitions);
+    else
+        edits.append(root, definitions);
+    edits.append(root, numbers_);
+    return edits.apply(xml);
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,345 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <tuple>
+
+#include "chart/model/ColumnChart.h"
+#include "report/document/Document.h"
+#include "report/package/Package.h"
+#include "report/package/XmlSpans.h"
+#include "tests/ThrownText.h"
+#include "tests/report/TestDocuments.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr auto body = "word/document.xml";
+
+std::shared_ptr<chart::Chart> makeColumns()
+{
+    return makeChart<chart::ColumnChart>();
+}
+
+std::string write(const std::function<void(Document&)>& add)
+{
+    Document document;
+    add(document);
+    return document.toBytes();
+}
+
+/// A picture of 192 by 96 dots and, when `perMetre` is given, its resolution.
+std::string makePng(std::uint32_t perMetre = 0)
+{
+    const auto number = [](std::uint32_t value) {
+        std::string bytes;
+        for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
+        return bytes;
+    };
+    auto png = "\x89PNG\r\n\x1A\n" + number(13) + "IHDR" + number(192) + number(96) +
+               std::string("\x08\x02\0\0\0", 5) + "crc.";
+    if (perMetre > 0) png += number(9) + "pHYs" + number(perMetre) + number(perMetre) + "\x01" + "crc.";
+    return png + number(0) + "IDAT" + "crc.";
+}
+
+std::string makeJpeg()
+{
+    return std::string("\xFF\xD8\xFF\xE0\x00\x10JFIF\x00\x01\x02\x01\x00\xC0\x00\xC0\x00\x00", 20) +
+           std::string("\xFF\xC0\x00\x0B\x08\x00\x60\x00\xC0\x01\x01\x11\x00", 13);
+}
+
+/// The values of the attribute in all elements of that name, in order.
+void collect(const XmlElement& element, std::string_view name, std::string_view attribute, std::string& found)
+{
+    if (element.getName() == name)
+        found += (found.empty() ? "" : "|") + element.getAttribute(attribute).value_or(
+                                                  element.getAttribute(Ns::Word, attribute).value_or("-"));
+    for (const auto child : element.getChildren()) collect(child, name, attribute, found);
+}
+
+std::string findValues(const std::string& part, std::string_view name, std::string_view attribute)
+{
+    const XmlSpans xml(part, "part");
+    std::string found;
+    collect(xml.getRoot(), name, attribute, found);
+    return found;
+}
+
+std::string readTexts(const std::string& part)
+{
+    return XmlSpans(part, "part").getRoot().getText();
+}
+
+TEST(Blocks, AreWrittenAsTheMarkupHasThem)
+{
+    struct Case {
+        const char* what;
+        std::function<void(Document&)> add;
+        const char* element;
+        const char* attribute;
+        const char* values;
+    };
+    const Case cases[] = {
+        {"style of a paragraph", [](auto& d) { d.addParagraph("a", "title"); }, "pStyle", "val", "Title"},
+        {"heading", [](auto& d) { d.addHeading("a", 3); }, "pStyle", "val", "Heading3"},
+        {"bold",
+         [](auto& d) {
+             d.addParagraph({{.text = "a", .bold = true}, {.text = "b"}});
+         },
+         "b", "val", "-"},
+        {"italic",
+         [](auto& d) {
+             d.addParagraph({{.text = "a", .italic = true}, {.text = "b"}});
+         },
+         "i", "val", "-"},
+        {"levels",
+         [](auto& d) {
+             d.addList({{{{.text = "a"}}, 0}, {{{.text = "b"}}, 8}});
+         },
+         "ilvl", "val", "0|8"},
+        {"numbers start anew",
+         [](auto& d) {
+             d.addList({{{{.text = "a"}}}, {{{.text = "b"}}}}, ListKind::Numbers);
+             d.addList({{{{.text = "c"}}}}, ListKind::Numbers);
+         },
+         "numId", "val", "3|3|4"},
+        {"page break", [](auto& d) { d.addPageBreak(); }, "br", "type", "page"},
+        {"width of a page", [](auto& d) { d.startSection({.paper = "letter"}); }, "pgSz", "w", "12240"},
+        {"landscape",
+         [](auto& d) {
+             d.addParagraph("a");
+             d.startSection({.landscape = true});
+             d.addParagraph("b");
+         },
+         "pgSz", "w", "11906|16838"},
+        {"margins", [](auto& d) { d.startSection({.left = "2cm"}); }, "pgMar", "left", "1133"},
+        {"caption of a chart keeps it",
+         [](auto& d) {
+             d.addChart(makeColumns());
+             d.addCaption({.text = "x", .name = "fig"});
+             d.addChart(makeColumns());
+         },
+         "keepNext", "val", "-"},
+        {"caption above a table is kept",
+         [](auto& d) {
+             d.addCaption({.text = "x", .label = "Table"});
+             d.addTable({{"a"}, {{"1"}}});
+         },
+         "keepNext", "val", "-"},
+        {"names of captions", [](auto& d) { d.addCaption({.text = "x", .name = "fig"}); }, "bookmarkStart",
+         "name", "fig"},
+        {"links to headings",
+         [](auto& d) {
+             d.addTableOfContents(1);
+             d.addHeading("a");
+             d.addHeading("b", 2);
+             d.addHeading("c");
+         },
+         "hyperlink", "anchor", "_Toc1|_Toc3"},
+        {"header row",
+         [](auto& d) {
+             d.addTable({{"a", "b"}, {{"1", "2"}}});
+         },
+         "tblHeader", "val", "-"},
+        {"widths of columns",
+         [](auto& d) {
+             d.addTable({{"a", "b"}, {}, {"1in", "2in"}});
+         },
+         "gridCol", "w", "1440|2880"},
+        {"numbers stand right",
+         [](auto& d) {
+             d.addTable({{"a", "b", "c"}, {{"Q1", "1.5", "x"}, {"Q2", "", "2"}}});
+         },
+         "jc", "val", "right|right|right"},
+        {"size of a picture", [](auto& d) { d.addImage(makePng()); }, "extent", "cx", "1828800"},
+        {"resolution of a picture", [](auto& d) { d.addImage(makePng(7'559)); }, "extent", "cx", "914407"},
+        {"JPEG", [](auto& d) { d.addImage(makeJpeg(), {.height = "1in"}); }, "extent", "cx", "1828800"},
+        {"alternative text", [](auto& d) { d.addImage(makePng(), {.altText = "a \"b\""}); }, "docPr", "descr",
+         "a \"b\""},
+        {"numbers of drawings",
+         [](auto& d) {
+             d.addImage(makePng());
+             d.addChart(makeColumns());
+             d.addImage(makePng());
+         },
+         "docPr", "id", "2|1|3"},
+        {"charts share the line",
+         [](auto& d) {
+             d.addCharts({{makeColumns()}, {makeColumns()}});
+         },
+         "extent", "cx", "2840355|2840355"},
+    };
+    for (const auto& [what, add, element, attribute, values] : cases)
+        EXPECT_EQ(findValues(readPart(write(add), body), element, attribute), values) << what;
+}
+
+TEST(Blocks, CountCaptionsByLabelAndReferToThem)
+{
+    const auto part = readPart(write([](Document& document) {
+                                   document.addParagraph({{.text = "see "}, {.reference = "second"}});
+                                   document.addCaption({.text = "one"});
+                                   document.addCaption({.text = "rows", .label = "Table"});
+                                   document.addCaption({.text = "two", .name = "second"});
+                               }),
+                               body);
+    EXPECT_EQ(readTexts(part),
+              "see  REF second \\h Figure 2Figure  SEQ Figure \\* ARABIC 1: oneTable  SEQ Table \\* ARABIC "
+              "1: rowsFigure "
+              " SEQ Figure \\* ARABIC 2: two");
+}
+
+TEST(Blocks, PutHeaderAndFooterOnAllPages)
+{
+    const auto bytes = write([](Document& document) {
+        document.setHeader({{{.text = "Left\tMiddle"}}});
+        document.setFooter({{{.text = "Page {page} of {pages}", .italic = true}}});
+        document.addParagraph("a");
+        document.startSection({.landscape = true});
+    });
+    EXPECT_EQ(findValues(readPart(bytes, body), "headerReference", "type"), "default");
+    EXPECT_EQ(readTexts(readPart(bytes, "word/header1.xml")), "LeftMiddle");
+    EXPECT_EQ(readTexts(readPart(bytes, "word/footer1.xml")), "Page  PAGE 1 of  NUMPAGES 1");
+}
+
+TEST(Blocks, SayWhatTheDocumentIs)
+{
+    const auto bytes = write([](Document& document) {
+        document.setProperties({.title = "T & t", .author = "A", .keywords = "k", .language = "de-DE"});
+    });
+    EXPECT_EQ(readTexts(readPart(bytes, "docProps/core.xml")), "T & tAkde-DE");
+    EXPECT_EQ(findValues(readPart(bytes, "word/styles.xml"), "lang", "val"), "de-DE");
+}
+
+TEST(Blocks, MakeTablesOfData)
+{
+    const auto chart = makeChart<chart::ColumnChart>(2, {1234.5, std::numeric_limits<double>::quiet_NaN()});
+    ChartData data(chart->getDataSet());
+    data.series = {{.numberFormat = "#,##0.00"}};
+    const auto table = makeTable(data, "When");
+    EXPECT_EQ(table.columns, (std::vector<std::string>{"When", "North", "North"}));
+    EXPECT_EQ(table.rows,
+              (std::vector<std::vector<std::string>>{{"c", "1,234.50", "1234.5"}, {"c", "", ""}}));
+}
+
+TEST(Blocks, AreRefusedWithASentence)
+{
+    ChartOptions floating;
+    floating.floating = Float::Left;
+    const std::pair<std::function<void(Document&)>, const char*> cases[] = {
+        {[](auto& d) { d.addParagraph("a", "Fancy"); },
+         "There is no paragraph style \"Fancy\"; the styles are"},
+        {[](auto& d) {
+             d.addTable({{"a"}, {}, {}, "Fancy"});
+         },
+         "There is no table style \"Fancy\"; the styles are"},
+        {[](auto& d) {
+             d.addList({{{}, 9}});
+         },
+         "List level: expected 0 to 8, got 9."},
+        {[](auto& d) { d.addTable({}); }, "Table: expected at least one column."},
+        {[](auto& d) {
+             d.addTable({{"a"}, {{"1"}, {"1", "2"}}});
+         },
+         "Table: expected 1 cells in row 2, got 2."},
+        {[](auto& d) {
+             d.addTable({{"a"}, {}, {"1in", "1in"}});
+         },
+         "Table: expected a width for each of the 1 columns"},
+        {[](auto& d) { d.addImage("GIF89a"); }, "Image: expected the bytes of a PNG or JPEG file."},
+        {[](auto& d) { d.addImage(makePng().substr(0, 20)); }, "Image: the PNG file is damaged."},
+        {[](auto& d) { d.addImage(makeJpeg().substr(0, 21)); }, "Image: the JPEG file is damaged."},
+        {[](auto& d) { d.startSection({.paper = "B9"}); },
+         "paper: expected one of A4, A3, A5, letter, legal, got \"B9\"."},
+        {[](auto& d) { d.startSection({.right = "7in"}); }, "The margins leave less than an inch"},
+        {[](auto& d) { d.addTableOfContents(0); }, "Table of contents: expected 1 to 9 levels, got 0."},
+        {[](auto& d) { d.addCaption({.text = "x", .name = "1st"}); },
+         "Caption name \"1st\": expected at most 40"},
+        {[](auto& d) {
+             d.addCaption({.name = "a"});
+             d.addCaption({.name = "a"});
+         },
+         "Caption name \"a\": there is one of that name."},
+        {[&](auto& d) {
+             d.addChart(makeColumns(), floating);
+             d.addCaption({.text = "x"});
+         },
+         "A chart that floats has no caption"},
+        {[](auto& d) {
+             d.addCaption({.name = "a"});
+             d.addParagraph({{.reference = "b"}});
+             d.toBytes();
+         },
+         "Reference \"b\": there is no caption of that name; the captions are a."},
+        {[](auto& d) { d.setHeader({{{.text = "\x01"}}}); }, "Header: character 1 (U+0001)"},
+    };
+    for (const auto& [add, sentence] : cases) {
+        const auto text = thrownText([&a = add] { write(a); });
+        EXPECT_EQ(text.substr(0, std::string(sentence).size()), sentence);
+    }
+}
+
+TEST(Blocks, WarnOfAChartWiderThanTheText)
+{
+    Document document;
+    document.addChart(makeColumns(), {.width = "7in"});
+    std::vector<std::string> warnings;
+    document.toBytes({.warning = [&](const std::string& sentence) { warnings.push_back(sentence); }});
+    EXPECT_EQ(warnings, std::vector<std::string>{"chart 1: the chart is wider than the text of its page."});
+}
+
+/// A file of its own below the folder for temporary files.
+class TemplateFile {
+ public:
+    explicit TemplateFile(const std::string& bytes)
+        : path_(std::filesystem::temp_directory_path() /
+                ("quillon-template-" + std::to_string(getpid()) + ".docx"))
+    {
+        std::ofstream(path_, std::ios::binary) << bytes;
+    }
+    ~TemplateFile() { std::filesystem::remove(path_); }
+    TemplateFile(const TemplateFile&) = delete;
+    TemplateFile& operator=(const TemplateFile&) = delete;
+    std::string getPath() const { return path_.string(); }
+
+ private:
+    std::filesystem::path path_;
+};
+
+TEST(Blocks, LookLikeATemplate)
+{
+    const TemplateFile file(write([](Document& document) {
+        document.setHeader({{{.text = "Letterhead"}}});
+        document.setProperties({.language = "fr-FR"});
+        document.addParagraph("text of the template");
+        document.addList({{{{.text = "its list"}}}}, ListKind::Numbers);
+        document.addChart(makeColumns());
+        document.startSection({.paper = "A5"});
+        document.addParagraph("more");
+    }));
+    Document document(file.getPath());
+    document.addHeading("New");
+    document.addList({{{{.text = "item"}}}}, ListKind::Numbers);
+    document.addChart(makeColumns());
+    const auto bytes = document.toBytes();
+    const auto main = readPart(bytes, body);
+    EXPECT_EQ(readTexts(main), "Newitem");
+    EXPECT_EQ(findValues(main, "pgSz", "w"), "8391");
+    EXPECT_EQ(findValues(main, "numId", "val"), "6");
+    EXPECT_EQ(findValues(main, "extent", "cx"), "3499485");
+    EXPECT_EQ(findValues(readPart(bytes, "word/styles.xml"), "lang", "val"), "fr-FR");
+    EXPECT_EQ(readTexts(readPart(bytes, "word/header1.xml")), "Letterhead");
+    EXPECT_NO_THROW(readPart(bytes, "word/charts/chart2.xml"));
+}
+
+TEST(Blocks, RefuseATemplateThatIsNone)
+{
+    const TemplateFile file("no document");
+    EXPECT_NE(thrownText([&] { Document document(file.getPath()); }).find(file.getPath()), std::string::npos);
+    EXPECT_NE(thrownText([] { Document document("/nowhere.docx"); }).find("/nowhere.docx"),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace quillon::report
