@@ -1,5 +1,4 @@
 #include "report/fill/ChartReader.h"
-#include "report/options/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,6 +6,7 @@
 #include <optional>
 
 #include "report/fill/SerialDate.h"
+#include "report/options/NumberText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

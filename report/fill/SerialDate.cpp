@@ -1,6 +1,5 @@
 #include "report/fill/SerialDate.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
