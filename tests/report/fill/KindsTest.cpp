@@ -239,6 +239,12 @@ TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)
     EXPECT_EQ(part.find("<c:xVal><c:numRef><c:f>Sheet1!$A$2:$A$3</c:f>"),
               part.rfind("<c:xVal><c:numRef><c:f>Sheet1!$A$2:$A$3</c:f>"));
 
+    // A table of categories has the x values in them.
+    document.fill("1", makeData({"0.5", "8"}, {{"S0", {1, 2}}}));
+    EXPECT_EQ(print(document.getChartData("1")), "1||S0:0.5;1,8;2,");
+    document.fill("1", makeData({"a", "b"}, {{"S0", {1, 2}}}));
+    EXPECT_EQ(print(document.getChartData("1")), "1||S0:1;1,2;2,");
+
     auto bubbles = makeData({}, {{"S0", {1, 2, 3}}, {"S1", {1, 2, 3}}});
     auto report = document.fill("2", bubbles);
     ASSERT_EQ(report.warnings.size(), 2U);
