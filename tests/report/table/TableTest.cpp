@@ -5,9 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <thread>
 
@@ -82,7 +82,7 @@ TEST(Table, RefusesEarlyWhatAChartCannotShow)
     std::string rows = "A,B\n";
     for (int i = 0; i < 1'048'576; ++i) rows += "x,1\n";
     const auto tall = writeTable(rows);
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = std::clock();
     EXPECT_NE(refuse(tall).find("1048576 categories, and a chart shows at most 1048575;"), std::string::npos);
     EXPECT_EQ(describeReading(tall, parseOptions("--aggregate sum")), "categories: x\nB: 1048576\n");
 
@@ -92,7 +92,7 @@ TEST(Table, RefusesEarlyWhatAChartCannotShow)
         refuse(writeTable(pairs), parseOptions("--series series --value value --gaps"))
             .find("2000 series with 2000 categories make 4000000 points, and a chart shows at most 2000000;"),
         std::string::npos);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
 
     EXPECT_NE(refuse(writeTable("A,B\nx,\"" + std::string(2'000'000, 'y'))).find("a quote is not closed"),
               std::string::npos);
