@@ -1,5 +1,6 @@
 #include "report/table/Table.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -13,6 +14,7 @@
 
 #include "report/table/ChartTable.h"
 #include "report/table/DateText.h"
+#include "report/table/InputFile.h"
 #include "tests/ThrownText.h"
 #include "tests/report/table/TableReading.h"
 
@@ -58,6 +60,31 @@ TEST(Table, RefusesFilesThatCannotBeRead)
     EXPECT_EQ(refuse(std::string("a\0b", 3)), "Cannot read \"a\\x00b\": the path holds a null character.");
     // Its first byte cannot be read, though it can be opened.
     EXPECT_EQ(refuse("/proc/self/mem"), "Cannot read \"/proc/self/mem\": Input/output error.");
+}
+
+TEST(Table, AFileThatFailsHalfWayIsRefused)
+{
+    const int next = dup(STDIN_FILENO);
+    close(next);
+    InputFile file(writeTable("A,B\nx,1\n"));
+    const int unreadable = open("/dev/null", O_WRONLY);
+    dup2(unreadable, next);
+    close(unreadable);
+    std::string block(16, ' ');
+    EXPECT_NE(thrownText([&] { file.read(block); }).find("Bad file descriptor"), std::string::npos);
+}
+
+TEST(Table, CharactersMayEndInAnotherBlock)
+{
+    std::string text = "\xFF\xFE" + std::string("A\0,\0B\0\n\0", 8);
+    std::size_t rows = 0;
+    for (; text.size() < 300'000; ++rows) {
+        text += std::string("\x3D\xD8\x00\xDE", 4) + std::string("\x3D\xD8\x00\xDE", 4);
+        text += std::string(",\0001\0\n\0", 6);
+    }
+    const auto data = readChartData(writeTable(text), parseOptions("--aggregate count"));
+    EXPECT_EQ(data.dataSet->getCategories(), (std::vector<std::u16string>{u"\U0001F600\U0001F600"}));
+    EXPECT_EQ(data.dataSet->getSeries(0)->getPoint(0)->getValue(), static_cast<double>(rows));
 }
 
 TEST(Table, ReadsPipesAndStandardInput)
@@ -185,6 +212,7 @@ TEST(DateText, ReadsTheFormsThatPeopleWrite)
         {"2024/2/9", mdy, 45331, DateUnit::Day},
         {"31/12/99", dmy, 36525, DateUnit::Day},
         {"31/12/99", mdy, 0, {}},
+        {"1/2/45", dmy, 52994, DateUnit::Day},
         {"12/31/1999", mdy, 36525, DateUnit::Day},
         {"24-02-29", ymd, 45351, DateUnit::Day},
         {"29.2.2024", mdy, 45351, DateUnit::Day},
