@@ -211,9 +211,10 @@ void addChart(Document& document, const ChartJob& job)
 {
     TableOptions reading = job;
     reading.gaps = job.gaps || job.options.blank;
-    const auto chart = makeChart(job, readChartData(job.table, reading, {nullptr, warn}), warn);
+    const auto data = readChartData(job.table, reading, {nullptr, warn});
+    const auto chart = makeChart(job, data, warn);
     if (!job.heading.empty()) document.addHeading(job.heading, 1);
-    document.addChart(chart, job.options);
+    document.addChart(chart, job.options, data);
 }
 
 void write(const std::vector<ChartJob>& jobs, const std::string& output)
