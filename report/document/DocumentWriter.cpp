@@ -168,7 +168,7 @@ std::string DocumentWriter::write()
     numberCaptions();
     for (; position_ < content_.blocks.size(); ++position_)
         std::visit([this](const auto& block) { add(block); }, content_.blocks[position_]);
-    finishBody();
+    endSection(body_);
     addStyles();
     if (numbering_.isUsed()) addNumbering();
     addProperties();
@@ -431,7 +431,10 @@ std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
 void DocumentWriter::endSection(DOMElement* parent)
 {
     addPageLines();
-    appendSection(parent, setup_, pageLines_);
+    if (hasPagesOfLook_)
+        appendSectionOfLook(parent);
+    else
+        appendSection(parent, setup_, pageLines_);
     pageLines_.clear();
 }
 
@@ -450,18 +453,9 @@ void DocumentWriter::addPageLines()
     }
 }
 
-void DocumentWriter::finishBody()
-{
-    if (hasPagesOfLook_)
-        finishPagesOfLook();
-    else
-        endSection(body_);
-}
-
 /// The pages of the look stay as they are, but for the document's own header and footer.
-void DocumentWriter::finishPagesOfLook()
+void DocumentWriter::appendSectionOfLook(DOMElement* parent)
 {
-    addPageLines();
     const XmlSpans xml(content_.look->getPart(mainPart_), mainPart_);
     const auto section = xml.getRoot().findPath({"body", "sectPr"});
     std::string markup;
@@ -472,7 +466,7 @@ void DocumentWriter::finishPagesOfLook()
             markup += child.getSource();
     Edits edits;
     edits.setInner(section, markup);
-    sectionOfLook_ = edits.apply(xml.getText(), section.getOuter());
+    appendMarkup(parent, edits.apply(xml.getText(), section.getOuter()));
 }
 
 std::string DocumentWriter::makeMainPart() const
@@ -485,7 +479,6 @@ std::string DocumentWriter::makeMainPart() const
     for (auto* child = body_->getFirstElementChild(); child != nullptr;
          child = child->getNextElementSibling())
         markup += serialise(child);
-    if (hasPagesOfLook_) markup += sectionOfLook_;
     Edits edits;
     edits.setInner(body, markup);
     for (const auto& [prefix, ns] :

@@ -91,9 +91,8 @@ class DocumentWriter {
     std::string addPageLine(const PageLine& line, bool isHeader);
     void addPageLines();
     void endSection(xercesc::DOMElement* parent);
-    void finishBody();
+    void appendSectionOfLook(xercesc::DOMElement* parent);
     std::string makeMainPart() const;
-    void finishPagesOfLook();
     void addStyles();
     void addNumbering();
     void addProperties();
@@ -121,7 +120,6 @@ class DocumentWriter {
     PageSetup setup_;
     /// Whether the pages are those of the look.
     bool hasPagesOfLook_ = false;
-    std::string sectionOfLook_;
     std::int64_t textWidth_ = 0;
     std::vector<PageLineReference> pageLines_;
     bool hasPageLines_ = false;

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/Wrapper4InputSource.hpp>
 
 #include "report/options/ChartError.h"
 #include "support/Text.h"
@@ -158,6 +160,23 @@ DOMElement* makeElement(xercesc::DOMDocument* doc, const char16_t* name, const s
 void insertAfter(DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* previous)
 {
     parent->insertBefore(child, previous == nullptr ? parent->getFirstChild() : previous->getNextSibling());
+}
+
+DOMElement* appendMarkup(DOMElement* parent, const std::string& markup)
+{
+    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
+    const std::unique_ptr<xercesc::DOMLSParser, Release> parser(
+        implementation->createLSParser(xercesc::DOMImplementationLS::MODE_SYNCHRONOUS, nullptr));
+    parser->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMNamespaces, false);
+    parser->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMDisallowDoctype, true);
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(markup.data()), markup.size(),
+                                      u"markup", false);
+    const xercesc::Wrapper4InputSource input(&source, false);
+    auto* parsed = parser->parse(&input);
+    if (parsed == nullptr || parsed->getDocumentElement() == nullptr)
+        throw std::runtime_error("A part of the document is not well-formed.");
+    auto* imported = parent->getOwnerDocument()->importNode(parsed->getDocumentElement(), true);
+    return static_cast<DOMElement*>(parent->appendChild(imported));
 }
 
 std::string serialise(const xercesc::DOMNode* node)

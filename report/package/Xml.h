@@ -58,6 +58,10 @@ std::u16string readXmlText(const std::string& text, const std::string& field);
 /// was.
 QUILLON_EXPORT std::u16string escapeCharacters(std::u16string_view text);
 
+/// Appends the element that `markup`, in UTF-8, holds, with the prefixes that it is written with.
+/// Throws: std::runtime_error for markup that is not well-formed.
+xercesc::DOMElement* appendMarkup(xercesc::DOMElement* parent, const std::string& markup);
+
 /// The bytes of a document in UTF-8, with its declaration, or of an element.
 std::string serialise(const xercesc::DOMNode* node);
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -47,6 +48,7 @@ std::string makePng(std::uint32_t perMetre = 0)
 std::string makeJpeg()
 {
     return std::string("\xFF\xD8\xFF\xE0\x00\x10JFIF\x00\x01\x02\x01\x00\xC0\x00\xC0\x00\x00", 20) +
+           std::string("\xFF\xC4\x00\x0B\x08\x00\x01\x00\x01\x01\x01\x11\x00", 13) +
            std::string("\xFF\xC0\x00\x0B\x08\x00\x60\x00\xC0\x01\x01\x11\x00", 13);
 }
 
@@ -114,6 +116,8 @@ TEST(Blocks, AreWrittenAsTheMarkupHasThem)
              d.addParagraph("b");
          },
          "pgSz", "w", "11906|16838"},
+        {"a page turned for the printer", [](auto& d) { d.startSection({.landscape = true}); }, "pgSz",
+         "orient", "landscape"},
         {"margins", [](auto& d) { d.startSection({.left = "2cm"}); }, "pgMar", "left", "1133"},
         {"caption of a chart keeps it",
          [](auto& d) {
@@ -212,6 +216,24 @@ TEST(Blocks, SayWhatTheDocumentIs)
     EXPECT_EQ(findValues(readPart(bytes, "word/styles.xml"), "lang", "val"), "de-DE");
 }
 
+TEST(Blocks, BringWhatTheyNeed)
+{
+    const auto bytes = write([](Document& document) {
+        document.addParagraph({{.text = "here", .link = "https://example.com/?a&b"}}, "Title");
+        document.addTable({{"a"}, {{"1"}}});
+    });
+    const auto styles = findValues(readPart(bytes, "word/styles.xml"), "style", "styleId");
+    for (const auto* style : {"Title", "Hyperlink", "ReportTable"})
+        EXPECT_NE(styles.find(style), std::string::npos) << style;
+    EXPECT_EQ(styles.find("Footer"), std::string::npos);
+    const Package package(bytes);
+    const auto links = package.getRelationships(package.getMainPart());
+    const auto link = std::ranges::find(links, "hyperlink", &Relationship::getKind);
+    ASSERT_NE(link, links.end());
+    EXPECT_TRUE(link->isExternal);
+    EXPECT_EQ(link->target, "https://example.com/?a&b");
+}
+
 TEST(Blocks, MakeTablesOfData)
 {
     const auto chart = makeChart<chart::ColumnChart>(2, {1234.5, std::numeric_limits<double>::quiet_NaN()});
@@ -249,7 +271,7 @@ TEST(Blocks, AreRefusedWithASentence)
          "Table: expected a width for each of the 1 columns"},
         {[](auto& d) { d.addImage("GIF89a"); }, "Image: expected the bytes of a PNG or JPEG file."},
         {[](auto& d) { d.addImage(makePng().substr(0, 20)); }, "Image: the PNG file is damaged."},
-        {[](auto& d) { d.addImage(makeJpeg().substr(0, 21)); }, "Image: the JPEG file is damaged."},
+        {[](auto& d) { d.addImage(makeJpeg().substr(0, 36)); }, "Image: the JPEG file is damaged."},
         {[](auto& d) { d.startSection({.paper = "B9"}); },
          "paper: expected one of A4, A3, A5, letter, legal, got \"B9\"."},
         {[](auto& d) { d.startSection({.right = "7in"}); }, "The margins leave less than an inch"},
@@ -331,6 +353,21 @@ TEST(Blocks, LookLikeATemplate)
     EXPECT_EQ(findValues(readPart(bytes, "word/styles.xml"), "lang", "val"), "fr-FR");
     EXPECT_EQ(readTexts(readPart(bytes, "word/header1.xml")), "Letterhead");
     EXPECT_NO_THROW(readPart(bytes, "word/charts/chart2.xml"));
+}
+
+TEST(Blocks, HavePagesOfTheirOwnInATemplate)
+{
+    const TemplateFile file(write([](Document& document) {
+        document.setHeader({{{.text = "Letterhead"}}});
+        document.startSection({.paper = "A5"});
+    }));
+    Document document(file.getPath());
+    document.addParagraph("small");
+    document.startSection({.paper = "A3"});
+    document.addParagraph("large");
+    const auto main = readPart(document.toBytes(), body);
+    EXPECT_EQ(findValues(main, "pgSz", "w"), "8391|16838");
+    EXPECT_EQ(findValues(main, "headerReference", "type"), "default");
 }
 
 TEST(Blocks, RefuseATemplateThatIsNone)
