@@ -92,11 +92,11 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
     if (!options.series.empty()) roles.series = scan.findColumn(options.series);
     if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
     if (roles.series || !options.value.empty()) return roles;
-    const bool countsRows = options.aggregate == "count" && options.columns.empty();
-    roles.values = options.columns.empty()
-                       ? chooseValues(scan, roles, countsRows ? Note([](const auto&) {}) : note)
-                       : findColumns(scan, options.columns);
-    if (roles.values.empty() && !countsRows)
+    // Rows are counted where the author names no column of values.
+    if (options.aggregate == "count" && options.columns.empty()) return roles;
+    roles.values =
+        options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
+    if (roles.values.empty())
         fail("{}: no column beside {} holds numbers.", scan.getPlace().name,
              quoteText(scan.getNames()[roles.categories.front()]));
     return roles;
@@ -189,7 +189,7 @@ class GridMaker {
     {
         const bool isGrouped = roles_.series || !options_.aggregate.empty();
         categories_ = isGrouped ? groupRows(categoryColumns_, table_.rowCount) : keepRows(table_.rowCount);
-        if (!isGrouped && categoryColumns_.size() == 1) noteRepeated();
+        if (!isGrouped && categoryColumns_.size() == 1 && xColumn_ == nullptr) noteRepeated();
         if (roles_.series)
             readLong();
         else

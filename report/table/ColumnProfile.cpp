@@ -57,6 +57,8 @@ void ColumnProfile::add(const Cell& cell, std::size_t line)
     ++values_;
     if (cell.kind == CellKind::Date) return;
     for (auto& reading : readings_) ++reading.count;
+    const bool isBare = cell.number != 0 && cell.format.find('%') == std::string_view::npos;
+    if (isBare && !bare_.isSet()) bare_.setOnce(line, writeNumber(cell.number));
     if (cellFormat_.empty()) cellFormat_ = cell.format;
 }
 

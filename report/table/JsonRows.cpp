@@ -15,12 +15,14 @@ using Json = nlohmann::ordered_json;
 constexpr std::string_view blanks = " \t\r\n";
 constexpr auto expected = "expected rows as objects, as in [{\"month\": \"May\", \"sales\": 3}]";
 
-/// What the library says, without its name for the error.
+/// What the library says, without its names for error and place.
 std::string describe(const std::exception& error)
 {
-    const std::string sentence = error.what();
-    const auto end = sentence.find("] ");
-    return quoteText(end == std::string::npos ? sentence : sentence.substr(end + 2), 200);
+    std::string_view sentence = error.what();
+    sentence.remove_prefix(std::min(sentence.find("] ") + 2, sentence.size()));
+    if (sentence.starts_with("parse error at line"))
+        sentence.remove_prefix(std::min(sentence.find(": ") + 2, sentence.size()));
+    return quoteText(sentence, 200);
 }
 
 /// A row and where it stands.
@@ -37,8 +39,7 @@ class JsonReader {
     {
         const auto start = std::min(text_.find_first_not_of(blanks), text_.size());
         if (start == text_.size()) fail("{}: the file is empty; {}.", place_.name, expected);
-        const auto lineEnd = std::min(text_.find('\n', start), text_.size());
-        if (text_[start] == '{' && Json::accept(text_.substr(start, lineEnd - start))) return readLines();
+        if (startsWithRow(start)) return readLines();
         return readList(parse(text_, 1));
     }
 
@@ -49,9 +50,28 @@ class JsonReader {
     {
         try {
             return Json::parse(text);
+        } catch (const Json::parse_error& error) {
+            const auto before = text.substr(0, std::min(error.byte, text.size()));
+            const auto newlines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+            fail("{}:{}: not well-formed JSON at character {} of the line: {}.", place_.name, line + newlines,
+                 before.size() - (before.rfind('\n') + 1), describe(error));
         } catch (const Json::exception& error) {
             fail("{}:{}: not well-formed JSON: {}.", place_.name, line, describe(error));
         }
+    }
+
+    /// Whether the first line is a row by itself, and no object around all rows.
+    bool startsWithRow(std::size_t start) const
+    {
+        const auto lineEnd = std::min(text_.find('\n', start), text_.size());
+        const auto line = text_.substr(start, lineEnd - start);
+        const bool isOnly = text_.find_first_not_of(blanks, lineEnd) == std::string_view::npos;
+        return text_[start] == '{' && Json::accept(line) && !(isOnly && countLists(parse(line, 1)) == 1);
+    }
+
+    static std::ptrdiff_t countLists(const Json& object)
+    {
+        return std::count_if(object.begin(), object.end(), [](const Json& one) { return one.is_array(); });
     }
 
     std::vector<JsonRow> readLines()
@@ -75,8 +95,7 @@ class JsonReader {
     {
         // An object around the list, as services answer with.
         if (value.is_object()) {
-            const auto lists =
-                std::count_if(value.begin(), value.end(), [](const Json& one) { return one.is_array(); });
+            const auto lists = countLists(value);
             if (lists != 1) fail("{}: {}; the file has {} lists.", place_.name, expected, lists);
             const auto list =
                 std::find_if(value.begin(), value.end(), [](const Json& one) { return one.is_array(); });

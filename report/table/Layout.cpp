@@ -150,19 +150,21 @@ std::vector<std::string> readNames(const Preview& preview, std::size_t header, s
     return names;
 }
 
-std::string describeLines(const Preview& preview, std::size_t count)
-{
-    const auto first = preview.front().line;
-    const auto last = preview[count - 1].line;
-    return first == last ? fmt::format("line {} stands", first)
-                         : fmt::format("lines {} to {} stand", first, last);
-}
-
 }  // namespace
 
 bool isEmptyRow(const Row& row)
 {
     return std::all_of(row.cells.begin(), row.cells.end(), [](const Cell& cell) { return cell.isEmpty(); });
+}
+
+void noteLeftOut(const Place& place, std::size_t first, std::size_t last, const char* side, const Note& note)
+{
+    const auto* unit = place.getUnit();
+    if (first == last)
+        note(fmt::format("{}: {} {} stands {} the table and is left out.", place.name, unit, first, side));
+    else
+        note(fmt::format("{}: {}s {} to {} stand {} the table and are left out.", place.name, unit, first,
+                         last, side));
 }
 
 Layout findLayout(RowSource& source, const TableOptions& options, const Note& note)
@@ -181,9 +183,7 @@ Layout findLayout(RowSource& source, const TableOptions& options, const Note& no
             place.at(preview[header].line)));
         return {numberColumns(width), 0, header};
     }
-    if (header > 0)
-        note(fmt::format("{}: {} above the table and {} left out.", place.name,
-                         describeLines(preview, header), header == 1 ? "is" : "are"));
+    if (header > 0) noteLeftOut(place, preview.front().line, preview[header - 1].line, "above", note);
     auto names = readNames(preview, header, width);
     const auto line = preview[header].line;
     numberRepeated(names, place.at(line), note);

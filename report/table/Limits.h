@@ -18,7 +18,7 @@ constexpr std::size_t columns = 16'384;
 /// Characters of a cell of a worksheet.
 constexpr std::size_t textLength = 32'767;
 /// Cells of a source that is held in memory as a whole: a workbook, JSON, or the rows of a query.
-constexpr std::size_t storedCells = 20'000'000;
+constexpr std::size_t storedCells = 5'000'000;
 /// Bytes of a file that is held in memory as a whole, and of an unpacked workbook.
 constexpr std::uint64_t wholeFile = 512ULL << 20U;
 

@@ -137,30 +137,35 @@ class DigitReader {
         return count;
     }
 
-    /// The mark that groups thousands here, with its length; an empty one for anything else.
-    std::string_view matchGroup() const
+    /// A mark that groups thousands: '.', ',', ' ' for any blank, '\'' for any apostrophe; 0: none stands
+    /// here.
+    struct GroupMark {
+        char kind = '\0';
+        std::size_t size = 0;
+    };
+
+    GroupMark findGroup() const
     {
-        if (rest_.empty() || rest_.front() == style_.decimal) return {};
-        const char c = rest_.front();
-        const bool isAllowed = style_.groups.find(c) != std::string_view::npos;
-        if ((c == ',' || c == '.') && isAllowed) return rest_.substr(0, 1);
-        if (const auto size = matchStart(rest_, blanks);
-            size > 0 && style_.groups.find(' ') != std::string_view::npos)
-            return rest_.substr(0, size);
-        if (const auto size = matchStart(rest_, apostrophes);
-            size > 0 && style_.groups.find('\'') != std::string_view::npos)
-            return rest_.substr(0, size);
-        return {};
+        GroupMark mark;
+        if (rest_.starts_with('.') || rest_.starts_with(','))
+            mark = {rest_.front(), 1};
+        else if (const auto blank = matchStart(rest_, blanks))
+            mark = {' ', blank};
+        else if (const auto apostrophe = matchStart(rest_, apostrophes))
+            mark = {'\'', apostrophe};
+        const bool isAllowed =
+            mark.kind != style_.decimal && style_.groups.find(mark.kind) != std::string_view::npos;
+        return isAllowed ? mark : GroupMark{};
     }
 
     bool readWhole()
     {
         const auto first = takeDigits();
-        const auto mark = matchGroup();
-        if (mark.empty()) return true;
+        const auto mark = findGroup();
+        if (mark.size == 0) return true;
         if (first == 0 || first > 3 || plain_.front() == '0') return false;
-        while (matchGroup() == mark) {
-            rest_.remove_prefix(mark.size());
+        for (auto next = mark; next.size > 0 && next.kind == mark.kind; next = findGroup()) {
+            rest_.remove_prefix(next.size);
             if (takeDigits() != 3) return false;
         }
         result_.isGrouped = true;

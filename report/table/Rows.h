@@ -33,11 +33,12 @@ struct Row {
     std::span<const Cell> cells = {};
 };
 
-/// The place of a row in a sentence: "sales.csv:3", or "sales.xlsx, row 3".
+/// How rows are named in sentences: "sales.csv:3", or "sales.xlsx, row 3".
 struct Place {
     std::string name;
     bool countsLines = true;
 
+    const char* getUnit() const { return countsLines ? "line" : "row"; }
     std::string at(std::size_t line) const
     {
         return name + (countsLines ? ":" : ", row ") + std::to_string(line);

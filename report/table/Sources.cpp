@@ -7,7 +7,6 @@
 #include "report/table/DelimitedSource.h"
 #include "report/table/Fail.h"
 #include "report/table/JsonRows.h"
-#include "report/table/Limits.h"
 #include "report/table/WorkbookRows.h"
 
 namespace quillon::report {
@@ -57,12 +56,7 @@ SourceKind findKind(InputFile& file, const std::string& path)
     for (const auto& kind : foreignKinds)
         if (start.starts_with(kind.start)) fail("{}: {}.", file.getName(), kind.sentence);
     if (start.starts_with("SQLite format 3\0"sv)) return SourceKind::Database;
-    if (start.starts_with("PK\x03\x04"sv)) {
-        if (!isWorkbook(file.readAll(limits::wholeFile)))
-            fail("{}: the file is compressed (zip), and no .xlsx or .ods workbook; unpack it first.",
-                 file.getName());
-        return SourceKind::Workbook;
-    }
+    if (start.starts_with("PK\x03\x04"sv)) return SourceKind::Workbook;
     return hasJsonName(path) || isJsonStart(start) ? SourceKind::Json : SourceKind::Delimited;
 }
 

@@ -60,7 +60,7 @@ void TableScan::profileRows(const Note& note)
         afterBlank = isBlank;
         return true;
     });
-    noteRemarks(note);
+    if (!held_.empty()) noteLeftOut(getPlace(), held_.front().line, held_.back().line, "below", note);
 }
 
 bool TableScan::holdBack(const Row& row, bool afterBlank)
@@ -105,16 +105,6 @@ void TableScan::requireNames() const
     for (std::size_t i = 1; i < profiles_.size(); ++i)
         if (layout_.names[i].empty() && (profiles_[i].getFilled() > 0 || rowCount_ == 0))
             fail("{}: column {} has no name.", getPlace().at(layout_.headerLine), i + 1);
-}
-
-void TableScan::noteRemarks(const Note& note) const
-{
-    if (held_.empty()) return;
-    const bool isOne = held_.size() == 1;
-    const auto lines = isOne ? fmt::format("line {} stands", held_.front().line)
-                             : fmt::format("lines {} to {} stand", held_.front().line, held_.back().line);
-    note(
-        fmt::format("{}: {} below the table and {} left out.", getPlace().name, lines, isOne ? "is" : "are"));
 }
 
 std::size_t TableScan::findColumn(const std::string& name) const

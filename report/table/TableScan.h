@@ -52,7 +52,6 @@ class TableScan {
     void addRow(const Row& row);
     void requireWidth(const Row& row) const;
     void requireNames() const;
-    void noteRemarks(const Note& note) const;
     bool decides(const ColumnProfile& profile, char decimal) const;
     std::optional<char> findDecimal() const;
     [[noreturn]] void refuseAmbiguous(std::size_t column) const;
