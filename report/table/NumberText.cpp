@@ -45,6 +45,17 @@ std::size_t matchEnd(std::string_view text, const Texts& texts)
     return 0;
 }
 
+/// Whether the text is short enough for a number, and has few enough letters for its unit; most texts fail
+/// here.
+bool mayBeNumber(std::string_view text)
+{
+    constexpr std::size_t longest = 330;
+    constexpr std::ptrdiff_t mostLetters = 4;  // a code of three for the currency, and the e of the exponent
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    return text.size() <= longest && std::count_if(text.begin(), text.end(), isLetter) <= mostLetters &&
+           std::any_of(text.begin(), text.end(), isDigit);
+}
+
 /// Takes parts off both ends of a cell until only the digits are left.
 class Peeler {
  public:
@@ -229,6 +240,7 @@ std::optional<double> readPlain(std::string_view cell)
 
 std::optional<NumberText> readNumberText(std::string_view cell)
 {
+    if (!mayBeNumber(cell)) return std::nullopt;
     Peeler peeler(cell);
     peeler.peel();
     const auto digits = peeler.number.digits;
