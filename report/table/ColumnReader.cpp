@@ -144,13 +144,30 @@ class RowFilter {
     {
         for (const auto& condition : conditions_)
             if (readText(row.cells[condition.column]) != condition.text) return false;
-        if (drop_.empty()) return true;
-        return std::none_of(dropColumns_.begin(), dropColumns_.end(), [&](std::size_t column) {
-            return std::find(drop_.begin(), drop_.end(), readText(row.cells[column])) != drop_.end();
-        });
+        return !isDropped(row);
+    }
+
+    /// Names that --drop gives and no row has are probably misspelt.
+    void noteUnknown(const Place& place, const Note& note) const
+    {
+        for (std::size_t i = 0; i < drop_.size(); ++i)
+            if (!isFound_[i])
+                note(fmt::format("{}: there is no row {} to --drop.", place.name, quoteText(drop_[i])));
     }
 
  private:
+    bool isDropped(const Row& row)
+    {
+        if (drop_.empty()) return false;
+        for (const auto column : dropColumns_) {
+            const auto found = std::find(drop_.begin(), drop_.end(), readText(row.cells[column]));
+            if (found == drop_.end()) continue;
+            isFound_[static_cast<std::size_t>(found - drop_.begin())] = true;
+            return true;
+        }
+        return false;
+    }
+
     std::string_view readText(const Cell& cell)
     {
         if (cell.kind == CellKind::Text) return cell.text;
@@ -160,6 +177,7 @@ class RowFilter {
 
     std::vector<Condition> conditions_;
     const std::vector<std::string>& drop_;
+    std::vector<bool> isFound_ = std::vector<bool>(drop_.size(), false);
     std::vector<std::size_t> dropColumns_;
     std::string written_;
 };
@@ -179,6 +197,7 @@ Table readColumns(const TableScan& scan, const std::vector<ColumnRequest>& reque
         for (auto& reader : readers) reader.add(row);
         return true;
     });
+    filter.noteUnknown(table.place, note);
     table.rowCount = table.lines.size();
     if (table.rowCount == 0) fail("{}: no row is left by --where and --drop.", scan.getPlace().name);
     for (auto& reader : readers) table.columns.push_back(std::move(reader.column));

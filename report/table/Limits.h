@@ -20,6 +20,6 @@ constexpr std::size_t textLength = 32'767;
 /// Cells of a source that is held in memory as a whole: a workbook, JSON, or the rows of a query.
 constexpr std::size_t storedCells = 5'000'000;
 /// Bytes of a file that is held in memory as a whole, and of an unpacked workbook.
-constexpr std::uint64_t wholeFile = 512ULL << 20U;
+constexpr std::uint64_t wholeFile = 256ULL << 20U;
 
 }  // namespace quillon::report::limits

@@ -30,7 +30,8 @@ class StoredRows : public RowSource {
         std::size_t count;
     };
 
-    std::string_view keep(std::string_view text);
+    std::string_view keepText(std::string_view text, std::size_t line, std::size_t column);
+    void requireText(std::string_view text, std::size_t line, std::size_t column) const;
 
     std::size_t skip_;
     std::vector<StoredRow> rows_;

@@ -21,6 +21,14 @@ std::size_t countCells(const Row& row)
     return count;
 }
 
+/// The order that the option dates names.
+std::optional<DateOrder> findOrder(std::string_view name)
+{
+    if (name == "dmy") return DateOrder::DayMonthYear;
+    if (name == "mdy") return DateOrder::MonthDayYear;
+    return name == "ymd" ? std::optional(DateOrder::YearMonthDay) : std::nullopt;
+}
+
 bool holdsWords(std::string_view text)
 {
     return text.find(' ') != std::string_view::npos || text.starts_with('*');
@@ -178,10 +186,13 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
     const auto& profile = profiles_[column];
     const auto isDate = [&](DateOrder order) { return profile.isDate(order); };
     if (options_.dates == "none") return std::nullopt;
-    for (const auto& [name, order] :
-         {std::pair("dmy", DateOrder::DayMonthYear), std::pair("mdy", DateOrder::MonthDayYear),
-          std::pair("ymd", DateOrder::YearMonthDay)})
-        if (options_.dates == name) return isDate(order) ? std::optional(order) : std::nullopt;
+    if (const auto asked = findOrder(options_.dates)) {
+        if (isDate(*asked)) return asked;
+        note(fmt::format(
+            "{}: column {} does not hold dates as --dates {} says; its texts are shown as they are.",
+            getPlace().name, quoteText(layout_.names[column]), options_.dates));
+        return std::nullopt;
+    }
     const bool dayFirst = isDate(DateOrder::DayMonthYear);
     const bool monthFirst = isDate(DateOrder::MonthDayYear);
     const auto& sample = profile.getDifferingDate();
