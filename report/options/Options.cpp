@@ -11,6 +11,7 @@
 #include "report/options/ColorText.h"
 #include "report/options/Enumerations.h"
 #include "report/options/Length.h"
+#include "report/options/ListText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -425,13 +426,6 @@ std::string nameKinds(ChartKinds kinds)
     return joinNames(names);
 }
 
-std::string trim(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 }  // namespace
 
 std::string joinNames(std::span<const char* const> names)
@@ -493,22 +487,6 @@ void checkOptions(const ChartOptions& options, ChartKind kind)
             throw ChartError("", std::string(option.name) + " is for " + nameKinds(option.kinds) +
                                      " charts; this is a " + findRow(kindRows, kind).name + " chart.");
     }
-}
-
-std::vector<std::string> splitList(const std::string& text)
-{
-    std::vector<std::string> items(1);
-    int depth = 0;
-    for (const char c : text) {
-        if (c == '(') ++depth;
-        if (c == ')') --depth;
-        if (c == ',' && depth <= 0)
-            items.emplace_back();
-        else
-            items.back() += c;
-    }
-    for (auto& item : items) item = trim(item);
-    return items;
 }
 
 }  // namespace quillon::report
