@@ -48,7 +48,7 @@ Filling readFilling(const CommandLine& commandLine)
 void requireTarget(const Output& output, const std::string& path, const Filling& filling)
 {
     if (output.path.empty()) throw UsageError("Expected --output, the document to write, or --check.");
-    if (!output.force) output.requireOther(path);
+    output.requireOtherThanTemplate(path);
     for (const auto& job : filling.charts) output.requireOther(job.table);
     output.requireWritable();
 }

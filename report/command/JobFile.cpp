@@ -59,13 +59,13 @@ NamedTexts readTexts(const JsonNode& job)
     return texts;
 }
 
-/// Every file that the job names.
+/// Every file that the job names, but for its template.
 void collectFiles(const JsonNode& node, const std::filesystem::path& folder, std::set<std::string>& files)
 {
     for (const auto& item : node.items) collectFiles(item, folder, files);
     for (const auto& member : node.members) {
         collectFiles(member.value, folder, files);
-        const bool isFile = member.name == "table" || member.name == "template" || member.name == "image";
+        const bool isFile = member.name == "table" || member.name == "image";
         if (isFile && !member.value.text.empty()) files.insert((folder / member.value.text).string());
     }
 }
@@ -82,6 +82,8 @@ struct Making {
     {
         output.requireOther(job.path);
         for (const auto& file : files) output.requireOther(file);
+        if (const auto* found = job.tree.find("template"))
+            output.requireOtherThanTemplate((job.folder / found->text).string());
         output.requireWritable();
     }
 };

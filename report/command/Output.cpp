@@ -30,6 +30,12 @@ std::optional<mode_t> findProtection(const std::string& path)
     return status.st_mode & ~static_cast<mode_t>(S_IFMT);
 }
 
+bool isSameFile(const std::string& input, const std::string& output)
+{
+    std::error_code isNoFile;
+    return input != "-" && output != "-" && std::filesystem::equivalent(input, output, isNoFile);
+}
+
 void writeStandard(std::string_view bytes)
 {
     while (!bytes.empty()) {
@@ -61,11 +67,15 @@ class Unprotected {
 
 }  // namespace
 
+void Output::requireOtherThanTemplate(const std::string& document) const
+{
+    if (!force && isSameFile(document, path))
+        fail("Cannot write \"{}\": the document is made from it; --force replaces it.", path);
+}
+
 void Output::requireOther(const std::string& input) const
 {
-    std::error_code isNoFile;
-    if (!isStandard() && input != "-" && std::filesystem::equivalent(input, path, isNoFile))
-        fail("Cannot write \"{}\": the document is made from it.", path);
+    if (isSameFile(input, path)) fail("Cannot write \"{}\": the document is made from it.", path);
 }
 
 void Output::requireWritable() const

@@ -15,6 +15,8 @@ struct Output {
 
     bool isStandard() const { return path == "-"; }
 
+    /// Refuses to replace a document that is filled, unless forced. Throws: std::runtime_error.
+    void requireOtherThanTemplate(const std::string& document) const;
     /// Refuses to replace a file that the document is made from: an author who forgets the name of the
     /// document must not lose a table for it. Throws: std::runtime_error.
     void requireOther(const std::string& input) const;

@@ -31,14 +31,20 @@ void requireFillOptions(const ChartJob& job)
              quoteText(job.fill));
 }
 
+Match readMatch(const std::string& text)
+{
+    if (text.empty() || text == "name") return Match::Name;
+    if (text == "position") return Match::Position;
+    fail("Match {}: expected name or position.", quoteText(text));
+}
+
 FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
 {
     requireFillOptions(job);
     const auto data = readData(job, listener);
-    auto report = document.fill(job.fill, data,
-                                {.match = job.match == "position" ? Match::Position : Match::Name,
-                                 .title = job.title,
-                                 .numberFormat = job.options.numberFormat});
+    auto report = document.fill(
+        job.fill, data,
+        {.match = readMatch(job.match), .title = job.title, .numberFormat = job.options.numberFormat});
     for (const auto& warning : report.warnings)
         if (listener.warning) listener.warning(fmt::format("{}: {}", quoteText(job.fill), warning));
     return report;
