@@ -45,19 +45,11 @@ Columns findColumns(const TableScan& scan, const std::vector<std::string>& names
     return columns;
 }
 
-/// A first column of row numbers, as programs write it beside their tables, names no categories.
-bool hasRowNumbers(const TableScan& scan)
-{
-    const auto& name = scan.getNames().front();
-    const bool isUnnamed = name.empty() || name == "index" || name == "Unnamed: 0";
-    return scan.getNames().size() > 2 && isUnnamed && scan.getProfile(0).isCounting();
-}
-
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
     if (!options.category.empty()) return findColumns(scan, options.category);
     if (!options.x.empty()) return {scan.findColumn(options.x)};
-    if (!hasRowNumbers(scan)) return {0};
+    if (!scan.hasRowNumbers()) return {0};
     note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
     return {1};
 }
@@ -69,7 +61,7 @@ Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note
     for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
         const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
                              contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
-                             roles.x == column || (column == 0 && hasRowNumbers(scan)) ||
+                             roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
                              scan.getNames()[column].empty();
         if (isTaken) continue;
         if (scan.getProfile(column).isNumeric())
@@ -102,11 +94,11 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
     return roles;
 }
 
-/// One row after the other: a wide table that is not aggregated shows each.
+/// Refuses early what a chart cannot show: a wide table that is not aggregated shows every row.
 void requireRows(const TableScan& scan, const Roles& roles, const TableOptions& options)
 {
-    const bool keepsAll = options.where.empty() && options.drop.empty() && options.aggregate.empty() &&
-                          options.top == 0 && !options.transpose && !roles.series;
+    const bool keepsAll =
+        options.aggregate.empty() && options.top == 0 && !options.transpose && !roles.series;
     if (keepsAll) requireLimits(scan.getPlace().name, roles.values.size(), scan.getRowCount());
 }
 
@@ -217,7 +209,7 @@ class GridMaker {
             const bool isDate = !scan.getProfile(*roles_.x).isNumeric();
             ask({*roles_.x}, isDate ? ColumnRole::Label : ColumnRole::Value);
         }
-        auto table = readColumns(scan, requests, options_, roles_.categories, note_);
+        auto table = readColumns(scan, requests, options_, note_);
         if (roles_.x && table.columns.back().kind == ColumnKind::Text)
             fail("{}: column {}: expected numbers or dates for --x.", table.place.name,
                  quoteText(table.columns.back().name));

@@ -43,14 +43,8 @@ ColumnProfile::ColumnProfile(const std::vector<NumberStyle>& styles, const std::
 
 void ColumnProfile::add(const Cell& cell, std::size_t line)
 {
-    const auto row = rows_++;
+    ++rows_;
     if (datesFit_ != std::array<bool, 3>{}) addDate(cell, line);
-    if (isCounting_) {
-        const auto number =
-            cell.kind == CellKind::Number ? std::optional(cell.number) : readNumber(cell.text, {'.', ""});
-        isCounting_ =
-            number && (*number == static_cast<double>(row) || *number == static_cast<double>(row + 1));
-    }
     if (cell.isEmpty()) return;
     ++filled_;
     if (cell.kind == CellKind::Text) return addText(cell.text, line);

@@ -67,8 +67,6 @@ class ColumnProfile {
     /// A date that is another day where the month comes first.
     const Sample& getDifferingDate() const { return differingDate_; }
     DateUnit getDateUnit() const { return dateUnit_.value_or(DateUnit::Day); }
-    /// Whether the cells are 0, 1, 2 ... or 1, 2, 3 ...
-    bool isCounting() const { return isCounting_ && filled_ > 1; }
 
  private:
     void addText(std::string_view text, std::size_t line);
@@ -100,7 +98,6 @@ class ColumnProfile {
     double lastDate_ = 0;
     bool hasEarly_ = false;
     bool isAscending_ = true;
-    bool isCounting_ = true;
 };
 
 }  // namespace quillon::report

@@ -12,40 +12,6 @@ namespace {
 
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
-/// A condition of the option where.
-struct Condition {
-    std::size_t column;
-    std::string text;
-};
-
-/// The position of the "=" that stands outside of quotes.
-std::size_t findEquals(const std::string& condition)
-{
-    bool isQuoted = false;
-    for (std::size_t i = 0; i < condition.size(); ++i) {
-        if (condition[i] == '"') isQuoted = !isQuoted;
-        if (condition[i] == '=' && !isQuoted) return i;
-    }
-    fail("Where {}: expected a column and a text, as in region=North.", quoteText(condition));
-}
-
-std::string unquote(std::string text)
-{
-    if (text.size() >= 2 && text.front() == '"' && text.back() == '"') return text.substr(1, text.size() - 2);
-    return text;
-}
-
-std::vector<Condition> readConditions(const TableScan& scan, const std::vector<std::string>& texts)
-{
-    std::vector<Condition> conditions;
-    for (const auto& text : texts) {
-        const auto equals = findEquals(text);
-        conditions.push_back(
-            {scan.findColumn(unquote(text.substr(0, equals))), unquote(text.substr(equals + 1))});
-    }
-    return conditions;
-}
-
 /// Reads the cells of one column into the table.
 class Reader {
  public:
@@ -130,76 +96,20 @@ class Reader {
     DateOrder dateOrder_ = DateOrder::DayMonthYear;
 };
 
-/// Which rows are kept.
-class RowFilter {
- public:
-    RowFilter(const TableScan& scan, const TableOptions& options, std::vector<std::size_t> dropColumns)
-        : conditions_(readConditions(scan, options.where)),
-          drop_(options.drop),
-          dropColumns_(std::move(dropColumns))
-    {
-    }
-
-    bool keeps(const Row& row)
-    {
-        for (const auto& condition : conditions_)
-            if (readText(row.cells[condition.column]) != condition.text) return false;
-        return !isDropped(row);
-    }
-
-    /// Names that --drop gives and no row has are probably misspelt.
-    void noteUnknown(const Place& place, const Note& note) const
-    {
-        for (std::size_t i = 0; i < drop_.size(); ++i)
-            if (!isFound_[i])
-                note(fmt::format("{}: there is no row {} to --drop.", place.name, quoteText(drop_[i])));
-    }
-
- private:
-    bool isDropped(const Row& row)
-    {
-        if (drop_.empty()) return false;
-        for (const auto column : dropColumns_) {
-            const auto found = std::find(drop_.begin(), drop_.end(), readText(row.cells[column]));
-            if (found == drop_.end()) continue;
-            isFound_[static_cast<std::size_t>(found - drop_.begin())] = true;
-            return true;
-        }
-        return false;
-    }
-
-    std::string_view readText(const Cell& cell)
-    {
-        if (cell.kind == CellKind::Text) return cell.text;
-        written_ = writeCell(cell);
-        return written_;
-    }
-
-    std::vector<Condition> conditions_;
-    const std::vector<std::string>& drop_;
-    std::vector<bool> isFound_ = std::vector<bool>(drop_.size(), false);
-    std::vector<std::size_t> dropColumns_;
-    std::string written_;
-};
-
 }  // namespace
 
 Table readColumns(const TableScan& scan, const std::vector<ColumnRequest>& requests,
-                  const TableOptions& options, const std::vector<std::size_t>& dropColumns, const Note& note)
+                  const TableOptions& options, const Note& note)
 {
     std::deque<Reader> readers;
     for (const auto& request : requests) readers.emplace_back(scan, request, options, note);
-    RowFilter filter(scan, options, dropColumns);
     Table table{scan.getPlace()};
     scan.readRows([&](const Row& row) {
-        if (!filter.keeps(row)) return true;
         table.lines.push_back(static_cast<std::uint32_t>(row.line));
         for (auto& reader : readers) reader.add(row);
         return true;
     });
-    filter.noteUnknown(table.place, note);
     table.rowCount = table.lines.size();
-    if (table.rowCount == 0) fail("{}: no row is left by --where and --drop.", scan.getPlace().name);
     for (auto& reader : readers) table.columns.push_back(std::move(reader.column));
     return table;
 }

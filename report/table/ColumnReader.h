@@ -20,10 +20,9 @@ struct ColumnRequest {
     ColumnRole role;
 };
 
-/// Reads the columns asked for, in that order, and the rows that meet the options where and drop;
-/// `dropColumns` hold the categories that drop means. Throws: std::runtime_error that names line and column
-/// of a cell that holds no number.
+/// Reads the columns asked for, in that order, and the rows that the scan keeps.
+/// Throws: std::runtime_error that names line and column of a cell that holds no number.
 Table readColumns(const TableScan& scan, const std::vector<ColumnRequest>& requests,
-                  const TableOptions& options, const std::vector<std::size_t>& dropColumns, const Note& note);
+                  const TableOptions& options, const Note& note);
 
 }  // namespace quillon::report

@@ -134,7 +134,7 @@ std::unique_ptr<RowSource> readDatabaseRows(const std::string& path, const std::
     auto rows = std::make_unique<StoredRows>(place, true, '.', 0);
     std::vector<std::string> names;
     for (int i = 0; i < query.countColumns(); ++i) names.push_back(query.getName(i));
-    rows->add(0, std::vector<Cell>(names.begin(), names.end()));
+    rows->addNames(names);
     std::vector<Cell> cells(names.size());
     for (std::size_t row = 1; query.step(); ++row) {
         for (std::size_t i = 0; i < cells.size(); ++i)

@@ -157,7 +157,7 @@ std::unique_ptr<RowSource> readJsonRows(InputFile& file)
     for (const auto& row : rows)
         for (const auto& item : row.object.items()) members.find(item.key());
     auto stored = std::make_unique<StoredRows>(place, true, '.', 0);
-    stored->add(0, std::vector<Cell>(members.names.begin(), members.names.end()));
+    stored->addNames(members.names);
     std::vector<Cell> cells;
     for (const auto& row : rows) {
         cells.assign(members.names.size(), {});

@@ -42,6 +42,13 @@ void StoredRows::add(std::size_t line, const std::vector<Cell>& cells)
     }
 }
 
+void StoredRows::addNames(const std::vector<std::string>& names)
+{
+    std::vector<Cell> cells;
+    for (const auto& name : names) cells.push_back({name});
+    add(0, cells);
+}
+
 void StoredRows::read(const Handler& handler)
 {
     for (const auto& row : rows_) {

@@ -21,6 +21,8 @@ class StoredRows : public RowSource {
     /// Appends a row; its texts are copied. Throws: std::runtime_error beyond the limits of stored cells and
     /// columns.
     void add(std::size_t line, const std::vector<Cell>& cells);
+    /// Appends a row of names.
+    void addNames(const std::vector<std::string>& names);
     void read(const Handler& handler) override;
 
  private:

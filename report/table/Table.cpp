@@ -29,10 +29,7 @@ Table readTable(const std::string& path, const TableOptions& options, const List
     if (options.columns.empty())
         for (std::size_t column = 0; column < scan.getNames().size(); ++column) request(column);
     for (const auto& name : options.columns) request(scan.findColumn(name));
-    std::vector<std::size_t> dropColumns;
-    for (const auto& name : options.category) dropColumns.push_back(scan.findColumn(name));
-    if (dropColumns.empty()) dropColumns.push_back(0);
-    return readColumns(scan, requests, options, dropColumns, note);
+    return readColumns(scan, requests, options, note);
 }
 
 }  // namespace quillon::report

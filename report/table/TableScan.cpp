@@ -50,9 +50,33 @@ TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& opti
 {
     const ColumnProfile empty(listStyles(options), options.missing);
     profiles_.assign(layout_.names.size(), empty);
+    filter_ = std::make_unique<RowFilter>(makeFilter());
     profileRows(note);
     requireNames();
     if (rowCount_ == 0) fail("{}: the table has a header row and no rows of data.", getPlace().name);
+    filter_->noteUnknown(getPlace(), note);
+    if (keptCount_ == 0) fail("{}: no row is left by --where and --drop.", getPlace().name);
+}
+
+bool TableScan::hasUnnamedFirst() const
+{
+    const auto& name = layout_.names.front();
+    return layout_.names.size() > 2 && (name.empty() || name == "index" || name == "Unnamed: 0");
+}
+
+RowFilter TableScan::makeFilter() const
+{
+    std::vector<RowFilter::Condition> conditions;
+    for (const auto& condition : options_.where) {
+        const auto [name, text] = splitCondition(condition);
+        conditions.push_back({findColumn(name), text});
+    }
+    std::vector<std::size_t> dropColumns;
+    for (const auto& name : options_.category) dropColumns.push_back(findColumn(name));
+    // Without a category column it is the first, or the second where that numbers the rows.
+    if (dropColumns.empty()) dropColumns.push_back(0);
+    if (options_.category.empty() && hasUnnamedFirst()) dropColumns.push_back(1);
+    return {std::move(conditions), options_.drop, std::move(dropColumns)};
 }
 
 void TableScan::profileRows(const Note& note)
@@ -95,8 +119,19 @@ void TableScan::releaseHeld()
 void TableScan::addRow(const Row& row)
 {
     requireWidth(row);
+    isCounting_ = isCounting_ && countsRow(row.cells.front());
     ++rowCount_;
+    if (!filter_->keeps(row)) return;
+    ++keptCount_;
     for (std::size_t i = 0; i < profiles_.size(); ++i) profiles_[i].add(row.cells[i], row.line);
+}
+
+bool TableScan::countsRow(const Cell& first) const
+{
+    const auto number =
+        first.kind == CellKind::Number ? std::optional(first.number) : readNumber(first.text, {'.', ""});
+    const auto row = static_cast<double>(rowCount_);
+    return number && (*number == row || *number == row + 1);
 }
 
 void TableScan::requireWidth(const Row& row) const
@@ -220,7 +255,8 @@ void TableScan::readRows(const RowSource::Handler& handler) const
         if (row.cells.size() < cells.size())
             fail("{}: the file changed while it was read.", getPlace().at(row.line));
         std::copy_n(row.cells.begin(), cells.size(), cells.begin());
-        return handler({row.line, row.afterBlank, cells});
+        const Row kept{row.line, row.afterBlank, cells};
+        return !filter_->keeps(kept) || handler(kept);
     });
 }
 

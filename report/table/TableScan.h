@@ -6,6 +6,7 @@
 
 #include "report/table/ColumnProfile.h"
 #include "report/table/Layout.h"
+#include "report/table/RowFilter.h"
 #include "report/table/Rows.h"
 
 namespace quillon::report {
@@ -23,7 +24,11 @@ class TableScan {
     const Place& getPlace() const { return source_->getPlace(); }
     const std::vector<std::string>& getNames() const { return layout_.names; }
     const ColumnProfile& getProfile(std::size_t column) const { return profiles_[column]; }
-    std::size_t getRowCount() const { return rowCount_; }
+    /// Rows that are kept.
+    std::size_t getRowCount() const { return keptCount_; }
+    /// Whether the first column numbers the rows, as programs write it beside their tables: it names no
+    /// categories.
+    bool hasRowNumbers() const { return hasUnnamedFirst() && isCounting_ && rowCount_ > 1; }
 
     /// The position of a column by its name, or by "#3".
     /// Throws: std::runtime_error that lists the columns, and names the one that was probably meant.
@@ -35,7 +40,7 @@ class TableScan {
     /// ambiguous, of which `note` hears.
     std::optional<DateOrder> chooseDateOrder(std::size_t column, const Note& note) const;
 
-    /// Hands out the rows of data, each with a cell for every column.
+    /// Hands out the rows that are kept, each with a cell for every column.
     void readRows(const RowSource::Handler& handler) const;
 
  private:
@@ -46,10 +51,13 @@ class TableScan {
         bool isShort;
     };
 
+    bool hasUnnamedFirst() const;
+    RowFilter makeFilter() const;
     void profileRows(const Note& note);
     bool holdBack(const Row& row, bool afterBlank);
     void releaseHeld();
     void addRow(const Row& row);
+    bool countsRow(const Cell& first) const;
     void requireWidth(const Row& row) const;
     void requireNames() const;
     bool decides(const ColumnProfile& profile, char decimal) const;
@@ -59,9 +67,13 @@ class TableScan {
     std::unique_ptr<RowSource> source_;
     const TableOptions& options_;
     Layout layout_;
+    std::unique_ptr<RowFilter> filter_;
     std::vector<ColumnProfile> profiles_;
     std::vector<HeldRow> held_;
     std::size_t rowCount_ = 0;
+    /// Whether the cells of the first column are 0, 1, 2 ... or 1, 2, 3 ...
+    bool isCounting_ = true;
+    std::size_t keptCount_ = 0;
 };
 
 /// The names of columns in a sentence, cut after ten with a count.

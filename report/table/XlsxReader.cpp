@@ -3,7 +3,7 @@
 #include <cmath>
 #include <map>
 
-#include "report/table/DateText.h"
+#include "report/options/NumberText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
 #include "report/table/Sheet.h"
@@ -43,27 +43,6 @@ constexpr BuiltInFormat builtInFormats[] = {
     {46, "[h]:mm:ss"},
     {47, "mm:ss.0"},
 };
-
-/// Whether a number format shows a date: a letter of a date outside of quotes, brackets and escapes.
-bool showsDate(std::string_view format)
-{
-    char end = '\0';
-    for (std::size_t i = 0; i < format.size(); ++i) {
-        const char c = format[i];
-        if (end != '\0') {
-            if (c == end) end = '\0';
-        } else if (c == '"') {
-            end = '"';
-        } else if (c == '[') {
-            end = ']';
-        } else if (c == '\\' || c == '_' || c == '*') {
-            ++i;
-        } else if (std::string_view("yYdDmMhH").find(c) != std::string_view::npos) {
-            return true;
-        }
-    }
-    return false;
-}
 
 int readInteger(const std::string& text)
 {
@@ -197,7 +176,7 @@ class SheetListener : public XmlListener {
     {
         for (const auto& style : styles) {
             formats_.push_back(sheet.addFormat(style));
-            areDates_.push_back(showsDate(style));
+            areDates_.push_back(isDateFormat(style));
         }
     }
 

@@ -1,18 +1,20 @@
 #include "report/table/Table.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <thread>
 
 #include "report/table/ChartTable.h"
 #include "report/table/DateText.h"
+#include "report/table/InputFile.h"
 #include "tests/ThrownText.h"
 #include "tests/report/table/TableReading.h"
 
@@ -60,6 +62,31 @@ TEST(Table, RefusesFilesThatCannotBeRead)
     EXPECT_EQ(refuse("/proc/self/mem"), "Cannot read \"/proc/self/mem\": Input/output error.");
 }
 
+TEST(Table, AFileThatFailsHalfWayIsRefused)
+{
+    const int next = dup(STDIN_FILENO);
+    close(next);
+    InputFile file(writeTable("A,B\nx,1\n"));
+    const int unreadable = open("/dev/null", O_WRONLY);
+    dup2(unreadable, next);
+    close(unreadable);
+    std::string block(16, ' ');
+    EXPECT_NE(thrownText([&] { file.read(block); }).find("Bad file descriptor"), std::string::npos);
+}
+
+TEST(Table, CharactersMayEndInAnotherBlock)
+{
+    std::string text = "\xFF\xFE" + std::string("A\0,\0B\0\n\0", 8);
+    std::size_t rows = 0;
+    for (; text.size() < 300'000; ++rows) {
+        text += std::string("\x3D\xD8\x00\xDE", 4) + std::string("\x3D\xD8\x00\xDE", 4);
+        text += std::string(",\0001\0\n\0", 6);
+    }
+    const auto data = readChartData(writeTable(text), parseOptions("--aggregate count"));
+    EXPECT_EQ(data.dataSet->getCategories(), (std::vector<std::u16string>{u"\U0001F600\U0001F600"}));
+    EXPECT_EQ(data.dataSet->getSeries(0)->getPoint(0)->getValue(), static_cast<double>(rows));
+}
+
 TEST(Table, ReadsPipesAndStandardInput)
 {
     const auto pipe = writeTable("") + ".pipe";
@@ -82,7 +109,7 @@ TEST(Table, RefusesEarlyWhatAChartCannotShow)
     std::string rows = "A,B\n";
     for (int i = 0; i < 1'048'576; ++i) rows += "x,1\n";
     const auto tall = writeTable(rows);
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = std::clock();
     EXPECT_NE(refuse(tall).find("1048576 categories, and a chart shows at most 1048575;"), std::string::npos);
     EXPECT_EQ(describeReading(tall, parseOptions("--aggregate sum")), "categories: x\nB: 1048576\n");
 
@@ -92,7 +119,7 @@ TEST(Table, RefusesEarlyWhatAChartCannotShow)
         refuse(writeTable(pairs), parseOptions("--series series --value value --gaps"))
             .find("2000 series with 2000 categories make 4000000 points, and a chart shows at most 2000000;"),
         std::string::npos);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
 
     EXPECT_NE(refuse(writeTable("A,B\nx,\"" + std::string(2'000'000, 'y'))).find("a quote is not closed"),
               std::string::npos);
@@ -185,6 +212,7 @@ TEST(DateText, ReadsTheFormsThatPeopleWrite)
         {"2024/2/9", mdy, 45331, DateUnit::Day},
         {"31/12/99", dmy, 36525, DateUnit::Day},
         {"31/12/99", mdy, 0, {}},
+        {"1/2/45", dmy, 52994, DateUnit::Day},
         {"12/31/1999", mdy, 36525, DateUnit::Day},
         {"24-02-29", ymd, 45351, DateUnit::Day},
         {"29.2.2024", mdy, 45351, DateUnit::Day},
