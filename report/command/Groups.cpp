@@ -62,7 +62,7 @@ Table readTexts(const ChartJob& job, std::size_t& byColumn, const std::string& b
     std::vector<ColumnRequest> requests;
     for (std::size_t column = 0; column < scan.getNames().size(); ++column)
         requests.push_back({column, ColumnRole::Label});
-    return readColumns(scan, requests, job, {}, ignore);
+    return readColumns(scan, requests, job, ignore);
 }
 
 /// The columns that have one text in all the rows.
