@@ -133,6 +133,6 @@ def take_data(chart: Any, data: Any) -> ChartData | None:
     if data is None:
         return None
     taken = as_chart_data(data)
-    if chart.DataSet is None:
+    if getattr(chart, "DataSet", chart) is None:
         chart.DataSet = taken.data_set
     return taken

@@ -92,7 +92,7 @@ def main():
             made[path] = fill_regions(text)
     old = [path for path, text in made.items() if not path.exists() or path.read_text() != text]
     if "--check" in sys.argv:
-        sys.exit("".join(f"{path} is not up to date.\n" for path in old))
+        sys.exit("\n".join(f"{path} is not up to date." for path in old) or 0)
     for path in old:
         path.write_text(made[path])
 

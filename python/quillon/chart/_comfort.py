@@ -25,14 +25,18 @@ class Made(Preview):
     __slots__ = ()
 
     def __init__(self: Any, *arguments: Any, title: Any = None, data: Any = None, **others: Any) -> None:
-        from quillon._chart_data import as_chart_data
-        from quillon.chart import Title
-
         _core.Handle.__init__(self, *arguments, **others)
-        if title is not None:
-            self.ChartTitle = Title(title) if isinstance(title, str) else title
-        if data is not None:
-            self.DataSet = as_chart_data(data).data_set
+        _fill_chart(self, title, data)
+
+
+def _fill_chart(chart: Any, title: Any, data: Any) -> None:
+    from quillon._chart_data import as_chart_data
+    from quillon.chart import Title
+
+    if title is not None:
+        chart.ChartTitle = Title(title) if isinstance(title, str) else title
+    if data is not None:
+        chart.DataSet = as_chart_data(data).data_set
 
 
 class Items(Generic[Item]):
