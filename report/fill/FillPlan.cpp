@@ -143,7 +143,7 @@ void FillPlan::requireNumbers() const
     const auto series = data_.dataSet->getSeriesList();
     for (std::size_t s = 0; s < series->size(); ++s)
         for (std::size_t i = 0; i < (*series)[s]->getSize(); ++i) {
-            const auto& point = *(*series)[s]->getPoint(i);
+            const auto& point = *(*series)[s]->getPoints()[i];
             for (const double number : {point.getX(), point.getY()})
                 if (std::abs(number) > maximumNumber)
                     throw std::runtime_error(

@@ -75,6 +75,10 @@ TEST(Fill, MatchesSeriesByNameAndKeepsTheLookOfEach)
     auto south = getSeries(before, "South");
     south.replace(south.find("<c:order val=\"1\""), 16, "<c:order val=\"2\"");
     EXPECT_EQ(getSeries(part, "South"), south);
+    // Readers that take the markup's order for the order of series see the new one, too.
+    document.fill("1",
+                  makeData(months, {{"South", {4, gap, 6}}, {"North", {1, 2.5, 9}}, {"Goal", {1, 2, 3}}}));
+    EXPECT_EQ(getSeriesNames(getChartPart(document)), (Texts{"South", "North", "Goal"}));
 }
 
 TEST(Fill, GivesWhatIsLeftOverToWhatIsLeftOverInOrder)
