@@ -12,7 +12,7 @@ cd "$scratch"
 "$report" --job "$examples/reports/quarterly.json" -o report.pdf
 "$report" --job "$examples/reports/template.json" -o june.docx
 "$report" fill june.docx "$examples/data/july.csv" --chart Visits \
-    "$examples/data/margin.csv" --at margin --type line --number-format 0% --text month=July -o july.docx
+    "$examples/data/margin.csv" --at margin --type line --height 6cm --number-format 0% --text month=July -o july.docx
 soffice --headless "-env:UserInstallation=file://$scratch/office" --convert-to pdf june.docx july.docx >/dev/null 2>&1
 pdftoppm -png -r 60 report.pdf "$docs/images/report"
 for month in june july; do

@@ -54,9 +54,9 @@ std::string join(const std::vector<std::string>& texts)
 }
 
 /// A text in a table on a terminal: as quoteText shows it, without the quotes.
-std::string show(const std::string& text)
+std::string show(const std::string& text, std::size_t longest = 30)
 {
-    const auto quoted = quoteText(text, 30);
+    const auto quoted = quoteText(text, longest);
     return quoted.substr(1, quoted.rfind('"') - 1);
 }
 
@@ -92,7 +92,7 @@ std::string writeCharts(const std::vector<FoundChart>& charts)
         rows.push_back({std::to_string(chart.number), show(chart.name), show(chart.altText),
                         show(chart.title), show(join(chart.types)), show(join(chart.series)),
                         std::to_string(chart.points), chart.place,
-                        chart.problem.empty() ? "yes" : "no: " + chart.problem});
+                        chart.problem.empty() ? "yes" : "no: " + show(chart.problem, 200)});
     return writeTable(rows);
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "report/command/Pdf.h"
+#include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 #include "report/table/Fail.h"
 
@@ -70,19 +71,24 @@ class Unprotected {
 void Output::requireOtherThanTemplate(const std::string& document) const
 {
     if (!force && isSameFile(document, path))
-        fail("Cannot write \"{}\": the document is made from it; --force replaces it.", path);
+        fail("Cannot write {}: the document is made from it; --force replaces it.", quoteText(path, 200));
 }
 
 void Output::requireOther(const std::string& input) const
 {
-    if (isSameFile(input, path)) fail("Cannot write \"{}\": the document is made from it.", path);
+    if (isSameFile(input, path)) fail("Cannot write {}: the document is made from it.", quoteText(path, 200));
+}
+
+void Output::requireUnprotected() const
+{
+    if (!force && findProtection(path))
+        fail("Cannot write {}: it is write-protected; --force replaces it.", quoteText(path, 200));
 }
 
 void Output::requireWritable() const
 {
     if (isPdf(path)) requirePdf(path);
-    if (!isStandard() && !force && findProtection(path))
-        fail("Cannot write \"{}\": it is write-protected; --force replaces it.", path);
+    if (!isStandard()) requireUnprotected();
     if (isStandard() && isatty(STDOUT_FILENO) != 0)
         fail("Standard output is a terminal; expected a file or a program behind it, or another --output.");
 }
@@ -99,8 +105,7 @@ void Output::write(std::string_view document) const
 void Output::writePlain(std::string_view bytes) const
 {
     if (isStandard()) return writeStandard(bytes);
-    if (!force && findProtection(path))
-        fail("Cannot write \"{}\": it is write-protected; --force replaces it.", path);
+    requireUnprotected();
     const Unprotected unprotected(path);
     writeFile(path, bytes);
 }

@@ -27,6 +27,8 @@ struct Output {
     void write(std::string_view document) const;
     /// Writes bytes as they are.
     void writePlain(std::string_view bytes) const;
+    /// The part of requireWritable that is for every file.
+    void requireUnprotected() const;
 };
 
 }  // namespace quillon::report

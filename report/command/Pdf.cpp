@@ -15,6 +15,7 @@
 #include <sstream>
 #include <vector>
 
+#include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 #include "report/table/Fail.h"
 

@@ -1,8 +1,10 @@
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <exception>
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "report/command/ClassCatalogue.h"
@@ -51,12 +53,31 @@ void run(std::vector<std::string> words)
     verb.run(commandLine);
 }
 
+/// An exception that nobody can catch, because the libraries start before main: there, memory has run out.
+[[noreturn]] void endWithSentence()
+{
+    constexpr std::string_view sentence = "quillon-report: Out of memory.\n";
+    [[maybe_unused]] const auto count = ::write(STDERR_FILENO, sentence.data(), sentence.size());
+    _exit(dataError);
+}
+
+std::terminate_handler usualEnd = nullptr;
+
+void prepareStart()
+{
+    usualEnd = std::set_terminate(endWithSentence);
+}
+
+/// The functions in this section run before the libraries start.
+[[gnu::section(".preinit_array"), gnu::used]] void (*beforeStart)() = prepareStart;
+
 }  // namespace
 }  // namespace quillon::report
 
 int main(int argc, char** argv)
 {
     using namespace quillon::report;
+    std::set_terminate(usualEnd);
     try {
         run({argv + 1, argv + argc});
         return 0;
