@@ -26,4 +26,9 @@ install(FILES "${PROJECT_BINARY_DIR}/quillon.pc" DESTINATION "${CMAKE_INSTALL_LI
 install(FILES LICENSE NOTICE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(TARGET quillon-report)
     install(TARGETS quillon-report)
+    set(pages "${PROJECT_BINARY_DIR}/report")
+    install(FILES "${pages}/quillon-report.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+    install(FILES "${pages}/quillon-report.bash" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
+            RENAME quillon-report)
+    install(FILES "${pages}/_quillon-report" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
 endif()

@@ -7,7 +7,9 @@
 #include "python/core/Classes.h"
 #include "python/core/Handle.h"
 #include "python/core/Members.h"
+#include "python/core/Options.h"
 #include "python/core/Report.h"
+#include "python/core/Template.h"
 #include "python/core/Unlocked.h"
 #include "python/core/Unsaid.h"
 #include "support/FeatureService.h"
@@ -50,6 +52,8 @@ void define(py::module_& module)
                "The number of library objects that Python or another host holds.");
     defineUnsaid(module);
     defineReport(module);
+    defineTemplate(module);
+    defineOptions(module);
     defineChartData(module);
 }
 

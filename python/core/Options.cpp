@@ -8,6 +8,7 @@
 #include "python/core/Conversion.h"
 #include "python/core/Errors.h"
 #include "python/core/Text.h"
+#include "report/options/Enumerations.h"
 #include "report/options/Options.h"
 
 namespace quillon::python {
@@ -93,7 +94,54 @@ void setOption(report::ChartOptions& options, const std::string& name, py::handl
     report::setOption(options, option, readValue(option, value, name), name);
 }
 
+const char* nameForm(OptionForm form)
+{
+    switch (form) {
+        case OptionForm::Flag:
+            return "flag";
+        case OptionForm::Number:
+            return "number";
+        case OptionForm::Integer:
+            return "integer";
+        case OptionForm::Text:
+            return "text";
+        case OptionForm::Choice:
+            return "choice";
+        case OptionForm::Choices:
+            return "choices";
+        case OptionForm::Texts:
+            return "texts";
+        case OptionForm::TextPairs:
+            return "pairs";
+    }
+    return "";
+}
+
+py::list describeOptions()
+{
+    py::list rows;
+    for (const auto& option : report::getOptions()) {
+        py::list choices;
+        for (const auto* choice : option.choices) choices.append(choice);
+        rows.append(py::make_tuple(option.name, nameForm(option.form), choices));
+    }
+    return rows;
+}
+
 }  // namespace
+
+void defineOptions(py::module_& core)
+{
+    core.def(
+        "chart_types",
+        [] {
+            py::list names;
+            for (const auto& row : report::kindRows) names.append(row.name);
+            return names;
+        },
+        "The names of the types of charts.");
+    core.def("options", describeOptions, "The options of a chart: a list of (name, form, choices).");
+}
 
 report::ChartOptions readOptions(const py::dict& options)
 {

@@ -12,4 +12,7 @@ namespace quillon::python {
 /// std::runtime_error that names the option, for a value that is not allowed.
 report::ChartOptions readOptions(const pybind11::dict& options);
 
+/// Adds options(): what keywords and their types are made of, a tuple (name, form, choices) for each option.
+void defineOptions(pybind11::module_& core);
+
 }  // namespace quillon::python

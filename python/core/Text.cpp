@@ -4,6 +4,8 @@
 
 namespace quillon::python {
 
+namespace py = pybind11;
+
 std::string readText(pybind11::handle value, const std::string& name)
 {
     if (!PyUnicode_Check(value.ptr()))
@@ -12,6 +14,13 @@ std::string readText(pybind11::handle value, const std::string& name)
     const auto* bytes = PyUnicode_AsUTF8AndSize(value.ptr(), &size);
     if (bytes == nullptr) throw pybind11::error_already_set();
     return {bytes, static_cast<std::size_t>(size)};
+}
+
+std::string readPath(py::handle value)
+{
+    PyObject* converted = nullptr;
+    if (PyUnicode_FSConverter(value.ptr(), &converted) == 0) throw py::error_already_set();
+    return py::reinterpret_steal<py::bytes>(converted);
 }
 
 }  // namespace quillon::python

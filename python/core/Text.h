@@ -16,4 +16,7 @@ inline std::string nameType(pybind11::handle value)
 /// Throws: Refused for what is no text, pybind11::error_already_set for a lone surrogate.
 std::string readText(pybind11::handle value, const std::string& name);
 
+/// The bytes of a path, as the system takes them. Throws: pybind11::error_already_set for what is none.
+std::string readPath(pybind11::handle value);
+
 }  // namespace quillon::python

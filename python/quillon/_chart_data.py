@@ -117,3 +117,22 @@ def _read_levels(cells: list[tuple[Any, ...]]) -> list[list[str]]:
         starts = [i == 0 or cell[: depth + 1] != cells[i - 1][: depth + 1] for i, cell in enumerate(cells)]
         levels.append([_cells.label(cell[depth]) if start else "" for cell, start in zip(cells, starts)])
     return levels
+
+
+def as_chart_data(data: Any) -> ChartData:
+    """Chart data of whatever says as much: chart data, a data set, or what ChartData.from_dataframe takes."""
+    from quillon.chart import DataSet
+
+    if isinstance(data, ChartData):
+        return data
+    return ChartData(data) if isinstance(data, DataSet) else ChartData.from_dataframe(data)
+
+
+def take_data(chart: Any, data: Any) -> ChartData | None:
+    """The data to show a chart with; a chart that has no data set yet gets it."""
+    if data is None:
+        return None
+    taken = as_chart_data(data)
+    if getattr(chart, "DataSet", chart) is None:
+        chart.DataSet = taken.data_set
+    return taken

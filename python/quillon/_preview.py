@@ -8,10 +8,10 @@ import shutil
 import signal
 import subprocess
 import tempfile
+from collections.abc import Sequence
 from pathlib import Path
 
-from quillon import _core
-from quillon._options import Legend
+from quillon import _core, _options
 from quillon._warnings import warn
 
 _EMU_PER_INCH = 914_400
@@ -29,23 +29,61 @@ class Preview:
 
     def preview(
         self,
+        dpi: int = 96,
+        *,
+        # options: begin
         width: str | None = None,
         height: str | None = None,
-        dpi: float = 96,
-        legend: Legend = "auto",
+        legend: _options.Legend | None = None,
+        alt_text: str | None = None,
+        workbook: bool = True,
+        float: _options.Float | None = None,
+        category_title: str | None = None,
+        value_title: str | None = None,
+        number_format: str | None = None,
+        category_format: str | None = None,
+        value_min: float | None = None,
+        value_max: float | None = None,
+        value_step: float | None = None,
+        log: float | None = None,
+        reverse: bool = False,
+        units: _options.Units | None = None,
+        gridlines: _options.Gridlines | None = None,
+        tick_labels: _options.TickLabels | None = None,
+        tick_rotation: float | None = None,
+        tick_interval: int | None = None,
+        labels: _options.Label | Sequence[_options.Label] | None = None,
+        label_position: _options.LabelPosition | None = None,
+        label_format: str | None = None,
+        gap: int | None = None,
+        overlap: int | None = None,
+        stacking: _options.Stacking | None = None,
+        markers: bool = False,
+        smooth: bool = False,
+        blank: _options.Blank | None = None,
+        colors: Sequence[str] | None = None,
+        palette: Sequence[str] | None = None,
+        series_colors: dict[str, str] | None = None,
+        start_angle: int | None = None,
+        explosion: int | None = None,
+        font: str | None = None,
+        font_size: float | None = None,
+        frame: bool = False,
+        data_table: bool = False,
+        # options: end
     ) -> bytes:
         """Draw the chart with LibreOffice, and return the picture, a PNG file.
 
-        width, height, legend: as in quillon.report.Document.add_chart.
         dpi: dots per inch, 10 to 600.
+
+        The options are those of quillon.report.Document.add_chart.
 
         Takes some seconds; a chart that has not changed since is not drawn again. Raises PreviewError, which says how
         to install LibreOffice when it is missing.
         """
         if not 10 <= dpi <= 600:
             raise ValueError(f"dpi: expected 10 to 600, got {dpi}.")
-        options = {"width": width, "height": height, "legend": legend}
-        document, *emu, sentences = _core.make_preview(self, options)
+        document, *emu, sentences = _core.make_preview(self, _options.given(locals()))
         warn(sentences)
         return _draw(document, *(length / _EMU_PER_INCH for length in emu), dpi)
 

@@ -24,6 +24,9 @@ from quillon.chart._tables import from_rows as from_rows
 '''
 
 
+CHART_CONSTRUCTOR = "    def __init__(self, *, title: str | Title | None = None, data: Any = None) -> None: ..."
+
+
 def qualify(type_name):
     """The full names of classes, for many properties have the name of a class."""
     return re.sub(r"\w+", lambda word: f"quillon.chart.{word[0]}" if word[0] in chart.__all__ else word[0], type_name)
@@ -75,7 +78,10 @@ def class_lines(cls):
     bases = ", ".join(map(base_name, cls.__bases__))
     lines = [f"class {cls.__name__}({bases}):", *doc_lines(cls.__doc__.split("\n")[0], "    ")]
     constructors = _core.constructors(cls)
-    lines += form_lines("__init__", constructors, [""] * len(constructors))
+    if constructors and issubclass(cls, chart.Chart):
+        lines.append(CHART_CONSTRUCTOR)
+    else:
+        lines += form_lines("__init__", constructors, [""] * len(constructors))
     for name, member in vars(cls).items():
         if isinstance(member, _core.Property):
             lines += property_lines(name, member)

@@ -1,5 +1,13 @@
 #include "report/command/ChartJob.h"
 
+#include <charconv>
+
+#include "report/options/Enumerations.h"
+#include "report/options/ListText.h"
+#include "report/options/Options.h"
+#include "report/options/QuotedText.h"
+#include "report/table/Fail.h"
+
 namespace quillon::report {
 namespace {
 
@@ -10,26 +18,109 @@ JobOption::Member toJobMember(Value TableOptions::*member)
     return static_cast<Value ChartJob::*>(member);
 }
 
+std::string joinKinds()
+{
+    std::string names;
+    for (const auto& row : kindRows) names += (names.empty() ? "" : "|") + std::string(row.name);
+    return names;
+}
+
+std::string nameEveryKind()
+{
+    std::vector<const char*> names;
+    for (const auto& row : kindRows) names.push_back(row.name);
+    return joinNames(names);
+}
+
+constexpr auto chartGroup = "The chart";
+
 std::vector<JobOption> collectOptions()
 {
+    static const auto typeHelp = "the type of the chart: " + nameEveryKind() + " (default: column)";
+    const auto fill = JobUse::Fill;
+    const auto every = JobUse::Every;
     std::vector<JobOption> options = {
-        {"type", &ChartJob::type, "bar, column, line or pie (default: column)"},
-        {"title", &ChartJob::title, "the chart's title"},
-        {"heading", &ChartJob::heading, "a heading above the chart"},
+        {"type", "type", &ChartJob::type, getTypeNames().c_str(), typeHelp.c_str(), chartGroup, every},
+        {"title", "title", &ChartJob::title, "", "the chart's title", chartGroup, every},
+        {"heading", "heading", &ChartJob::heading, "", "a heading above the chart", chartGroup, JobUse::New},
+        {"chart", "fill", &ChartJob::fill, "",
+         "the chart that takes the data: its name, alternative text, title or number", chartGroup, fill},
+        {"at", "at", &ChartJob::at, "", "the placeholder that becomes a chart, as margin for {{margin}}",
+         chartGroup, fill},
+        {"match", "match", &ChartJob::match, "name|position",
+         "how series and categories find the old ones whose look they take: by name or position (default: "
+         "name)",
+         chartGroup, fill},
     };
     for (const auto& option : tableOptions)
-        options.push_back({option.name,
+        options.push_back({option.name, option.name,
                            std::visit([](auto member) { return toJobMember(member); }, option.member),
-                           option.help});
+                           option.values, option.help, option.group, every});
     return options;
 }
 
+std::size_t readWholeNumber(const std::string& name, const std::string& text)
+{
+    std::size_t number = 0;
+    const auto* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end)
+        fail("--{} {}: expected a whole number.", name, quoteText(text));
+    return number;
+}
+
+/// Stores the text of an option where it says.
+struct Store {
+    ChartJob& job;
+    const std::string& name;
+    const std::string& text;
+
+    void operator()(std::string ChartJob::*member) const { job.*member = text; }
+    void operator()(std::vector<std::string> ChartJob::*member) const { job.*member = splitList(text); }
+    void operator()(std::size_t ChartJob::*member) const { job.*member = readWholeNumber(name, text); }
+    void operator()(bool ChartJob::*member) const { job.*member = true; }
+};
+
 }  // namespace
+
+const char* JobOption::getValueName() const
+{
+    if (std::holds_alternative<bool ChartJob::*>(member)) return "";
+    if (std::holds_alternative<std::size_t ChartJob::*>(member)) return "COUNT";
+    if (std::holds_alternative<std::vector<std::string> ChartJob::*>(member)) return "LIST";
+    return *values != '\0' ? "WORD" : "TEXT";
+}
 
 const std::vector<JobOption>& getJobOptions()
 {
     static const auto options = collectOptions();
     return options;
+}
+
+const std::string& getTypeNames()
+{
+    static const auto names = joinKinds();
+    return names;
+}
+
+std::vector<std::string> splitValues(const std::string& values)
+{
+    std::vector<std::string> items;
+    for (std::size_t at = 0; at < values.size();) {
+        const auto end = std::min(values.find('|', at), values.size());
+        items.push_back(values.substr(at, end - at));
+        at = end + 1;
+    }
+    return items;
+}
+
+void setFromText(ChartJob& job, const std::string& name, const std::string& text)
+{
+    for (const auto& option : getJobOptions())
+        if (name == option.name) return std::visit(Store{job, name, text}, option.member);
+    const auto& option = *findOption(name);
+    const auto shown = "--" + name;
+    setOption(job.options, option, readOptionText(option, text, shown), shown);
 }
 
 }  // namespace quillon::report

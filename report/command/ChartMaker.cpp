@@ -2,13 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
+#include "report/options/Enumerations.h"
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "report/table/ChartTable.h"
 #include "report/table/Fail.h"
 #include "support/Text.h"
 
@@ -18,24 +22,39 @@ namespace {
 using Note = std::function<void(const std::string&)>;
 
 struct ChartType {
-    const char* name;
+    ChartKind kind;
     std::shared_ptr<chart::Chart> (*create)();
-    bool isPie;
 };
 
 constexpr std::array chartTypes = {
-    ChartType{"column", chart::ColumnChart::create, false},
-    ChartType{"bar", chart::BarChart::create, false},
-    ChartType{"line", chart::LineChart::create, false},
-    ChartType{"pie", chart::PieChart::create, true},
+    ChartType{ChartKind::Column, chart::ColumnChart::create},
+    ChartType{ChartKind::Bar, chart::BarChart::create},
+    ChartType{ChartKind::Line, chart::LineChart::create},
+    ChartType{ChartKind::Pie, chart::PieChart::create},
 };
+
+}  // namespace
+
+ChartKind findKind(const std::string& typed)
+{
+    if (typed.empty()) return ChartKind::Column;
+    auto name = typed;
+    for (auto& c : name)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    if (const auto* row = findRowOf(kindRows, name)) return row->value;
+    std::vector<const char*> names;
+    for (const auto& row : kindRows) names.push_back(row.name);
+    fail("Chart type {}: expected {}{}", quoteText(typed), joinNames(names),
+         suggestName(typed, {names.begin(), names.end()}));
+}
+
+namespace {
 
 const ChartType& findType(const std::string& name)
 {
-    if (name.empty()) return chartTypes.front();
-    for (const auto& type : chartTypes)
-        if (name == type.name) return type;
-    fail("Chart type \"{}\": expected bar, column, line or pie.", name);
+    const auto kind = findKind(name);
+    return *std::find_if(chartTypes.begin(), chartTypes.end(),
+                         [kind](const auto& type) { return type.kind == kind; });
 }
 
 /// Word processors draw such a slice as if the value had no sign.
@@ -50,14 +69,22 @@ void noteNegativeSlice(const std::string& table, const chart::DataSet& dataSet, 
 
 }  // namespace
 
+ChartData readData(const ChartJob& job, const Listener& listener)
+{
+    TableOptions reading = job;
+    reading.gaps = job.gaps || job.options.blank;
+    return readChartData(job.table, reading, listener);
+}
+
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& note)
 {
     const auto& type = findType(job.type);
     const auto& dataSet = *data.dataSet;
-    if (type.isPie && dataSet.getSeriesCount() > 1)
+    const bool isPie = type.kind == ChartKind::Pie;
+    if (isPie && dataSet.getSeriesCount() > 1)
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", job.table,
              dataSet.getSeriesCount());
-    if (type.isPie) noteNegativeSlice(job.table, dataSet, note);
+    if (isPie) noteNegativeSlice(job.table, dataSet, note);
     auto chart = type.create();
     chart->setDataSet(data.dataSet);
     if (!job.title.empty()) chart->setTitle(chart::Title::create(quillon::toUtf16(job.title)));

@@ -1,126 +1,224 @@
 #include "report/command/JobFile.h"
 
-#include <algorithm>
+#include <fmt/format.h>
+
+#include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
+#include <exception>
 #include <fstream>
-#include <nlohmann/json.hpp>
+#include <iostream>
+#include <iterator>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <thread>
 
-#include "report/options/Options.h"
+#include "report/command/ChartReader.h"
+#include "report/command/CommandLine.h"
+#include "report/command/Groups.h"
+#include "report/command/JobForm.h"
+#include "report/command/Messages.h"
+#include "report/command/ReportMaker.h"
+#include "report/command/TemplateFiller.h"
+#include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
 
 namespace quillon::report {
 namespace {
 
-using Json = nlohmann::json;
-
-Json parseFile(const std::string& path)
+std::string readText(const std::string& path)
 {
-    std::ifstream file(path);
+    if (path == "-") return {std::istreambuf_iterator<char>(std::cin), {}};
+    std::ifstream file(path, std::ios::binary);
     if (!file || std::filesystem::is_directory(path))
-        fail("Cannot read \"{}\": {}.", path, file ? "it is a folder" : std::strerror(errno));
-    try {
-        return Json::parse(file);
-    } catch (const Json::parse_error& error) {
-        const std::string sentence = error.what();  // "[the library's name of the error] what is wrong"
-        fail("{}: not well-formed JSON: {}.", path, sentence.substr(sentence.find("] ") + 2));
+        fail("Cannot read {}: {}.", quoteText(path, 200), file ? "it is a folder" : std::strerror(errno));
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    if (file.bad()) fail("Cannot read {}: {}.", quoteText(path, 200), std::strerror(errno));
+    return text;
+}
+
+void requireNoProblems(const Job& job, const std::string& text, const std::string& name)
+{
+    std::string lines;
+    for (const auto& [position, sentence] : findProblems(job.tree, getJobForm(), job.folder))
+        lines += (lines.empty() ? "" : "\n") + describePosition(text, name, position) + ": " + sentence;
+    if (!lines.empty()) throw std::runtime_error(lines);
+}
+
+const JsonNode* findTemplate(const JsonNode& job)
+{
+    return job.find("blocks") == nullptr ? job.find("template") : nullptr;
+}
+
+NamedTexts readTexts(const JsonNode& job)
+{
+    NamedTexts texts;
+    if (const auto* node = job.find("texts"))
+        for (const auto& member : node->members) texts.emplace_back(member.name, member.value.text);
+    return texts;
+}
+
+/// Every file that the job names, but for its template.
+void collectFiles(const JsonNode& node, const std::filesystem::path& folder, std::set<std::string>& files)
+{
+    for (const auto& item : node.items) collectFiles(item, folder, files);
+    for (const auto& member : node.members) {
+        collectFiles(member.value, folder, files);
+        const bool isFile = member.name == "table" || member.name == "image";
+        if (isFile && !member.value.text.empty()) files.insert((folder / member.value.text).string());
     }
 }
 
-/// Stores a member's value where the option says, or throws with what was expected.
-struct Store {
-    ChartJob& job;
-    const Json& value;
-    const std::string& place;
+/// What a document is made of, besides the tree of its own job.
+struct Making {
+    const Job& job;
+    const JobOptions& options;
+    /// Opened once for all documents; nothing where none is filled.
+    std::optional<Template> document = {};
+    std::set<std::string> files = {};
 
-    void operator()(std::string ChartJob::*member) const
+    void requireOutput(const Output& output) const
     {
-        if (!value.is_string()) fail("{}: expected a text.", place);
-        job.*member = value.get<std::string>();
-    }
-    void operator()(std::vector<std::string> ChartJob::*member) const
-    {
-        if (value.is_string()) return (job.*member).push_back(value.get<std::string>());
-        if (!value.is_array()) fail("{}: expected a list of texts.", place);
-        for (const auto& item : value) {
-            if (!item.is_string()) fail("{}: expected a list of texts.", place);
-            (job.*member).push_back(item.get<std::string>());
-        }
-    }
-    void operator()(std::size_t ChartJob::*member) const
-    {
-        if (!value.is_number_unsigned()) fail("{}: expected a whole number, 0 or more.", place);
-        job.*member = value.get<std::size_t>();
-    }
-    void operator()(bool ChartJob::*member) const
-    {
-        if (!value.is_boolean()) fail("{}: expected true or false.", place);
-        job.*member = value.get<bool>();
+        output.requireOther(job.path);
+        for (const auto& file : files) output.requireOther(file);
+        if (const auto* found = job.tree.find("template"))
+            output.requireOtherThanTemplate((job.folder / found->text).string());
+        output.requireWritable();
     }
 };
 
-/// What a JSON value says, as an option has it; nothing for a value that no option has.
-OptionValue readValue(const Json& value)
+/// Makes and writes one document, and returns what was filled.
+FillResult makeOne(const Making& making, const JsonNode& tree, const NamedTexts& groupTexts,
+                   const Output& output, const Listener& listener)
 {
-    if (value.is_boolean()) return value.get<bool>();
-    if (value.is_number()) return value.get<double>();
-    if (value.is_string()) return value.get<std::string>();
-    if (value.is_array() &&
-        std::all_of(value.begin(), value.end(), [](const auto& v) { return v.is_string(); }))
-        return value.get<std::vector<std::string>>();
-    if (!value.is_object()) return {};
-    std::vector<std::pair<std::string, std::string>> pairs;
-    for (const auto& [name, text] : value.items()) {
-        if (!text.is_string()) return {};
-        pairs.emplace_back(name, text.get<std::string>());
+    FillResult result;
+    std::string bytes;
+    if (making.document) {
+        Filling filling{.texts = readTexts(tree), .furtherTexts = groupTexts};
+        if (const auto* charts = tree.find("charts"))
+            for (const auto& chart : charts->items)
+                filling.charts.push_back(readChartJob(chart, making.job.folder));
+        auto document = *making.document;
+        result = fillTemplate(document, filling, listener);
+        bytes = document.toBytes();
+    } else {
+        bytes = makeReport(fillInTexts(tree, readTexts(tree)), making.job.folder, listener).toBytes(listener);
     }
-    return pairs;
+    if (!making.options.isCheck) output.write(bytes);
+    return result;
 }
 
-const JobOption& findJobOption(const std::string& name, const std::string& place)
+void tell(const Making& making, const FillResult& result, const std::string& output)
 {
-    std::string known = "table";
-    for (const auto& option : getJobOptions()) {
-        if (name == option.name) return option;
-        known += std::string(", ") + option.name;
-    }
-    for (const auto& option : getOptions()) known += std::string(", ") + option.name;
-    fail("{}: unknown member; the members are {}.", place, known);
+    if (making.options.asJson)
+        fmt::print("{}", describeFillingAsJson(result, output));
+    else if (making.document && output != "-")
+        fmt::print("{}", describeFilling(result));
 }
 
-ChartJob readChart(const Json& chart, const std::string& place, const std::filesystem::path& folder)
-{
-    if (!chart.is_object()) fail("{}: expected an object.", place);
-    ChartJob job;
-    for (const auto& [name, value] : chart.items()) {
-        const auto memberPlace = fmt::format(R"({}, "{}")", place, name);
-        const Store store{job, value, memberPlace};
-        if (name == "table")
-            store(&ChartJob::table);
-        else if (const auto* option = findOption(name))
-            setOption(job.options, *option, readValue(value), memberPlace);
-        else
-            std::visit(store, findJobOption(name, memberPlace).member);
+/// Makes the documents of all groups, on all cores. The first failure ends it.
+class GroupRun {
+ public:
+    GroupRun(const Making& making, const std::vector<Group>& groups)
+        : making_(making), groups_(groups), results_(groups.size())
+    {
     }
-    if (job.table.empty()) fail("{}: expected a member \"table\", the path of a CSV file.", place);
-    job.table = (folder / job.table).string();
-    return job;
+
+    void run()
+    {
+        const std::size_t count =
+            std::min<std::size_t>(std::max(1U, std::thread::hardware_concurrency()), groups_.size());
+        std::vector<std::jthread> threads;
+        for (std::size_t i = 0; i < count; ++i) threads.emplace_back([this] { work(); });
+        threads.clear();
+        progress_.clear();
+        for (const auto& sentence : warnings_) warn(sentence);
+        if (failure_) std::rethrow_exception(failure_);
+        for (std::size_t i = 0; i < groups_.size(); ++i) {
+            if (!making_.options.asJson) fmt::print("{}\n", groups_[i].output);
+            tell(making_, results_[i], groups_[i].output);
+        }
+    }
+
+ private:
+    void work()
+    {
+        for (auto i = next_++; i < groups_.size() && !isStopped_; i = next_++) {
+            try {
+                makeGroup(i);
+            } catch (...) {
+                const std::lock_guard lock(mutex_);
+                if (!failure_) failure_ = std::current_exception();
+                isStopped_ = true;
+            }
+            progress_.show(fmt::format("document {} of {}", ++done_, groups_.size()));
+        }
+    }
+
+    void makeGroup(std::size_t index)
+    {
+        const auto& group = groups_[index];
+        const Listener listener{nullptr, [this](const std::string& sentence) {
+                                    const std::lock_guard lock(mutex_);
+                                    if (known_.insert(sentence).second) warnings_.push_back(sentence);
+                                }};
+        try {
+            results_[index] = makeOne(making_, makeGroupJob(making_.job.tree, group), group.texts,
+                                      {group.output, making_.options.output.force}, listener);
+        } catch (const std::runtime_error& error) {
+            fail("{}: {}", quoteText(group.name), error.what());
+        }
+    }
+
+    const Making& making_;
+    const std::vector<Group>& groups_;
+    std::vector<FillResult> results_;
+    std::atomic<std::size_t> next_ = 0;
+    std::atomic<std::size_t> done_ = 0;
+    std::atomic<bool> isStopped_ = false;
+    std::mutex mutex_;
+    std::set<std::string> known_;
+    std::vector<std::string> warnings_;
+    std::exception_ptr failure_;
+    ProgressLine progress_;
+};
+
+void runGroups(const Making& making)
+{
+    if (!making.options.output.path.empty())
+        throw UsageError("--output is for one document; \"for-each\" names those of its groups.");
+    const auto groups = readGroups(*making.job.tree.find("for-each"), making.job.folder);
+    for (const auto& group : groups) making.requireOutput({group.output, making.options.output.force});
+    GroupRun(making, groups).run();
 }
 
 }  // namespace
 
-std::vector<ChartJob> readJobFile(const std::string& path)
+Job readJob(const std::string& path)
 {
-    const auto file = parseFile(path);
-    if (!file.is_object() || file.size() != 1 || !file.contains("charts") || !file["charts"].is_array())
-        fail("{}: expected an object with the one member \"charts\", a list.", path);
-    std::vector<ChartJob> jobs;
-    for (const auto& chart : file["charts"])
-        jobs.push_back(readChart(chart, fmt::format("{}: chart {}", path, jobs.size() + 1),
-                                 std::filesystem::path(path).parent_path()));
-    if (jobs.empty()) fail("{}: the list of charts is empty.", path);
-    return jobs;
+    const auto text = readText(path);
+    const std::string name = path == "-" ? "standard input" : path;
+    Job job{path, path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path(),
+            parseJson(text, name)};
+    requireNoProblems(job, text, name);
+    return job;
+}
+
+void runJob(const Job& job, const JobOptions& options)
+{
+    Making making{job, options};
+    collectFiles(job.tree, job.folder, making.files);
+    if (const auto* found = findTemplate(job.tree))
+        making.document = Template::open((job.folder / found->text).string());
+    if (job.tree.find("for-each") != nullptr) return runGroups(making);
+    if (options.output.path.empty() && !options.isCheck)
+        throw UsageError("Expected --output, the document to write.");
+    if (!options.isCheck) making.requireOutput(options.output);
+    ProgressLine progress;
+    const auto result = makeOne(making, job.tree, {}, options.output, progress.getListener("chart"));
+    progress.clear();
+    tell(making, result, options.output.path);
 }
 
 }  // namespace quillon::report

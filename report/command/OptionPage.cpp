@@ -3,11 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <stdexcept>
 #include <string_view>
 
+#include "report/command/TableArguments.h"
 #include "report/options/Enumerations.h"
 #include "report/options/Options.h"
 
@@ -24,14 +24,6 @@ range, is refused with a sentence. What the objects of a chart say wins over an 
 
 The examples are for the tables in `examples/data`; `docs/make_option_pictures.sh` makes their pictures.
 )text";
-
-constexpr std::array<std::pair<OptionGroup, const char*>, 5> groups = {{
-    {OptionGroup::Place, "Place"},
-    {OptionGroup::Axes, "Axes and numbers"},
-    {OptionGroup::Labels, "Labels"},
-    {OptionGroup::Series, "Series"},
-    {OptionGroup::Look, "Look"},
-}};
 
 struct Example {
     std::string_view option;
@@ -134,10 +126,10 @@ void addOption(std::string& page, const Option& option)
 std::string describeOptions()
 {
     std::string page = introduction;
-    for (const auto& [group, title] : groups) {
-        page += fmt::format("\n## {}\n", title);
-        for (const auto& option : getOptions())
-            if (option.group == group) addOption(page, option);
+    const char* title = nullptr;
+    for (const auto& option : getOptions()) {
+        if (title != getTitle(option.group)) page += fmt::format("\n## {}\n", title = getTitle(option.group));
+        addOption(page, option);
     }
     return page;
 }

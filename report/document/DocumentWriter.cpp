@@ -115,7 +115,7 @@ void appendPageText(DOMElement* paragraph, const TextRun& run, TextPlace& place)
         before.text = rest.text.substr(0, at);
         appendRuns(paragraph, {before}, place);
         if (next == nullptr) return;
-        appendField(paragraph, next->instruction, u"1");
+        appendField(paragraph, next->instruction, u"1", run);
         rest.text.erase(0, at + next->mark.size());
     }
 }

@@ -33,8 +33,9 @@ void addLook(DOMElement* run, const TextRun& look, const std::u16string& style)
     if (look.italic) appendElement(properties, u"w:i");
 }
 
-void appendReference(DOMElement* parent, const std::string& name, const TextPlace& place)
+void appendReference(DOMElement* parent, const TextRun& run, const TextPlace& place)
 {
+    const auto& name = run.reference;
     const auto caption = place.captions.find(name);
     if (caption == place.captions.end()) {
         std::string known;
@@ -42,7 +43,7 @@ void appendReference(DOMElement* parent, const std::string& name, const TextPlac
         throw std::runtime_error("Reference \"" + name + "\": there is no caption of that name" +
                                  (known.empty() ? "." : "; the captions are " + known + "."));
     }
-    appendField(parent, u" REF " + nameBookmark(name) + u" \\h ", toUtf16(caption->second));
+    appendField(parent, u" REF " + nameBookmark(name) + u" \\h ", toUtf16(caption->second), run);
 }
 
 void appendLink(DOMElement* parent, const TextRun& run, TextPlace& place)
@@ -94,7 +95,7 @@ void appendRuns(DOMElement* parent, const TextRuns& runs, TextPlace& place)
 {
     for (const auto& run : runs) {
         if (!run.reference.empty())
-            appendReference(parent, run.reference, place);
+            appendReference(parent, run, place);
         else if (!run.link.empty())
             appendLink(parent, run, place);
         else if (!run.text.empty())
@@ -114,11 +115,15 @@ void endField(DOMElement* parent)
     appendFieldMark(parent, u"end");
 }
 
-void appendField(DOMElement* parent, const std::u16string& instruction, std::u16string_view text)
+void appendField(DOMElement* parent, const std::u16string& instruction, std::u16string_view text,
+                 const TextRun& look)
 {
+    auto* before = parent->getLastElementChild();
     startField(parent, instruction);
     appendRun(parent, text);
     endField(parent);
+    auto* run = before == nullptr ? parent->getFirstElementChild() : before->getNextElementSibling();
+    for (; run != nullptr; run = run->getNextElementSibling()) addLook(run, look, {});
 }
 
 void startBookmark(DOMElement* parent, const std::u16string& name, const std::u16string& id)

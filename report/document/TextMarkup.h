@@ -40,7 +40,8 @@ void appendRuns(xercesc::DOMElement* parent, const TextRuns& runs, TextPlace& pl
 void startField(xercesc::DOMElement* parent, const std::u16string& instruction);
 void endField(xercesc::DOMElement* parent);
 /// Appends a field with its text.
-void appendField(xercesc::DOMElement* parent, const std::u16string& instruction, std::u16string_view text);
+void appendField(xercesc::DOMElement* parent, const std::u16string& instruction, std::u16string_view text,
+                 const TextRun& look = {});
 
 /// Marks a place, between the calls, by a name that links and fields lead to. `id` is unique in the part.
 void startBookmark(xercesc::DOMElement* parent, const std::u16string& name, const std::u16string& id);

@@ -167,6 +167,6 @@ constexpr const auto* findRowOf(const Rows& rows, std::string_view name)
 }
 
 /// "low, next, high or none".
-std::string joinNames(std::span<const char* const> names);
+QUILLON_EXPORT std::string joinNames(std::span<const char* const> names);
 
 }  // namespace quillon::report

@@ -68,7 +68,7 @@ class InstalledTree(Scratch):
         for header in headers:
             self.assertEqual((self.include / header).read_text(), (SOURCE / header).read_text())
         for header in ("chart/model/PieChart.h", "chart/writer/DOCXChartWriter.h", "chart/host/ModuleEntry.h",
-                       "orca/Script.h", "report/document/Document.h", "support/FeatureService.h"):
+                       "orca/Script.h", "report/document/Document.h", "report/fill/Template.h", "support/FeatureService.h"):
             self.assertIn(header, headers)
         for part in ("Templates", "MarkupTemplate", "DomElements", "WriterColors", "ErrorHandler", "Classes", "Xml",
                      "Namespace"):
@@ -86,6 +86,12 @@ class InstalledTree(Scratch):
     def test_has_licence_and_notices(self):
         self.assertEqual({path.name for path in (self.prefix / "share" / "doc").rglob("*") if path.is_file()},
                          {"LICENSE", "NOTICE"})
+
+    def test_has_the_pages_of_the_command(self):
+        for page, text in [("man/man1/quillon-report.1", ".TH QUILLON"),
+                           ("bash-completion/completions/quillon-report", "complete -o filenames"),
+                           ("zsh/site-functions/_quillon-report", "#compdef quillon-report")]:
+            self.assertIn(text, (self.prefix / "share" / page).read_text())
 
     def test_has_versioned_libraries(self):
         if not self.is_shared:

@@ -1,5 +1,6 @@
 """quillon.docx: charts in the packages of python-docx."""
 
+import copy
 import io
 import re
 import time
@@ -13,7 +14,8 @@ from docx.opc.constants import RELATIONSHIP_TYPE
 from docx.shared import Cm
 
 from charts import make_chart
-from quillon.docx import ChartWarning, add_chart
+from quillon.chart import ColumnChart
+from quillon.docx import ChartWarning, add_chart, charts, fill
 from quillon.report import Document
 
 
@@ -120,3 +122,45 @@ class Adding(unittest.TestCase):
         self.assertRaises(TypeError, add_chart, header, "chart")
         self.assertTrue(header.is_linked_to_previous)
         self.assertRaisesRegex(TypeError, "of python-docx, got Document", add_chart, Document(), make_chart())
+
+
+class Filling(unittest.TestCase):
+    def open_template(self):
+        made = Document()
+        made.add_chart(ColumnChart(title="Revenue", data={"North": [1, 2]}))
+        return docx.Document(io.BytesIO(made.to_bytes()))
+
+    def test_gives_charts_new_data(self):
+        document = self.open_template()
+        document.add_paragraph("Added")
+        self.assertEqual([(chart.title, chart.points) for chart in charts(document)], [("Revenue", 2)])
+        report = fill(document, "Revenue", {"North": [7, 8, 9], "East": [4, 5, 6]}, title="July")
+        self.assertEqual((report.points_before, report.points_after, [one.change for one in report.series]),
+                         (2, 3, ["matched", "added"]))
+        content = io.BytesIO()
+        document.save(content)
+        again = docx.Document(content)
+        self.assertEqual([paragraph.text for paragraph in again.paragraphs][-1], "Added")
+        part, = find_charts(again.part)
+        self.assertIn(b"July", part.blob)
+        self.assertEqual([row[1:] for row in read_workbook(part)], [("North", "East"), (7, 4), (8, 5), (9, 6)])
+        self.assertEqual(charts(again)[0].series, ["North", "East"])
+
+    def test_gives_a_part_that_two_drawings_share_to_each(self):
+        document = self.open_template()
+        paragraph = document.paragraphs[0]._p
+        paragraph.addnext(copy.deepcopy(paragraph))
+        fill(document, "1", {"North": [5, 6]})
+        first, second = find_charts(document.part)
+        self.assertNotEqual(first.partname, second.partname)
+        self.assertEqual([read_workbook(part)[1][1] for part in (first, second)], [5, 1])
+        content = io.BytesIO()
+        document.save(content)
+        self.assertEqual(len(charts(docx.Document(content))), 2)
+
+    def test_refuses_and_leaves_the_document(self):
+        document = self.open_template()
+        before = [part.blob for part in document.part.package.iter_parts()]
+        with self.assertRaisesRegex(ValueError, 'There is no chart "Costs"'):
+            fill(document, "Costs", {"North": [1]})
+        self.assertEqual([part.blob for part in document.part.package.iter_parts()], before)

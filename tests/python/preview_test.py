@@ -1,9 +1,11 @@
 """Pictures of charts; the drawing itself is tested where LibreOffice is installed."""
 
+import io
 import os
 import shutil
 import struct
 import unittest
+import zipfile
 from concurrent.futures import ThreadPoolExecutor
 from unittest import mock
 
@@ -29,6 +31,17 @@ class Preview(unittest.TestCase):
         for options in ({"dpi": 0}, {"dpi": 1e9}, {"dpi": float("nan")}, {"width": "1"}, {"legend": "up"}):
             self.assertRaises(ValueError, make_chart().preview, **options)
         self.assertIsNone(ColumnChart()._repr_png_())
+
+    def test_shows_every_option(self):
+        drawn = []
+        with mock.patch.object(_preview, "_draw", lambda document, *size: drawn.append((document, size)) or b""):
+            make_chart().preview(width="4in", value_title="EUR", gap=7, labels=["value", "series"])
+        (document, size), = drawn
+        with zipfile.ZipFile(io.BytesIO(document)) as file:
+            part = "".join(file.read(name).decode() for name in file.namelist() if "chart" in name and "xml" in name)
+        for text in ["EUR", '<c:gapWidth val="7"/>', '<c:showSerName val="1"/>']:
+            self.assertIn(text, part)
+        self.assertEqual(size, (4, 3.5, 96))
 
     def test_tells_of_a_program_that_fails_or_hangs(self):
         cases = [("false", 60, "^false failed"), ("sleep 60", 0.2, "^sleep was stopped after 0.2 seconds")]

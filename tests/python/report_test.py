@@ -1,5 +1,6 @@
 """quillon.report: what a document holds, where it is written, what is refused."""
 
+import base64
 import errno
 import gc
 import io
@@ -14,9 +15,18 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 from charts import make_chart
+import quillon.report
 from quillon import _core
-from quillon.chart import ColumnChart, PieChart, Title
-from quillon.report import ChartWarning, Document
+from quillon.chart import ColumnChart, LineChart, PieChart, Title
+from quillon.report import ChartData, ChartWarning, Document, ListItem, Run
+
+
+KINDS = {"markers": LineChart, "smooth": LineChart}
+
+# One white dot.
+IMAGE = base64.b64decode(
+    "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAAAAAA6fptVAAAACklEQVR42mP4DwABAQEAG7buVgAAAABJRU5ErkJggg=="
+)
 
 
 def make_document(*charts, **options):
@@ -25,6 +35,10 @@ def make_document(*charts, **options):
     for chart in charts:
         document.add_chart(chart, **options)
     return document
+
+
+def add_with(document, **options):
+    return lambda chart: document.add_chart(chart, **options)
 
 
 def read_part(data, name):
@@ -45,6 +59,86 @@ class Content(unittest.TestCase):
         self.assertIn("<c:pieChart>", read_part(data, "word/charts/chart2.xml"))
         embedded = [name for name in zipfile.ZipFile(io.BytesIO(data)).namelist() if "embeddings" in name]
         self.assertEqual(embedded, ["word/embeddings/data1.xlsx"])
+
+    def test_all_blocks_reach_the_document(self):
+        document = Document()
+        document.set_properties(title="Sales", author="Ann", keywords="net", language="de-DE")
+        document.set_header(["Quillon\t", Run("{page}", bold=True)])
+        document.set_footer("Foot")
+        document.add_paragraph(["See ", Run(reference="net"), Run("there", italic=True, link="https://example.org")], "Title")
+        document.add_heading("Begin")
+        document.add_list(["one", ListItem([Run("two", bold=True)], 1)], numbered=True)
+        document.add_chart(make_chart())
+        document.add_caption("Net", name="net")
+        document.add_charts([make_chart(), (make_chart(kind=PieChart), {"legend": "none"})])
+        document.add_table([["x", 1.5], ["y", None], ["z", 2.0]], ["A", "B"], widths=["3cm", "4cm"])
+        document.add_table({"South": [3, 4.5]}, header="When")
+        document.add_image(IMAGE, width="1cm", alt_text="Dot")
+        document.add_page_break()
+        document.add_table_of_contents(2)
+        document.start_section(landscape=True, left="2cm")
+        data = document.to_bytes()
+        main = read_part(data, "word/document.xml")
+        self.assertRegex(main, ".*".join([
+            '"Title"', "See ", "Figure 1", "there", "<w:numPr>", "one", 'w:ilvl w:val="1"', "<w:b/>", "two", "Chart 1", ": Net",
+            "Chart 2", "Chart 3", 'w:w="1700"', ">x<", ">1.5<", ">z<", ">2<", ">When<", ">South<", ">3<", ">4.5<",
+            'descr="Dot"', 'w:type="page"', "TOC", 'w:orient="landscape"']))
+        self.assertIn("<dc:creator>Ann", read_part(data, "docProps/core.xml"))
+        self.assertRegex(read_part(data, "word/header1.xml"), "Quillon.*<w:b/>.*PAGE")
+        self.assertIn("Foot", read_part(data, "word/footer1.xml"))
+
+    def test_takes_the_look_of_a_template(self):
+        look = Document()
+        look.set_header("Letterhead")
+        look.add_paragraph("left out")
+        with tempfile.TemporaryDirectory() as folder:
+            look.save(Path(folder, "look.docx"))
+            document = Document(template=Path(folder, "look.docx"))
+        document.add_paragraph("kept")
+        data = document.to_bytes()
+        self.assertIn("Letterhead", read_part(data, "word/header1.xml"))
+        self.assertNotIn("left out", read_part(data, "word/document.xml"))
+
+    def test_every_option_is_a_keyword_and_reaches_the_chart(self):
+        values = {"flag": True, "number": 2, "integer": 2, "text": "0.0", "texts": ["red"], "pairs": {"North": "red"}}
+        odd = {"width": "3in", "height": "2in", "font": "Arial", "label-position": "ctr", "value-max": 9}
+        for name, form, choices in _core.options():
+            value = odd.get(name, choices[-1] if choices else values.get(form))
+            for options in [{name.replace("-", "_"): value}, {"workbook": False}]:
+                if name == "no-workbook" and "workbook" not in options:
+                    continue
+                with self.subTest(options), warnings.catch_warnings():
+                    warnings.simplefilter("ignore")  # Categories that are no dates have no format.
+                    needs = {"labels": "value"} if name.startswith("label-") else {}
+                    try:
+                        changed = make_document(make_chart(), **options, **needs).to_bytes()
+                    except ValueError as error:
+                        self.assertRegex(str(error), " (is for|are for) |smooth|pie")
+                        changed = make_document(make_chart(kind=KINDS.get(name, PieChart)), **options).to_bytes()
+                        plain = make_document(make_chart(kind=KINDS.get(name, PieChart))).to_bytes()
+                    else:
+                        plain = make_document(make_chart(), **needs).to_bytes()
+                    if name != "category-format":
+                        self.assertNotEqual(changed, plain)
+
+    def test_a_chart_takes_its_data_beside_it(self):
+        chart, data = ColumnChart(), ChartData.from_dataframe({"North": [1, 2]}, category_format="0")
+        document = Document()
+        document.add_chart(chart, data)
+        self.assertTrue(chart.DataSet.equals(data.data_set))
+        self.assertIn("<c:v>2</c:v>", read_part(document.to_bytes(), "word/charts/chart1.xml"))
+
+    def test_the_hurried_make_a_document_and_a_chart_in_one_call(self):
+        data = quillon.report.chart({"North": [1, 2.5]}, "line", "Revenue", heading="Sales", value_title="EUR").to_bytes()
+        part = read_part(data, "word/charts/chart1.xml")
+        for text in ["<c:lineChart>", "Revenue", "EUR", "<c:v>2.5</c:v>"]:
+            self.assertIn(text, part)
+        self.assertIn("Sales", read_part(data, "word/document.xml"))
+        chart = ColumnChart(title="Revenue", data={"North": [1, 2.5]})
+        self.assertEqual((chart.ChartTitle.Text.Content[0].Content, list(chart.DataSet["North"].values)), ("Revenue", [1, 2.5]))
+        self.assertEqual(PieChart(title=Title("A"), data=chart.DataSet).DataSet, chart.DataSet)
+        self.assertRaises(TypeError, ColumnChart, titel="Revenue")
+        self.assertRaises(TypeError, Title, "a", title="b")
 
     def test_a_document_keeps_its_charts_writes_them_as_they_are_then_and_lets_them_go(self):
         before = _core.bound_objects()
@@ -148,9 +242,24 @@ class Refusals(unittest.TestCase):
             (document.add_chart, (None,), TypeError, "expected a chart, got NoneType"),
             (document.add_chart, (chart.DataSet,), TypeError, "expected a chart, got .*DataSet"),
             (document.add_chart, (ColumnChart,), TypeError, "expected a chart, got type"),
-            (document.add_chart, (chart, 15), TypeError, "width: expected str, got int"),
-            (document.add_chart, (chart, None, "15"), ValueError, 'height: expected one of the units'),
-            (document.add_chart, (chart, None, None, "up"), ValueError, 'legend: expected auto, .*, got "up"'),
+            (document.add_chart, (3, {"North": [1]}), TypeError, "expected a chart, got int"),
+            (document.add_chart, (chart, 15), TypeError, "expected a data frame, a series, .*, got int"),
+            (add_with(document, width=15), (chart,), TypeError, "width: expected str, got int"),
+            (add_with(document, height="15"), (chart,), ValueError, 'height: expected one of the units'),
+            (add_with(document, legend="up"), (chart,), ValueError, 'legend: expected auto, .*, got "up"'),
+            (add_with(document, start_angle=5), (chart,), ValueError, "start-angle is for pie charts"),
+            (document.add_paragraph, (3,), TypeError, "text: expected str, Run or a list of them, got int"),
+            (document.add_paragraph, (["a", 3],), TypeError, "text: expected str or Run, got int"),
+            (document.add_paragraph, ("a", "Titel"), ValueError, "Titel"),
+            (document.add_list, ([ListItem("a", 9)],), ValueError, "level"),
+            (document.add_list, ([ListItem("a", -1)],), ValueError, "List level: expected 0 to 8"),
+            (document.add_table, ([["a"]], ["A", "B"]), ValueError, "row 1"),
+            (document.add_image, (b"no picture",), ValueError, "PNG"),
+            (document.add_caption, ("a", "Figure", "no name"), ValueError, "name"),
+            (document.add_table_of_contents, (0,), ValueError, "1 to 9"),
+            (document.add_charts, ([chart, None],), TypeError, "expected a chart, got NoneType"),
+            (Document, (__file__,), ValueError, "report_test.py"),
+            (quillon.report.chart, ({"North": [1]}, "donut"), ValueError, "type: expected column, bar, line, pie.*'donut'"),
             (make_document(chart).to_bytes, ("no function",), TypeError, "not callable"),
             (make_document(chart, make_chart([float("inf")])).to_bytes, (), ValueError, "chart 2, .* point 1: .* INF"),
         ]

@@ -35,8 +35,9 @@ import copy
 import io
 import typing
 from quillon.chart import ColumnChart, DataSeries, DataSet, LineChart, Title, from_dataframe
-from quillon.docx import add_chart
-from quillon.report import ChartData, Document, SeriesDetails
+import quillon.report
+from quillon.docx import add_chart, charts
+from quillon.report import ChartData, Document, Run, SeriesDetails
 
 def make_chart(values: dict[str, list[float]]) -> ColumnChart:
     data = DataSet(["Q1", "Q2"])
@@ -58,12 +59,21 @@ if chart.DataSet:
     typing.assert_type(chart.DataSet[:1], list[DataSeries])
 data = ChartData.from_dataframe({"North": [1, 2]}, category_format="0")
 data.series = [SeriesDetails(number_format="0.0")]
+report.add_chart(ColumnChart(title="A", data=data), data, labels=["value"], gap=5, blank="zero", series_colors={"N": "red"})
+report.add_paragraph(["a", Run("b", bold=True)])
+quillon.report.chart({"North": [1]}, "line", value_title="EUR").save("a.docx")
+template = quillon.report.open("a.docx")
+change: int = template.fill("Revenue", {"North": [1]}, match="position").points_after
+template.insert("margin", chart, labels="value")
+found: list[str] = [one.name for one in charts(None)]
 is_same: bool = data.data_set.equals(from_dataframe({"North": [1, 2]}))
 """
 STRICT_WRONG = [
     "chart.Titel = 3", "chart.ChartTitle = 'Revenue'", "report.add_chart(chart, legend='up')",
     "chart.preview(legend='up')", "add_chart(None, chart, legend='up')", "chart.nothing()", "data.data_set.ad_series('')",
-    "data.category_kind = 'dates'", "LineChart().DataSet = data",
+    "data.category_kind = 'dates'", "LineChart().DataSet = data", "report.add_chart(chart, gap='5')",
+    "report.add_chart(chart, labels=['values'])", "template.fill('Revenue', data, match='size')", "ColumnChart(titel='A')",
+    "quillon.report.chart(data, 'donut')", "template.insert('a', chart, valuetitle='b')",
 ]
 
 
@@ -76,6 +86,10 @@ class Stubs(unittest.TestCase):
         made = run(TOOLS / "generate_stubs.py")
         difference = difflib.unified_diff(STUB.read_text().splitlines(), made.stdout.splitlines(), lineterm="")
         self.assertEqual("\n".join(difference), "", "Renew it as python/tools/generate_stubs.py says." + made.stderr)
+
+    def test_keywords_of_options_are_up_to_date(self):
+        made = run(TOOLS / "generate_options.py", "--check")
+        self.assertEqual((made.returncode, made.stderr), (0, ""), "python/tools/generate_options.py renews them.")
 
     def test_stub_agrees_with_the_classes(self):
         checked = run("-m", "mypy.stubtest", "quillon.chart", "quillon._core", "--concise", "--allowlist",

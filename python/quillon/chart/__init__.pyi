@@ -76,7 +76,7 @@ __all__ = [
 class Object(_comfort.Common, _core.Handle):
     """The root of every chart class."""
 
-class Chart(_comfort.Preview, Object):
+class Chart(_comfort.Made, Object):
     """A chart: its data, its title and its plot area. A new chart has none of them."""
     @property
     def DataSet(self) -> quillon.chart.DataSet | None:
@@ -96,19 +96,19 @@ class Chart(_comfort.Preview, Object):
 
 class BarChart(Chart):
     """A chart of horizontal bars."""
-    def __init__(self) -> None: ...
+    def __init__(self, *, title: str | Title | None = None, data: Any = None) -> None: ...
 
 class ColumnChart(Chart):
     """A chart of vertical columns."""
-    def __init__(self) -> None: ...
+    def __init__(self, *, title: str | Title | None = None, data: Any = None) -> None: ...
 
 class LineChart(Chart):
     """A chart of lines."""
-    def __init__(self) -> None: ...
+    def __init__(self, *, title: str | Title | None = None, data: Any = None) -> None: ...
 
 class PieChart(Chart):
     """A pie, meant for one series."""
-    def __init__(self) -> None: ...
+    def __init__(self, *, title: str | Title | None = None, data: Any = None) -> None: ...
 
 class PieChartSlice(Object):
     """A slice of a pie chart; it has no settings."""

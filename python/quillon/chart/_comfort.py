@@ -19,6 +19,26 @@ if TYPE_CHECKING:
 Item = TypeVar("Item")
 
 
+class Made(Preview):
+    """A chart, which may be made in one call."""
+
+    __slots__ = ()
+
+    def __init__(self: Any, *arguments: Any, title: Any = None, data: Any = None, **others: Any) -> None:
+        _core.Handle.__init__(self, *arguments, **others)
+        _fill_chart(self, title, data)
+
+
+def _fill_chart(chart: Any, title: Any, data: Any) -> None:
+    from quillon._chart_data import as_chart_data
+    from quillon.chart import Title
+
+    if title is not None:
+        chart.ChartTitle = Title(title) if isinstance(title, str) else title
+    if data is not None:
+        chart.DataSet = as_chart_data(data).data_set
+
+
 class Items(Generic[Item]):
     """Has items in an order. Positions count from 0, where the library's own methods count from 1."""
 
@@ -262,7 +282,7 @@ class Colour:
 #: By the name of the class that inherits them.
 bases = {
     "Object": Common,
-    "Chart": Preview,
+    "Chart": Made,
     "DataPoint": Point,
     "DataSeries": SeriesItems,
     "DataSet": SetItems,

@@ -6,13 +6,18 @@
     document = docx.Document()
     add_chart(document, chart, width="15cm")
     document.save("sales.docx")
+
+The charts of a document take new data by fill(document, "Revenue", data_frame).
 """
 
 from __future__ import annotations
 
+import io
 import weakref
-from typing import Any
+from collections.abc import Sequence
+from typing import Any, Literal
 
+import docx.package
 from docx.opc.constants import RELATIONSHIP_TYPE
 from docx.opc.packuri import PackURI
 from docx.opc.part import Part, XmlPart
@@ -21,12 +26,14 @@ from docx.oxml.ns import qn
 from docx.shape import InlineShape
 from docx.text.run import Run
 
-from quillon import _core
-from quillon._options import Legend
+from quillon import _core, _options
+from quillon._chart_data import take_data
 from quillon._warnings import ChartWarning, warn
 from quillon.chart import Chart
+from quillon.report._template import FillReport, FoundChart, Template
+from quillon.report._template import open as open_template
 
-__all__ = ["ChartWarning", "add_chart"]
+__all__ = ["ChartWarning", "add_chart", "charts", "fill"]
 
 _CHART_TYPE = "application/vnd.openxmlformats-officedocument.drawingml.chart+xml"
 _WORKBOOK_TYPE = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"
@@ -39,32 +46,66 @@ _HIGHEST_DRAWING = 1_000_000_000
 def add_chart(
     target: Any,
     chart: Chart,
+    data: Any = None,
+    *,
+    # options: begin lengths
     width: str | float | None = None,
     height: str | float | None = None,
-    legend: Legend = "auto",
-    alt_text: str = "",
+    legend: _options.Legend | None = None,
+    alt_text: str | None = None,
     workbook: bool = True,
+    float: _options.Float | None = None,
+    category_title: str | None = None,
+    value_title: str | None = None,
+    number_format: str | None = None,
+    category_format: str | None = None,
+    value_min: float | None = None,
+    value_max: float | None = None,
+    value_step: float | None = None,
+    log: float | None = None,
+    reverse: bool = False,
+    units: _options.Units | None = None,
+    gridlines: _options.Gridlines | None = None,
+    tick_labels: _options.TickLabels | None = None,
+    tick_rotation: float | None = None,
+    tick_interval: int | None = None,
+    labels: _options.Label | Sequence[_options.Label] | None = None,
+    label_position: _options.LabelPosition | None = None,
+    label_format: str | None = None,
+    gap: int | None = None,
+    overlap: int | None = None,
+    stacking: _options.Stacking | None = None,
+    markers: bool = False,
+    smooth: bool = False,
+    blank: _options.Blank | None = None,
+    colors: Sequence[str] | None = None,
+    palette: Sequence[str] | None = None,
+    series_colors: dict[str, str] | None = None,
+    start_angle: int | None = None,
+    explosion: int | None = None,
+    font: str | None = None,
+    font_size: float | None = None,
+    frame: bool = False,
+    data_table: bool = False,
+    # options: end
 ) -> InlineShape:
     """Add a chart to a document of python-docx, and return its inline shape.
 
     target: a run takes the chart behind its text; a paragraph in a new run; a document, a cell, a header or a footer
         in a new paragraph.
-    width, height: lengths with a unit, as "15cm", or of python-docx, as Cm(15); 6 by 3.5 inches when left out.
-    legend, alt_text, workbook: as in quillon.report.Document.add_chart.
+    data, options: as in quillon.report.Document.add_chart. width and height may be lengths of python-docx, as Cm(15).
 
     The chart is written as it is now. Raises TypeError for another target and for what is no chart, ValueError for what
     cannot be written; then the document is as it was. Warns with ChartWarning of what is replaced.
     """
+    options = _options.given(locals())
+    options.update({name: _length(options[name]) for name in ("width", "height") if name in options})
     is_linked = getattr(target, "is_linked_to_previous", False)
     try:
         part = _find_part(target)
         numbers = _numbers_of(part.package)
-        options = {
-            "width": _length(width), "height": _length(height), "legend": legend, "alt_text": alt_text,
-            "workbook": workbook,
-        }
         chart_bytes, workbook_bytes, markup, sentences = _core.make_chart_parts(
-            chart, options, numbers.chart, _WORKBOOK_ID
+            chart, take_data(chart, data), options, numbers.chart, _WORKBOOK_ID
         )
         warn(sentences)
     except BaseException:
@@ -82,7 +123,62 @@ def add_chart(
     drawing.find(f".//{qn('wp:docPr')}").set("id", str(numbers.drawing))
     numbers.advance()
     _make_run(target)._r.append(drawing)
-    return InlineShape(drawing.find(qn("wp:inline")))
+    return InlineShape(drawing[0])
+
+
+def charts(document: Any) -> list[FoundChart]:
+    """The charts of a document of python-docx, those that cannot be filled as well."""
+    return _open(document).charts
+
+
+def fill(
+    document: Any,
+    chart: str,
+    data: Any,
+    *,
+    match: Literal["name", "position"] = "name",
+    title: str = "",
+    number_format: str = "",
+) -> FillReport:
+    """Give a chart of a document of python-docx new data, and return what changed.
+
+    chart: its name, alternative text, tag, title, or number. The rest is as in quillon.report.Template.fill.
+    """
+    template = _open(document)
+    report = template._fill(chart, data, match, title, number_format)
+    warn(report.warnings)
+    _take_over(document.part.package, docx.package.Package.open(io.BytesIO(template.to_bytes())))
+    return report
+
+
+def _open(document: Any) -> Template:
+    data = io.BytesIO()
+    document.save(data)
+    return open_template(data.getvalue())
+
+
+def _take_over(package: Any, filled: Any) -> None:
+    """Give the parts of a package what a fill has changed in them."""
+    parts = {part.partname: part for part in package.iter_parts()}
+    changed = list(filled.iter_parts())
+    for part in changed:
+        if part.partname not in parts:
+            parts[part.partname] = Part(part.partname, part.content_type, part.blob, package)
+    for part in changed:
+        own = parts[part.partname]
+        if isinstance(own, XmlPart):
+            _take_over_ids(own.element, part.element)
+        else:
+            own._blob = part.blob
+        for key, relation in part.rels.items():
+            if key not in own.rels:
+                own.load_rel(relation.reltype, parts[relation.target_part.partname], key)
+
+
+def _take_over_ids(element: Any, filled: Any) -> None:
+    """A chart whose part was shared has one of its own now."""
+    for own, other in zip(element.iter(qn("c:chart")), filled.iter(qn("c:chart"))):
+        own.set(qn("r:id"), other.get(qn("r:id")))
 
 
 def _find_part(target: Any) -> Any:

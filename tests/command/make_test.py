@@ -1,16 +1,10 @@
-"""Tests of the command from end to end: command_test.py QUILLON_REPORT."""
+"""Tests of documents from tables: make_test.py QUILLON_REPORT."""
 
-import json
 import os
-import subprocess
-import sys
-import tempfile
+import shutil
 import unittest
-import zipfile
-from xml.etree import ElementTree
 
-CHART = "{http://schemas.openxmlformats.org/drawingml/2006/chart}"
-COMMAND = os.path.abspath(sys.argv.pop())
+from command import CommandTest
 
 WIDE = b"Quarter,North,South\nQ1,1.5,-2\nQ2,3e2,+4\n"
 WIDE_CHART = ("bar", ["Q1", "Q2"], {"North": ["1.5", "300"], "South": ["-2", "4"]})
@@ -77,7 +71,7 @@ REFUSED = [
     (LONG, ["--series", "source"],
      "A long table needs both --series, the column of series names, and --value, the column of values."),
     (WIDE, ["--type", "pie"], "t.csv: a pie shows one series, the table gives 2; choose one with --columns."),
-    (WIDE, ["--type", "donut"], 'Chart type "donut": expected bar, column, line or pie.'),
+    (WIDE, ["--type", "donut"], 'Chart type "donut": expected column, bar, line or pie.'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
     (WIDE, ["--delimiter", "pipe"], 'Delimiter "pipe": expected comma, semicolon or tab.'),
     (WIDE, ["--width", "wide"], '--width: expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".'),
@@ -91,80 +85,29 @@ REFUSED = [
     (WIDE, ["."], 'chart 2: Cannot read ".": it is a folder.'),
 ]
 
-# A job file, and the sentence with which it is refused.
-REFUSED_JOBS = [
-    ("[]", 'job.json: expected an object with the one member "charts", a list.'),
-    ('{"charts": []}', "job.json: the list of charts is empty."),
-    ('{"charts": [1]}', "job.json: chart 1: expected an object."),
-    ('{"charts": [{}]}', 'job.json: chart 1: expected a member "table", the path of a CSV file.'),
-    ('{"charts": [{"table": 1}]}', 'job.json: chart 1, "table": expected a text.'),
-    ('{"charts": [{"table": "t.csv", "gaps": "yes"}]}', 'job.json: chart 1, "gaps": expected true or false.'),
-    ('{"charts": [{"table": "t.csv", "columns": 1}]}', 'job.json: chart 1, "columns": expected a list of texts.'),
-    ('{"charts": [{"table": "t.csv", "colour": "red"}]}', 'job.json: chart 1, "colour": unknown member'),
-    ('{"charts": ', "job.json: not well-formed JSON: parse error at line 1"),
-]
-
 # Where "taken" is a folder: the exit status, the arguments, and the sentence with which they are refused.
 REFUSED_CALLS = [
     (2, ["t.csv"], "Expected --output, the document to write."),
     (2, ["-o", "out.docx"], "Expected at least one TABLE"),
-    (2, ["t.csv", "--colour", "red", "-o", "out.docx"], "The following argument was not expected: --colour"),
-    (2, ["t.csv", "--job", "job.json", "-o", "out.docx"], "TABLE excludes --job"),
+    (2, ["t.csv", "--titel", "A", "-o", "out.docx"], 'There is no option "--titel"; did you mean --title?'),
+    (2, ["t.csv", "--zzzzzz", "-o", "out.docx"], 'There is no option "--zzzzzz". See quillon-report --help.\n'),
+    (2, ["t.csv", "-o"], "--output: expected a value, FILE."),
+    (2, ["t.csv", "--gaps=yes", "-o", "out.docx"], "--gaps takes no value."),
+    (2, ["t.csv", "--title", "A", "--title", "B", "-o", "out.docx"],
+     '--title is given twice for "t.csv"; it takes one value.'),
+    (2, ["t.csv", "-o", "a.docx", "-o", "b.docx"], "--output is given twice; it takes one value."),
+    (2, ["t.csv", "--job", "job.json", "-o", "out.docx"], "--job excludes TABLE"),
     (2, ["--job", "job.json", "--type", "bar", "-o", "out.docx"], "--job excludes --type"),
-    (1, ["t.csv", "-o", "./t.csv"], 'Cannot write "./t.csv": the charts are made from it.\n'),
+    (1, ["t.csv", "-o", "./t.csv"], 'Cannot write "./t.csv": the document is made from it.\n'),
+    (1, ["t.csv", "--force", "-o", "./t.csv"], 'Cannot write "./t.csv": the document is made from it.\n'),
+    (1, ["t.csv", "--type", "colunm", "-o", "out.docx"],
+     'Chart type "colunm": expected column, bar, line or pie; did you mean "column"?\n'),
     (1, ["t.csv", "-o", "no/out.docx"], 'Cannot write "no/out.docx": No such file or directory.\n'),
     (1, ["t.csv", "-o", "taken"], 'Cannot write "taken": Is a directory.\n'),
 ]
 
 
-def read_texts(cache):
-    count = int(cache.find(f"{CHART}ptCount").get("val"))
-    points = {int(point.get("idx")): point.find(f"{CHART}v").text for point in cache.findall(f"{CHART}pt")}
-    return [points.get(position) for position in range(count)]
-
-
-def read_chart(part):
-    """The type, the categories, and the values of each series of a chart part."""
-    tree = ElementTree.fromstring(part)
-    group = next(element for element in tree.find(f".//{CHART}plotArea") if element.tag.endswith("Chart"))
-    series = group.findall(f"{CHART}ser")
-    return (
-        group.tag[len(CHART) : -len("Chart")],
-        read_texts(series[0].find(f"{CHART}cat//{CHART}strCache")),
-        {
-            read_texts(one.find(f"{CHART}tx//{CHART}strCache"))[0]: read_texts(one.find(f".//{CHART}numCache"))
-            for one in series
-        },
-    )
-
-
-def read_charts(path):
-    with zipfile.ZipFile(path) as file:
-        names = [name for name in file.namelist() if name.startswith("word/charts/chart")]
-        return [read_chart(file.read(name)) for name in sorted(names)]
-
-
-class CommandTest(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-
-    def write(self, name, content):
-        with open(os.path.join(self.folder, name), "wb") as file:
-            file.write(content)
-
-    def run_command(self, *arguments):
-        return subprocess.run([COMMAND, *arguments], cwd=self.folder, capture_output=True, text=True, check=False)
-
-    def require_refusal(self, status, sentence, *arguments):
-        """The command refuses, says the sentence, and leaves no file."""
-        before = sorted(os.listdir(self.folder))
-        result = self.run_command(*arguments)
-        self.assertIn(f"quillon-report: {sentence}", result.stderr)
-        self.assertEqual((result.returncode, result.stdout), (status, ""))
-        self.assertEqual(sorted(os.listdir(self.folder)), before)
-
+class MakeTest(CommandTest):
     def test_makes_the_charts_of_tables(self):
         self.write("more.csv", LONG)
         for table, options, charts in ACCEPTED:
@@ -172,7 +115,7 @@ class CommandTest(unittest.TestCase):
                 self.write("t.csv", table)
                 result = self.run_command("t.csv", *options, "-o", "out.docx")
                 self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""))
-                self.assertEqual(read_charts(os.path.join(self.folder, "out.docx")), charts)
+                self.assertEqual(self.read_charts("out.docx"), charts)
 
     def test_refuses_tables_and_options(self):
         for table, options, sentence in REFUSED:
@@ -180,33 +123,12 @@ class CommandTest(unittest.TestCase):
                 self.write("t.csv", table)
                 self.require_refusal(1, sentence + "\n", "t.csv", *options, "-o", "out.docx")
 
-    def test_refuses_job_files(self):
-        for job, sentence in REFUSED_JOBS:
-            with self.subTest(job=job):
-                self.write("job.json", job.encode())
-                self.require_refusal(1, sentence, "--job", "job.json", "-o", "out.docx")
-
     def test_refuses_wrong_calls(self):
         self.write("t.csv", WIDE)
         os.mkdir(os.path.join(self.folder, "taken"))
         for status, arguments, sentence in REFUSED_CALLS:
             with self.subTest(arguments=arguments):
                 self.require_refusal(status, sentence, *arguments)
-
-    def test_makes_the_charts_of_a_job_file(self):
-        os.mkdir(os.path.join(self.folder, "jobs"))
-        self.write("jobs/t.csv", WIDE)
-        self.write("jobs/long.csv", LONG)
-        job = {
-            "charts": [
-                {"table": "t.csv", "type": "column", "colors": ["red"], "gaps": True},
-                {"table": "long.csv", "type": "line", "series": "source", "value": "net"},
-            ]
-        }
-        self.write("jobs/job.json", json.dumps(job).encode())
-        result = self.run_command("--job", "jobs/job.json", "-o", "out.docx")
-        self.assertEqual((result.returncode, result.stderr), (0, ""))
-        self.assertEqual(read_charts(os.path.join(self.folder, "out.docx")), [WIDE_CHART, LONG_CHART])
 
     def test_warns_of_what_a_chart_does_not_show(self):
         self.write("t.csv", b"A,B,C\nx,1,dry\ny,-2,wet\n")
@@ -217,6 +139,56 @@ class CommandTest(unittest.TestCase):
             'quillon-report: warning: t.csv: the value of "y" is negative; a pie shows only its size.\n',
         )
         self.assertEqual(result.returncode, 0)
+
+    def test_options_before_the_first_table_are_for_all_and_give_way(self):
+        self.write("a.csv", WIDE)
+        self.write("b.csv", WIDE)
+        self.succeed("--type", "Line", "--columns", "North", "a.csv", "b.csv", "--type", "BAR", "--columns", "South",
+                     "--columns", "North", "-o", "out.docx")
+        north, south = WIDE_CHART[2]["North"], WIDE_CHART[2]["South"]
+        self.assertEqual(self.read_charts("out.docx"), [("line", ["Q1", "Q2"], {"North": north}),
+                                                        ("bar", ["Q1", "Q2"], {"South": south, "North": north})])
+
+    def test_reads_standard_input_and_writes_standard_output(self):
+        data = self.succeed("-", "-o", "-", text=False, input=WIDE)
+        self.write("out.docx", data)
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART])
+        self.assertEqual(os.listdir(self.folder), ["out.docx"])
+
+    def test_a_word_behind_a_double_minus_and_one_that_looks_like_a_verb_are_tables(self):
+        self.write("--gaps", WIDE)
+        self.write("list", WIDE)
+        self.succeed("-o", "out.docx", "--title", "[draft]", "./list", "--", "--gaps")
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART, WIDE_CHART])
+
+    def test_check_writes_nothing(self):
+        self.write("t.csv", WIDE)
+        self.succeed("t.csv", "--check", "-o", "out.docx")
+        self.require_refusal(1, "t.csv: there is no column", "t.csv", "--check", "--columns", "East")
+        self.assertEqual(os.listdir(self.folder), ["t.csv"])
+
+    def test_replaces_a_protected_document_by_force_alone(self):
+        self.write("t.csv", WIDE)
+        self.write("out.docx", b"precious")
+        os.chmod(self.at("out.docx"), 0o444)
+        sentence = 'Cannot write "out.docx": it is write-protected; --force replaces it.\n'
+        self.require_refusal(1, sentence, "t.csv", "-o", "out.docx")
+        self.assertEqual(self.read("out.docx"), b"precious")
+        self.succeed("t.csv", "--force", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART])
+        self.assertEqual(os.stat(self.at("out.docx")).st_mode & 0o777, 0o444)
+
+    def test_says_what_is_missing_for_a_pdf(self):
+        self.write("t.csv", WIDE)
+        self.require_refusal(1, 'Cannot make "out.pdf": LibreOffice Writer makes PDFs, and there is no program soffice;',
+                             "t.csv", "-o", "out.pdf", env={"PATH": self.folder})
+
+    @unittest.skipUnless(shutil.which("soffice"), "LibreOffice makes the PDF")
+    def test_makes_a_pdf(self):
+        self.write("t.csv", WIDE)
+        self.succeed("t.csv", "-o", "out.pdf")
+        self.assertTrue(self.read("out.pdf").startswith(b"%PDF"))
+        self.assertEqual(sorted(os.listdir(self.folder)), ["out.pdf", "t.csv"])
 
 
 if __name__ == "__main__":

@@ -1,0 +1,324 @@
+"""Documents made of blocks."""
+
+from __future__ import annotations
+
+import dataclasses
+import os
+from collections.abc import Callable, Iterable, Sequence
+from pathlib import Path
+from typing import Any, Literal, get_args
+
+from quillon import _core, _options
+from quillon import chart as charts
+from quillon._chart_data import as_chart_data, take_data
+from quillon._warnings import warn
+from quillon.chart import Chart
+from quillon.report._files import Target, save
+
+Progress = Callable[[int, int], Any]
+Paper = Literal["A3", "A4", "A5", "letter", "legal"]
+
+
+@dataclasses.dataclass
+class Run:
+    """A stretch of text of one look.
+
+    link: an address that the text leads to.
+    reference: the name of a caption, whose label and number, "Figure 2", stand in place of the text and lead to it.
+    """
+
+    text: str = ""
+    bold: bool = False
+    italic: bool = False
+    link: str = ""
+    reference: str = ""
+
+
+@dataclasses.dataclass
+class ListItem:
+    """An item of a list; level: 0 to 8, how far it is indented."""
+
+    text: RichText
+    level: int = 0
+
+
+#: A text, a run, or several of both in a row.
+RichText = str | Run | Sequence[str | Run]
+
+
+class Document:
+    """A document whose blocks stand one below the other.
+
+    Equal content gives equal bytes. Other threads run while a document is written; until then, leave the document and
+    its charts alone on all of them. Every method raises ValueError for text that a document cannot hold: control
+    characters other than tab and line break.
+    """
+
+    def __init__(self, template: str | bytes | os.PathLike[Any] | None = None) -> None:
+        """template: a document that lends its styles, theme, page setup, headers and footers; its text is left out."""
+        self._core = _core.make_document(template)
+
+    def add_heading(self, text: str, level: int = 1) -> None:
+        """Append a heading of level 1 to 9."""
+        self._core.add_heading(text, level)
+
+    def add_paragraph(self, text: RichText, style: str = "") -> None:
+        """Append a paragraph.
+
+        style: the name of a paragraph style, "Title" or one of the template's.
+        """
+        self._core.add_paragraph(_runs(text), style)
+
+    def add_list(self, items: Iterable[RichText | ListItem], numbered: bool = False) -> None:
+        """Append a list, with bullets or with numbers from 1."""
+        listed = [item if isinstance(item, ListItem) else ListItem(item) for item in items]
+        self._core.add_list([(_runs(item.text), item.level) for item in listed], numbered)
+
+    def add_chart(
+        self,
+        chart: Chart,
+        data: Any = None,
+        *,
+        # options: begin
+        width: str | None = None,
+        height: str | None = None,
+        legend: _options.Legend | None = None,
+        alt_text: str | None = None,
+        workbook: bool = True,
+        float: _options.Float | None = None,
+        category_title: str | None = None,
+        value_title: str | None = None,
+        number_format: str | None = None,
+        category_format: str | None = None,
+        value_min: float | None = None,
+        value_max: float | None = None,
+        value_step: float | None = None,
+        log: float | None = None,
+        reverse: bool = False,
+        units: _options.Units | None = None,
+        gridlines: _options.Gridlines | None = None,
+        tick_labels: _options.TickLabels | None = None,
+        tick_rotation: float | None = None,
+        tick_interval: int | None = None,
+        labels: _options.Label | Sequence[_options.Label] | None = None,
+        label_position: _options.LabelPosition | None = None,
+        label_format: str | None = None,
+        gap: int | None = None,
+        overlap: int | None = None,
+        stacking: _options.Stacking | None = None,
+        markers: bool = False,
+        smooth: bool = False,
+        blank: _options.Blank | None = None,
+        colors: Sequence[str] | None = None,
+        palette: Sequence[str] | None = None,
+        series_colors: dict[str, str] | None = None,
+        start_angle: int | None = None,
+        explosion: int | None = None,
+        font: str | None = None,
+        font_size: float | None = None,
+        frame: bool = False,
+        data_table: bool = False,
+        # options: end
+    ) -> None:
+        """Append a chart, which is written as it is when the document is.
+
+        data: what the chart shows, where its data set cannot say all of it (dates, levels, number formats); anything
+            that ChartData.from_dataframe takes. A chart without a data set gets this one.
+
+        The options are those of docs/options.md. Raises TypeError for what is no chart, ValueError for an option that
+        does not suit the chart, and for a value that is not allowed.
+        """
+        options = _options.given(locals())
+        self._core.add_chart(chart, take_data(chart, data), options)
+
+    def add_charts(self, charts: Iterable[Chart | tuple[Chart, dict[str, Any]]]) -> None:
+        """Append charts in one line; each may come with its options. One without a width gets an equal share."""
+        placed = [one if isinstance(one, tuple) else (one, {}) for one in charts]
+        self._core.add_charts([(chart, None, options) for chart, options in placed])
+
+    def add_caption(self, text: str, label: str = "Figure", name: str = "") -> None:
+        """Append a caption, which stays on the page of what it belongs to: the chart or image before it, or else the
+        table behind it.
+
+        label: what is counted, "Figure 1", "Figure 2".
+        name: for references to it, Run(reference=name).
+        """
+        self._core.add_caption(text, label, name)
+
+    def add_table(
+        self,
+        table: Any,
+        columns: Sequence[str] | None = None,
+        *,
+        header: str = "",
+        widths: Sequence[str] = (),
+        style: str = "",
+    ) -> None:
+        """Append a table.
+
+        table: rows of texts and numbers, with `columns` as their header row; or the data of a chart, as add_chart takes
+            it, whose categories stand below `header`.
+        widths: of the columns, "3cm"; as wide as their texts need when left out.
+        style: the name of a table style.
+        """
+        if columns is None:
+            names, rows = _core.make_table(as_chart_data(table), header)
+        else:
+            names, rows = list(columns), [[_cell(cell) for cell in row] for row in table]
+        self._core.add_table((names, rows, list(widths), style))
+
+    def add_image(
+        self, image: str | os.PathLike[str] | bytes, width: str = "", height: str = "", alt_text: str = ""
+    ) -> None:
+        """Append a picture: the path of a PNG or JPEG file, or its bytes.
+
+        width, height: one length alone keeps the proportions; the picture's own size when both are left out.
+        alt_text: what a screen reader says.
+        """
+        data = image if isinstance(image, bytes) else Path(image).read_bytes()
+        self._core.add_image(data, width, height, alt_text)
+
+    def add_page_break(self) -> None:
+        """Go on at the top of the next page."""
+        self._core.add_page_break()
+
+    def start_section(
+        self,
+        *,
+        paper: Paper = "A4",
+        landscape: bool = False,
+        top: str = "1in",
+        right: str = "1in",
+        bottom: str = "1in",
+        left: str = "1in",
+    ) -> None:
+        """End the pages so far and begin new ones; the first call before any block sets up the first pages."""
+        self._core.start_section(paper, landscape, (top, right, bottom, left))
+
+    def set_header(self, text: RichText) -> None:
+        """Put a line at the top of each page. "{page}" stands for the number of the page, "{pages}" for how many there
+        are; a tab goes to the middle, a second one to the right."""
+        self._core.set_header(_runs(text))
+
+    def set_footer(self, text: RichText) -> None:
+        """Put a line at the bottom of each page, as set_header does at the top."""
+        self._core.set_footer(_runs(text))
+
+    def add_table_of_contents(self, levels: int = 3) -> None:
+        """Append a table of the headings of levels 1 to `levels`."""
+        self._core.add_table_of_contents(levels)
+
+    def set_properties(
+        self, *, title: str = "", author: str = "", keywords: str = "", language: str = ""
+    ) -> None:
+        """What the document says of itself. language: "de-DE"; English, or the template's, when left out."""
+        self._core.set_properties(title, author, keywords, language)
+
+    def to_bytes(self, progress: Progress | None = None) -> bytes:
+        """Write the document, a .docx file, and return its bytes.
+
+        progress: called with the number of charts written and of all charts, after each.
+
+        Raises ValueError that names the chart, series and point that cannot be written. Warns with ChartWarning of
+        what is replaced so that the document stays valid.
+        """
+        data, sentences = self._core.to_bytes(progress)
+        warn(sentences)
+        return data
+
+    def save(self, target: Target, progress: Progress | None = None) -> None:
+        """Write the document to a path, or to a file object opened for bytes.
+
+        A file appears at its path when it is complete. Raises and warns as to_bytes(), and OSError for a path that
+        cannot be written. Nothing is written where a warning is made an error.
+        """
+        save(target, lambda: self._core.to_bytes(progress))
+
+
+def chart(
+    data: Any,
+    type: _options.ChartType = "column",
+    title: str = "",
+    *,
+    heading: str = "",
+    # options: begin
+    width: str | None = None,
+    height: str | None = None,
+    legend: _options.Legend | None = None,
+    alt_text: str | None = None,
+    workbook: bool = True,
+    float: _options.Float | None = None,
+    category_title: str | None = None,
+    value_title: str | None = None,
+    number_format: str | None = None,
+    category_format: str | None = None,
+    value_min: float | None = None,
+    value_max: float | None = None,
+    value_step: float | None = None,
+    log: float | None = None,
+    reverse: bool = False,
+    units: _options.Units | None = None,
+    gridlines: _options.Gridlines | None = None,
+    tick_labels: _options.TickLabels | None = None,
+    tick_rotation: float | None = None,
+    tick_interval: int | None = None,
+    labels: _options.Label | Sequence[_options.Label] | None = None,
+    label_position: _options.LabelPosition | None = None,
+    label_format: str | None = None,
+    gap: int | None = None,
+    overlap: int | None = None,
+    stacking: _options.Stacking | None = None,
+    markers: bool = False,
+    smooth: bool = False,
+    blank: _options.Blank | None = None,
+    colors: Sequence[str] | None = None,
+    palette: Sequence[str] | None = None,
+    series_colors: dict[str, str] | None = None,
+    start_angle: int | None = None,
+    explosion: int | None = None,
+    font: str | None = None,
+    font_size: float | None = None,
+    frame: bool = False,
+    data_table: bool = False,
+    # options: end
+) -> Document:
+    """A document with one chart, in one call: quillon.report.chart(frame, "line", "Revenue").save("revenue.docx").
+
+    data: a data frame or series, a dictionary of lists, an array, chart data, or a data set.
+
+    The options are those of docs/options.md.
+    """
+    options = _options.given(locals())
+    if type not in get_args(_options.ChartType):
+        raise ValueError(f"type: expected {', '.join(get_args(_options.ChartType))}, got {type!r}.")
+    made = getattr(charts, f"{type.capitalize()}Chart")()
+    if title:
+        made.ChartTitle = charts.Title(title)
+    document = Document()
+    if heading:
+        document.add_heading(heading)
+    document._core.add_chart(made, take_data(made, data), options)
+    return document
+
+
+def _runs(text: RichText) -> list[tuple[str, bool, bool, str, str]]:
+    runs = [text] if isinstance(text, (str, Run)) else text
+    if not isinstance(runs, Sequence):
+        raise TypeError(f"text: expected str, Run or a list of them, got {type(text).__name__}.")
+    return [_run(run) for run in runs]
+
+
+def _run(run: str | Run) -> tuple[str, bool, bool, str, str]:
+    if isinstance(run, str):
+        return run, False, False, "", ""
+    if not isinstance(run, Run):
+        raise TypeError(f"text: expected str or Run, got {type(run).__name__}.")
+    return run.text, bool(run.bold), bool(run.italic), run.link, run.reference
+
+
+def _cell(cell: object) -> str:
+    if isinstance(cell, float) and cell.is_integer():
+        return str(int(cell))
+    return "" if cell is None else str(cell)
+
+

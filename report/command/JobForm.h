@@ -1,0 +1,73 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "report/command/JsonTree.h"
+
+namespace quillon::report {
+
+struct Form;
+
+struct FormMember {
+    std::string name;
+    const Form* form;
+    std::string help = {};
+    bool isRequired = false;
+};
+
+/// What a value of a job file may be. Checking and the schema follow from one tree of these.
+struct Form {
+    enum class Kind : unsigned char {
+        Text,
+        /// The path of a file that is there, from the job file's folder on.
+        Path,
+        Flag,
+        Number,
+        Integer,
+        /// An object whose members are texts with names of the author's.
+        Texts,
+        List,
+        Object,
+        /// Any of the alternatives; which one shows in the kind of the value.
+        Any,
+        /// An object of one of the alternatives; which one shows in the first member that it requires.
+        Choice
+    };
+
+    Kind kind;
+    /// In sentences: "a text".
+    std::string what;
+    /// Of the schema's definition; empty for one that stands in line.
+    std::string name = {};
+    std::vector<std::string> choices = {};
+    bool ignoresCase = false;
+    double minimum = -std::numeric_limits<double>::infinity();
+    double maximum = std::numeric_limits<double>::infinity();
+    const Form* items = nullptr;
+    std::vector<FormMember> members = {};
+    std::vector<const Form*> alternatives = {};
+    /// What else holds for a value that is right so far. Throws: std::runtime_error with a sentence.
+    std::function<void(const JsonNode&)> check = nullptr;
+};
+
+/// What is wrong with a value, and where.
+struct Problem {
+    std::size_t position;
+    std::string sentence;
+};
+
+/// Everything that is wrong with a value; paths are from `folder` on.
+std::vector<Problem> findProblems(const JsonNode& node, const Form& form,
+                                  const std::filesystem::path& folder);
+
+/// A JSON schema of the form, for editors.
+std::string describeSchema(const Form& form, const std::string& title);
+
+/// The form of a whole job file.
+const Form& getJobForm();
+
+}  // namespace quillon::report

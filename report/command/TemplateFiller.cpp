@@ -1,0 +1,194 @@
+#include "report/command/TemplateFiller.h"
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "report/command/ChartMaker.h"
+#include "report/options/Options.h"
+#include "report/options/QuotedText.h"
+#include "report/table/Fail.h"
+
+namespace quillon::report {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// A chart that is filled keeps its look: of the options for new ones it takes the number format alone.
+void requireFillOptions(const ChartJob& job)
+{
+    for (const auto& option : getOptions()) {
+        const std::string name = option.name;
+        if (name != "number-format" && name != "blank" && option.get(job.options) != option.get({}))
+            fail(
+                "{} is for new charts, in the place of a placeholder; chart {} is filled, and keeps its "
+                "look.",
+                name, quoteText(job.fill));
+    }
+    if (!job.type.empty())
+        fail("type is for new charts, in the place of a placeholder; chart {} is filled, and keeps its type.",
+             quoteText(job.fill));
+}
+
+Match readMatch(const std::string& text)
+{
+    if (text.empty() || text == "name") return Match::Name;
+    if (text == "position") return Match::Position;
+    fail("Match {}: expected name or position.", quoteText(text));
+}
+
+FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
+{
+    requireFillOptions(job);
+    const auto data = readData(job, listener);
+    auto report = document.fill(
+        job.fill, data,
+        {.match = readMatch(job.match), .title = job.title, .numberFormat = job.options.numberFormat});
+    for (const auto& warning : report.warnings)
+        if (listener.warning) listener.warning(fmt::format("{}: {}", quoteText(job.fill), warning));
+    return report;
+}
+
+bool hasPlaceholder(const Template& document, const std::string& name, PlaceholderKind kind)
+{
+    const auto placeholders = document.getPlaceholders();
+    return std::any_of(placeholders.begin(), placeholders.end(),
+                       [&](const auto& one) { return one.name == name && one.kind == kind; });
+}
+
+/// `{{name}}` becomes a chart, and `{{table:name}}` a table of the same data.
+void insert(Template& document, const ChartJob& job, const Listener& listener)
+{
+    const auto data = readData(job, listener);
+    const bool hasTable = hasPlaceholder(document, job.at, PlaceholderKind::Table);
+    if (hasTable) insertTable(document.getPackage(), job.at, data, job.options);
+    const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
+                          hasPlaceholder(document, job.at, PlaceholderKind::Picture);
+    if (hasChart || !hasTable)
+        insertChart(document.getPackage(), job.at, *makeChart(job, data, listener.warning), job.options,
+                    listener, data);
+}
+
+void fillCharts(Template& document, const std::vector<ChartJob>& charts, const Listener& listener,
+                FillResult& result)
+{
+    for (std::size_t i = 0; i < charts.size(); ++i) {
+        try {
+            if (!charts[i].fill.empty()) {
+                result.charts.push_back(fillChart(document, charts[i], listener));
+            } else {
+                insert(document, charts[i], listener);
+                result.inserted.push_back(charts[i].at);
+            }
+        } catch (const std::runtime_error& error) {
+            if (charts.size() == 1) throw;
+            fail("chart {}: {}", i + 1, error.what());
+        }
+        if (listener.progress) listener.progress(i + 1, charts.size());
+    }
+}
+
+bool isInText(const Template& document, const std::string& name)
+{
+    const auto placeholders = document.getPlaceholders();
+    return std::any_of(placeholders.begin(), placeholders.end(), [&](const auto& one) {
+        return one.name == name && one.kind != PlaceholderKind::Picture && one.kind != PlaceholderKind::Table;
+    });
+}
+
+const char* describe(FillReport::Change change)
+{
+    switch (change) {
+        case FillReport::Change::Matched:
+            return "matched";
+        case FillReport::Change::Renamed:
+            return "renamed";
+        case FillReport::Change::Added:
+            return "added";
+        case FillReport::Change::Removed:
+            return "removed";
+    }
+    return "";
+}
+
+std::string describeSeries(const FillReport::Series& series)
+{
+    switch (series.change) {
+        case FillReport::Change::Renamed:
+            return fmt::format("; {} is now {}", quoteText(series.before), quoteText(series.name));
+        case FillReport::Change::Added:
+            return fmt::format("; {} is new", quoteText(series.name));
+        case FillReport::Change::Removed:
+            return fmt::format("; {} is gone", quoteText(series.name));
+        default:
+            return {};
+    }
+}
+
+std::string describeChart(const FillReport& chart)
+{
+    const auto matched = chart.count(FillReport::Change::Matched);
+    auto line = fmt::format("{}: {} points, {} before; {} series as before", quoteText(chart.chart),
+                            chart.pointsAfter, chart.pointsBefore, matched);
+    for (const auto& series : chart.series) line += describeSeries(series);
+    return line + ".\n";
+}
+
+Json toJson(const FillReport& chart)
+{
+    auto series = Json::array();
+    for (const auto& one : chart.series) {
+        Json row = {{"change", describe(one.change)}, {"name", one.name}};
+        if (!one.before.empty()) row["before"] = one.before;
+        series.push_back(row);
+    }
+    return {{"number", chart.number},
+            {"chart", chart.chart},
+            {"series", series},
+            {"pointsBefore", chart.pointsBefore},
+            {"pointsAfter", chart.pointsAfter},
+            {"warnings", chart.warnings}};
+}
+
+}  // namespace
+
+Template openTemplate(const std::string& path)
+{
+    if (path != "-") return Template::open(path);
+    return Template(std::string(std::istreambuf_iterator<char>(std::cin), {}));
+}
+
+FillResult fillTemplate(Template& document, const Filling& filling, const Listener& listener)
+{
+    FillResult result;
+    fillCharts(document, filling.charts, listener, result);
+    for (const auto& [name, text] : filling.texts)
+        result.texts.emplace_back(name, document.replace(name, text));
+    for (const auto& [name, text] : filling.furtherTexts)
+        if (isInText(document, name)) result.texts.emplace_back(name, document.replace(name, text));
+    return result;
+}
+
+std::string describeFilling(const FillResult& result)
+{
+    std::string lines;
+    for (const auto& chart : result.charts) lines += describeChart(chart);
+    for (const auto& name : result.inserted)
+        lines += fmt::format("{}: made.\n", quoteText("{{" + name + "}}"));
+    for (const auto& [name, count] : result.texts)
+        lines += fmt::format("{}: replaced {}.\n", quoteText("{{" + name + "}}"),
+                             count == 1 ? "once" : fmt::format("{} times", count));
+    return lines;
+}
+
+std::string describeFillingAsJson(const FillResult& result, const std::string& output)
+{
+    Json json = {{"output", output}, {"charts", Json::array()}, {"inserted", result.inserted}};
+    for (const auto& chart : result.charts) json["charts"].push_back(toJson(chart));
+    json["texts"] = Json::object();
+    for (const auto& [name, count] : result.texts) json["texts"][name] = count;
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,158 @@
+#include "report/command/Verbs.h"
+
+#include <array>
+
+#include "report/command/TableArguments.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr auto general = "General";
+
+const Argument help{.name = "help", .letter = 'h', .help = "print this help and exit", .group = general};
+
+Argument makeOutput(const char* text)
+{
+    return {.name = "output", .letter = 'o', .value = "FILE", .help = text, .group = general};
+}
+
+Argument makeForce()
+{
+    return {.name = "force", .help = "replace a write-protected file too", .group = general};
+}
+
+Argument makeCheck()
+{
+    return {.name = "check", .help = "say what would happen, and write nothing", .group = general};
+}
+
+Argument makeJson(const char* text)
+{
+    return {.name = "json", .help = text, .group = general};
+}
+
+std::vector<Argument> append(std::vector<Argument> arguments, std::vector<Argument> more)
+{
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+}
+
+constexpr auto documentOutput = "the document to write; - is standard output, and .pdf makes a PDF";
+
+const std::vector<Argument>& getMakeArguments()
+{
+    static const auto arguments =
+        append({makeOutput(documentOutput),
+                {.name = "job",
+                 .letter = 'j',
+                 .value = "FILE",
+                 .help = "make the document that a job file describes",
+                 .group = general},
+                makeCheck(),
+                makeForce(),
+                makeJson("with --job: tell what was filled as JSON"),
+                help,
+                {.name = "version", .help = "print the version and exit", .group = general},
+                // What documentation and installation are made of.
+                {.name = "classes"},
+                {.name = "options"},
+                {.name = "schema"},
+                {.name = "man"},
+                {.name = "completion", .value = "SHELL", .choices = {"bash", "zsh"}}},
+               makeTableArguments(JobUse::New));
+    return arguments;
+}
+
+const std::vector<Argument>& getListArguments()
+{
+    static const std::vector<Argument> arguments = {makeJson("print the list as JSON"), help};
+    return arguments;
+}
+
+const std::vector<Argument>& getExtractArguments()
+{
+    static const std::vector<Argument> arguments = {
+        {.name = "chart",
+         .value = "NAME",
+         .help = "the chart: its name, alternative text, title or number (default: the only one)",
+         .group = general},
+        makeOutput("the table to write: .csv, .json or .md (default: CSV to standard output)"),
+        makeForce(),
+        help};
+    return arguments;
+}
+
+const std::vector<Argument>& getFillArguments()
+{
+    static const auto arguments = append({makeOutput(documentOutput),
+                                          {.name = "text",
+                                           .value = "NAME=TEXT",
+                                           .help = "what stands for {{NAME}}",
+                                           .group = general,
+                                           .often = Often::Repeatedly},
+                                          makeCheck(),
+                                          makeForce(),
+                                          makeJson("tell what was filled as JSON"),
+                                          help},
+                                         makeTableArguments(JobUse::Fill));
+    return arguments;
+}
+
+const std::vector<Argument>& getInitArguments()
+{
+    static const std::vector<Argument> arguments = {
+        makeOutput("the job file to write (default: standard output)"), makeForce(), help};
+    return arguments;
+}
+
+const std::array verbs = {
+    Verb{
+        "", "TABLE [OPTION ...] ... -o DOCUMENT",
+        "make a Word document with native, editable charts from tables",
+        "A TABLE is a CSV or TSV file, a workbook (.xlsx or .ods), JSON, or a SQLite database; - is standard "
+        "input. Options apply to the TABLE before them; those before the first TABLE are for all.",
+        R"text(quillon-report revenue.csv --type column --title "Revenue" -o report.docx
+quillon-report weather.csv --type line --category date --columns temp_max,temp_min -o weather.docx
+quillon-report energy.csv --category year --series source --value net_generation -o energy.docx
+quillon-report sales.csv --colors red,#00ff00,"rgb(0,128,255)" --legend right -o sales.pdf
+quillon-report a.csv --type bar --heading "A" b.csv --type pie --heading "B" -o both.docx
+quillon-report --job report.json -o report.docx)text",
+        getMakeArguments, makeDocument},
+    Verb{"list", "DOCUMENT [--json]", "list the charts and placeholders of a document",
+         "A chart that cannot be filled is listed with the reason.", "quillon-report list report.docx",
+         getListArguments, listCharts},
+    Verb{"extract", "DOCUMENT [--chart NAME] [-o FILE]", "write the data of a chart as a table",
+         "The categories come first, then a column for each series; of scatter and bubble charts the columns "
+         "of X, values and sizes.",
+         "quillon-report extract report.docx --chart Revenue -o revenue.csv", getExtractArguments,
+         extractData},
+    Verb{
+        "fill", "DOCUMENT [TABLE --chart NAME | TABLE --at NAME] ... -o DOCUMENT",
+        "give the charts of a document new data, and its placeholders charts and texts",
+        "Options apply to the TABLE before them; those before the first TABLE are for all. --chart gives a "
+        "chart new data, and it keeps its look. --at puts a new chart, with any option, in the place of a "
+        "paragraph {{NAME}} or of a picture with that alternative text; {{table:NAME}} becomes a table.",
+        R"text(quillon-report fill report.docx revenue.csv --chart Revenue costs.csv --chart Costs -o october.docx
+quillon-report fill report.docx margin.csv --at margin --type line --text month=October -o october.docx
+quillon-report fill report.docx revenue.csv --chart Revenue --check)text",
+        getFillArguments, fillDocument},
+    Verb{"init", "TABLE [-o JOB]", "write an example of a job file from a table",
+         "The example makes a report with a chart and a table; change it, and run it with --job.",
+         "quillon-report init sales.csv -o report.json", getInitArguments, writeExampleJob},
+};
+
+}  // namespace
+
+std::span<const Verb> getVerbs()
+{
+    return verbs;
+}
+
+const Verb& findVerb(const std::string& word)
+{
+    for (const auto& verb : verbs)
+        if (word == verb.name) return verb;
+    return verbs.front();
+}
+
+}  // namespace quillon::report

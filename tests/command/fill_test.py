@@ -1,0 +1,158 @@
+"""Tests of documents that exist: fill_test.py QUILLON_REPORT. The template is made by the command itself."""
+
+import json
+import os
+import unittest
+
+from command import CommandTest
+
+JUNE = b"Month,North,South\nMay,1,2\nJun,3,4\n"
+JULY = b"Month,South,East\nMay,20,0\nJun,40,1\nJul,60,2.5\n"
+JULY_CHART = ("bar", ["May", "Jun", "Jul"], {"South": ["20", "40", "60"], "East": ["0", "1", "2.5"]})
+
+TEMPLATE = {"blocks": [
+    {"paragraph": "Report of {{month}}, again {{month}}"},
+    {"chart": {"table": "june.csv", "title": "Revenue", "colors": ["navy", "teal"]}},
+    {"paragraph": "{{margin}}"},
+    {"paragraph": "{{table:margin}}"},
+    {"chart": {"table": "june.csv", "type": "line", "title": "Costs"}},
+]}
+
+
+class FillTest(CommandTest):
+    def setUp(self):
+        super().setUp()
+        self.write("june.csv", JUNE)
+        self.write("july.csv", JULY)
+        self.write("t.json", TEMPLATE)
+        self.succeed("--job", "t.json", "-o", "t.docx")
+
+    def test_lists_charts_and_placeholders(self):
+        lines = [line.split() for line in self.succeed("list", "t.docx").splitlines()]
+        self.assertEqual(lines[1][:3], ["1", "Chart", "1"])
+        self.assertEqual(lines[1][-6:], ["column", "North,", "South", "2", "body", "yes"])
+        self.assertEqual([line[:2] for line in lines[5:]],
+                         [["{{month}}", "text"], ["{{margin}}", "paragraph"],
+                          ["{{table:margin}}", "table"]])
+        told = json.loads(self.succeed("list", "t.docx", "--json"))
+        self.assertEqual(told["charts"][1], {
+            "number": 2, "name": "Chart 2", "altText": "Line chart: Costs; series North, South; values from 1 to 4",
+            "title": "Costs", "types": ["line"], "series": ["North", "South"], "points": 2, "place": "body",
+            "fillable": True})
+        self.assertEqual(told["placeholders"][2], {"name": "margin", "kind": "table", "part": "word/document.xml"})
+
+    def test_fills_charts_placeholders_and_texts(self):
+        told = self.succeed("fill", "t.docx", "july.csv", "--chart", "Revenue", "--title", "New", "june.csv", "--at", "margin",
+                            "--type", "Pie", "--columns", "North", "--text", "month=July", "-o", "out.docx")
+        self.assertEqual(told, '"Chart 1": 3 points, 2 before; 1 series as before; "North" is now "East".\n'
+                               '"{{margin}}": made.\n"{{month}}": replaced 2 times.\n')
+        self.assertEqual(self.read_charts("out.docx")[0], JULY_CHART)
+        self.assertIn("Report of July, again July", self.read_paragraphs("out.docx"))
+        listed = json.loads(self.succeed("list", "out.docx", "--json"))
+        self.assertEqual([(chart["title"], chart["types"], chart["points"]) for chart in listed["charts"]],
+                         [("New", ["column"], 3), ("", ["pie"], 2), ("Costs", ["line"], 2)])
+        self.assertEqual(listed["placeholders"], [])
+        texts = self.read_paragraphs("out.docx")
+        self.assertTrue({"North", "May", "1", "Jun", "3"} <= set(texts))
+
+    def test_a_job_file_does_the_same(self):
+        self.write("job.json", {
+            "template": "t.docx", "texts": {"month": "July"},
+            "charts": [{"fill": "1", "table": "july.csv", "title": "New"},
+                       {"at": "margin", "table": "june.csv", "type": "pie", "columns": ["North"]}]})
+        told = self.succeed("--job", "job.json", "-o", "job.docx")
+        arguments = ["fill", "t.docx", "july.csv", "--chart", "1", "--title", "New", "june.csv", "--at", "margin", "--type",
+                     "pie", "--columns", "North", "--text", "month=July"]
+        self.assertEqual(told, self.succeed(*arguments, "-o", "fill.docx"))
+        self.assertEqual(self.read("job.docx"), self.read("fill.docx"))
+        as_json = self.succeed("--job", "job.json", "--check", "--json")
+        self.assertEqual(json.loads(as_json) | {"output": ""},
+                         json.loads(self.succeed(*arguments, "--check", "--json")) | {"output": ""})
+        report = json.loads(as_json)["charts"][0]
+        self.assertEqual(report["series"], [{"change": "matched", "name": "South"},
+                                            {"change": "renamed", "name": "East", "before": "North"}])
+        self.assertEqual((report["pointsBefore"], report["pointsAfter"]), (2, 3))
+
+    def test_makes_a_document_for_each_group_of_a_template(self):
+        self.write("all.csv", b"month,Month,North,South\nMay,May,1,2\nJun,Jun,3,4\nJun,Jul,5,6\n")
+        self.write("job.json", {
+            "template": "t.docx", "for-each": {"table": "all.csv", "by": "month", "output": "{month}.docx"},
+            "charts": [{"fill": "Revenue", "table": "all.csv", "category": "Month", "columns": ["North", "South"],
+                        "title": "Revenue of {{month}}"}]})
+        self.succeed("--job", "job.json")
+        self.assertEqual(self.read_charts("May.docx")[0], ("bar", ["May"], {"North": ["1"], "South": ["2"]}))
+        self.assertEqual(self.read_charts("Jun.docx")[0], ("bar", ["Jun", "Jul"], {"North": ["3", "5"], "South": ["4", "6"]}))
+        for month in ["May", "Jun"]:
+            self.assertEqual(json.loads(self.succeed("list", f"{month}.docx", "--json"))["charts"][0]["title"],
+                             f"Revenue of {month}")
+            self.assertIn(f"Report of {month}, again {month}", self.read_paragraphs(f"{month}.docx"))
+
+    def test_extracts_what_fills_the_same_again(self):
+        self.assertEqual(self.succeed("extract", "t.docx", "--chart", "Revenue"), "Category,North,South\nMay,1,2\nJun,3,4\n")
+        self.succeed("extract", "t.docx", "--chart", "2", "-o", "out.json")
+        self.assertEqual(json.loads(self.read("out.json")),
+                         [{"Category": "May", "North": 1, "South": 2}, {"Category": "Jun", "North": 3, "South": 4}])
+        self.succeed("extract", "t.docx", "--chart", "2", "-o", "out.md")
+        self.assertEqual(self.read("out.md").decode(),
+                         "| Category | North | South |\n|---|---:|---:|\n| May | 1 | 2 |\n| Jun | 3 | 4 |\n")
+        self.succeed("fill", "t.docx", "out.json", "--chart", "2", "-o", "out.docx")
+        self.assertEqual(self.read_part("out.docx", "word/charts/chart2.xml"),
+                         self.read_part("t.docx", "word/charts/chart2.xml"))
+
+    def test_extracts_dates_gaps_and_difficult_texts(self):
+        for table, options, expected in [
+            ('When,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n', ["--gaps"],
+             'Category,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n'),
+        ]:
+            with self.subTest(table=table):
+                self.write("u.csv", table.encode())
+                self.succeed("u.csv", *options, "-o", "u.docx")
+                self.assertEqual(self.succeed("extract", "u.docx"), expected)
+
+    def test_check_says_what_would_happen_and_writes_nothing(self):
+        before = sorted(os.listdir(self.folder))
+        told = self.succeed("fill", "t.docx", "july.csv", "--chart", "Revenue", "--check", "--json")
+        self.assertEqual(json.loads(told)["charts"][0]["pointsAfter"], 3)
+        self.assertEqual(sorted(os.listdir(self.folder)), before)
+
+    def test_standard_output_holds_the_document_alone(self):
+        with open(self.at("t.docx"), "rb") as template:
+            data = self.succeed("fill", "-", "july.csv", "--chart", "Revenue", "-o", "-", text=False, input=template.read())
+        self.write("out.docx", data)
+        self.assertEqual(self.read_charts("out.docx")[0], JULY_CHART)
+
+    def test_replaces_its_template_by_force_alone(self):
+        arguments = ["fill", "t.docx", "july.csv", "--chart", "Revenue", "-o", "t.docx"]
+        self.require_refusal(1, 'Cannot write "t.docx": the document is made from it; --force replaces it.', *arguments)
+        self.succeed(*arguments, "--force")
+        self.assertEqual(self.read_charts("t.docx")[0], JULY_CHART)
+
+    def test_refuses(self):
+        out = ["-o", "out.docx"]
+        for status, arguments, sentence in [
+            (2, ["list"], "Expected one DOCUMENT"),
+            (2, ["list", "t.docx", "--chart", "1"], 'There is no option "--chart"'),
+            (1, ["list", "july.csv"], "july.csv: "),
+            (2, ["extract", "t.docx"], "Expected --chart: the document has 2 charts"),
+            (1, ["extract", "t.docx", "--chart", "Profit"], 'There is no chart "Profit"; the document has 1 "Chart 1"'),
+            (1, ["extract", "t.docx", "--chart", "1", "-o", "x.xlsx"],
+             '--output "x.xlsx": expected a name that ends in .csv, .json or .md.'),
+            (2, ["fill", "t.docx", *out], "Expected at least one TABLE with --chart or --at, or --text."),
+            (2, ["fill", "t.docx", "july.csv", *out], '"july.csv": expected either --chart or --at behind it'),
+            (2, ["fill", "t.docx", "july.csv", "--chart", "1", "--at", "margin", *out], '"july.csv": expected either'),
+            (2, ["fill", "t.docx", "july.csv", "--chart", "1"], "Expected --output"),
+            (2, ["fill", "t.docx", "--text", "month", *out], '--text "month": expected a name and a text'),
+            (2, ["fill", "t.docx", "--text", "month=a", "--text", "month=b", *out], '--text: "month" is given twice.'),
+            (1, ["fill", "t.docx", "--text", "year=a", *out], "There is no placeholder"),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--gap", "5", *out],
+             'gap is for new charts, in the place of a placeholder; chart "1" is filled, and keeps its look.'),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--match", "size", *out], """Match "size": expected name or position.\n"""),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "july.csv"], 'Cannot write "july.csv"'),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--at", "profit", *out], "chart 2: There is no"),
+        ]:
+            with self.subTest(arguments=arguments):
+                self.require_refusal(status, sentence, *arguments)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,204 @@
+"""Tests of job files: job_test.py QUILLON_REPORT."""
+
+import base64
+import json
+import os
+import unittest
+
+from command import CommandTest
+
+WIDE = b"Quarter,North,South\nQ1,1.5,-2\nQ2,3e2,+4\n"
+WIDE_CHART = ("bar", ["Q1", "Q2"], {"North": ["1.5", "300"], "South": ["-2", "4"]})
+LONG = b"year,source,net\n2001,Coal,1\n2001,Wind,2\n2002,Wind,3\n2002,Coal,4\n"
+LONG_CHART = ("line", ["2001", "2002"], {"Coal": ["1", "4"], "Wind": ["2", "3"]})
+SALES = b"region,manager,month,net\nNorth,Ann,Jan,1\nA/B: S,Bob,Jan,3\nNorth,Ann,Feb,2\nA/B: S,Bob,Feb,4\n"
+
+# One white dot.
+IMAGE = base64.b64decode(
+    "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAAAAAA6fptVAAAACklEQVR42mP4DwABAQEAG7buVgAAAABJRU5ErkJggg=="
+)
+
+# A job file in which "t.csv" is a table, and the lines with which it is refused, each with line and column.
+REFUSED = [
+    ("[]", ["1:1: expected an object."]),
+    ("{}", ['1:1: expected a member "charts" or "blocks", a list.']),
+    ('{"charts": []}', ['1:1: "charts": the list is empty.']),
+    ('{"charts": [1]}', ['1:13: "charts": expected an object, a chart.']),
+    ('{"charts": [{}]}', ['1:13: "charts": expected a member "table", the path of a file.']),
+    ('{"charts": [{"table": 1}]}', ['1:23: "table": expected the path of a file.']),
+    ('{"charts": [{"table": "no.csv"}]}', ['1:23: "table": cannot read "no.csv": No such file or directory.']),
+    ('{"charts": [{"table": "t.csv\\u0000x"}]}',
+     ['1:23: "table": cannot read "t.csv\\x00x": a path holds no null characters.']),
+    ('{"charts": [{"table": "t.csv", "gap": 1, "gap": 2}]}', ['1:42: "gap": the member is there twice.']),
+    ('{"charts": [{"table": "t.csv", "typ": "bar"}]}', ['1:32: "typ": unknown member; did you mean "type"?']),
+    ('{"charts": [{"table": "t.csv", "type": "lien"}]}',
+     ['1:40: "type": expected column, bar, line or pie, got "lien"; did you mean "line"?']),
+    ('{"charts": [{"table": "t.csv", "type": "pie", "gap": 5}]}',
+     ['1:13: "charts": gap is for column or bar charts; this is a pie chart.']),
+    ('{"charts": [{"table": "t.csv", "fill": "Revenue"}]}',
+     ['1:1: chart 1: "fill", "at" and "match" need a "template".']),
+    ('{"blocks": [], "charts": [{"table": "t.csv"}]}',
+     ['1:1: expected either "blocks" or "charts"; a block may be a chart.']),
+    ('{"template": "t.csv", "charts": [{"table": "t.csv"}]}',
+     ['1:1: chart 1: expected "fill", a chart of the template, or "at", a placeholder.']),
+    ('{"blocks": [{"headnig": "A"}]}', ['1:14: "headnig": unknown member; did you mean "heading"?']),
+    ('{"blocks": [{"image": "no.png"}]}', ['1:23: "image": cannot read "no.png": No such file or directory.']),
+    ('{"charts": [{"table": "t.csv", "gap": 1e999}]}', ["1:43: the number \"1e999\" is too large."]),
+    ('{"charts": ', ["1:12: not well-formed JSON: syntax error while parsing value - unexpected end of input;"]),
+    ("[" * 101 + "]" * 101, ["1:101: more than 100 levels of lists and objects."]),
+    # All at once, in the order of the file; comments count as lines, and characters count once.
+    ("""{ // a chart
+  /* \u00e9 */ "charts": [{"table": "t.csv", "legend": "lft", "width": "wide", "columns": 1,
+     "\u00e9\u00e9": 1, "tick-interval": 1.5, "labels": ["value", "vlue"], "colors": ["redd"]}],
+  "texts": {"a": 1}, "header": [{"bold": 1}]
+}""", [
+        '2:51: "legend": expected auto, none, right, top, left or bottom, got "lft"; did you mean "left"?',
+        '2:67: "width": expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".',
+        '2:86: "columns": expected a list of texts.',
+        '3:6: "\u00e9\u00e9": unknown member; the members are table, type,',
+        '3:32: "tick-interval": expected a whole number from 1 to 32767, got 1.5.',
+        '3:57: "labels": expected value, percent, category or series, got "vlue"; did you mean "value"?',
+        '3:76: "colors": "redd" is no colour;',
+        '4:18: "a": expected a text.',
+        '4:42: "bold": expected true or false.',
+    ]),
+]
+
+REPORT = {
+    "properties": {"title": "Sales {{year}}", "author": "Ann"},
+    "header": ["Quillon\t", {"text": "{page} of {pages}", "italic": True}],
+    "texts": {"year": "2024"},
+    "blocks": [
+        {"image": "logo.png", "width": "1cm", "alt-text": "Logo"},
+        {"paragraph": "Sales of {{year}}", "style": "Title"},
+        {"contents": 2},
+        {"heading": "North", "level": 2},
+        {"paragraph": ["See ", {"reference": "net"}, ", ", {"text": "soon", "bold": True, "link": "https://example.org"}]},
+        {"list": ["one", {"text": ["two"], "level": 1}], "kind": "numbers"},
+        {"chart": {"table": "t.csv", "type": "Bar", "title": "{{year}}"}, "table": True},
+        {"caption": "Net", "name": "net"},
+        {"page-break": True},
+        {"section": {"landscape": True, "left": "2cm"}},
+        {"charts": [{"table": "t.csv", "columns": "North"}, {"table": "t.csv", "columns": ["North"], "type": "pie"}]},
+        {"table": {"columns": ["A", "B"], "rows": [["x", 1.5]], "widths": ["3cm", "4cm"]}},
+        {"table": {"table": "t.csv", "columns": ["South"], "header": "When", "number-format": "0.00"}},
+    ],
+}
+
+
+class JobTest(CommandTest):
+    def test_refuses_what_is_wrong_all_at_once(self):
+        self.write("t.csv", WIDE)
+        for job, lines in REFUSED:
+            with self.subTest(job=job[:200]):
+                self.write("job.json", job.encode())
+                result = self.run_command("--job", "job.json", "-o", "out.docx")
+                self.assertEqual((result.returncode, result.stdout), (1, ""))
+                said = result.stderr.splitlines()
+                self.assertEqual(len(said), len(lines), result.stderr)
+                for one, line in zip(said, lines):
+                    self.assertTrue(one.startswith(f"quillon-report: job.json:{line}"), f"{one}\n{line}")
+        self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv"])
+
+    def test_makes_charts_of_tables_beside_the_job_file(self):
+        self.write("jobs/t.csv", WIDE)
+        self.write("jobs/long.csv", LONG)
+        self.write("jobs/job.json", {"charts": [
+            {"table": "t.csv", "type": "column", "colors": ["red"], "gaps": True},
+            {"table": "long.csv", "type": "line", "series": "source", "value": "net"},
+        ]})
+        self.succeed("--job", "jobs/job.json", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART, LONG_CHART])
+
+    def test_comes_by_standard_input(self):
+        self.write("t.csv", WIDE)
+        job = json.dumps({"charts": [{"table": "t.csv"}]})
+        self.succeed("--job", "-", "-o", "out.docx", input=job)
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART])
+        self.require_refusal(1, 'standard input:1:1: expected a member', "--job", "-", "-o", "no.docx", input="{}")
+
+    def test_never_loses_what_it_is_made_from(self):
+        self.write("t.csv", WIDE)
+        self.write("job.json", {"charts": [{"table": "t.csv"}]})
+        for target in ["job.json", "./t.csv"]:
+            sentence = f'Cannot write "{target}": the document is made from it.\n'
+            self.require_refusal(1, sentence, "--job", "job.json", "--force", "-o", target)
+        self.require_refusal(2, "Expected --output, the document to write.", "--job", "job.json")
+
+    def test_makes_a_report_of_blocks(self):
+        self.write("t.csv", WIDE)
+        self.write("logo.png", IMAGE)
+        self.write("job.json", REPORT)
+        self.succeed("--job", "job.json", "-o", "out.docx")
+        texts = self.read_paragraphs("out.docx")
+        for text in ["Sales of 2024", "North", "See Figure 1, soon", "one", "two", "Figure 1: Net", "When", "-2.00", "4.00",
+                     "x", "1.5"]:
+            self.assertIn(text, texts)
+        north = {"North": WIDE_CHART[2]["North"]}
+        self.assertEqual(self.read_charts("out.docx"), [
+            WIDE_CHART, ("bar", ["Q1", "Q2"], north), ("pie", ["Q1", "Q2"], north)])
+        markup = self.read_part("out.docx")
+        for part in ['w:val="Title"', 'descr="Logo"', '<w:br w:type="page"/>', 'w:orient="landscape"', "TOC ", "<w:b/>",
+                     'w:ilvl w:val="1"', 'descr="Bar chart: 2024;', 'w:w="1700"', 'w:w="2267"', 'w:left="1133"']:
+            self.assertIn(part, markup)
+        self.assertIn("Sales 2024", self.read_part("out.docx", "docProps/core.xml"))
+        self.assertIn("PAGE", self.read_part("out.docx", "word/header1.xml"))
+
+    def test_names_the_block_that_cannot_be_made(self):
+        self.write("job.json", {"blocks": [{"heading": "A"}, {"paragraph": "B", "style": "Titel"}]})
+        self.require_refusal(1, "block 2: ", "--job", "job.json", "-o", "out.docx")
+
+    def test_takes_the_look_of_a_template(self):
+        self.write("look.json", {"header": "Letterhead", "blocks": [{"paragraph": "left out"}]})
+        self.write("job.json", {"template": "look.docx", "blocks": [{"paragraph": "A"}]})
+        self.succeed("--job", "look.json", "-o", "look.docx")
+        self.succeed("--job", "job.json", "-o", "out.docx")
+        self.assertEqual(self.read_paragraphs("out.docx"), ["A"])
+        self.assertIn("Letterhead", self.read_part("out.docx", "word/header1.xml"))
+
+    def test_makes_a_document_for_each_group(self):
+        self.write("t.csv", SALES)
+        self.write("job.json", {
+            "for-each": {"table": "t.csv", "by": "region", "output": "of-{region}-{manager}.docx"},
+            "blocks": [{"heading": "{{region}} by {{manager}}, not {{month}}"},
+                       {"chart": {"table": "t.csv", "category": "month", "columns": "net"}}],
+        })
+        self.assertEqual(self.succeed("--job", "job.json"), "of-North-Ann.docx\nof-A-B- S-Bob.docx\n")
+        for document, heading, values in [("of-North-Ann.docx", "North by Ann, not {{month}}", ["1", "2"]),
+                                          ("of-A-B- S-Bob.docx", "A/B: S by Bob, not {{month}}", ["3", "4"])]:
+            self.assertEqual(self.read_paragraphs(document), [heading])
+            self.assertEqual(self.read_charts(document), [("bar", ["Jan", "Feb"], {"net": values})])
+
+    def test_refuses_groups_before_anything_is_written(self):
+        self.write("t.csv", b"region,net\na/b,1\na:b,2\n,3\n")
+        self.write("u.csv", b"region,net\na/b,1\na:b,2\n..,3\n")
+        for table, output, sentence in [
+            ("t.csv", "{region}.docx", 't.csv:4: column "region": expected a text, the name of a group'),
+            ("u.csv", "{region}.docx", 'the groups "a/b" and "a:b" would both be written to "a-b.docx"'),
+            ("u.csv", "{regoin}.docx", '"{regoin}" is no column with one text in each group; did you mean "region"?'),
+            ("u.csv", "u.csv", "the groups"),
+        ]:
+            with self.subTest(table=table, output=output):
+                self.write("job.json", {"for-each": {"table": table, "by": "region", "output": output},
+                                        "blocks": [{"heading": "{{region}}"}]})
+                result = self.run_command("--job", "job.json")
+                self.assertEqual(result.returncode, 1)
+                self.assertIn(sentence, result.stderr)
+                self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv", "u.csv"])
+        self.require_refusal(2, '--output is for one document; "for-each" names', "--job", "job.json", "-o", "out.docx")
+
+    def test_an_example_of_a_table_makes_a_report(self):
+        self.write("data/t.csv", "\"A \"\"b\"\"\",Größe\nx,1\ny,\n".encode())
+        self.write("jobs/.keep", b"")
+        self.succeed("init", "data/t.csv", "-o", "jobs/job.json")
+        self.write("jobs/job2.json", self.read("jobs/job.json").replace(b'"legend"', b'"gaps": true, "legend"').replace(
+            b']}}\n', b'], "gaps": true}}\n'))
+        self.succeed("--job", "jobs/job2.json", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx"), [("bar", ["x", "y"], {"Größe": ["1", None]})])
+        self.assertIn('"table": "../data/t.csv"', self.read("jobs/job.json").decode())
+        self.assertIn('"table": "data/t.csv"', self.succeed("init", "data/t.csv"))
+        self.require_refusal(1, 'Cannot write "data/t.csv"', "init", "data/t.csv", "-o", "data/t.csv")
+
+
+if __name__ == "__main__":
+    unittest.main()

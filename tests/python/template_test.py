@@ -1,0 +1,160 @@
+"""quillon.report.open: documents that exist, their charts and placeholders."""
+
+import gc
+import io
+import tempfile
+import threading
+import unittest
+import zipfile
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+import quillon.report
+from charts import make_chart
+from quillon import _core
+from quillon.chart import ColumnChart, LineChart, PieChart, from_dataframe
+from quillon.report import ChartData, ChartWarning, Document, FillReport, Placeholder, SeriesChange
+
+JUNE = {"North": [1, 3], "South": [2, 4]}
+JULY = {"South": [20, 40, 60], "East": [0, 1, 2.5]}
+
+
+def make_template():
+    document = Document()
+    document.add_paragraph("Report of {{month}}, again {{month}}")
+    document.add_chart(ColumnChart(title="Revenue", data=JUNE), colors=["navy", "teal"])
+    document.add_paragraph("{{margin}}")
+    document.add_paragraph("{{table:margin}}")
+    document.add_chart(LineChart(title="Costs", data=JUNE))
+    return document.to_bytes()
+
+
+def read_part(data, name):
+    return zipfile.ZipFile(io.BytesIO(data)).read(name).decode()
+
+
+def values_of(data):
+    return {series.Name: list(series.values) for series in data.data_set}
+
+
+class Templates(unittest.TestCase):
+    def setUp(self):
+        self.template = quillon.report.open(make_template())
+
+    def test_lists_what_there_is(self):
+        first, second = self.template.charts
+        self.assertEqual((first.number, first.name, first.title, first.types, first.series, first.points, first.problem),
+                         (1, "Chart 1", "Revenue", ["column"], ["North", "South"], 2, ""))
+        self.assertEqual((second.types, second.place), (["line"], "body"))
+        self.assertEqual(self.template.placeholders, [
+            Placeholder("month", "text", "word/document.xml"), Placeholder("margin", "paragraph", "word/document.xml"),
+            Placeholder("margin", "table", "word/document.xml")])
+
+    def test_fills_with_all_that_says_data(self):
+        expected = {"South": [20, 40, 60], "East": [0, 1, 2.5]}
+        for data in [JULY, from_dataframe(JULY), ChartData.from_dataframe(JULY)]:
+            with self.subTest(type(data)):
+                template = self.template.copy()
+                report = template.fill("Revenue", data, title="New", number_format="0.0")
+                self.assertEqual(report, FillReport(1, "Chart 1", [
+                    SeriesChange("matched", "South", ""), SeriesChange("renamed", "East", "North")], 2, 3, []))
+                self.assertEqual(values_of(template.get_data("1")), expected)
+                self.assertEqual(template.charts[0].title, "New")
+                self.assertIn("0.0", read_part(template.to_bytes(), "word/charts/chart1.xml"))
+        self.assertEqual(values_of(self.template.get_data("Revenue")), JUNE)
+        self.assertEqual(self.template.fill("Costs", JULY, match="position").series,
+                         [SeriesChange("renamed", "South", "North"), SeriesChange("renamed", "East", "South")])
+
+    def test_inserts_charts_and_tables_and_replaces_text(self):
+        self.template.insert("margin", PieChart(), {"North": [1, 2]}, labels="percent", legend="none")
+        self.template.insert_table("margin", {"West": [7, 8]})
+        self.assertEqual(self.template.replace("month", "July"), 2)
+        self.assertEqual(self.template.placeholders, [])
+        self.assertEqual([chart.types for chart in self.template.charts], [["column"], ["pie"], ["line"]])
+        main = read_part(self.template.to_bytes(), "word/document.xml")
+        self.assertRegex(main, "Report of July, again July.*>West<.*>8<")
+
+    def test_gives_data_frames_of_pandas(self):
+        import pandas
+
+        dates = pandas.to_datetime(["2024-01-31", "2024-02-29"])
+        frame = pandas.DataFrame({"North": [1, float("nan")]}, index=dates)
+        self.template.fill("Revenue", frame)
+        read = self.template.to_dataframe("Revenue")
+        self.assertEqual(list(read.columns), ["North"])
+        self.assertEqual(list(read.index), list(dates))
+        self.assertTrue(pandas.isna(read["North"].iloc[1]))
+        other = pandas.DataFrame(JUNE, index=["a", "b"], dtype=float)
+        self.template.fill("Costs", other)
+        pandas.testing.assert_frame_equal(self.template.to_dataframe("Costs"), other)
+
+    def test_saves_to_paths_and_files_and_opens_again(self):
+        self.template.fill("Revenue", JULY)
+        memory = io.BytesIO()
+        self.template.save(memory)
+        with tempfile.TemporaryDirectory() as folder:
+            path = Path(folder, "\u00e9.docx")
+            self.template.save(path)
+            self.assertEqual(path.read_bytes(), memory.getvalue())
+            self.assertEqual(values_of(quillon.report.open(path).get_data("Revenue")), JULY)
+
+    def test_refuses(self):
+        before = self.template.to_bytes()
+        for act, arguments, error, text in [
+            (quillon.report.open, (__file__,), ValueError, "template_test.py"),
+            (quillon.report.open, ("no.docx",), ValueError, "no.docx"),
+            (quillon.report.open, (3,), TypeError, "int"),
+            (quillon.report.open, (b"PK",), ValueError, ""),
+            (self.template.fill, ("Profit", JULY), ValueError, 'There is no chart "Profit"; the document has 1 "Chart 1"'),
+            (self.template.fill, (1, JULY), TypeError, "chart: expected str, got int"),
+            (self.template.fill, ("1", 3), TypeError, "expected a data frame"),
+            (self.template.insert, ("profit", PieChart(data=JUNE)), ValueError, "profit"),
+            (self.template.insert, ("margin", 3), TypeError, "expected a chart, got int"),
+            (self.template.replace, ("profit", "a"), ValueError, "profit"),
+            (self.template.replace, ("month", "a\0b"), ValueError, ""),
+            (_core.Template, (), TypeError, ""),
+        ]:
+            with self.subTest(text):
+                self.assertRaisesRegex(error, text, act, *arguments)
+                self.assertEqual(self.template.to_bytes(), before)
+        with self.assertRaisesRegex(ValueError, "match: expected name or position"):
+            self.template.fill("1", JULY, match="size")
+
+    def test_warns_where_it_is_called(self):
+        with self.assertWarnsRegex(ChartWarning, '"nonsense" is no colour') as caught:
+            self.template.insert("margin", make_chart(colour="nonsense"))
+        self.assertEqual(caught.filename, __file__)
+
+    def test_threads_fill_copies_at_once_and_are_refused_on_the_same(self):
+        def fill(number):
+            template = self.template.copy()
+            template.fill("Revenue", {"North": [number, 2]})
+            return values_of(quillon.report.open(template.to_bytes()).get_data("Revenue"))["North"][0]
+
+        with ThreadPoolExecutor(4) as pool:
+            self.assertEqual(list(pool.map(fill, range(20))), list(range(20)))
+        many = from_dataframe({f"S{i}": range(2000) for i in range(20)})
+        worker = threading.Thread(target=self.template.fill, args=("Revenue", many))
+        worker.start()
+        refusals = set()
+        while worker.is_alive():
+            for act in [lambda: self.template.charts, lambda: many[0][0].__setattr__("Value", 1)]:
+                try:
+                    act()
+                except (RuntimeError, AttributeError) as error:
+                    refusals.add(str(error))
+        worker.join()
+        self.assertTrue(all("being written" in text for text in refusals), refusals)
+        self.assertEqual(self.template.charts[0].points, 2000)
+
+    def test_lets_its_objects_go(self):
+        before = _core.bound_objects()
+        data = self.template.get_data("Revenue")
+        self.template.fill("Revenue", data)
+        del data
+        gc.collect()
+        self.assertEqual(_core.bound_objects(), before)
+
+
+if __name__ == "__main__":
+    unittest.main()
