@@ -12,6 +12,7 @@
 #include "report/command/ChartMaker.h"
 #include "report/command/ClassCatalogue.h"
 #include "report/command/JobFile.h"
+#include "report/command/OptionPage.h"
 #include "report/document/Document.h"
 #include "report/options/Options.h"
 #include "report/table/Fail.h"
@@ -96,6 +97,8 @@ class CommandLine {
     /// Whether the author asks for the catalogue of classes and not for a document.
     bool wantsClasses() const { return classes_; }
     bool wantsJson() const { return json_; }
+    /// Whether the author asks for the page of options.
+    bool wantsOptions() const { return options_; }
     /// One job for each table, in order, or those of the job file.
     std::vector<ChartJob> getJobs() const;
 
@@ -113,6 +116,7 @@ class CommandLine {
     std::string jobFile_;
     bool classes_ = false;
     bool json_ = false;
+    bool options_ = false;
 };
 
 CommandLine::CommandLine()
@@ -141,6 +145,10 @@ CommandLine::CommandLine()
     auto* classes = app_.add_flag("--classes", classes_, "print the classes that a host program sees");
     classes->excludes(tables_)->excludes(job);
     app_.add_flag("--json", json_, "print them as JSON")->needs(classes);
+    app_.add_flag("--options", options_, "print the options with an example of each")
+        ->excludes(tables_)
+        ->excludes(job)
+        ->excludes(classes);
     app_.callback([this] { refuseOptionsOfJobFile(); });
 }
 
@@ -240,6 +248,10 @@ int run(int argc, char** argv)
     }
     if (commandLine.wantsClasses()) {
         printClasses(commandLine.wantsJson());
+        return 0;
+    }
+    if (commandLine.wantsOptions()) {
+        fmt::print("{}", describeOptions());
         return 0;
     }
     if (commandLine.getOutput().empty()) {

@@ -33,6 +33,19 @@ void requireSheetSize(const chart::DataSet& dataSet)
                                  std::to_string(rows) + ".");
 }
 
+/// The data with what the options say of it: chart, caches and workbook take their number formats from here.
+ChartData prepareData(const ChartContext& context)
+{
+    auto data = context.data;
+    data.dataSet = context.chart.getDataSet();
+    const auto& options = context.options;
+    if (!options.categoryFormat.empty()) data.categoryFormat = options.categoryFormat;
+    if (options.numberFormat.empty() || !data.dataSet) return data;
+    data.series.resize(std::max<std::size_t>(data.series.size(), data.dataSet->getSeriesCount()));
+    for (auto& details : data.series) details.numberFormat = options.numberFormat;
+    return data;
+}
+
 std::string makeChartPart(chart::DOCXChartWriter& writer, const ChartContext& context)
 {
     const auto doc = createDocument();
@@ -53,9 +66,12 @@ DOMElement* makeRun(DOMDocument* mainDocument, chart::DOCXChartWriter& writer, c
     return run;
 }
 
-WrittenChart write(DOMDocument* mainDocument, const ChartContext& context)
+WrittenChart write(DOMDocument* mainDocument, const ChartContext& given)
 {
-    checkOptions(context.options, context.kind);
+    checkOptions(given.options, given.kind);
+    const auto data = prepareData(given);
+    const ChartContext context{given.chart,          data,          given.options, given.kind, given.number,
+                               given.relationshipId, given.listener};
     const auto writer = context.chart.getDOCXWriter();
     // The writer makes the drawing of a chart without data; the chart part it refuses.
     if (const auto& dataSet = context.chart.getDataSet()) requireSheetSize(*dataSet);

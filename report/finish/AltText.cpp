@@ -47,13 +47,22 @@ std::u16string describeSeriesNames(const SeriesList& shown)
     return names;
 }
 
+/// The whole text of a title; a handle may be empty.
+std::u16string joinRuns(const chart::Paragraph& paragraph)
+{
+    std::u16string text;
+    for (const auto& run : paragraph.getContent())
+        if (run) text += run->getContent();
+    return text;
+}
+
 }  // namespace
 
 std::u16string makeAltText(const ChartContext& context)
 {
     std::u16string text = toUtf16(findRow(kindRows, context.kind).meaning);
     if (const auto& title = context.chart.getTitle())
-        text += u": " + escapeCharacters(title->getText()->getContent().at(0)->getContent());
+        text += u": " + escapeCharacters(joinRuns(*title->getText()));
     const auto shown = getShownSeries(context);
     return text + describeSeriesNames(shown) + describeRange(shown);
 }

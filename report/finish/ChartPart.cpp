@@ -1,6 +1,8 @@
 #include "report/finish/ChartPart.h"
 
 #include <stdexcept>
+#include <string_view>
+#include <xercesc/util/XMLString.hpp>
 
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -18,7 +20,29 @@ DOMElement* findGroup(DOMElement* plotArea)
     throw std::logic_error("The chart part has no group of a known chart type.");
 }
 
+bool isAxis(const DOMElement* element, const XMLCh* id)
+{
+    const auto* own = findChild(element, u"c:axId");
+    return findChild(element, u"c:crossAx") != nullptr &&
+           xercesc::XMLString::equals(own->getAttribute(u"val"), id);
+}
+
 }  // namespace
+
+Axes findAxes(const DOMElement* group)
+{
+    Axes axes;
+    const auto* plotArea = static_cast<const DOMElement*>(group->getParentNode());
+    for (const auto* id : findChildren(group, u"c:axId"))
+        for (auto* child = plotArea->getFirstElementChild(); child != nullptr;
+             child = child->getNextElementSibling()) {
+            if (!isAxis(child, id->getAttribute(u"val"))) continue;
+            const bool isValue =
+                std::u16string_view(child->getTagName()) == u"c:valAx" && axes.category != nullptr;
+            (isValue ? axes.value : axes.category) = child;
+        }
+    return axes;
+}
 
 ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartContext)
     : doc(document),
@@ -26,7 +50,9 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
       chart(findChild(chartSpace, u"c:chart")),
       plotArea(findChild(chart, u"c:plotArea")),
       group(findGroup(plotArea)),
-      context(chartContext)
+      axes(findAxes(group)),
+      context(chartContext),
+      colors(chartContext)
 {
     const auto& dataSet = *context.chart.getDataSet();
     std::size_t index = 0;
@@ -36,16 +62,47 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
     }
 }
 
+std::string Place::describe() const
+{
+    std::string text = series == nullptr ? "" : ChartPart::describe(*series);
+    const auto add = [&text](const std::string& part) {
+        if (part.empty()) return;
+        text += (text.empty() ? "" : ", ") + part;
+    };
+    if (point) add("point " + std::to_string(*point + 1));
+    add(what);
+    add(detail);
+    return text;
+}
+
 std::string ChartPart::describe(const SeriesPart& part)
 {
-    return "series " + std::to_string(part.index + 1) + " (\"" +
-           toUtf8(escapeCharacters(part.series.getName())) + "\")";
+    return describe(part.index, part.series);
+}
+
+std::string ChartPart::describe(std::size_t index, const chart::DataSeries& series)
+{
+    return "series " + std::to_string(index + 1) + " (\"" + toUtf8(escapeCharacters(series.getName())) +
+           "\")";
 }
 
 void ChartPart::warn(const std::string& place, const std::string& sentence)
 {
     const auto text = context.describe(place) + ": " + sentence;
     if (context.listener.warning && told_.insert(text).second) context.listener.warning(text);
+}
+
+void ChartPart::warn(const Place& place, const std::string& sentence)
+{
+    if (context.listener.warning) warn(place.describe(), sentence);
+}
+
+void ChartPart::warnNoColor(const Place& place, const std::u16string& text)
+{
+    if (context.listener.warning)
+        warn(place, "\"" + toUtf8(escapeCharacters(text)) +
+                        "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
+                        "255. The default is used.");
 }
 
 }  // namespace quillon::report

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 
 #include "chart/model/DataSeries.h"
 #include "report/finish/ChartContext.h"
+#include "report/finish/Colors.h"
 
 namespace quillon::report {
 
@@ -20,6 +22,34 @@ struct SeriesPart {
     const chart::DataSeries& series;
 };
 
+/// The axes that a group of series stands on; null where there are none.
+struct Axes {
+    xercesc::DOMElement* category = nullptr;
+    xercesc::DOMElement* value = nullptr;
+};
+
+/// The axes that the group names. Requires: a group in its plot area.
+Axes findAxes(const xercesc::DOMElement* group);
+
+/// A place in a chart. It costs nothing until a sentence has to name it.
+struct Place {
+    /// Null for a place outside the series.
+    const SeriesPart* series = nullptr;
+    /// 0-based, in the series.
+    std::optional<std::size_t> point = {};
+    /// "fill", or the first part of a place: "label format".
+    const char* what = "";
+    const char* detail = "";
+
+    /// A place inside this one.
+    Place of(const char* inside) const
+    {
+        return *what == 0 ? Place{series, point, inside, ""} : Place{series, point, what, inside};
+    }
+    /// "series 1 (\"North\"), point 2, label, fill".
+    std::string describe() const;
+};
+
 /// The chart part while it is finished: the places that the rules work on, and what they know of the chart.
 class ChartPart {
  public:
@@ -28,8 +58,12 @@ class ChartPart {
 
     /// "series 1 (\"North\")".
     static std::string describe(const SeriesPart& series);
+    static std::string describe(std::size_t index, const chart::DataSeries& series);
     /// Tells the caller what was replaced or left out; a sentence that was told before stays unsaid.
     void warn(const std::string& place, const std::string& sentence);
+    void warn(const Place& place, const std::string& sentence);
+    /// The same for a text that should be a colour.
+    void warnNoColor(const Place& place, const std::u16string& text);
 
     xercesc::DOMDocument* const doc;
     xercesc::DOMElement* const chartSpace;
@@ -37,8 +71,11 @@ class ChartPart {
     xercesc::DOMElement* const plotArea;
     /// c:barChart, c:lineChart or c:pieChart.
     xercesc::DOMElement* const group;
+    /// Of that group.
+    const Axes axes;
     std::vector<SeriesPart> series;
     const ChartContext& context;
+    const StandardColors colors;
 
  private:
     std::set<std::string> told_;

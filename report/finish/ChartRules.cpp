@@ -2,16 +2,22 @@
 
 #include "report/finish/Finishing.h"
 #include "report/finish/Rules.h"
+#include "report/options/Enumerations.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
-void showGapsAndVisibleCellsOnly(ChartPart& part)
+void showVisibleCellsOnly(ChartPart& part)
 {
     appendElement(part.chart, u"c:plotVisOnly", u"1");
-    appendElement(part.chart, u"c:dispBlanksAs", u"gap");
+}
+
+void drawMissingValues(ChartPart& part)
+{
+    const auto how = part.context.options.blank.value_or(Blank::Gap);
+    appendElement(part.chart, u"c:dispBlanksAs", findRow(blankRows, how).token);
 }
 
 void linkWorkbook(ChartPart& part)
@@ -22,7 +28,8 @@ void linkWorkbook(ChartPart& part)
     appendElement(external, u"c:autoUpdate", u"0");
 }
 
-constexpr std::array rules = {Rule{allKinds, showGapsAndVisibleCellsOnly}, Rule{allKinds, linkWorkbook}};
+constexpr std::array rules = {Rule{allKinds, showVisibleCellsOnly}, Rule{allKinds, drawMissingValues},
+                              Rule{allKinds, linkWorkbook}};
 
 }  // namespace
 

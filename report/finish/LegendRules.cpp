@@ -1,29 +1,134 @@
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <string_view>
+#include <vector>
 
 #include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
 #include "report/options/Enumerations.h"
+#include "report/options/Length.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
 namespace {
 
-Legend choosePlace(const ChartPart& part)
+/// The most slices that people tell apart.
+constexpr std::size_t maximumSlices = 12;
+
+constexpr double standardPoints = 9;
+constexpr double emuPerPoint = 12'700;
+
+// --- The extent of texts and legends, in points ---
+
+/// About what the typefaces of office documents have, as a share of the size.
+double getWidth(char16_t character)
+{
+    constexpr std::u16string_view narrow = u" .,:;'|!()[]ijltfrI";
+    constexpr std::u16string_view wide = u"mwMW@%";
+    constexpr char16_t firstOfWideScripts = 0x1100;
+    if (character >= firstOfWideScripts) return 1;
+    if (narrow.find(character) != std::u16string_view::npos) return 0.3;
+    if (wide.find(character) != std::u16string_view::npos) return 0.85;
+    return character >= u'A' && character <= u'Z' ? 0.63 : 0.52;
+}
+
+struct Extent {
+    double width;
+    double height;
+};
+
+/// Key, gap and text of one series or slice.
+Extent getEntryExtent(const std::u16string& text, double size)
+{
+    constexpr double keyAndGaps = 2.5;
+    constexpr double lineHeight = 1.6;
+    double width = keyAndGaps;
+    for (const char16_t character : text) width += getWidth(character);
+    return {width * size, lineHeight * size};
+}
+
+std::vector<Extent> getEntries(const ChartPart& part)
+{
+    const double size = part.context.options.fontSize.value_or(standardPoints);
+    std::vector<Extent> entries;
+    if (pieKinds.contains(part.context.kind))
+        for (const auto& category : part.context.chart.getDataSet()->getCategories())
+            entries.push_back(getEntryExtent(category, size));
+    else
+        for (const auto& series : part.series)
+            entries.push_back(getEntryExtent(series.series.getName(), size));
+    return entries;
+}
+
+/// Entries stand in rows as columns of equal width, an entry too long for the chart on several lines.
+double getHeightBelow(const std::vector<Extent>& entries, double chartWidth)
+{
+    double widest = 0;
+    for (const auto& entry : entries) widest = std::max(widest, entry.width);
+    const double inRow = std::max(1.0, std::floor(chartWidth / widest));
+    const double lines = std::ceil(widest / chartWidth);
+    return std::ceil(static_cast<double>(entries.size()) / inRow) * lines * entries.front().height;
+}
+
+/// One below the other, in as many columns as the height of the chart demands.
+double getWidthAtRight(const std::vector<Extent>& entries, double chartHeight)
+{
+    double widest = 0;
+    for (const auto& entry : entries) widest = std::max(widest, entry.width);
+    const double inColumn = std::max(1.0, std::floor(chartHeight / entries.front().height));
+    return std::ceil(static_cast<double>(entries.size()) / inColumn) * widest;
+}
+
+double getPoints(const std::string& length)
+{
+    return static_cast<double>(parseLength(length)) / emuPerPoint;
+}
+
+// --- The rules ---
+
+/// Below the plot, or right of it where the legend would crowd out the plot.
+Legend choosePlaceByExtent(ChartPart& part)
+{
+    const auto entries = getEntries(part);
+    const double width = getPoints(part.context.options.width);
+    const double height = getPoints(part.context.options.height);
+    constexpr double share = 3;
+    if (entries.empty() || getHeightBelow(entries, width) <= height / share) return Legend::Bottom;
+    if (getWidthAtRight(entries, height) <= width / share) return Legend::Right;
+    part.warn("",
+              "the legend takes more than a third of the chart; make the chart larger, shorten the names, or "
+              "leave the legend out (legend none).");
+    return Legend::Bottom;
+}
+
+Legend choosePlace(ChartPart& part)
 {
     if (part.context.options.legend != Legend::Automatic) return part.context.options.legend;
     const bool wanted = part.series.size() > 1 || pieKinds.contains(part.context.kind);
-    return wanted ? Legend::Bottom : Legend::None;
+    return wanted ? choosePlaceByExtent(part) : Legend::None;
 }
 
 void addLegend(ChartPart& part)
 {
     const auto place = choosePlace(part);
     if (place == Legend::None) return;
-    auto* legend = appendElement(part.chart, u"c:legend");
+    auto* legend = insertInOrder(part.chart, u"c:legend");
     appendElement(legend, u"c:legendPos", findRow(legendRows, place).token);
     appendElement(legend, u"c:overlay", u"0");
 }
 
-constexpr std::array rules = {Rule{allKinds, addLegend}};
+void countSlices(ChartPart& part)
+{
+    for (const auto& series : part.series)
+        if (series.series.getSize() > maximumSlices)
+            part.warn("",
+                      "the pie has " + std::to_string(series.series.getSize()) +
+                          " slices; more than 12 are hard to tell apart. Add up the smallest, or use a bar "
+                          "chart.");
+}
+
+constexpr std::array rules = {Rule{pieKinds, countSlices}, Rule{allKinds, addLegend}};
 
 }  // namespace
 

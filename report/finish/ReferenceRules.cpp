@@ -26,13 +26,24 @@ void nameCells(ChartPart& part)
     }
 }
 
-void requireNumber(const SeriesPart& series, std::size_t point, double value)
+void requireNumber(std::size_t index, const chart::DataSeries& series, std::size_t point)
 {
+    const double value = series.getPoint(point)->getValue();
     if (std::abs(value) > maximumNumber)
         throw ChartError(
-            ChartPart::describe(series) + ", point " + std::to_string(point + 1),
+            ChartPart::describe(index, series) + ", point " + std::to_string(point + 1),
             "the value is " + toUtf8(num2str(value)) +
                 "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.");
+}
+
+/// Series that the chart does not show stand in its workbook all the same.
+void requireNumbers(ChartPart& part)
+{
+    const auto& dataSet = *part.context.chart.getDataSet();
+    for (std::size_t index = 0; index < dataSet.getSeriesCount(); ++index) {
+        const auto series = dataSet.getSeries(index);
+        for (std::size_t point = 0; point < series->getSize(); ++point) requireNumber(index, *series, point);
+    }
 }
 
 /// What is not a number is left out of its cache and shows as a gap; the count stays.
@@ -41,17 +52,16 @@ void leaveOutMissingValues(ChartPart& part)
     for (const auto& series : part.series) {
         auto* cache = findPath(series.element, {u"c:val", u"c:numRef", u"c:numCache"});
         auto* cached = findChild(cache, u"c:pt");
-        std::size_t index = 0;
         for (const auto& point : series.series.getPoints()) {
             auto* next = cached->getNextElementSibling();
-            requireNumber(series, index++, point->getValue());
             if (std::isnan(point->getValue())) cache->removeChild(cached)->release();
             cached = next;
         }
     }
 }
 
-constexpr std::array rules = {Rule{allKinds, nameCells}, Rule{allKinds, leaveOutMissingValues}};
+constexpr std::array rules = {Rule{allKinds, nameCells}, Rule{allKinds, requireNumbers},
+                              Rule{allKinds, leaveOutMissingValues}};
 
 }  // namespace
 

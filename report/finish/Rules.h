@@ -10,9 +10,12 @@
 namespace quillon::report {
 
 inline constexpr ChartKinds allKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Pie};
+inline constexpr ChartKinds axisKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line};
 inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column};
 inline constexpr ChartKinds lineKinds{ChartKind::Line};
 inline constexpr ChartKinds pieKinds{ChartKind::Pie};
+/// Each point has a colour of its own, and the legend names the points.
+inline constexpr ChartKinds sliceKinds{ChartKind::Pie, ChartKind::Doughnut};
 
 /// A rule, and the kinds of chart that it is for.
 struct Rule {
@@ -24,17 +27,34 @@ struct Rule {
 extern const std::span<const Rule> seriesRules;
 /// References name real cells; caches hold what can stand in them.
 extern const std::span<const Rule> referenceRules;
-/// Colours are six digits.
-extern const std::span<const Rule> colorRules;
+/// Fills and borders of series and points; what sets no colour has an automatic one.
+extern const std::span<const Rule> shapeRules;
+/// What the labels of series and points say, and how they look.
+extern const std::span<const Rule> labelRules;
+/// All runs of the title, with their colours.
+extern const std::span<const Rule> titleRules;
+/// Where the plot area stands, and how it looks.
+extern const std::span<const Rule> plotAreaRules;
+/// Markers of lines, in the colours of their series.
+extern const std::span<const Rule> markerRules;
+/// How far slices are pulled out, and where the first one starts.
+extern const std::span<const Rule> pieRules;
 /// Texts hold what XML can.
 extern const std::span<const Rule> textRules;
+/// Scale, gridlines, texts and titles of the axes.
+extern const std::span<const Rule> axisRules;
+/// How numbers look on axes and in caches.
+extern const std::span<const Rule> numberRules;
 extern const std::span<const Rule> legendRules;
 /// The chart as a whole: gaps, and the workbook behind it.
 extern const std::span<const Rule> chartRules;
+/// Frame, data table and fonts. These come last: fonts are for all texts.
+extern const std::span<const Rule> lookRules;
 
-/// The w:r element with the inline drawing while it is finished.
+/// The w:r element with the drawing while it is finished.
 struct Drawing {
     xercesc::DOMElement* run;
+    /// wp:inline; wp:anchor once it floats.
     xercesc::DOMElement* inlineDrawing;
     const ChartContext& context;
 };

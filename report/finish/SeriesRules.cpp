@@ -1,7 +1,10 @@
 #include <array>
 
 #include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
+#include "report/options/Enumerations.h"
 #include "report/package/Xml.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -29,12 +32,12 @@ void finishBarSeries(ChartPart& part)
     }
 }
 
-/// Lines cannot be inverted, and must say that they are straight.
+/// Lines cannot be inverted, and must say whether they are straight.
 void finishLineSeries(ChartPart& part)
 {
     for (const auto& [element, index, series] : part.series) {
         removeChildren(element, u"c:invertIfNegative");
-        appendElement(element, u"c:smooth", u"0");
+        appendElement(element, u"c:smooth", part.context.options.smooth ? u"1" : u"0");
     }
 }
 
@@ -60,6 +63,23 @@ void addGroupingOfBars(ChartPart& part)
     insertAfter(part.group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
 }
 
+/// Bars of one stack stand upon each other unless the author moves them apart.
+void placeBars(ChartPart& part)
+{
+    const auto& options = part.context.options;
+    if (options.gap)
+        replaceInOrder(part.group, u"c:gapWidth", num2str(static_cast<unsigned long>(*options.gap)).c_str());
+    auto overlap = options.overlap;
+    if (options.stacking && !overlap) overlap = 100;
+    if (overlap) replaceInOrder(part.group, u"c:overlap", toUtf16(std::to_string(*overlap)).c_str());
+}
+
+void stackSeries(ChartPart& part)
+{
+    const auto& stacking = part.context.options.stacking;
+    if (stacking) replaceInOrder(part.group, u"c:grouping", findRow(stackingRows, *stacking).token);
+}
+
 /// Slices differ in colour. Where they may not, a reader gives those with the colour of the series one of its
 /// own.
 void varyColorsOfSlices(ChartPart& part)
@@ -73,10 +93,16 @@ void keepColorOfPoints(ChartPart& part)
 }
 
 constexpr std::array rules = {
-    Rule{pieKinds, keepOneSeriesOfPie},   Rule{barKinds, finishBarSeries},
-    Rule{lineKinds, finishLineSeries},    Rule{pieKinds, finishPieSeries},
-    Rule{lineKinds, dropGapWidthOfLines}, Rule{barKinds, addGroupingOfBars},
-    Rule{pieKinds, varyColorsOfSlices},   Rule{lineKinds, keepColorOfPoints},
+    Rule{pieKinds, keepOneSeriesOfPie},
+    Rule{barKinds, finishBarSeries},
+    Rule{lineKinds, finishLineSeries},
+    Rule{pieKinds, finishPieSeries},
+    Rule{lineKinds, dropGapWidthOfLines},
+    Rule{barKinds, addGroupingOfBars},
+    Rule{pieKinds, varyColorsOfSlices},
+    Rule{lineKinds, keepColorOfPoints},
+    Rule{barKinds, placeBars},
+    Rule{axisKinds, stackSeries},
 };
 
 }  // namespace

@@ -20,11 +20,9 @@ void escapeCache(DOMElement* cache, const GetText& getText)
     }
 }
 
-/// Characters that XML cannot hold: the caches have a notation for them, the title has none.
+/// Characters that XML cannot hold: the caches have a notation for them.
 void escapeTexts(ChartPart& part)
 {
-    const auto& title = part.context.chart.getTitle();
-    if (title) requireXmlText(title->getText()->getContent().at(0)->getContent(), "title");
     const auto& categories = part.context.chart.getDataSet()->getCategories();
     for (const auto& [element, position, series] : part.series) {
         const auto& name = series.getName();

@@ -31,7 +31,8 @@ inline constexpr std::array kindRows = {
 };
 
 inline constexpr std::array legendRows = {
-    EnumRow<Legend>{Legend::Automatic, "auto", nullptr, "below a pie and below several series"},
+    EnumRow<Legend>{Legend::Automatic, "auto", nullptr,
+                    "below a pie and below several series; right of the plot where it would take a third"},
     EnumRow<Legend>{Legend::None, "none", nullptr, "no legend"},
     EnumRow<Legend>{Legend::Right, "right", u"r", "right of the plot"},
     EnumRow<Legend>{Legend::Top, "top", u"t", "above the plot"},

@@ -25,19 +25,22 @@ constexpr std::array units = {Unit{"cm", emuPerInch / 2.54}, Unit{"mm", emuPerIn
 
 }  // namespace
 
-std::int64_t parseLength(std::string_view text)
+double readLength(std::string_view text)
 {
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const std::string_view unitName = text.substr(static_cast<std::size_t>(end - text.data()));
     if (error != std::errc()) refuse(text, "a number followed by cm, mm, in or pt, as in 15cm");
-    for (const auto& unit : units) {
-        if (unit.name != unitName) continue;
-        const double emu = number * unit.emu;
-        if (!(emu >= 0.1 * emuPerInch && emu <= 22 * emuPerInch)) refuse(text, "0.1in to 22in");
-        return std::llround(emu);
-    }
+    for (const auto& unit : units)
+        if (unit.name == unitName) return number * unit.emu;
     refuse(text, "one of the units cm, mm, in, pt after the number, as in 15cm");
+}
+
+std::int64_t parseLength(std::string_view text)
+{
+    const double emu = readLength(text);
+    if (!(emu >= 0.1 * emuPerInch && emu <= 22 * emuPerInch)) refuse(text, "0.1in to 22in");
+    return std::llround(emu);
 }
 
 }  // namespace quillon::report

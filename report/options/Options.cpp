@@ -11,6 +11,8 @@
 #include "report/options/ColorText.h"
 #include "report/options/Enumerations.h"
 #include "report/options/Length.h"
+#include "report/options/NumberFormat.h"
+#include "report/options/OptionChecks.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -64,20 +66,30 @@ constexpr OptionForm formOf()
 }
 
 template <typename Value>
-constexpr auto makeNames()
+constexpr auto takeTexts(const char* EnumRow<Value>::*member)
 {
-    std::array<const char*, rowsOf<Value>().size()> names{};
-    for (std::size_t i = 0; i < names.size(); ++i) names[i] = rowsOf<Value>()[i].name;
-    return names;
+    std::array<const char*, rowsOf<Value>().size()> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = rowsOf<Value>()[i].*member;
+    return texts;
 }
 template <typename Value>
-constexpr auto choiceNames = makeNames<Value>();
+constexpr auto choiceNames = takeTexts<Value>(&EnumRow<Value>::name);
+template <typename Value>
+constexpr auto choiceMeanings = takeTexts<Value>(&EnumRow<Value>::meaning);
 
 template <auto Member>
 constexpr std::span<const char* const> choicesOf()
 {
     if constexpr (std::is_enum_v<ItemType<Member>>)
         return choiceNames<ItemType<Member>>;
+    else
+        return {};
+}
+template <auto Member>
+constexpr std::span<const char* const> meaningsOf()
+{
+    if constexpr (std::is_enum_v<ItemType<Member>>)
+        return choiceMeanings<ItemType<Member>>;
     else
         return {};
 }
@@ -155,6 +167,11 @@ void checkLength(const OptionValue& value)
     parseLength(std::get<std::string>(value));
 }
 
+void checkFormat(const OptionValue& value)
+{
+    checkNumberFormat(std::get<std::string>(value));
+}
+
 void requireColor(const std::string& text)
 {
     if (!findColorDigits(toUtf16(text)))
@@ -196,6 +213,7 @@ constexpr Option row(const char* name, OptionGroup group, ChartKinds kinds, cons
             kinds,
             formOf<Member>(),
             choicesOf<Member>(),
+            meaningsOf<Member>(),
             range.minimum,
             range.maximum,
             values,
@@ -222,6 +240,7 @@ constexpr std::array optionTable = {
            everyKind,
            OptionForm::Flag,
            {},
+           {},
            -unbounded,
            unbounded,
            "",
@@ -237,10 +256,10 @@ constexpr std::array optionTable = {
     row<&O::valueTitle>("value-title", Axes, withAxes, "TEXT", "title of the value axis", "none"),
     row<&O::numberFormat>("number-format", Axes, everyKind, "CODE",
                           "how numbers look on axis, labels and in the workbook, as in a cell: #,##0.00",
-                          "thousands separators, as many decimals as needed"),
+                          "thousands separators, as many decimals as needed", {}, checkFormat),
     row<&O::categoryFormat>("category-format", Axes, withAxes, "CODE",
-                            "how dates or numbers look as categories, as in a cell: mmm yy",
-                            "suits the data"),
+                            "how dates or numbers look as categories, as in a cell: mmm yy", "suits the data",
+                            {}, checkFormat),
     row<&O::valueMin>("value-min", Axes, withAxes, "NUMBER", "lower end of the value axis",
                       "chosen by the word processor"),
     row<&O::valueMax>("value-max", Axes, withAxes, "NUMBER", "upper end of the value axis",
@@ -265,7 +284,8 @@ constexpr std::array optionTable = {
     row<&O::labelPosition>("label-position", Labels, everyKind, "PLACE", "where the data labels stand",
                            "chosen by the word processor"),
     row<&O::labelFormat>("label-format", Labels, everyKind, "CODE",
-                         "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format"),
+                         "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format", {},
+                         checkFormat),
 
     row<&O::gap>("gap", Series, withBars, "PERCENT",
                  "room between the bars of two categories, in percent of a bar, 0 to 500", "219", {0, 500}),
@@ -317,29 +337,6 @@ std::string describeNumber(const Option& option)
     if (option.maximum != unbounded)
         return what + " from " + toText(option.minimum) + " to " + toText(option.maximum);
     return option.minimum > 0 ? what + " above 0" : what;
-}
-
-/// "true or false", "a number from 0 to 100", "low, next, high or none" ...
-std::string describeForm(const Option& option)
-{
-    switch (option.form) {
-        case OptionForm::Flag:
-            return "true or false";
-        case OptionForm::Number:
-        case OptionForm::Integer:
-            return describeNumber(option);
-        case OptionForm::Choice:
-            return joinNames(option.choices);
-        case OptionForm::Choices:
-            return "a list of " + joinNames(option.choices);
-        case OptionForm::Texts:
-            return "a list of texts";
-        case OptionForm::TextPairs:
-            return "pairs, as in North=red";
-        case OptionForm::Text:
-            break;
-    }
-    return "a text";
 }
 
 bool isChoice(const Option& option, const std::string& text)
@@ -417,14 +414,6 @@ TextPairs readPairs(const std::string& text, const std::string& name)
     return pairs;
 }
 
-std::string nameKinds(ChartKinds kinds)
-{
-    std::vector<const char*> names;
-    for (const auto& row : kindRows)
-        if (kinds.contains(row.value)) names.push_back(row.name);
-    return joinNames(names);
-}
-
 std::string trim(const std::string& text)
 {
     const auto first = text.find_first_not_of(" \t");
@@ -433,6 +422,36 @@ std::string trim(const std::string& text)
 }
 
 }  // namespace
+
+std::string describeForm(const Option& option)
+{
+    switch (option.form) {
+        case OptionForm::Flag:
+            return "true or false";
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return describeNumber(option);
+        case OptionForm::Choice:
+            return joinNames(option.choices);
+        case OptionForm::Choices:
+            return "a list of " + joinNames(option.choices);
+        case OptionForm::Texts:
+            return "a list of texts";
+        case OptionForm::TextPairs:
+            return "pairs, as in North=red";
+        case OptionForm::Text:
+            break;
+    }
+    return "a text";
+}
+
+std::string nameKinds(ChartKinds kinds)
+{
+    std::vector<const char*> names;
+    for (const auto& row : kindRows)
+        if (kinds.contains(row.value)) names.push_back(row.name);
+    return joinNames(names);
+}
 
 std::string joinNames(std::span<const char* const> names)
 {
@@ -493,6 +512,7 @@ void checkOptions(const ChartOptions& options, ChartKind kind)
             throw ChartError("", std::string(option.name) + " is for " + nameKinds(option.kinds) +
                                      " charts; this is a " + findRow(kindRows, kind).name + " chart.");
     }
+    checkTogether(options, kind);
 }
 
 std::vector<std::string> splitList(const std::string& text)

@@ -34,6 +34,8 @@ struct Option {
     OptionForm form;
     /// The names of a choice, in order.
     std::span<const char* const> choices;
+    /// What they mean, in the same order.
+    std::span<const char* const> choiceMeanings;
     /// The range of a number, both ends included.
     double minimum;
     double maximum;
@@ -55,6 +57,12 @@ QUILLON_EXPORT std::span<const Option> getOptions();
 
 /// The option of that name, or null.
 QUILLON_EXPORT const Option* findOption(std::string_view name);
+
+/// The values of an option: "true or false", "a number from 0 to 100", "low, next, high or none" ...
+QUILLON_EXPORT std::string describeForm(const Option& option);
+
+/// "column, bar or line".
+QUILLON_EXPORT std::string nameKinds(ChartKinds kinds);
 
 /// The value in the text that an author typed: items of a list have commas between, pairs "name=text".
 /// Throws: std::runtime_error for text that is no value of the option; `name` is the option's in the message.

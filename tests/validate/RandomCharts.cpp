@@ -1,13 +1,23 @@
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <string>
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
+#include "chart/model/GradientBorderFormat.h"
+#include "chart/model/GradientFillFormat.h"
 #include "chart/model/LineChart.h"
+#include "chart/model/PatternFillFormat.h"
+#include "chart/model/PictureFillFormat.h"
 #include "chart/model/PieChart.h"
+#include "chart/model/PieChartDataSeriesFormatOptions.h"
+#include "chart/model/SolidBorderFormat.h"
+#include "chart/model/SolidFillFormat.h"
 #include "report/document/Document.h"
+#include "report/options/Options.h"
 
 // Writes documents with random charts, the same in every run, for the validators: random_charts FOLDER.
 
@@ -16,9 +26,9 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr unsigned documentCount = 8;
-constexpr unsigned chartsInDocument = 25;
-constexpr unsigned maximumSeries = 60;
+constexpr unsigned documentCount = 20;
+constexpr unsigned chartsInDocument = 50;
+constexpr unsigned maximumSeries = 40;
 constexpr unsigned maximumPoints = 50;
 
 const std::array texts = {u"North"s,
@@ -46,6 +56,8 @@ const std::array values = {
     std::numeric_limits<double>::quiet_NaN(), 0.0, -0.0, 1.0 / 3.0, -1234.5, 1e21, 9.99999999999999e307,
     std::numeric_limits<double>::min()};
 
+const std::array formats = {"0.00"s, "#,##0 \"<&> kg\""s, "0%"s, "[Red]-0;0;\"none\""s, "General"s};
+
 const std::array lengths = {"0.1in"s, "22in"s, "15cm"s, "80mm"s, "300pt"s, "6in"s};
 
 /// From 0 to `count` - 1. Takes one number of the engine, whose sequence the standard fixes.
@@ -65,7 +77,42 @@ const auto& pickOf(const Choices& choices)
 /// From 0 to `maximum`; mostly small numbers, which are validated faster.
 unsigned pickCount(unsigned maximum)
 {
-    return pick(pick(6) == 0 ? maximum + 1 : 6);
+    return pick(pick(12) == 0 ? maximum + 1 : 6);
+}
+
+const std::array transparencies = {0U, 1U, 50U, 100U, 101U};
+const std::array widths = {0.5,    0.0,    0.25, 3.0,
+                           1584.0, 1584.5, -1.0, std::numeric_limits<double>::infinity()};
+
+void setFormat(chart::Format& format)
+{
+    format.setColor(pickOf(colors));
+    format.setTransparency(pickOf(transparencies));
+}
+
+std::shared_ptr<chart::FillFormat> makeFill()
+{
+    const std::array<std::shared_ptr<chart::FillFormat>, 5> kinds = {
+        nullptr, chart::SolidFillFormat::create(), chart::GradientFillFormat::create(),
+        chart::PatternFillFormat::create(), chart::PictureFillFormat::create()};
+    const auto& fill = pickOf(kinds);
+    if (fill && pick(3) > 0) setFormat(*fill);
+    return fill;
+}
+
+std::shared_ptr<chart::BorderFormat> makeBorder()
+{
+    const auto solid = chart::SolidBorderFormat::create();
+    solid->setCapType(static_cast<chart::SolidBorderCapType>(pick(3)));
+    solid->setCompoundType(static_cast<chart::SolidBorderCompoundType>(pick(5)));
+    solid->setDashType(static_cast<chart::SolidBorderDashType>(pick(8)));
+    solid->setJoinType(static_cast<chart::SolidBorderJoinType>(pick(3)));
+    const std::array<std::shared_ptr<chart::BorderFormat>, 5> kinds = {
+        nullptr, solid, solid, chart::GradientBorderFormat::create(), chart::BorderFormat::create()};
+    const auto& border = pickOf(kinds);
+    if (border && pick(3) > 0) setFormat(*border);
+    if (border) border->setWidth(pickOf(widths));
+    return border;
 }
 
 template <typename Format>
@@ -74,18 +121,58 @@ std::shared_ptr<Format> makeFormat()
     if (pick(3) == 0) return nullptr;
     auto format = Format::create(pickOf(colors), pickOf(colors));
     if (pick(8) == 0) format->getFill()->getColor()->setFromTriplet(0.1, 0.5, 1);
-    if (pick(8) == 0) format->setFill(nullptr);
-    if (pick(8) == 0) format->setBorder(nullptr);
+    if (pick(4) == 0) format->setFill(makeFill());
+    if (pick(4) == 0) format->setBorder(makeBorder());
     return format;
+}
+
+std::shared_ptr<chart::DataLabelFormat> makeLabelFormat()
+{
+    auto format = chart::DataLabelFormat::create();
+    const auto content = format->getOptions()->getContentOptions();
+    content->setContainsValue(pick(2) == 0);
+    content->setContainsCategoryName(pick(2) == 0);
+    content->setContainsSeriesName(pick(3) == 0);
+    content->setContainsLegendKey(pick(4) == 0);
+    content->setShowLeaderLines(pick(3) == 0);
+    content->setSeparator(static_cast<chart::DataLabelContentSeparator>(pick(5)));
+    if (pick(3) == 0) format->getShapeFormat()->setFill(makeFill());
+    if (pick(3) == 0) format->getShapeFormat()->setBorder(makeBorder());
+    return format;
+}
+
+std::shared_ptr<chart::PlotArea> makePlotArea()
+{
+    const auto pickLength = [](const auto& length) { return pick(3) == 0 ? u""s : length; };
+    auto area = chart::PlotArea::create(pickLength(u"0in"s), pickLength(u"0.5pt"s), pickLength(u"0.05in"s),
+                                        pickLength(u"1mm"s));
+    if (pick(2) == 0) area->getFormat()->setFill(makeFill());
+    if (pick(2) == 0) area->getFormat()->setBorder(makeBorder());
+    return area;
+}
+
+std::shared_ptr<chart::Title> makeTitle()
+{
+    auto title = chart::Title::create(u"T <&> \"\U0001F389\"\n\t"s);
+    if (pick(2) == 0) title->getText()->setColor(chart::Color::create(pickOf(colors)));
+    for (unsigned i = pick(3); i > 0; --i) {
+        const auto run = title->getText()->appendText(chart::Text::create(u" run & more "s));
+        run->setColor(pick(2) == 0 ? nullptr : chart::Color::create(pickOf(colors)));
+    }
+    return title;
 }
 
 std::shared_ptr<chart::DataSeries> makeSeries(unsigned pointCount)
 {
     auto series = chart::DataSeries::create(pickOf(texts));
     series->setFormat(makeFormat<chart::DataSeriesShapeFormat>());
+    if (pick(4) == 0) series->setLabelFormat(makeLabelFormat());
+    if (pick(8) == 0)
+        series->setFormatOptions(chart::PieChartDataSeriesFormatOptions::create(pick(101), pick(361)));
     for (unsigned i = 0; i < pointCount; ++i) {
         const auto point = series->appendPoint(pick(3) == 0 ? pickOf(values) : pick(1000) / 7.0);
         if (pick(5) == 0) point->setFormat(makeFormat<chart::DataPointShapeFormat>());
+        if (pick(8) == 0) point->setLabelFormat(makeLabelFormat());
     }
     return series;
 }
@@ -109,8 +196,79 @@ std::shared_ptr<chart::Chart> makeChart()
         chart::PieChart::create()};
     auto chart = pickOf(types);
     chart->setDataSet(makeDataSet());
-    if (pick(3) > 0) chart->setTitle(chart::Title::create(u"T <&> \"\U0001F389\"\n\t"s));
+    if (pick(3) > 0) chart->setTitle(makeTitle());
+    if (pick(3) == 0) chart->setPlotArea(makePlotArea());
     return chart;
+}
+
+std::string makeText(const std::string& option)
+{
+    if (option == "width" || option == "height") return pickOf(lengths);
+    return option.ends_with("-format") ? pickOf(formats) : pickOf(plainTexts);
+}
+
+double makeNumber(const report::Option& option)
+{
+    const double low = std::isfinite(option.minimum) ? option.minimum : -2000;
+    const double high = std::isfinite(option.maximum) ? option.maximum : low + 5000;
+    const double number = low + (high - low) * pick(101) / 100;
+    return option.form == report::OptionForm::Integer ? std::floor(number) : number;
+}
+
+/// A value that the option takes, if not together with every other.
+report::OptionValue makeValue(const report::Option& option)
+{
+    using report::OptionForm;
+    switch (option.form) {
+        case OptionForm::Flag:
+            return true;
+        case OptionForm::Number:
+        case OptionForm::Integer:
+            return makeNumber(option);
+        case OptionForm::Text:
+            return makeText(option.name);
+        case OptionForm::Choice:
+            return std::string(pickOf(option.choices));
+        case OptionForm::Choices:
+            return std::vector<std::string>{pickOf(option.choices), pickOf(option.choices)};
+        case OptionForm::Texts:
+            return std::vector<std::string>{"teal"};
+        case OptionForm::TextPairs:
+            break;
+    }
+    return std::vector<std::pair<std::string, std::string>>{};
+}
+
+/// Whether an option that suits the kind of chart suits its data too.
+bool suitsData(const std::string& option, const chart::DataSet& data)
+{
+    const auto series = *data.getSeriesList();
+    if (option == "colors") return !series.empty() && series.front()->getSize() > 0;
+    if (option != "log") return true;
+    return std::all_of(series.begin(), series.end(), [](const auto& one) {
+        const auto& points = one->getPoints();
+        return std::none_of(points.begin(), points.end(), [](const auto& p) { return p->getValue() <= 0; });
+    });
+}
+
+/// Of all that the kind of chart takes, some; what does not go together with the others is dropped.
+report::ChartOptions makeOptions(const chart::Chart& chart)
+{
+    const auto kind = report::getKind(chart);
+    report::ChartOptions options;
+    for (const auto& option : report::getOptions()) {
+        if (pick(4) > 0 || !option.kinds.contains(kind) || !suitsData(option.name, *chart.getDataSet()))
+            continue;
+        auto tried = options;
+        try {
+            report::setOption(tried, option, makeValue(option), option.name);
+            report::checkOptions(tried, kind);
+            options = tried;
+        } catch (const std::runtime_error&) {
+            continue;
+        }
+    }
+    return options;
 }
 
 report::Document makeDocument()
@@ -120,9 +278,7 @@ report::Document makeDocument()
         document.addHeading(pickOf(plainTexts), static_cast<int>(1 + pick(9)));
         document.addParagraph(pickOf(plainTexts));
         const auto chart = makeChart();
-        // Braces take their numbers in order.
-        document.addChart(chart, {pickOf(lengths), pickOf(lengths), static_cast<report::Legend>(pick(6)),
-                                  pickOf(plainTexts), pick(4) > 0});
+        document.addChart(chart, makeOptions(*chart));
     }
     return document;
 }

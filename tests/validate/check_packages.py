@@ -23,6 +23,64 @@ from openpyxl.utils.datetime import to_excel
 
 FIRST_DAY = (1980, 1, 1, 0, 0, 0)
 CONTENT_TYPES = "[Content_Types].xml"
+
+# Where data labels can stand, by group and whether its series are stacked; in other groups they stand nowhere else.
+LABEL_PLACES = {
+    ("barChart", False): {"ctr", "inBase", "inEnd", "outEnd"},
+    ("barChart", True): {"ctr", "inBase", "inEnd"},
+    ("lineChart", False): {"b", "ctr", "l", "r", "t"},
+    ("lineChart", True): {"b", "ctr", "l", "r", "t"},
+    ("pieChart", False): {"bestFit", "ctr", "inEnd", "outEnd"},
+    ("scatterChart", False): {"b", "ctr", "l", "r", "t"},
+    ("bubbleChart", False): {"b", "ctr", "l", "r", "t"},
+}
+
+# The axes that a group stands on, without their order.
+AXES = {
+    "barChart": {"catAx", "valAx"},
+    "lineChart": {"catAx", "valAx"},
+    "areaChart": {"catAx", "valAx"},
+    "radarChart": {"catAx", "valAx"},
+    "stockChart": {"catAx", "valAx"},
+    "scatterChart": {"valAx"},
+    "bubbleChart": {"valAx"},
+    "pieChart": set(),
+    "doughnutChart": set(),
+}
+
+# Children in their order, "|" between those that exclude each other. Written down from the standard by hand, apart from
+# the tables that the documents are made with.
+AXIS = ("axId scaling delete axPos majorGridlines minorGridlines title numFmt majorTickMark minorTickMark tickLblPos "
+        "spPr txPr crossAx crosses|crossesAt ")
+LABEL = ("numFmt spPr txPr dLblPos showLegendKey showVal showCatName showSerName showPercent showBubbleSize separator ")
+SERIES = "idx order tx spPr "
+SHAPE = "xfrm noFill|solidFill|gradFill|blipFill|pattFill ln effectLst"
+ORDERS = {key: [step.split("|") for step in steps.split()] for key, steps in {
+    "chartSpace": "date1904 lang roundedCorners style chart spPr txPr externalData",
+    "chart": "title autoTitleDeleted plotArea legend plotVisOnly dispBlanksAs",
+    "title": "tx layout overlay spPr txPr",
+    "legend": "legendPos legendEntry layout overlay spPr txPr",
+    "barChart": "barDir grouping varyColors ser dLbls gapWidth overlap serLines axId",
+    "lineChart": "grouping varyColors ser dLbls dropLines hiLowLines upDownBars marker smooth axId",
+    "pieChart": "varyColors ser dLbls firstSliceAng",
+    "catAx": AXIS + "auto lblAlgn lblOffset tickLblSkip tickMarkSkip noMultiLvlLbl",
+    "dateAx": AXIS + "auto lblOffset baseTimeUnit majorUnit majorTimeUnit minorUnit minorTimeUnit",
+    "valAx": AXIS + "crossBetween majorUnit minorUnit dispUnits",
+    "scaling": "logBase orientation max min",
+    "dispUnits": "custUnit|builtInUnit dispUnitsLbl",
+    "dLbls": "dLbl " + LABEL + "showLeaderLines leaderLines extLst",
+    "dLbl": "idx layout tx " + LABEL + "extLst",
+    "dPt": "idx invertIfNegative marker bubble3D explosion spPr",
+    "marker": "symbol size spPr",
+    "dTable": "showHorzBorder showVertBorder showOutline showKeys spPr txPr",
+    "barChart/ser": SERIES + "invertIfNegative pictureOptions dPt dLbls trendline errBars cat val shape",
+    "lineChart/ser": SERIES + "marker dPt dLbls trendline errBars cat val smooth",
+    "pieChart/ser": SERIES + "explosion dPt dLbls cat val",
+    "spPr": SHAPE,
+    "ln": "noFill|solidFill|gradFill|pattFill prstDash|custDash round|bevel|miter headEnd tailEnd",
+    "defRPr": "ln noFill|solidFill|gradFill effectLst latin ea cs",
+}.items()}
+
 problems = []
 
 
@@ -119,6 +177,63 @@ def open_sheet(place, part, chart):
     return openpyxl.load_workbook(content).active
 
 
+def read_values(parent, tag):
+    return [element.get("val") for element in parent.iterfind(qn(tag))]
+
+
+def local_name(element):
+    return element.tag.partition("}")[2]
+
+
+def check_order(place, parent, group=""):
+    """The children of each element stand in their order; of those that exclude each other there is one."""
+    name = local_name(parent)
+    key = f"{group}/ser" if name == "ser" else name
+    names = [local_name(child) for child in parent]
+    steps = ORDERS.get(key)
+    if steps:
+        positions = [next((i for i, step in enumerate(steps) if child in step), -1) for child in names]
+        is_ordered = positions == sorted(positions) and -1 not in positions
+        is_single = all(len({child for child in names if child in step}) <= 1 for step in steps)
+        require(is_ordered and is_single, f"{place}: the children of {key} are {names}")
+    for child in parent:
+        check_order(place, child, name)
+
+
+def check_group(place, group, plot_area):
+    """What a group of series may hold, beyond what a schema says."""
+    name = local_name(group)
+    stacking = read_values(group, "c:grouping")
+    is_stacked = stacking in (["stacked"], ["percentStacked"])
+    places = {element.get("val") for element in group.iter(qn("c:dLblPos"))}
+    require(places <= LABEL_PLACES.get((name, is_stacked), set()), f"{place}: labels of {name} {stacking} at {places}")
+    require(name != "pieChart" or len(group.findall(qn("c:ser"))) <= 1, f"{place}: a pie of several series")
+    overlap = read_numbers(group, qn("c:overlap"))
+    require(all(-100 <= number <= 100 for number in overlap), f"{place}: overlap {overlap}")
+    require(name != "barChart" or not is_stacked or len(overlap) == 1, f"{place}: stacked bars without overlap")
+    ids = read_numbers(group, qn("c:axId"))
+    axes = [axis for axis in plot_area if axis.find(qn("c:crossAx")) is not None
+            and read_numbers(axis, qn("c:axId"))[0] in ids]
+    names = {local_name(axis).replace("dateAx", "catAx") for axis in axes}
+    require(names == AXES[name] and len(ids) == len(axes) == (2 if AXES[name] else 0), f"{place}: {name} on {names}")
+    turned = [axis for axis in axes if read_values(axis.find(qn("c:scaling")), "c:orientation") == ["maxMin"]]
+    across = [read_values(axis, "c:crosses") for axis in axes if turned and axis not in turned]
+    require(across in ([], [["max"]]), f"{place}: {name} is turned around, its other axis crosses at {across}")
+    for series in group.iterfind(qn("c:ser")):
+        points = read_numbers(series, f"{qn('c:dPt')}/{qn('c:idx')}")
+        require(points == sorted(points), f"{place}: points {points}")
+
+
+def check_scale(place, axis):
+    """The ends of an axis stand in order, and a logarithmic one has no 0; its numbers have a format."""
+    low, high, base = ([float(text) for text in read_values(axis.find(qn("c:scaling")), tag)]
+                       for tag in ("c:min", "c:max", "c:logBase"))
+    require(not (low and high) or low < high, f"{place}: an axis from {low} to {high}")
+    require(not base or (2 <= base[0] <= 1000 and min(low + high + [1]) > 0), f"{place}: a logarithmic axis {base} {low}")
+    code = axis.find(qn("c:numFmt")).get("formatCode")
+    require(0 < len(code) <= 255, f"{place}: a number format of {len(code)} characters")
+
+
 def check_chart(place, part):
     chart = ElementTree.fromstring(part.blob)
     sheet = open_sheet(place, part, chart)
@@ -129,7 +244,13 @@ def check_chart(place, part):
     for number, series in enumerate(plot_area.iter(qn("c:ser")), start=1):
         check_series(f"{place}: series {number}", series, sheet)
 
+    check_order(place, chart)
     groups = [group for group in plot_area if group.tag.endswith("Chart")]
+    require(groups, f"{place}: no chart in the plot area")
+    for group in groups:
+        check_group(place, group, plot_area)
+    for scaling in plot_area.iterfind(f"*/{qn('c:scaling')}/.."):
+        check_scale(place, scaling)
     wanted = [number for group in groups for number in read_numbers(group, qn("c:axId"))]
     crossed = dict(zip(read_numbers(plot_area, f"*[{qn('c:crossAx')}]/{qn('c:axId')}"),
                        read_numbers(plot_area, f"*/{qn('c:crossAx')}")))

@@ -57,8 +57,9 @@ TEST(ChartParts, TellWhatWasReplacedAndWhatIsRefused)
     std::vector<std::string> warnings;
     makeChartParts(*chart, {}, 3, "rId1",
                    {.warning = [&](const auto& sentence) { warnings.push_back(sentence); }});
-    ASSERT_EQ(warnings.size(), 1U);
+    ASSERT_EQ(warnings.size(), 2U);
     EXPECT_EQ(warnings[0].substr(0, 45), "chart 3, series 1 (\"North\"), fill: \"nonsense\"");
+    EXPECT_EQ(warnings[1].substr(0, 47), "chart 3, series 1 (\"North\"), border: \"nonsense\"");
 
     const std::tuple<std::shared_ptr<chart::Chart>, ChartOptions, std::string> refused[] = {
         {chart, {.width = "1pt"}, "chart 3: width: expected 0.1in to 22in, got \"1pt\"."},

@@ -1,0 +1,145 @@
+#include "report/command/OptionPage.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <stdexcept>
+#include <string_view>
+
+#include "report/options/Enumerations.h"
+#include "report/options/Options.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr auto introduction = R"text(# Options of a chart
+
+How a chart looks and where it stands. `quillon-report --options` prints this page.
+
+The names are those of the command line, behind `--`, and of job files. In Python they are keywords with `_` for `-`:
+`report.add_chart(chart, value_title="EUR")`. An option that does not suit the type of chart, and a value that is out of
+range, is refused with a sentence. What the objects of a chart say wins over an option.
+
+The examples are for the tables in `examples/data`; `docs/make_option_pictures.sh` makes their pictures.
+)text";
+
+constexpr std::array<std::pair<OptionGroup, const char*>, 5> groups = {{
+    {OptionGroup::Place, "Place"},
+    {OptionGroup::Axes, "Axes and numbers"},
+    {OptionGroup::Labels, "Labels"},
+    {OptionGroup::Series, "Series"},
+    {OptionGroup::Look, "Look"},
+}};
+
+struct Example {
+    std::string_view option;
+    /// What the option is shown with, and its value: the arguments of quillon-report.
+    const char* arguments;
+    /// Why there is no picture; empty for an example with one.
+    const char* withoutPicture = "";
+};
+
+// clang-format off: one example a line.
+constexpr Example examples[] = {
+    {"width", "revenue.csv --type line --width 3in"},
+    {"height", "revenue.csv --type line --height 1.5in"},
+    {"legend", "revenue.csv --legend right"},
+    {"alt-text", "revenue.csv --alt-text \"Revenue grew in all regions\"", "It is heard, not seen."},
+    {"no-workbook", "revenue.csv --no-workbook", "The chart looks the same."},
+    {"float", "energy.csv --type pie --width 2.5in --float right"},
+    {"category-title", "revenue.csv --category-title \"Quarter of 2024\""},
+    {"value-title", "revenue.csv --value-title \"EUR, million\""},
+    {"number-format", "energy.csv --type bar --number-format \"0\\\" %\\\"\" --labels value"},
+    {"category-format", "visits.csv --gaps --category-format \"mmm yy\"",
+     "Texts as in this table stay as they are, with a warning."},
+    {"value-min", "temperature.csv --type line --series Place --value Temperature --value-min=-20"},
+    {"value-max", "revenue.csv --value-max 5"},
+    {"value-step", "revenue.csv --value-step 1"},
+    {"log", "visits.csv --type line --gaps --log 10"},
+    {"reverse", "energy.csv --type bar --reverse"},
+    {"units", "visits.csv --gaps --units thousands",
+     "Word says the unit beside the axis; LibreOffice 7.4 shows the plain numbers."},
+    {"gridlines", "visits.csv --type line --gaps --gridlines both"},
+    {"tick-labels", "revenue.csv --tick-labels high"},
+    {"tick-rotation", "temperature.csv --series Place --value Temperature --tick-rotation 90"},
+    {"tick-interval", "temperature.csv --type line --series Place --value Temperature --tick-interval 3",
+     "LibreOffice 7.4 chooses the labels itself."},
+    {"labels", "energy.csv --type pie --labels category,percent --legend none"},
+    {"label-position", "energy.csv --type bar --labels value --label-position inEnd"},
+    {"label-format", "revenue.csv --labels value --label-format 0.0"},
+    {"gap", "revenue.csv --gap 40"},
+    {"overlap", "revenue.csv --overlap 40"},
+    {"stacking", "revenue.csv --stacking percent"},
+    {"markers", "revenue.csv --type line --markers"},
+    {"smooth", "temperature.csv --type line --series Place --value Temperature --smooth"},
+    {"blank", "visits.csv --type line --blank connect"},
+    {"colors", "revenue.csv --colors \"navy,#ff8000,rgb(0,128,0)\""},
+    {"palette", "energy.csv --type pie --palette teal,goldenrod"},
+    {"series-colors", "revenue.csv --series-colors South=crimson"},
+    {"start-angle", "energy.csv --type pie --start-angle 90"},
+    {"explosion", "energy.csv --type pie --explosion 15"},
+    {"font", "revenue.csv --font \"Liberation Serif\""},
+    {"font-size", "revenue.csv --title Revenue --font-size 12"},
+    {"frame", "revenue.csv --frame"},
+    {"data-table", "revenue.csv --data-table", "LibreOffice 7.4 draws no data tables."},
+};
+// clang-format on
+
+const Example& findExample(std::string_view name)
+{
+    for (const auto& example : examples)
+        if (example.option == name) return example;
+    throw std::logic_error(fmt::format("The option {} has no example.", name));
+}
+
+/// The line of help as a sentence.
+std::string makeSentence(std::string text)
+{
+    text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+    return text + ".";
+}
+
+void addChoices(std::string& page, const Option& option)
+{
+    if (option.choices.empty()) return;
+    page += option.form == OptionForm::Choices ? "A list of:\n\n" : "One of:\n\n";
+    for (std::size_t i = 0; i < option.choices.size(); ++i)
+        page += fmt::format("- `{}`: {}\n", option.choices[i], option.choiceMeanings[i]);
+    page += "\n";
+}
+
+std::string describeKinds(ChartKinds kinds)
+{
+    const bool isEvery = std::all_of(kindRows.begin(), kindRows.end(),
+                                     [kinds](const auto& row) { return kinds.contains(row.value); });
+    return isEvery ? "For every type of chart." : fmt::format("For {} charts.", nameKinds(kinds));
+}
+
+void addOption(std::string& page, const Option& option)
+{
+    const auto& example = findExample(option.name);
+    page += fmt::format("\n### `{}`\n\n{} ", option.name, makeSentence(option.meaning));
+    if (*option.standard != 0) page += fmt::format("Default: {}. ", option.standard);
+    page += describeKinds(option.kinds) + "\n\n";
+    addChoices(page, option);
+    page += fmt::format("    quillon-report {}\n", example.arguments);
+    page += *example.withoutPicture != 0 ? fmt::format("\n{}\n", example.withoutPicture)
+                                         : fmt::format("\n![{0}](images/options/{0}.png)\n", option.name);
+}
+
+}  // namespace
+
+std::string describeOptions()
+{
+    std::string page = introduction;
+    for (const auto& [group, title] : groups) {
+        page += fmt::format("\n## {}\n", title);
+        for (const auto& option : getOptions())
+            if (option.group == group) addOption(page, option);
+    }
+    return page;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,186 @@
+#include "report/finish/Colors.h"
+
+#include <array>
+
+#include "report/finish/Rules.h"
+#include "report/options/ChartError.h"
+#include "report/options/ColorText.h"
+#include "report/package/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMDocument;
+using xercesc::DOMElement;
+
+namespace {
+
+constexpr std::array accents = {u"accent1", u"accent2", u"accent3", u"accent4", u"accent5", u"accent6"};
+
+/// How a round of the accents differs from the theme's; null for what it has not.
+struct Round {
+    const char16_t* luminanceFactor;
+    const char16_t* luminanceOffset;
+};
+constexpr std::array rounds = {
+    Round{nullptr, nullptr},   Round{u"60000", nullptr},  Round{u"80000", u"20000"},
+    Round{u"80000", nullptr},  Round{u"60000", u"40000"}, Round{u"50000", nullptr},
+    Round{u"70000", u"30000"}, Round{u"70000", nullptr},  Round{u"50000", u"50000"},
+};
+
+DOMElement* appendAutomatic(DOMElement* parent, std::size_t position)
+{
+    auto* color = appendElement(parent, u"a:schemeClr", accents[position % accents.size()]);
+    const auto& [factor, offset] = rounds[position / accents.size() % rounds.size()];
+    if (factor != nullptr) appendElement(color, u"a:lumMod", factor);
+    if (offset != nullptr) appendElement(color, u"a:lumOff", offset);
+    return color;
+}
+
+DOMElement* appendColor(DOMElement* parent, const PaintColor& color)
+{
+    if (color.digits.empty()) return appendAutomatic(parent, color.position);
+    return appendElement(parent, u"a:srgbClr", color.digits.c_str());
+}
+
+void appendAlpha(DOMElement* color, std::uint32_t transparency)
+{
+    if (transparency == 0) return;
+    const auto opacity = num2str(static_cast<unsigned long>((100 - transparency) * 1000));
+    appendElement(color, u"a:alpha", opacity.c_str());
+}
+
+DOMElement* makeSolid(DOMDocument* doc, const Paint& paint)
+{
+    auto* fill = doc->createElement(u"a:solidFill");
+    appendAlpha(appendColor(fill, paint.color), paint.transparency);
+    return fill;
+}
+
+void appendStop(DOMElement* stops, const char16_t* place, const Paint& paint, const char16_t* tint)
+{
+    auto* stop = appendElement(stops, u"a:gs");
+    stop->setAttribute(u"pos", place);
+    auto* color = appendColor(stop, paint.color);
+    if (tint != nullptr) appendElement(color, u"a:tint", tint);
+    appendAlpha(color, paint.transparency);
+}
+
+DOMElement* makeGradient(DOMDocument* doc, const Paint& paint)
+{
+    auto* fill = doc->createElement(u"a:gradFill");
+    fill->setAttribute(u"rotWithShape", u"1");
+    auto* stops = appendElement(fill, u"a:gsLst");
+    appendStop(stops, u"0", paint, nullptr);
+    appendStop(stops, u"100000", paint, u"40000");
+    auto* direction = appendElement(fill, u"a:lin");
+    direction->setAttribute(u"ang", u"5400000");
+    direction->setAttribute(u"scaled", u"0");
+    return fill;
+}
+
+DOMElement* makePattern(DOMDocument* doc, const Paint& paint)
+{
+    auto* fill = doc->createElement(u"a:pattFill");
+    fill->setAttribute(u"prst", u"wdUpDiag");
+    appendAlpha(appendColor(appendElement(fill, u"a:fgClr"), paint.color), paint.transparency);
+    appendAlpha(appendColor(appendElement(fill, u"a:bgClr"), {u"FFFFFF"}), paint.transparency);
+    return fill;
+}
+
+/// What the colours of the options are for, by its names: slices are named by their categories.
+struct Targets {
+    std::vector<std::u16string> names;
+    const char* one;
+    const char* many;
+};
+
+Targets findTargets(const ChartContext& context)
+{
+    const auto& dataSet = *context.chart.getDataSet();
+    std::vector<std::u16string> names;
+    if (sliceKinds.contains(context.kind)) {
+        names = dataSet.getCategories();
+        names.resize(dataSet.getSeriesCount() > 0 ? dataSet.getSeries(0)->getSize() : 0);
+        return {names, "slice", "slices"};
+    }
+    for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
+        names.push_back(dataSet.getSeries(i)->getName());
+    return {names, "series", "series"};
+}
+
+[[noreturn]] void refuseName(const std::string& name, const Targets& targets)
+{
+    constexpr std::size_t named = 20;
+    std::string list;
+    for (std::size_t i = 0; i < std::min(targets.names.size(), named); ++i)
+        list += (i == 0 ? " \"" : ", \"") + toUtf8(escapeCharacters(targets.names[i])) + "\"";
+    if (targets.names.size() > named)
+        list += " and " + std::to_string(targets.names.size() - named) + " more";
+    throw ChartError("", std::string("series-colors: there is no ") + targets.one + " \"" + name + "\"; " +
+                             (list.empty() ? std::string("there are no ") + targets.many
+                                           : std::string("the ") + targets.many + " are" + list) +
+                             ".");
+}
+
+std::u16string readDigits(const std::string& text)
+{
+    return *findColorDigits(toUtf16(text));
+}
+
+}  // namespace
+
+DOMElement* makeFill(DOMDocument* doc, const Paint& paint)
+{
+    switch (paint.style) {
+        case PaintStyle::Gradient:
+            return makeGradient(doc, paint);
+        case PaintStyle::Pattern:
+            return makePattern(doc, paint);
+        case PaintStyle::Solid:
+            break;
+    }
+    return makeSolid(doc, paint);
+}
+
+StandardColors::StandardColors(const ChartContext& context)
+{
+    for (const auto& text : context.options.palette) palette_.push_back(readDigits(text));
+    if (!context.options.colors.empty()) setOwn(context);
+    if (!context.options.seriesColors.empty()) setNamed(context);
+}
+
+void StandardColors::setOwn(const ChartContext& context)
+{
+    const auto& colors = context.options.colors;
+    const auto targets = findTargets(context);
+    if (colors.size() > targets.names.size())
+        throw ChartError("", "Got " + std::to_string(colors.size()) + " colours for " +
+                                 std::to_string(targets.names.size()) + " " + targets.many +
+                                 "; give at most one for each.");
+    for (const auto& text : colors) own_.push_back(readDigits(text));
+}
+
+void StandardColors::setNamed(const ChartContext& context)
+{
+    const auto targets = findTargets(context);
+    own_.resize(targets.names.size());
+    for (const auto& [name, color] : context.options.seriesColors) {
+        bool isFound = false;
+        for (std::size_t i = 0; i < targets.names.size(); ++i) {
+            if (targets.names[i] != toUtf16(name)) continue;
+            own_[i] = readDigits(color);
+            isFound = true;
+        }
+        if (!isFound) refuseName(name, targets);
+    }
+}
+
+PaintColor StandardColors::get(std::size_t position) const
+{
+    if (position < own_.size() && !own_[position].empty()) return {own_[position], position};
+    if (!palette_.empty()) return {palette_[position % palette_.size()], position};
+    return {{}, position};
+}
+
+}  // namespace quillon::report

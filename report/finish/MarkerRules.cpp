@@ -1,0 +1,111 @@
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
+#include "report/package/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMElement;
+
+namespace {
+
+/// The fill of the line that `shape` describes, or null.
+const DOMElement* findLineFill(const DOMElement* shape)
+{
+    const auto* line = shape == nullptr ? nullptr : findChild(shape, u"a:ln");
+    if (line == nullptr) return nullptr;
+    for (const auto* name : {u"a:solidFill", u"a:gradFill", u"a:pattFill"})
+        if (const auto* fill = findChild(line, name)) return fill;
+    return nullptr;
+}
+
+/// A disc in the colour of the line.
+void fillMarker(DOMElement* marker, const DOMElement* shape)
+{
+    appendElement(marker, u"c:symbol", u"circle");
+    appendElement(marker, u"c:size", u"5");
+    const auto* fill = findLineFill(shape);
+    if (fill == nullptr) return;
+    auto* properties = appendElement(marker, u"c:spPr");
+    properties->appendChild(fill->cloneNode(true));
+    appendElement(properties, u"a:ln")->appendChild(fill->cloneNode(true));
+}
+
+DOMElement* renewMarker(DOMElement* parent)
+{
+    removeChildren(parent, u"c:marker");
+    return insertInOrder(parent, u"c:marker");
+}
+
+unsigned long getIndex(const DOMElement* point)
+{
+    return str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
+}
+
+/// The c:dPt of that index, which is made where there is none. They stand in the order of their indices.
+DOMElement* getPoint(DOMElement* series, unsigned long index)
+{
+    const auto points = findChildren(series, u"c:dPt");
+    for (auto* point : points)
+        if (getIndex(point) == index) return point;
+    auto* made = insertInOrder(series, u"c:dPt");
+    for (auto* point : points)
+        if (getIndex(point) > index) {
+            series->insertBefore(made, point);
+            break;
+        }
+    appendElement(made, u"c:idx", num2str(index).c_str());
+    appendElement(made, u"c:bubble3D", u"0");
+    return made;
+}
+
+/// The positions of the points that draw no line, so that only a marker shows them: between gaps, or alone in
+/// their series.
+std::vector<std::size_t> findLonePoints(const chart::DataSeries& series, Blank blank)
+{
+    const auto& points = series.getPoints();
+    const auto isShown = [&](std::size_t i) {
+        return i < points.size() && (blank == Blank::Zero || !std::isnan(points[i]->getValue()));
+    };
+    std::vector<std::size_t> lone;
+    std::size_t shown = 0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (!isShown(i)) continue;
+        ++shown;
+        if ((i == 0 || !isShown(i - 1)) && !isShown(i + 1)) lone.push_back(i);
+    }
+    if (blank == Blank::Connect && shown > 1) lone.clear();
+    return lone;
+}
+
+void markLonePoints(const SeriesPart& series, Blank blank)
+{
+    for (const auto index : findLonePoints(series.series, blank)) {
+        auto* point = getPoint(series.element, index);
+        const auto* own = findChild(point, u"c:spPr");
+        fillMarker(renewMarker(point), own != nullptr ? own : findChild(series.element, u"c:spPr"));
+    }
+}
+
+void markPoints(ChartPart& part)
+{
+    const auto& options = part.context.options;
+    for (const auto& series : part.series) {
+        if (options.markers)
+            fillMarker(renewMarker(series.element), findChild(series.element, u"c:spPr"));
+        else
+            markLonePoints(series, options.blank.value_or(Blank::Gap));
+    }
+}
+
+constexpr std::array rules = {Rule{lineKinds, markPoints}};
+
+}  // namespace
+
+const std::span<const Rule> markerRules = rules;
+
+}  // namespace quillon::report

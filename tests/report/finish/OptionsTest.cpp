@@ -1,0 +1,605 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "chart/model/BarChart.h"
+#include "chart/model/ColumnChart.h"
+#include "chart/model/LineChart.h"
+#include "chart/model/PieChart.h"
+#include "report/document/Document.h"
+#include "report/options/Enumerations.h"
+#include "report/options/Options.h"
+#include "tests/ThrownText.h"
+#include "tests/report/MarkupReader.h"
+#include "tests/report/TestDocuments.h"
+
+namespace quillon::report {
+namespace {
+
+using Values = std::vector<std::vector<double>>;
+
+constexpr auto chartPart = "word/charts/chart1.xml";
+constexpr auto mainPart = "word/document.xml";
+constexpr ChartKinds everyKind{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Pie};
+constexpr ChartKinds bars{ChartKind::Bar, ChartKind::Column};
+constexpr ChartKinds bar{ChartKind::Bar};
+constexpr ChartKinds upright{ChartKind::Column, ChartKind::Line};
+constexpr ChartKinds axes{ChartKind::Bar, ChartKind::Column, ChartKind::Line};
+constexpr ChartKinds line{ChartKind::Line};
+constexpr ChartKinds pie{ChartKind::Pie};
+const auto gap = std::nan("");
+
+std::shared_ptr<chart::Chart> createChart(ChartKind kind)
+{
+    switch (kind) {
+        case ChartKind::Bar:
+            return chart::BarChart::create();
+        case ChartKind::Column:
+            return chart::ColumnChart::create();
+        case ChartKind::Line:
+            return chart::LineChart::create();
+        default:
+            return chart::PieChart::create();
+    }
+}
+
+/// Series "S1", "S2" ... over categories "C1", "C2" ...
+std::shared_ptr<chart::Chart> makeSeries(ChartKind kind, const Values& values)
+{
+    const auto number = [](std::size_t i) { return std::u16string(1, static_cast<char16_t>(u'1' + i)); };
+    std::vector<std::u16string> categories;
+    for (std::size_t i = 0; !values.empty() && i < values.front().size(); ++i)
+        categories.push_back(u"C" + number(i));
+    auto data = chart::DataSet::create(categories);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        auto series = chart::DataSeries::create(u"S" + number(i));
+        for (const double value : values[i]) series->appendPoint(value);
+        data->appendSeries(series);
+    }
+    auto chart = createChart(kind);
+    chart->setDataSet(data);
+    return chart;
+}
+
+struct Written {
+    std::string chart;
+    std::string main;
+    std::vector<std::string> warnings;
+};
+
+Written write(const std::shared_ptr<chart::Chart>& chart, const ChartOptions& options,
+              const ChartData& data = {})
+{
+    Document document;
+    document.addChart(chart, options, data);
+    Written written;
+    const auto bytes =
+        document.toBytes({.warning = [&](const auto& text) { written.warnings.push_back(text); }});
+    written.chart = readPart(bytes, chartPart);
+    written.main = readPart(bytes, mainPart);
+    return written;
+}
+
+/// An option as on the command line.
+void set(ChartOptions& options, const std::string& name, const std::string& text)
+{
+    const auto* option = findOption(name);
+    setOption(options, *option, readOptionText(*option, text, name), name);
+}
+
+ChartOptions makeOptions(const std::map<std::string, std::string>& texts)
+{
+    ChartOptions options;
+    for (const auto& [name, text] : texts) set(options, name, text);
+    return options;
+}
+
+// --- What each option does ---
+
+struct Row {
+    const char* option;
+    /// Null for an option that is not given.
+    const char* value;
+    /// Of the kinds that the option fits.
+    ChartKinds kinds;
+    /// In the chart part; in the main part when it begins with "//w".
+    const char* path;
+    const char* expected;
+    /// What the option needs beside it.
+    std::vector<Label> labels = {};
+};
+
+const std::vector<Label> valueLabels = {Label::Value};
+constexpr auto labelPlace = "//c:ser[1]/c:dLbls/c:dLblPos/@val";
+constexpr auto labelFormat = "//c:ser[1]/c:dLbls/c:numFmt/@formatCode";
+
+const Row rows[] = {
+    {"width", "2in", everyKind, "//wp:extent/@cx", "1828800"},
+    {"width", "300pt", everyKind, "//wp:extent/@cx", "3810000"},
+    {"height", "2.54cm", everyKind, "//wp:extent/@cy", "914400"},
+    {"height", "80mm", everyKind, "//wp:extent/@cy", "2880000"},
+    {"legend", "right", everyKind, "//c:legend/c:legendPos/@val", "r"},
+    {"legend", "none", everyKind, "count(//c:legend)", "0"},
+    {"alt-text", "Up & down", everyKind, "//wp:docPr/@descr", "Up & down"},
+    {"alt-text", "a", everyKind, "//wp:docPr/@descr", "a"},
+    {"no-workbook", "", everyKind, "count(//c:externalData)", "0"},
+    {"no-workbook", nullptr, everyKind, "count(//c:externalData)", "1"},
+    {"float", "left", everyKind, "//wp:anchor/wp:positionH/wp:align", "left"},
+    {"float", "right", everyKind, "//wp:anchor/wp:positionH/wp:align", "right"},
+    {"float", "right", everyKind,
+     "//wp:anchor[wp:extent/following-sibling::*[2][self::wp:wrapSquare]]/wp:wrapSquare/@wrapText",
+     "bothSides"},
+    {"float", nullptr, everyKind, "count(//wp:anchor)", "0"},
+
+    {"category-title", "Month", everyKind, "//c:catAx/c:title//a:t", "Month"},
+    {"category-title", "a\nb", everyKind, "//c:catAx/c:title//a:p/a:r/a:t", "a|b"},
+    {"category-title", "Month", bar, "//c:catAx/c:title//a:bodyPr/@rot", "-5400000"},
+    {"category-title", "Month", upright, "count(//c:catAx/c:title//a:bodyPr/@rot)", "0"},
+    {"value-title", "EUR <net>", everyKind, "//c:valAx/c:title//a:t", "EUR <net>"},
+    {"value-title", "USD", everyKind, "//c:valAx/c:title/c:overlay/@val", "0"},
+    {"value-title", "USD", upright, "//c:valAx/c:title//a:bodyPr/@rot", "-5400000"},
+    {"value-title", "USD", bar, "count(//c:valAx/c:title//a:bodyPr/@rot)", "0"},
+    {"number-format", "0.000", everyKind, "//c:ser[1]/c:val//c:formatCode", "0.000"},
+    {"number-format", "#,##0 \"kg\"", everyKind, "//c:ser[1]/c:val//c:formatCode", "#,##0 \"kg\""},
+    {"number-format", "0.000", everyKind, "//c:valAx/c:numFmt/@formatCode", "0.000"},
+    {"number-format", "[Red]0;-0", everyKind, "//c:valAx/c:numFmt/@formatCode", "[Red]0;-0"},
+    {"number-format", "0.000", everyKind, "//c:valAx/c:numFmt/@sourceLinked", "0"},
+    {"value-min", "-5", everyKind, "//c:valAx/c:scaling/c:min/@val", "-5"},
+    {"value-min", "0.25", everyKind, "//c:valAx/c:scaling/c:min/@val", "0.25"},
+    {"value-max", "2000", everyKind, "//c:valAx/c:scaling/c:max/@val", "2000"},
+    {"value-max", "1e21", everyKind, "//c:valAx/c:scaling/c:max/@val", "1e+21"},
+    {"value-step", "500", everyKind, "//c:valAx/c:majorUnit/@val", "500"},
+    {"value-step", "0.1", everyKind, "//c:valAx/c:majorUnit/@val", "0.1"},
+    {"log", "10", everyKind, "//c:valAx/c:scaling/c:logBase/@val", "10"},
+    {"log", "2.5", everyKind, "//c:valAx/c:scaling/c:logBase/@val", "2.5"},
+    {"log", "2", everyKind, "//c:catAx/c:crosses/@val", "min"},
+    {"reverse", "", bar, "//c:catAx/c:scaling/c:orientation/@val", "minMax"},
+    {"reverse", "", upright, "//c:catAx/c:scaling/c:orientation/@val", "maxMin"},
+    {"reverse", "", upright, "//c:valAx/c:crosses/@val", "max"},
+    {"reverse", nullptr, bar, "//c:catAx/c:scaling/c:orientation/@val", "maxMin"},
+    {"reverse", nullptr, bar, "//c:valAx/c:crosses/@val", "max"},
+    {"reverse", nullptr, upright, "//c:catAx/c:scaling/c:orientation/@val", "minMax"},
+    {"reverse", nullptr, upright, "//c:valAx/c:crosses/@val", "autoZero"},
+    {"units", "thousands", everyKind, "//c:valAx/c:dispUnits[c:dispUnitsLbl]/c:builtInUnit/@val",
+     "thousands"},
+    {"units", "billions", everyKind, "//c:valAx/c:dispUnits[c:dispUnitsLbl]/c:builtInUnit/@val", "billions"},
+    {"gridlines", "none", everyKind, "count(//c:majorGridlines)", "0"},
+    {"gridlines", "category", everyKind, "name(//c:majorGridlines/..)", "c:catAx"},
+    {"gridlines", "both", everyKind,
+     "count(//c:catAx/c:majorGridlines//a:ln | //c:valAx/c:majorGridlines//a:ln)", "2"},
+    {"gridlines", nullptr, everyKind, "name(//c:majorGridlines/..)", "c:valAx"},
+    {"tick-labels", "high", everyKind, "//c:catAx/c:tickLblPos/@val", "high"},
+    {"tick-labels", "next", everyKind, "//c:catAx/c:tickLblPos/@val", "nextTo"},
+    {"tick-labels", nullptr, everyKind, "//c:catAx/c:tickLblPos/@val", "low"},
+    {"tick-rotation", "45", everyKind, "//c:catAx/c:txPr/a:bodyPr/@rot", "-2700000"},
+    {"tick-rotation", "-0.5", everyKind, "//c:catAx/c:txPr/a:bodyPr/@rot", "30000"},
+    {"tick-interval", "3", everyKind, "//c:catAx/c:tickLblSkip/@val", "3"},
+    {"tick-interval", "12", everyKind, "//c:catAx/c:tickLblSkip/@val", "12"},
+
+    {"labels", "value", everyKind, "//c:ser[1]/c:dLbls/c:showVal/@val", "1"},
+    {"labels", "value", everyKind, "count(//c:ser[1]/c:dLbls/*[@val = 1])", "1"},
+    {"labels", "series,category", everyKind, "//c:ser[1]/c:dLbls/c:showCatName/@val", "1"},
+    {"labels", "series,category", everyKind, "//c:ser[1]/c:dLbls/c:showSerName/@val", "1"},
+    {"labels", "series,category", everyKind, "//c:ser[1]/c:dLbls/c:showVal/@val", "0"},
+    {"labels", "percent", pie, "//c:ser[1]/c:dLbls[c:showPercent/@val = 1]/c:numFmt/@formatCode", "0%"},
+    {"labels", nullptr, everyKind, "count(//c:ser/c:dLbls)", "0"},
+
+    {"label-position", "ctr", everyKind, labelPlace, "ctr", valueLabels},
+    {"label-position", "inEnd", bars, labelPlace, "inEnd", valueLabels},
+    {"label-position", "inBase", bars, labelPlace, "inBase", valueLabels},
+    {"label-position", "outEnd", bars, labelPlace, "outEnd", valueLabels},
+    {"label-position", "t", line, labelPlace, "t", valueLabels},
+    {"label-position", "b", line, labelPlace, "b", valueLabels},
+    {"label-position", "l", line, labelPlace, "l", valueLabels},
+    {"label-position", "r", line, labelPlace, "r", valueLabels},
+    {"label-position", "bestFit", pie, labelPlace, "bestFit", valueLabels},
+    {"label-position", "inEnd", pie, labelPlace, "inEnd", valueLabels},
+    {"label-position", "outEnd", pie, labelPlace, "outEnd", valueLabels},
+    {"label-position", nullptr, everyKind, "count(//c:dLblPos)", "0", valueLabels},
+    {"label-format", "0.0000", everyKind, labelFormat, "0.0000", valueLabels},
+    {"label-format", "0%", everyKind, labelFormat, "0%", valueLabels},
+    {"label-format", "0%", everyKind, "//c:ser[1]/c:val//c:formatCode", "General", valueLabels},
+
+    {"gap", "0", everyKind, "//c:barChart/c:gapWidth/@val", "0"},
+    {"gap", "500", everyKind, "//c:barChart/c:gapWidth/@val", "500"},
+    {"overlap", "-100", everyKind, "//c:barChart/c:overlap/@val", "-100"},
+    {"overlap", "25", everyKind, "//c:barChart/c:overlap/@val", "25"},
+    {"stacking", "normal", everyKind, "//c:grouping/@val", "stacked"},
+    {"stacking", "percent", everyKind, "//c:grouping/@val", "percentStacked"},
+    {"stacking", "normal", bars, "//c:barChart/c:overlap/@val", "100"},
+    {"stacking", "percent", everyKind, "//c:valAx/c:numFmt/@formatCode", "0%"},
+    {"markers", "", line, "//c:ser[2]/c:marker/c:symbol/@val", "circle"},
+    {"markers", nullptr, line, "//c:ser/c:marker/c:symbol/@val", "none|none"},
+    {"smooth", "", line, "//c:ser/c:smooth/@val", "1|1"},
+    {"smooth", nullptr, line, "//c:ser/c:smooth/@val", "0|0"},
+    {"blank", "zero", everyKind, "//c:dispBlanksAs/@val", "zero"},
+    {"blank", "connect", everyKind, "//c:dispBlanksAs/@val", "span"},
+    {"blank", nullptr, everyKind, "//c:dispBlanksAs/@val", "gap"},
+
+    {"colors", "red,#123456", axes, "(//c:ser[2]/c:spPr//a:srgbClr)[1]/@val", "123456"},
+    {"colors", "red,#123456", pie, "//c:dPt[2]/c:spPr/a:solidFill/a:srgbClr/@val", "123456"},
+    {"palette", "lime", axes, "(//c:ser[2]/c:spPr//a:srgbClr)[1]/@val", "00FF00"},
+    {"palette", "red,lime", pie, "//c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "FF0000|00FF00|FF0000"},
+    {"series-colors", "S2=rgb(1,2,3)", axes, "//c:ser/c:spPr//a:srgbClr[1]/@val", "010203"},
+    {"series-colors", "C3=lime", pie, "//c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "00FF00"},
+    {"start-angle", "90", everyKind, "//c:pieChart/c:firstSliceAng/@val", "90"},
+    {"start-angle", "360", everyKind, "//c:pieChart/c:firstSliceAng/@val", "360"},
+    {"explosion", "25", everyKind, "//c:ser[1]/c:explosion/@val", "25"},
+    {"explosion", "100", everyKind, "//c:ser[1]/c:explosion/@val", "100"},
+
+    {"font", "Arial", everyKind, "count(//a:latin[@typeface != \"Arial\"])", "0"},
+    {"font", "Noto Sans", everyKind, "/c:chartSpace/c:txPr//a:cs/@typeface", "Noto Sans"},
+    {"font-size", "12", everyKind, "/c:chartSpace/c:txPr//a:defRPr/@sz", "1200"},
+    {"font-size", "10.5", everyKind, "//c:valAx/c:txPr//a:defRPr/@sz", "1050"},
+    {"font-size", nullptr, everyKind, "/c:chartSpace/c:txPr//a:defRPr/@sz", "900"},
+    {"font-size", "12", everyKind, "//c:chart/c:title//a:defRPr/@sz", "1800|1800"},
+    {"frame", "", everyKind, "count(/c:chartSpace/c:spPr/a:ln[@w > 0]/a:solidFill)", "1"},
+    {"frame", nullptr, everyKind, "count(/c:chartSpace/c:spPr/a:ln/a:noFill)", "1"},
+    {"frame", "", everyKind, "/c:chartSpace/c:roundedCorners/@val", "0"},
+    {"data-table", "", everyKind, "//c:plotArea/c:dTable/c:showKeys/@val", "1"},
+    {"data-table", nullptr, everyKind, "count(//c:dTable)", "0"},
+};
+
+/// Of axes and of bars there are some in some kinds of chart only.
+bool canShow(const Row& row, ChartKind kind)
+{
+    const std::string path = row.path;
+    const bool hasAxes = kind != ChartKind::Pie;
+    if (!hasAxes && (path.find("Ax") != std::string::npos || path.find("Gridlines") != std::string::npos))
+        return false;
+    return findOption(row.option)->kinds.contains(kind) && row.kinds.contains(kind);
+}
+
+std::string toPart(const Written& written, const std::string& path)
+{
+    return path.find("wp:") != std::string::npos ? written.main : written.chart;
+}
+
+TEST(ChartOptions, ShowInTheDocument)
+{
+    for (const auto& row : rows)
+        for (const auto& kind : kindRows) {
+            if (!canShow(row, kind.value)) continue;
+            auto chart = makeSeries(kind.value, {{1234.5, 800, 20}, {1, 2, 3}});
+            chart->setTitle(chart::Title::create(u"T"));
+            ChartOptions options;
+            options.labels = row.labels;
+            if (row.value != nullptr) set(options, row.option, row.value);
+            const auto written = write(chart, options);
+            EXPECT_EQ(readXPath(toPart(written, row.path), row.path), row.expected)
+                << kind.name << " " << row.option << " " << (row.value != nullptr ? row.value : "not given");
+            EXPECT_EQ(written.warnings, std::vector<std::string>{});
+        }
+}
+
+TEST(ChartOptions, EachShowsInTwoWays)
+{
+    std::map<std::string, int> counts;
+    for (const auto& row : rows) ++counts[row.option];
+    counts["category-format"] = 2;  // Needs data of its own: NumberFormats.OfCategoriesNeedDatesOrNumbers.
+    for (const auto& option : getOptions()) EXPECT_GE(counts[option.name], 2) << option.name;
+}
+
+TEST(ChartOptions, KeepAChartOnItsSide)
+{
+    const auto written = write(makeSeries(ChartKind::Pie, {{1}}), {.floating = Float::Right});
+    const auto path = std::string("//wp:anchor/*");
+    std::string names;
+    for (int i = 1; i <= 8; ++i)
+        names += readXPath(written.main, "name(" + path + "[" + std::to_string(i) + "])") + " ";
+    EXPECT_EQ(names,
+              "wp:simplePos wp:positionH wp:positionV wp:extent wp:effectExtent wp:wrapSquare wp:docPr "
+              "wp:cNvGraphicFramePr ");
+    EXPECT_EQ(readXPath(written.main, "count(//wp:inline)"), "0");
+}
+
+// --- Numbers ---
+
+TEST(NumberFormats, FollowTheValues)
+{
+    const double third = 1.0 / 3;
+    struct Case {
+        Values values;
+        std::map<std::string, std::string> options;
+        const char* axis;
+        const char* labels;
+    };
+    const Case cases[] = {
+        {{{1000, 20, -5}}, {}, "#,##0", "#,##0"},
+        {{{1000, 20.5, gap}}, {}, "#,##0.0", "#,##0.0"},
+        {{{1.25, 10}}, {}, "#,##0.00", "#,##0.00"},
+        {{{third, 1e15 + 0.5, 9e307}}, {}, "#,##0.00", "#,##0.00"},
+        {{{0.1 + 0.2, 6}}, {}, "#,##0.0", "#,##0.0"},
+        // Gridlines stand between whole numbers.
+        {{{1, 2, 3}}, {}, "#,##0.0", "#,##0"},
+        {{{1001, 1002, 1004}}, {}, "#,##0.0", "#,##0"},
+        {{{5}}, {}, "#,##0", "#,##0"},
+        {{{1, 2, 3}, {3, 2, 3}}, {{"stacking", "normal"}}, "#,##0", "#,##0"},
+        {{{1, -2}, {2, -3}}, {{"stacking", "normal"}}, "#,##0", "#,##0"},
+        {{{1, 2, 3}}, {{"value-max", "10"}}, "#,##0", "#,##0"},
+        {{{1, 2, 3}}, {{"value-step", "1"}}, "#,##0", "#,##0"},
+        {{{10, 20}}, {{"value-step", "0.25"}}, "#,##0.00", "#,##0"},
+        {{{0.5, 100}}, {{"log", "10"}}, "#,##0.0", "#,##0.0"},
+        {{{0.05, 0.1}}, {{"log", "2"}}, "General", "#,##0.00"},
+        // Two decimals do not tell the gridlines apart.
+        {{{0.001, 0.004}}, {}, "General", "#,##0.00"},
+        {{{1500, 9000}}, {{"units", "thousands"}}, "#,##0.0", "#,##0.0"},
+        {{{1500, 9000}}, {{"units", "hundreds"}}, "#,##0", "#,##0"},
+        {{{1, 2}}, {{"stacking", "percent"}}, "0%", "#,##0"},
+        {{{1, 2}}, {{"stacking", "percent"}, {"number-format", "0.0%"}}, "0.0%", "0.0%"},
+        {{{1, 2}}, {{"stacking", "percent"}, {"number-format", "0.0"}}, "0%", "0.0"},
+        {{{1, 2}}, {{"number-format", "0.0"}, {"label-format", "0"}}, "0.0", "0"},
+        {{{0, 0}}, {}, "#,##0", "#,##0"},
+        {{{gap}}, {}, "#,##0", "#,##0"},
+        {{}, {}, "#,##0", ""},
+    };
+    for (const auto& [values, texts, axis, labels] : cases) {
+        auto options = makeOptions(texts);
+        options.labels = {Label::Value};
+        const auto part = write(makeSeries(ChartKind::Column, values), options).chart;
+        EXPECT_EQ(readXPath(part, "//c:valAx/c:numFmt/@formatCode"), axis) << testing::PrintToString(values);
+        EXPECT_EQ(readXPath(part, "//c:ser[1]/c:dLbls/c:numFmt/@formatCode"), labels)
+            << testing::PrintToString(values);
+        if (options.numberFormat.empty() && !values.empty()) {
+            EXPECT_EQ(readXPath(part, "//c:ser[1]//c:formatCode"), "General");
+        }
+    }
+}
+
+TEST(NumberFormats, OfSeriesShowInCachesAndLabels)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1, 2}, {1, 2}, {1, 2}});
+    ChartData data(chart->getDataSet());
+    data.series = {{}, {.numberFormat = "0%"}};
+    const ChartOptions options{.labels = {Label::Value}};
+    auto part = write(chart, options, data).chart;
+    EXPECT_EQ(readXPath(part, "//c:formatCode"), "General|0%|General");
+    EXPECT_EQ(readXPath(part, "//c:ser/c:dLbls/c:numFmt/@formatCode"), "#,##0|0%|#,##0");
+    EXPECT_EQ(readXPath(part, "//c:valAx/c:numFmt/@formatCode"), "0%");
+    part = write(chart, {.numberFormat = "0.0"}, data).chart;
+    EXPECT_EQ(readXPath(part, "//c:formatCode"), "0.0|0.0|0.0");
+}
+
+TEST(Labels, OfTheChartTreeWinOverOptions)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1, 2.5}, {1, 2}});
+    const auto series = chart->getDataSet()->getSeries(0);
+    auto format = chart::DataLabelFormat::create();
+    format->getOptions()->getContentOptions()->setContainsValue(false);
+    series->setLabelFormat(format);
+    const auto written = write(chart, {.labels = {Label::Series}, .labelPosition = LabelPosition::Center});
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:showSerName/@val"), "0|1");
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:showCatName/@val"), "1|0");
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:dLblPos/@val"), "ctr|ctr");
+    EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:numFmt/@formatCode"), "#,##0.0|#,##0.0");
+}
+
+TEST(Labels, AreMissedWhereOnlyTheirPlaceIsGiven)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1}});
+    EXPECT_EQ(write(chart, {.labelFormat = "0"}).warnings,
+              std::vector<std::string>{
+                  "chart 1: label-position and label-format are for data labels, and the chart has "
+                  "none; say what they show (labels value)."});
+}
+
+TEST(NumberFormats, OfCategoriesNeedDatesOrNumbers)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1, 2}});
+    ChartData data(chart->getDataSet());
+    auto written = write(chart, {.categoryFormat = "mmm yy"}, data);
+    EXPECT_EQ(written.warnings, std::vector<std::string>{
+                                    "chart 1: category-format is for categories that are dates or numbers; "
+                                    "these are texts."});
+    data.categoryKind = CategoryKind::Date;
+    data.categoryValues = {45000, 45031};
+    written = write(chart, {.categoryFormat = "mmm yy"}, data);
+    EXPECT_EQ(written.warnings, std::vector<std::string>{});
+    EXPECT_EQ(readXPath(written.chart, "//c:catAx/c:numFmt/@formatCode"), "mmm yy");
+}
+
+// --- Points and legends ---
+
+TEST(Markers, ShowPointsThatDrawNoLine)
+{
+    struct Case {
+        std::vector<double> values;
+        const char* blank;
+        const char* marked;
+    };
+    const Case cases[] = {
+        {{1, 2, 3}, "gap", ""},       {{1, gap, 3, 4, gap, 6}, "gap", "0|5"},
+        {{gap, 2, gap}, "gap", "1"},  {{5}, "gap", "0"},
+        {{gap, gap}, "gap", ""},      {{}, "gap", ""},
+        {{1, gap, 3}, "connect", ""}, {{gap, 2, gap}, "connect", "1"},
+        {{gap, 2, gap}, "zero", ""},  {{5}, "zero", "0"},
+    };
+    for (const auto& [values, blank, marked] : cases) {
+        const auto part = write(makeSeries(ChartKind::Line, {values}), makeOptions({{"blank", blank}})).chart;
+        const std::string points = "//c:dPt[c:marker/c:symbol/@val = 'circle']";
+        EXPECT_EQ(readXPath(part, points + "/c:idx/@val"), marked) << testing::PrintToString(values) << blank;
+        EXPECT_EQ(readXPath(part, "count(" + points + "/c:marker/c:spPr/a:solidFill/*)"),
+                  readXPath(part, "count(" + points + ")"));
+    }
+}
+
+TEST(Markers, StandBesideThePointsOfTheAuthor)
+{
+    const auto chart = makeSeries(ChartKind::Line, {{1, gap, 3, gap, 5, 6, gap, 8}});
+    for (const std::size_t own : {1U, 2U, 5U})
+        chart->getDataSet()->getSeries(0)->getPoint(own)->setFormat(
+            chart::DataPointShapeFormat::create(u"#ff0000", u"#00ff00"));
+    const auto part = write(chart, {}).chart;
+    EXPECT_EQ(readXPath(part, "//c:dPt/c:idx/@val"), "0|1|2|5|7");
+    EXPECT_EQ(readXPath(part, "//c:dPt[c:idx/@val = 2]/c:marker/c:spPr/a:solidFill/a:srgbClr/@val"),
+              "FF0000");
+    EXPECT_EQ(readXPath(part, "//c:dPt[c:marker]/c:idx/@val"), "0|2|7");
+}
+
+TEST(Legend, StandsWhereItLeavesRoom)
+{
+    const std::string crowded =
+        "chart 1: the legend takes more than a third of the chart; make the chart larger, shorten the names, "
+        "or leave "
+        "the legend out (legend none).";
+    const std::string sliced =
+        "chart 1: the pie has 13 slices; more than 12 are hard to tell apart. Add up the smallest, or use a "
+        "bar chart.";
+    struct Case {
+        ChartKind kind;
+        std::size_t entries;
+        std::size_t nameLength;
+        std::map<std::string, std::string> options;
+        const char* place;
+        std::vector<std::string> warnings;
+    };
+    const Case cases[] = {
+        {ChartKind::Column, 1, 5, {}, "", {}},
+        {ChartKind::Column, 2, 5, {}, "b", {}},
+        {ChartKind::Column, 8, 10, {}, "b", {}},
+        {ChartKind::Line, 16, 20, {}, "r", {}},
+        {ChartKind::Line, 16, 20, {{"font-size", "20"}}, "b", {crowded}},
+        {ChartKind::Line, 16, 20, {{"height", "9in"}}, "b", {}},
+        {ChartKind::Bar, 40, 30, {}, "b", {crowded}},
+        {ChartKind::Bar, 40, 30, {{"legend", "right"}}, "r", {}},
+        {ChartKind::Bar, 3, 1000, {}, "b", {crowded}},
+        {ChartKind::Pie, 12, 5, {}, "b", {}},
+        {ChartKind::Pie, 13, 5, {}, "b", {sliced}},
+        {ChartKind::Pie, 1, 0, {}, "b", {}},
+        {ChartKind::Pie, 0, 0, {}, "b", {}},
+    };
+    for (const auto& [kind, entries, nameLength, texts, place, warnings] : cases) {
+        const bool isPie = kind == ChartKind::Pie;
+        auto chart =
+            makeSeries(kind, Values(isPie ? 1 : entries, std::vector<double>(isPie ? entries : 1, 1.0)));
+        const std::u16string name(nameLength, u'n');
+        chart->getDataSet()->setCategories(std::vector<std::u16string>(isPie ? entries : 1, name));
+        const auto list = chart->getDataSet()->getSeriesList();
+        for (const auto& series : *list) series->setName(name);
+        const auto written = write(chart, makeOptions(texts));
+        EXPECT_EQ(readXPath(written.chart, "//c:legendPos/@val"), place) << entries << " entries";
+        EXPECT_EQ(written.warnings, warnings) << entries << " entries";
+    }
+}
+
+// --- What is refused ---
+
+TEST(ChartOptions, AreRefusedInASentence)
+{
+    const auto control = [](const std::string& place) {
+        return "chart 1, " + place +
+               " (U+0001) cannot stand in a document; only tab and line break of the control characters can.";
+    };
+    const auto format = [](const std::string& code, const std::string& sentence) {
+        return "number-format: \"" + code + "\" is no number format; " + sentence;
+    };
+    using enum LabelPosition;
+    struct Case {
+        ChartKind kind;
+        ChartOptions options;
+        std::string sentence;
+    };
+    const Case cases[] = {
+        {ChartKind::Pie,
+         {.valueTitle = "EUR"},
+         "value-title is for column, bar or line charts; this is a pie chart."},
+        {ChartKind::Line, {.gap = 10}, "gap is for column or bar charts; this is a line chart."},
+        {ChartKind::Bar, {.gap = 501}, "gap: expected a whole number from 0 to 500, got 501."},
+        {ChartKind::Bar, {.valueMin = NAN}, "value-min: expected a number, got NaN."},
+        {ChartKind::Bar, {.valueMin = 5, .valueMax = 5}, "value-min must be below value-max; got 5 and 5."},
+        {ChartKind::Bar,
+         {.valueMin = 0, .valueMax = 1e6, .valueStep = 1},
+         "value-step is 1; from 0 to 1e+06 there can be at most 1000 steps."},
+        {ChartKind::Line, {.valueStep = 0}, "value-step: expected a number above 0, got 0."},
+        {ChartKind::Line, {.log = 1.5}, "log: expected a number from 2 to 1000, got 1.5."},
+        {ChartKind::Line,
+         {.valueMin = 0, .log = 10},
+         "value-min is 0; a logarithmic value axis (log) shows numbers above 0."},
+        {ChartKind::Line,
+         {.valueStep = 10, .log = 10},
+         "value-step is for a linear value axis; the gridlines of a logarithmic one (log) stand at the "
+         "powers of its "
+         "base."},
+        {ChartKind::Line,
+         {.log = 10},
+         "chart 1, series 2 (\"S2\"), point 1: the value is 0; a logarithmic value axis (log) shows numbers "
+         "above 0."},
+        {ChartKind::Column,
+         {.labelPosition = Top},
+         "label-position: the labels of a column chart stand at ctr, inEnd, inBase or outEnd, not at t."},
+        {ChartKind::Bar,
+         {.labelPosition = OutsideEnd, .stacking = Stacking::Normal},
+         "label-position: the labels of a stacked bar chart stand at ctr, inEnd or inBase, not at outEnd."},
+        {ChartKind::Line,
+         {.labelPosition = InsideEnd, .stacking = Stacking::Percent},
+         "label-position: the labels of a stacked line chart stand at t, b, l, r or ctr, not at inEnd."},
+        {ChartKind::Pie,
+         {.labelPosition = InsideBase},
+         "label-position: the labels of a pie chart stand at bestFit, ctr, inEnd or outEnd, not at inBase."},
+        {ChartKind::Line,
+         {.labels = {Label::Value, Label::Percent}},
+         "labels: percent is for pie charts; the labels of a line chart say value, category or series."},
+        {ChartKind::Bar, {.numberFormat = "0 \"kg"}, format("0 \"kg", "a quote stays open.")},
+        {ChartKind::Bar, {.numberFormat = "[Red0"}, format("[Red0", "a bracket stays open.")},
+        {ChartKind::Bar, {.numberFormat = "0]"}, format("0]", "a bracket closes that was not open.")},
+        {ChartKind::Bar, {.numberFormat = "0\\"}, format("0\\", "a character is missing behind \\.")},
+        {ChartKind::Bar,
+         {.numberFormat = "0;0;0;@;0"},
+         format("0;0;0;@;0", "expected at most 4 parts with ; between, got 5.")},
+        {ChartKind::Bar,
+         {.numberFormat = "0 EUR"},
+         format("0 EUR", "text in it stands in quotes, as in #,##0 \"kg\", and \"U\" does not.")},
+        {ChartKind::Bar,
+         {.categoryFormat = std::string(256, '0')},
+         "category-format: expected a number format of at most 255 characters, got 256."},
+        {ChartKind::Pie,
+         {.labelFormat = "\""},
+         "label-format: \"\"\" is no number format; a quote stays open."},
+        {ChartKind::Bar, {.categoryTitle = "a\x01"}, control("category-title: character 2")},
+        {ChartKind::Bar, {.valueTitle = "\x01"}, control("value-title: character 1")},
+        {ChartKind::Bar, {.numberFormat = "0\x01"}, control("number-format: character 2")},
+        {ChartKind::Bar,
+         {.labels = {Label::Value}, .labelFormat = "\x01"},
+         control("label-format: character 1")},
+        {ChartKind::Pie, {.font = "a\x01"}, control("font: character 2")},
+    };
+    for (const auto& [kind, options, sentence] : cases)
+        EXPECT_EQ(thrownText([&, &kind = kind, &options = options] {
+                      write(makeSeries(kind, {{1}, {0}}), options);
+                  }),
+                  sentence);
+}
+
+TEST(NumberFormats, AreTakenAsCellsTakeThem)
+{
+    for (const auto* format : {"", "General", "#,##0.00;[Red]-#,##0.00;\"none\";@", "0.0%", "0.00E+00",
+                               "# ?/?", "_-* #,##0\\ \"]\"", "mmm yy", "[$-409]d. mmmm yyyy;@", "h:mm AM/PM",
+                               "[h]:mm", "0 \xE2\x82\xAC", "\\k\\g 0", "ggge"})
+        EXPECT_NO_THROW(checkOptions({.numberFormat = format}, ChartKind::Bar)) << format;
+}
+
+TEST(ChartOptions, RefuseMoreThanASheetHoldsBeforeTheWork)
+{
+    const auto point = chart::DataPoint::create(1.0);
+    const auto series = chart::DataSeries::create(u"S");
+    auto wide = chart::DataSet::create();
+    for (int i = 0; i < 16'384; ++i) wide->appendSeries(series);
+    const auto tall = chart::DataSet::create();
+    const auto column = chart::DataSeries::create(u"S");
+    for (int i = 0; i < 1'048'576; ++i) column->appendPoint(point);
+    tall->appendSeries(column);
+    const std::pair<std::shared_ptr<chart::DataSet>, const char*> cases[] = {
+        {wide, "chart 1: A chart takes at most 16383 series, got 16384."},
+        {tall, "chart 1: A series takes at most 1048575 points, got 1048576."}};
+    for (const auto& [data, sentence] : cases) {
+        const auto chart = createChart(ChartKind::Line);
+        chart->setDataSet(data);
+        EXPECT_EQ(thrownText([&, &chart = chart] { write(chart, {}); }), sentence);
+    }
+}
+
+}  // namespace
+}  // namespace quillon::report
