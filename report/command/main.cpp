@@ -7,6 +7,7 @@
 #include <exception>
 #include <filesystem>
 #include <map>
+#include <string_view>
 
 #include "report/command/ChartJob.h"
 #include "report/command/ChartMaker.h"
@@ -267,11 +268,30 @@ int run(int argc, char** argv)
     return 0;
 }
 
+/// An exception that nobody can catch, because the libraries start before main: there, memory has run out.
+[[noreturn]] void endWithSentence()
+{
+    constexpr std::string_view sentence = "quillon-report: Out of memory.\n";
+    [[maybe_unused]] const auto count = ::write(STDERR_FILENO, sentence.data(), sentence.size());
+    _exit(dataError);
+}
+
+std::terminate_handler usualEnd = nullptr;
+
+void prepareStart()
+{
+    usualEnd = std::set_terminate(endWithSentence);
+}
+
+/// The functions in this section run before the libraries start.
+[[gnu::section(".preinit_array"), gnu::used]] void (*beforeStart)() = prepareStart;
+
 }  // namespace
 }  // namespace quillon::report
 
 int main(int argc, char** argv)
 {
+    std::set_terminate(quillon::report::usualEnd);
     try {
         return quillon::report::run(argc, argv);
     } catch (const std::bad_alloc&) {

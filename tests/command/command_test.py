@@ -64,7 +64,7 @@ REFUSED = [
      'chart 1, series 1 ("B"), point 1: the value is 1e+308; '
      "a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN."),
     (b"A,B\nx,1\n" + b"y" * 32768 + b",2\n", [],
-     "chart 1: The embedded workbook could not be made: cell A3: String exceeds Excel's limit of 32,767 characters."),
+     "chart 1: The embedded workbook could not be made: cell A3: the text has 32768 characters; a cell holds up to 32767."),
     (WIDE, ["--columns", "East"], 't.csv: there is no column "East"; the columns are "Quarter", "North", "South".'),
     (LONG + b"2001,Coal,5\n", AS_LONG,
      't.csv:6: a second value for source "Coal" and year "2001"; a long table has one for each pair.'),
