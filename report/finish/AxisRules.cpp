@@ -41,7 +41,18 @@ void limitValues(ChartPart& part)
     auto* scaling = findChild(axis, u"c:scaling");
     if (options.valueMin) replaceInOrder(scaling, u"c:min", toText(*options.valueMin).c_str());
     if (options.valueMax) replaceInOrder(scaling, u"c:max", toText(*options.valueMax).c_str());
-    if (options.valueStep) replaceInOrder(axis, u"c:majorUnit", toText(*options.valueStep).c_str());
+}
+
+/// A word processor that draws very many gridlines takes no more commands.
+void spaceGridlines(ChartPart& part)
+{
+    const auto& step = part.context.options.valueStep;
+    if (!step) return;
+    constexpr double mostSteps = 1000;
+    if (findValueSpan(part) / *step > mostSteps)
+        return part.warn("", "value-step is " + toUtf8(toText(*step)) +
+                                 ", which gives more than 1000 gridlines for these values. It is left out.");
+    replaceInOrder(part.axes.value, u"c:majorUnit", toText(*step).c_str());
 }
 
 void requirePositiveValues(const SeriesPart& series)
@@ -132,15 +143,11 @@ void nameAxes(ChartPart& part)
 }
 
 constexpr std::array rules = {
-    Rule{axisKinds, orderCategories},
-    Rule{axisKinds, limitValues},
-    Rule{axisKinds, makeValuesLogarithmic},
-    Rule{axisKinds, countInUnits},
-    Rule{axisKinds, drawGridlines},
-    Rule{axisKinds, placeCategoryLabels},
-    Rule{axisKinds, turnCategoryLabels},
-    Rule{axisKinds, thinOutCategoryLabels},
-    Rule{axisKinds, nameAxes},
+    Rule{axisKinds, orderCategories},       Rule{axisKinds, limitValues},
+    Rule{axisKinds, spaceGridlines},        Rule{axisKinds, makeValuesLogarithmic},
+    Rule{axisKinds, countInUnits},          Rule{axisKinds, drawGridlines},
+    Rule{axisKinds, placeCategoryLabels},   Rule{axisKinds, turnCategoryLabels},
+    Rule{axisKinds, thinOutCategoryLabels}, Rule{axisKinds, nameAxes},
 };
 
 }  // namespace

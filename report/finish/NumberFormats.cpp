@@ -81,22 +81,6 @@ Range findStackedRange(const ChartPart& part)
     return range;
 }
 
-/// How far the value axis reaches: from 0, but where all values lie close together and far from it.
-double findSpan(const ChartPart& part)
-{
-    const auto& options = part.context.options;
-    const auto range = options.stacking ? findStackedRange(part) : findRange(part);
-    if (!(range.low <= range.high)) return 0;
-    double low = std::fmin(range.low, 0);
-    double high = std::fmax(range.high, 0);
-    constexpr double close = 6;
-    if (range.high > range.low && (range.high - range.low) * close < high - low) {
-        low = range.low;
-        high = range.high;
-    }
-    return options.valueMax.value_or(high) - options.valueMin.value_or(low);
-}
-
 /// A power of ten that the distance of the gridlines is a multiple of, as word processors choose it: a span
 /// that begins with a digit below 5 has steps in fractions of its power.
 double findStepUnit(const ChartPart& part)
@@ -108,13 +92,30 @@ double findStepUnit(const ChartPart& part)
         return low > 0 && low < 1 ? std::pow(*options.log, std::floor(std::log(low) / std::log(*options.log)))
                                   : 1;
     }
-    const double span = findSpan(part);
+    const double span = findValueSpan(part);
     if (!(span > 0) || !std::isfinite(span)) return 1;
     const double power = std::pow(10, std::floor(std::log10(span)));
     return span / power < 5 ? power / 10 : power;
 }
 
 }  // namespace
+
+double findValueSpan(const ChartPart& part)
+{
+    const auto& options = part.context.options;
+    if (options.stacking == Stacking::Percent) return 1;
+    const auto range = options.stacking ? findStackedRange(part) : findRange(part);
+    if (!(range.low <= range.high)) return 0;
+    double low = std::fmin(range.low, 0);
+    double high = std::fmax(range.high, 0);
+    // The axis starts at 0, but where all values lie close together and far from it.
+    constexpr double close = 6;
+    if (range.high > range.low && (range.high - range.low) * close < high - low) {
+        low = range.low;
+        high = range.high;
+    }
+    return options.valueMax.value_or(high) - options.valueMin.value_or(low);
+}
 
 std::string chooseAxisFormat(const ChartPart& part)
 {

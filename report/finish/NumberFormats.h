@@ -6,6 +6,9 @@
 
 namespace quillon::report {
 
+/// How far the value axis reaches from end to end, as far as options and values tell; shares reach 1.
+double findValueSpan(const ChartPart& part);
+
 /// How the numbers of the value axis look: as the option or the first series that says so has it, or with
 /// thousands separators and the decimals that values and gridlines need. Shares are percentages.
 std::string chooseAxisFormat(const ChartPart& part);

@@ -152,7 +152,7 @@ const Row rows[] = {
     {"value-max", "2000", everyKind, "//c:valAx/c:scaling/c:max/@val", "2000"},
     {"value-max", "1e21", everyKind, "//c:valAx/c:scaling/c:max/@val", "1e+21"},
     {"value-step", "500", everyKind, "//c:valAx/c:majorUnit/@val", "500"},
-    {"value-step", "0.1", everyKind, "//c:valAx/c:majorUnit/@val", "0.1"},
+    {"value-step", "2.5", everyKind, "//c:valAx/c:majorUnit/@val", "2.5"},
     {"log", "10", everyKind, "//c:valAx/c:scaling/c:logBase/@val", "10"},
     {"log", "2.5", everyKind, "//c:valAx/c:scaling/c:logBase/@val", "2.5"},
     {"log", "2", everyKind, "//c:catAx/c:crosses/@val", "min"},
@@ -370,11 +370,14 @@ TEST(Labels, OfTheChartTreeWinOverOptions)
     auto format = chart::DataLabelFormat::create();
     format->getOptions()->getContentOptions()->setContainsValue(false);
     series->setLabelFormat(format);
+    series->getPoint(1)->setLabelFormat(chart::DataLabelFormat::create());
     const auto written = write(chart, {.labels = {Label::Series}, .labelPosition = LabelPosition::Center});
     EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:showSerName/@val"), "0|1");
     EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:showCatName/@val"), "1|0");
     EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:dLblPos/@val"), "ctr|ctr");
     EXPECT_EQ(readXPath(written.chart, "//c:ser/c:dLbls/c:numFmt/@formatCode"), "#,##0.0|#,##0.0");
+    EXPECT_EQ(readXPath(written.chart, "//c:dLbl/*[self::c:dLblPos or self::c:showSerName]/@val"), "ctr|0");
+    EXPECT_EQ(readXPath(written.chart, "//c:dLbl/c:numFmt/@formatCode"), "#,##0.0");
 }
 
 TEST(Labels, AreMissedWhereOnlyTheirPlaceIsGiven)
@@ -571,6 +574,17 @@ TEST(ChartOptions, AreRefusedInASentence)
                       write(makeSeries(kind, {{1}, {0}}), options);
                   }),
                   sentence);
+}
+
+TEST(ChartOptions, OfAxesLeaveOutWhatNobodyCouldRead)
+{
+    const auto chart = makeSeries(ChartKind::Column, {{1e6, 2}});
+    const auto written = write(chart, {.valueStep = 0.5});
+    EXPECT_EQ(readXPath(written.chart, "count(//c:majorUnit)"), "0");
+    EXPECT_EQ(
+        written.warnings,
+        std::vector<std::string>{"chart 1: value-step is 0.5, which gives more than 1000 gridlines for these "
+                                 "values. It is left out."});
 }
 
 TEST(NumberFormats, AreTakenAsCellsTakeThem)
