@@ -12,8 +12,6 @@ namespace quillon::report {
 /// One chart that the author asks for: a table, and how to show it. An empty text stands for the default.
 struct ChartJob {
     std::string table;
-    /// bar, column, line or pie. Default: column.
-    std::string type;
     std::string title;
     std::string heading;
     /// The column of the category names. Default: the first.
@@ -39,8 +37,7 @@ struct JobOption {
     const char* help;
 };
 
-inline constexpr std::array<JobOption, 9> jobOptions = {{
-    {"type", &ChartJob::type, "bar, column, line or pie (default: column)"},
+inline constexpr std::array<JobOption, 8> jobOptions = {{
     {"title", &ChartJob::title, "the chart's title"},
     {"heading", &ChartJob::heading, "a heading above the chart"},
     {"category", &ChartJob::category, "the column of category names (default: the first)"},

@@ -9,10 +9,7 @@
 #include <optional>
 #include <set>
 
-#include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
-#include "chart/model/LineChart.h"
-#include "chart/model/PieChart.h"
 #include "report/table/Fail.h"
 #include "support/Text.h"
 
@@ -22,27 +19,6 @@ namespace {
 using Note = std::function<void(const std::string&)>;
 
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
-
-struct ChartType {
-    const char* name;
-    std::shared_ptr<chart::Chart> (*create)();
-    bool isPie;
-};
-
-constexpr std::array chartTypes = {
-    ChartType{"column", chart::ColumnChart::create, false},
-    ChartType{"bar", chart::BarChart::create, false},
-    ChartType{"line", chart::LineChart::create, false},
-    ChartType{"pie", chart::PieChart::create, true},
-};
-
-const ChartType& findType(const std::string& name)
-{
-    if (name.empty()) return chartTypes.front();
-    for (const auto& type : chartTypes)
-        if (name == type.name) return type;
-    fail("Chart type \"{}\": expected bar, column, line or pie.", name);
-}
 
 bool acceptsGaps(const ChartJob& job)
 {
@@ -203,14 +179,15 @@ void noteNegativeSlice(const Table& table, const chart::DataSet& dataSet, const 
 
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table, const Note& note)
 {
-    const auto& type = findType(job.type);
+    const bool isPie = job.options.kind && sliceKinds.contains(*job.options.kind);
     const bool isLong = !job.series.empty() || !job.value.empty();
     const auto dataSet = isLong ? readLong(job, table) : readWide(job, table, note);
-    if (type.isPie && dataSet->getSeriesCount() > 1)
+    if (isPie && dataSet->getSeriesCount() > 1)
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", table.path,
              dataSet->getSeriesCount());
-    if (type.isPie) noteNegativeSlice(table, *dataSet, note);
-    auto chart = type.create();
+    if (isPie) noteNegativeSlice(table, *dataSet, note);
+    // The type among the options says what it is drawn as.
+    auto chart = chart::ColumnChart::create();
     chart->setDataSet(dataSet);
     if (!job.title.empty()) chart->setTitle(chart::Title::create(quillon::toUtf16(job.title)));
     return chart;

@@ -5,6 +5,8 @@
 
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
+#include "report/finish/Waterfall.h"
+#include "report/options/OptionChecks.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
@@ -76,10 +78,24 @@ LabelSettings readOptions(const ChartOptions& options)
     return settings;
 }
 
+/// In a combination, some series have no labels at that place.
+bool canStandAt(LabelPosition position, const ChartPart& part, const SeriesPart& series)
+{
+    const auto* group = static_cast<const xercesc::DOMElement*>(series.element->getParentNode());
+    const bool isOwn = group == part.groups.front() && part.groups.size() == 1;
+    if (isOwn) return true;
+    const std::u16string_view name = group->getTagName();
+    const auto kind = name == u"c:barChart"    ? ChartKind::Column
+                      : name == u"c:lineChart" ? ChartKind::Line
+                                               : ChartKind::Area;
+    return canLabelsStandAt(position, kind, part.context.options.stacking.has_value());
+}
+
 /// Place and number format, of which the objects of the chart say nothing.
 void complete(LabelSettings& settings, const ChartPart& part, const SeriesPart& series)
 {
     settings.position = part.context.options.labelPosition;
+    if (settings.position && !canStandAt(*settings.position, part, series)) settings.position.reset();
     const bool isShare = settings.percent && !settings.value;
     settings.numberFormat = readXmlText(chooseLabelFormat(part, series, isShare), "label-format");
 }
@@ -103,7 +119,10 @@ void labelSeries(ChartPart& part, const SeriesPart& series)
 
 void labelAllSeries(ChartPart& part)
 {
-    for (const auto& series : part.series) labelSeries(part, series);
+    const bool isWaterfall = part.context.kind == ChartKind::Waterfall;
+    for (const auto& series : part.series)
+        if (!isWaterfall || series.index != static_cast<std::size_t>(WaterfallPart::Base))
+            labelSeries(part, series);
 }
 
 void warnOfOptionsWithoutLabels(ChartPart& part)

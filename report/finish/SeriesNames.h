@@ -8,8 +8,9 @@
 
 namespace quillon::report {
 
-/// The 0-based positions of the series of those names, in the order of the names; of series that share a name, all.
-/// Throws: ChartError with the names that there are, for a name that no series has. `option` is named in it.
+/// The 0-based positions of the series of those names, in the order of the names; of series that share a
+/// name, all. Throws: ChartError with the names that there are, for a name that no series has. `option` is
+/// named in it.
 std::vector<std::size_t> findSeries(const chart::DataSet& dataSet, const std::vector<std::string>& names,
                                     const char* option);
 

@@ -215,15 +215,18 @@ void setShape(DOMElement* properties, const ShapeSettings& settings)
 Paint findPaint(ChartPart& part, const SeriesPart& series)
 {
     const auto settings = readShape(part, series.series.getFormat().get(), {&series});
-    const Paint standard{part.colors.get(series.index)};
+    const Paint standard{part.colors.get(part.getColorPosition(series))};
     return resolve(series, settings, standard);
 }
 
 bool isLine(const SeriesPart& series)
 {
-    for (const auto* name : {u"c:lineChart", u"c:scatterChart", u"c:radarChart", u"c:stockChart"})
+    for (const auto* name : {u"c:lineChart", u"c:scatterChart", u"c:stockChart"})
         if (getGroupName(series) == name) return true;
-    return false;
+    if (getGroupName(series) != u"c:radarChart") return false;
+    const auto* style =
+        findChild(static_cast<const DOMElement*>(series.element->getParentNode()), u"c:radarStyle");
+    return std::u16string_view(style->getAttribute(u"val")) != u"filled";
 }
 
 bool hasSlices(const SeriesPart& series)

@@ -102,9 +102,10 @@ class Preparation {
     /// Series that hold sizes, or the lengths of error bars, become amounts of the others.
     void takeAmounts()
     {
-        const std::array<AmountRow, 3> rows = {{{"sizes", options_.sizes, &SeriesDetails::sizes},
-                                                {"error-plus", options_.errorPlus, &SeriesDetails::errorsPlus},
-                                                {"error-minus", options_.errorMinus, &SeriesDetails::errorsMinus}}};
+        const std::array<AmountRow, 3> rows = {
+            {{"sizes", options_.sizes, &SeriesDetails::sizes},
+             {"error-plus", options_.errorPlus, &SeriesDetails::errorsPlus},
+             {"error-minus", options_.errorMinus, &SeriesDetails::errorsMinus}}};
         std::array<std::vector<std::size_t>, 3> taken;
         std::vector<bool> isTaken(dataSet().getSeriesCount());
         for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -163,9 +164,9 @@ class Preparation {
         const auto& categories = dataSet().getCategories();
         std::size_t index = 0;
         while (index < categories.size() && read(categories[index])) ++index;
-        throw ChartError("", std::string("category-type ") + type + ": category " + std::to_string(index + 1) +
-                                 " is \"" + toUtf8(escapeCharacters(categories.at(index))) + "\"; expected " +
-                                 allowed + ".");
+        throw ChartError(
+            "", std::string("category-type ") + type + ": category " + std::to_string(index + 1) + " is \"" +
+                    toUtf8(escapeCharacters(categories.at(index))) + "\"; expected " + allowed + ".");
     }
 
     /// What the author calls dates or numbers must be so.
@@ -182,10 +183,15 @@ class Preparation {
     void findCategories()
     {
         auto& kind = data().categoryKind;
+        if (dataSet().getCategories().empty()) data().levels.clear();
         if (!data().levels.empty()) kind = CategoryKind::Text;
         const bool isGiven = kind == CategoryKind::Date || kind == CategoryKind::Number;
         if (isGiven && data().categoryValues.empty()) readTexts();
-        if (data().categoryValues.empty() || kind == CategoryKind::Text) return makeTexts();
+        if (data().categoryValues.empty() || kind == CategoryKind::Text) {
+            if (!data().categoryFormat.empty())
+                warn("category-format is for categories that are dates or numbers; these are texts.");
+            return makeTexts();
+        }
         data().categoryValues.resize(dataSet().getCategories().size(), missing);
         if (kind == CategoryKind::Number) return;
         if (suitsDateAxis(isGiven)) {
@@ -207,8 +213,9 @@ class Preparation {
             warn("dates before March 1900 cannot stand in a worksheet; the categories are texts.");
             return false;
         }
-        const bool ascends = std::none_of(dates.begin(), dates.end(), [](double d) { return std::isnan(d); }) &&
-                             std::adjacent_find(dates.begin(), dates.end(), std::greater_equal<>()) == dates.end();
+        const bool ascends =
+            std::none_of(dates.begin(), dates.end(), [](double d) { return std::isnan(d); }) &&
+            std::adjacent_find(dates.begin(), dates.end(), std::greater_equal<>()) == dates.end();
         if (!ascends && isGiven) warn("the dates do not ascend, each once; the categories are texts.");
         return ascends;
     }
@@ -237,7 +244,8 @@ class Preparation {
     static bool hasX(const chart::DataSeries& series)
     {
         const auto& points = series.getPoints();
-        return std::any_of(points.begin(), points.end(), [](const auto& point) { return point->getX() != 0; });
+        return std::any_of(points.begin(), points.end(),
+                           [](const auto& point) { return point->getX() != 0; });
     }
 
     /// The categories as x values: numbers, or dates.
@@ -327,9 +335,10 @@ class Preparation {
             auto& sizes = data().series[i].sizes;
             const auto count = dataSet().getSeries(i)->getSize();
             if (sizes.empty() && count > 0)
-                throw ChartError(ChartPart::describe(i, *dataSet().getSeries(i)),
-                                 "a bubble chart needs the sizes of its bubbles; name the series that hold them "
-                                 "(sizes).");
+                throw ChartError(
+                    ChartPart::describe(i, *dataSet().getSeries(i)),
+                    "a bubble chart needs the sizes of its bubbles; name the series that hold them "
+                    "(sizes).");
             sizes.resize(count, missing);
         }
     }
@@ -340,9 +349,11 @@ class Preparation {
     {
         const auto count = dataSet().getSeriesCount();
         if (count != 3 && count != 4)
-            throw ChartError("", "A stock chart has 3 series, high, low and close, or 4, open, high, low and close; "
-                                 "got " +
-                                     std::to_string(count) + ".");
+            throw ChartError(
+                "",
+                "A stock chart has 3 series, high, low and close, or 4, open, high, low and close; "
+                "got " +
+                    std::to_string(count) + ".");
     }
 
     void drawWaterfall()
@@ -366,7 +377,8 @@ class Preparation {
     }
 
     /// A point that the author formatted keeps its format; the base shows nothing.
-    static std::shared_ptr<chart::DataSeries> drawPart(const WaterfallSeries& part, const chart::DataSeries& own)
+    static std::shared_ptr<chart::DataSeries> drawPart(const WaterfallSeries& part,
+                                                       const chart::DataSeries& own)
     {
         auto series = chart::DataSeries::create(part.name);
         const bool isBase = part.part == WaterfallPart::Base;
@@ -382,7 +394,8 @@ class Preparation {
 
     void addErrorColumns()
     {
-        for (std::size_t i = 0; i < std::min<std::size_t>(data().series.size(), dataSet().getSeriesCount()); ++i) {
+        for (std::size_t i = 0; i < std::min<std::size_t>(data().series.size(), dataSet().getSeriesCount());
+             ++i) {
             const auto& name = dataSet().getSeries(i)->getName();
             auto& details = data().series[i];
             const auto count = dataSet().getSeries(i)->getSize();
@@ -391,7 +404,8 @@ class Preparation {
             if (!details.errorsPlus.empty())
                 shown_.workbook.furtherColumns.push_back({u"Error of " + name + u", up", details.errorsPlus});
             if (!details.errorsMinus.empty())
-                shown_.workbook.furtherColumns.push_back({u"Error of " + name + u", down", details.errorsMinus});
+                shown_.workbook.furtherColumns.push_back(
+                    {u"Error of " + name + u", down", details.errorsMinus});
         }
     }
 

@@ -49,8 +49,8 @@ std::vector<Bar> makeBars(const std::vector<std::u16string>& categories, const c
     std::vector<Bar> bars;
     double sum = 0;
     for (std::size_t i = 0; i < series.getSize(); ++i) {
-        const bool isTotal = i < categories.size() &&
-                             std::find(totals.begin(), totals.end(), categories[i]) != totals.end();
+        const bool isTotal =
+            i < categories.size() && std::find(totals.begin(), totals.end(), categories[i]) != totals.end();
         const double value = series.getPoint(i)->getValue();
         if (isTotal) {
             if (!std::isnan(value)) sum = value;
@@ -66,7 +66,8 @@ std::vector<Bar> makeBars(const std::vector<std::u16string>& categories, const c
 
 WaterfallPart getPartBelow(WaterfallPart part)
 {
-    return static_cast<WaterfallPart>(static_cast<int>(part) + static_cast<int>(WaterfallPart::IncreaseBelow));
+    return static_cast<WaterfallPart>(static_cast<int>(part) +
+                                      static_cast<int>(WaterfallPart::IncreaseBelow));
 }
 
 /// The points of a bar in the columns of the parts: on its base, or from 0 up and from 0 down.
@@ -88,7 +89,8 @@ void place(const Bar& bar, std::size_t index, std::vector<WaterfallSeries>& part
 
 bool isEmpty(const WaterfallSeries& part)
 {
-    return std::all_of(part.values.begin(), part.values.end(), [](double value) { return std::isnan(value); });
+    return std::all_of(part.values.begin(), part.values.end(),
+                       [](double value) { return std::isnan(value); });
 }
 
 }  // namespace
@@ -103,7 +105,8 @@ std::vector<WaterfallSeries> makeWaterfall(const std::vector<std::u16string>& ca
     for (const auto& row : partRows)
         parts.push_back({row.part, row.name, std::vector<double>(bars.size(), nothing)});
     for (std::size_t i = 0; i < bars.size(); ++i) place(bars[i], i, parts);
-    std::erase_if(parts, [](const auto& part) { return part.part > WaterfallPart::Base && isEmpty(part); });
+    const auto below = parts.begin() + static_cast<std::ptrdiff_t>(WaterfallPart::IncreaseBelow);
+    if (std::all_of(below, parts.end(), isEmpty)) parts.erase(below, parts.end());
     return parts;
 }
 

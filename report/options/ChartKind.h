@@ -40,9 +40,10 @@ class ChartKinds {
     std::uint32_t bits_;
 };
 
-inline constexpr ChartKinds everyKind{
-    ChartKind::Bar,     ChartKind::Column, ChartKind::Line,  ChartKind::Pie,   ChartKind::Area,     ChartKind::Doughnut,
-    ChartKind::Scatter, ChartKind::Bubble, ChartKind::Radar, ChartKind::Stock, ChartKind::Waterfall};
+inline constexpr ChartKinds everyKind{ChartKind::Bar,     ChartKind::Column,   ChartKind::Line,
+                                      ChartKind::Pie,     ChartKind::Area,     ChartKind::Doughnut,
+                                      ChartKind::Scatter, ChartKind::Bubble,   ChartKind::Radar,
+                                      ChartKind::Stock,   ChartKind::Waterfall};
 /// Each point has a colour of its own, and the legend names the points.
 inline constexpr ChartKinds sliceKinds{ChartKind::Pie, ChartKind::Doughnut};
 /// Each point has a place on two value axes.

@@ -60,7 +60,7 @@ enum class Trendline : std::uint8_t { Linear, Exponential, Logarithmic, Power, P
 
 /// How far error bars reach: a fixed amount, a percentage of the value, standard deviations, or the standard
 /// error.
-enum class ErrorBars : std::uint8_t { Fixed, Percent, Deviation, Error };
+enum class ErrorAmount : std::uint8_t { Fixed, Percent, Deviation, Error };
 
 /// The side of the text at which a chart floats.
 enum class Float : std::uint8_t { Left, Right };
@@ -113,9 +113,9 @@ struct ChartOptions {
     /// Every how manyth category has a label, from 1. Default: chosen by the word processor.
     std::optional<std::uint32_t> tickInterval = {};
 
-    /// What the categories are. Automatic: dates make a date axis on line and area charts where they are unique
-    /// and ascend, and are formatted texts elsewhere. Date: dates, also those in texts as in "2026-07-31", make
-    /// a date axis on column and stock charts too. Default: as the data says.
+    /// What the categories are. Automatic: dates make a date axis on line and area charts where they are
+    /// unique and ascend, and are formatted texts elsewhere. Date: dates, also those in texts as in
+    /// "2026-07-31", make a date axis on column and stock charts too. Default: as the data says.
     std::optional<CategoryKind> categoryType = {};
     /// The names of the series on a second value axis, at the right; column, line and area charts.
     std::vector<std::string> second = {};
@@ -211,7 +211,7 @@ struct ChartOptions {
     bool equation = false;
     bool rSquared = false;
     /// Default: those in the data, or none.
-    std::optional<ErrorBars> errorBars = {};
+    std::optional<ErrorAmount> errorBars = {};
     /// The fixed amount, the percentage, or the count of standard deviations, from 0. Default: 1; 5 percent.
     std::optional<double> errorValue = {};
     /// The names of the series whose values say how far error bars reach up and down: one for each of the

@@ -128,10 +128,10 @@ inline constexpr std::array trendlineRows = {
 };
 
 inline constexpr std::array errorBarsRows = {
-    EnumRow<ErrorBars>{ErrorBars::Fixed, "fixed", u"fixedVal", "the same amount everywhere"},
-    EnumRow<ErrorBars>{ErrorBars::Percent, "percent", u"percentage", "a percentage of the value"},
-    EnumRow<ErrorBars>{ErrorBars::Deviation, "deviation", u"stdDev", "standard deviations of the series"},
-    EnumRow<ErrorBars>{ErrorBars::Error, "error", u"stdErr", "the standard error of the series"},
+    EnumRow<ErrorAmount>{ErrorAmount::Fixed, "fixed", u"fixedVal", "the same amount everywhere"},
+    EnumRow<ErrorAmount>{ErrorAmount::Percent, "percent", u"percentage", "a percentage of the value"},
+    EnumRow<ErrorAmount>{ErrorAmount::Deviation, "deviation", u"stdDev", "standard deviations of the series"},
+    EnumRow<ErrorAmount>{ErrorAmount::Error, "error", u"stdErr", "the standard error of the series"},
 };
 
 /// The rows of an enumeration, for whoever has only its type.
@@ -204,7 +204,7 @@ constexpr std::span<const EnumRow<Trendline>> rowsOf()
     return trendlineRows;
 }
 template <>
-constexpr std::span<const EnumRow<ErrorBars>> rowsOf()
+constexpr std::span<const EnumRow<ErrorAmount>> rowsOf()
 {
     return errorBarsRows;
 }
