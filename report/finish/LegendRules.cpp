@@ -106,6 +106,8 @@ Legend choosePlaceByExtent(ChartPart& part)
 Legend choosePlace(ChartPart& part)
 {
     if (part.context.options.legend != Legend::Automatic) return part.context.options.legend;
+    // High, low and close say themselves which is which.
+    if (part.context.kind == ChartKind::Stock) return Legend::None;
     const bool wanted = part.series.size() > 1 || pieKinds.contains(part.context.kind);
     return wanted ? choosePlaceByExtent(part) : Legend::None;
 }

@@ -59,8 +59,7 @@ void shapeAllSeries(ChartPart& part)
 {
     for (const auto& series : part.series) {
         const auto settings = readShape(part, series.series.getFormat().get(), {&series});
-        const Paint standard{part.colors.get(part.getColorPosition(series))};
-        shapeSeries(series, settings, resolve(series, settings, standard));
+        shapeSeries(series, settings, resolve(series, settings, getStandardPaint(part, series)));
         shapePoints(part, series, settings);
     }
 }

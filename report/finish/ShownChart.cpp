@@ -204,7 +204,7 @@ class Preparation {
     bool suitsDateAxis(bool isGiven) const
     {
         constexpr ChartKinds always{ChartKind::Line, ChartKind::Area};
-        constexpr ChartKinds whenGiven{ChartKind::Column, ChartKind::Stock};
+        constexpr ChartKinds whenGiven{ChartKind::Column};
         if (!always.contains(context_.kind) && !(isGiven && whenGiven.contains(context_.kind))) return false;
         const auto& dates = shown_.data.categoryValues;
         // Worksheets count days before March 1900 in another way.

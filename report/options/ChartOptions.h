@@ -115,7 +115,7 @@ struct ChartOptions {
 
     /// What the categories are. Automatic: dates make a date axis on line and area charts where they are
     /// unique and ascend, and are formatted texts elsewhere. Date: dates, also those in texts as in
-    /// "2026-07-31", make a date axis on column and stock charts too. Default: as the data says.
+    /// "2026-07-31", make a date axis on column charts too. Default: as the data says.
     std::optional<CategoryKind> categoryType = {};
     /// The names of the series on a second value axis, at the right; column, line and area charts.
     std::vector<std::string> second = {};
