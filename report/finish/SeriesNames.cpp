@@ -12,7 +12,8 @@ namespace {
 [[noreturn]] void refuseName(const chart::DataSet& dataSet, const std::string& name, const char* option)
 {
     std::vector<std::u16string> names;
-    for (const auto& series : *dataSet.getSeriesList()) names.push_back(series->getName());
+    const auto all = dataSet.getSeriesList();
+    for (const auto& series : *all) names.push_back(series->getName());
     throw ChartError("", std::string(option) + ": there is no series \"" + name + "\"; " +
                              (names.empty() ? "there are no series" : "the series are" + listNames(names)) +
                              ".");

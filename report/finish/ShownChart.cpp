@@ -33,11 +33,21 @@ std::vector<double> listValues(const chart::DataSeries& series)
     return values;
 }
 
+/// A data set takes series of one length alone, and the series of a chart may differ: those that are empty take
+/// their points when they are in it. The points are shared.
 std::shared_ptr<chart::DataSet> makeDataSet(const std::vector<std::u16string>& categories,
                                             const std::vector<std::shared_ptr<chart::DataSeries>>& series)
 {
     auto made = chart::DataSet::create(categories);
-    for (const auto& one : series) made->appendSeries(one);
+    for (const auto& one : series) {
+        auto copy = chart::DataSeries::create(one->getName());
+        copy->setFormat(one->getFormat());
+        copy->setLabelFormat(one->getLabelFormat());
+        copy->setFormatOptions(one->getFormatOptions());
+        made->appendSeries(copy);
+    }
+    for (std::size_t i = 0; i < series.size(); ++i)
+        for (const auto& point : series[i]->getPoints()) made->getSeries(i)->appendPoint(point);
     return made;
 }
 

@@ -356,6 +356,8 @@ report::Document makeDocument()
         const auto kind = pickOf(report::kindRows).value;
         const auto chart = makeChart(makeDataSet(pickNeeds(kind)));
         const auto data = makeData(chart->getDataSet(), kind);
+        // X values of points, say, cannot come from categories that are texts.
+        if (!canWrite(*chart, {.kind = kind}, data)) continue;
         document.addChart(chart, makeOptions(*chart, kind, data), data);
     }
     return document;
