@@ -105,7 +105,9 @@ void countInUnits(ChartPart& part)
 
 void drawGridlines(ChartPart& part)
 {
-    const auto wanted = part.context.options.gridlines.value_or(Gridlines::Value);
+    // A radar is drawn with its whole web.
+    const auto standard = part.context.kind == ChartKind::Radar ? Gridlines::Both : Gridlines::Value;
+    const auto wanted = part.context.options.gridlines.value_or(standard);
     const auto& axes = part.axes;
     auto* lines = findChild(axes.value, u"c:majorGridlines");
     if (wanted == Gridlines::Category || wanted == Gridlines::Both)

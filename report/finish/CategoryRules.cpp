@@ -196,22 +196,11 @@ void markWaterfall(ChartPart& part)
             appendElement(waterfall, u"q:total", num2str(static_cast<unsigned long>(i)).c_str());
 }
 
-// --- Other axes ---
-
-/// A radar is drawn with its web, and its categories stand around it.
-void makeWeb(ChartPart& part)
-{
-    auto* lines = findChild(part.axes.value, u"c:majorGridlines");
-    insertInOrder(part.axes.category, static_cast<DOMElement*>(lines->cloneNode(true)));
-    replaceInOrder(part.axes.value, u"c:crossBetween", u"between");
-}
-
 constexpr std::array rules = {
     Rule{allKinds, writeCategories},
     Rule{categoryKinds, makeDateAxes},
     Rule{pointKinds, placePoints},
     Rule{pointKinds, makeXAxis},
-    Rule{ChartKinds(ChartKind::Radar), makeWeb},
     Rule{ChartKinds(ChartKind::Waterfall), markWaterfall},
 };
 

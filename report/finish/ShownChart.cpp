@@ -33,8 +33,8 @@ std::vector<double> listValues(const chart::DataSeries& series)
     return values;
 }
 
-/// A data set takes series of one length alone, and the series of a chart may differ: those that are empty take
-/// their points when they are in it. The points are shared.
+/// A data set takes series of one length alone, and the series of a chart may differ: those that are empty
+/// take their points when they are in it. The points are shared.
 std::shared_ptr<chart::DataSet> makeDataSet(const std::vector<std::u16string>& categories,
                                             const std::vector<std::shared_ptr<chart::DataSeries>>& series)
 {

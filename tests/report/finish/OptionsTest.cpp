@@ -289,8 +289,9 @@ TEST(ChartOptions, EachShowsInTwoWays)
         "hole",           "filled",        "totals",     "sizes",        "scatter-style", "drop-lines",
         "high-low-lines", "up-down-bars"};
     for (const auto& option : getOptions())
-        if (option.group != OptionGroup::Trends && !ofTypes.contains(option.name))
+        if (option.group != OptionGroup::Trends && !ofTypes.contains(option.name)) {
             EXPECT_GE(counts[option.name], 2) << option.name;
+        }
 }
 
 TEST(ChartOptions, KeepAChartOnItsSide)

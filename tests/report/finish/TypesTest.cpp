@@ -12,6 +12,7 @@
 #include "report/document/Document.h"
 #include "report/fill/Template.h"
 #include "report/options/Options.h"
+#include "support/Text.h"
 #include "tests/ThrownText.h"
 #include "tests/report/MarkupReader.h"
 #include "tests/report/TestDocuments.h"
@@ -111,6 +112,15 @@ TEST(ChartTypes, HaveTheirGroupsAndAxes)
         EXPECT_EQ(readXPath(made.chart, axes), axisCount) << type;
         EXPECT_EQ(readXPath(made.chart, "count(//c:ser)"), seriesCount) << type;
     }
+}
+
+TEST(ChartTypes, DrawTheWebOfARadar)
+{
+    const auto count = "count(//c:catAx/c:majorGridlines) + 10 * count(//c:valAx/c:majorGridlines)";
+    expectRows(makeData(three), {{{{"type", "radar"}}, count, "11"},
+                                 {{{"type", "radar"}, {"gridlines", "both"}}, count, "11"},
+                                 {{{"type", "radar"}, {"gridlines", "value"}}, count, "10"},
+                                 {{{"type", "radar"}, {"gridlines", "none"}}, count, "0"}});
 }
 
 TEST(ChartTypes, ShowTheirOptions)
@@ -463,6 +473,82 @@ TEST(Trends, NeedEnoughPoints)
     EXPECT_EQ(made.warnings,
               std::vector<std::string>{"chart 1, series 1 (\"A\"): the trendline needs 3 points, and "
                                        "there are 2. It is left out."});
+}
+
+// --- Read back ---
+
+ChartData readBack(const ChartData& data, const Texts& texts)
+{
+    const auto chart = chart::ColumnChart::create();
+    chart->setDataSet(data.dataSet);
+    Document document;
+    document.addChart(chart, makeOptions(texts), data);
+    return Template(document.toBytes()).getChartData("1");
+}
+
+Values listValues(const ChartData& data)
+{
+    Values all;
+    const auto list = data.dataSet->getSeriesList();
+    for (const auto& series : *list) {
+        all.emplace_back();
+        for (const auto& point : series->getPoints()) all.back().push_back(point->getValue());
+    }
+    return all;
+}
+
+TEST(ChartTypes, GiveTheirDataBack)
+{
+    for (const auto* type : {"bar", "column", "line", "area", "scatter", "radar", "stock"}) {
+        const auto data = readBack(makeData(three), {{"type", type}});
+        EXPECT_EQ(listValues(data), three) << type;
+        if (std::string(type) == "scatter") {
+            EXPECT_EQ(data.dataSet->getSeries(1)->getPoint(3)->getX(), 4);
+        } else {
+            EXPECT_EQ(data.dataSet->getCategories(), makeData(three).dataSet->getCategories()) << type;
+        }
+    }
+    for (const auto* type : {"pie", "doughnut", "waterfall"}) {
+        const auto data = readBack(makeData({{1, -2, 4}}), {{"type", type}});
+        EXPECT_EQ(listValues(data), (Values{{1, -2, 4}})) << type;
+        EXPECT_EQ(data.dataSet->getSeries(0)->getName(), u"A") << type;
+    }
+    const auto bubbles = readBack(makeData(three), {{"type", "bubble"}, {"sizes", "B"}});
+    EXPECT_EQ(listValues(bubbles), (Values{three[0], three[2]}));
+    EXPECT_EQ(bubbles.getDetails(1).sizes, three[1]);
+    const auto errors = readBack(makeData(three), {{"error-plus", "B"}, {"error-minus", "C"}});
+    EXPECT_EQ(errors.getDetails(0).errorsPlus, three[1]);
+    EXPECT_EQ(errors.getDetails(0).errorsMinus, three[2]);
+    const auto combined = readBack(makeData(three), {{"line", "B"}, {"area", "C"}, {"second", "A"}});
+    EXPECT_EQ(listValues(combined), three);
+}
+
+TEST(ChartTypes, GiveWhatTheirCategoriesAreBack)
+{
+    auto data = makeData({{1, 2, 4, 3}});
+    data.categoryValues = months;
+    const auto dates = readBack(data, {{"type", "line"}});
+    EXPECT_EQ(dates.categoryKind, CategoryKind::Date);
+    EXPECT_EQ(dates.categoryValues, months);
+    data.categoryValues.clear();
+    data.levels = {{u"2025", u"", u"2026", u""}};
+    EXPECT_EQ(readBack(data, {}).levels, data.levels);
+    const auto waterfall = readBack(makeData({{1, 2, gap}}), {{"type", "waterfall"}, {"totals", "3"}});
+    EXPECT_EQ(waterfall.totals, std::vector<std::u16string>{u"3"});
+}
+
+TEST(Waterfalls, AreMadeAnewRatherThanFilled)
+{
+    const auto chart = chart::ColumnChart::create();
+    chart->setDataSet(makeData({{1, 2}}).dataSet);
+    Document document;
+    document.addChart(chart, makeOptions({{"type", "waterfall"}}));
+    Template filled(document.toBytes());
+    EXPECT_EQ(thrownText([&] {
+                  filled.fill("1", makeData({{3, 4}}));
+              }),
+              "The chart cannot be filled: it is a waterfall, whose bars are computed; make it anew from its "
+              "data.");
 }
 
 }  // namespace
