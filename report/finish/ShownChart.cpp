@@ -204,7 +204,7 @@ class Preparation {
         }
         data().categoryValues.resize(dataSet().getCategories().size(), missing);
         if (kind == CategoryKind::Number) return;
-        if (suitsDateAxis(isGiven)) {
+        if (suitsDateAxis(options_.categoryType == CategoryKind::Date)) {
             kind = CategoryKind::Date;
             return;
         }
@@ -236,15 +236,15 @@ class Preparation {
         data().categoryValues.clear();
     }
 
-    /// Dates as texts.
+    /// Dates as texts. Worksheets have no format for those before 1900: their names stand as they are.
     void writeDates()
     {
         const auto& dates = data().categoryValues;
         const auto format = data().categoryFormat.empty() ? chooseDateFormat(dates) : data().categoryFormat;
         std::vector<std::u16string> texts;
         for (std::size_t i = 0; i < dates.size(); ++i)
-            texts.push_back(std::isnan(dates[i]) ? dataSet().getCategories()[i]
-                                                 : toUtf16(formatNumber(dates[i], format)));
+            texts.push_back(!(dates[i] >= 0) ? dataSet().getCategories()[i]
+                                             : toUtf16(formatNumber(dates[i], format)));
         data().dataSet = makeDataSet(texts, *dataSet().getSeriesList());
         makeTexts();
     }

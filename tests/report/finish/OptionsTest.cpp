@@ -412,7 +412,7 @@ TEST(NumberFormats, OfCategoriesNeedDatesOrNumbers)
     data.categoryValues = {45000, 45031};
     written = write(chart, {.categoryFormat = "mmm yy"}, data);
     EXPECT_EQ(written.warnings, std::vector<std::string>{});
-    EXPECT_EQ(readXPath(written.chart, "//c:catAx/c:numFmt/@formatCode"), "mmm yy");
+    EXPECT_EQ(readXPath(written.chart, "//c:cat//c:v"), "Mar 23|Apr 23");
 }
 
 // --- Points and legends ---
@@ -519,8 +519,9 @@ TEST(ChartOptions, AreRefusedInASentence)
     const Case cases[] = {
         {ChartKind::Pie,
          {.valueTitle = "EUR"},
-         "value-title is for column, bar or line charts; this is a pie chart."},
-        {ChartKind::Line, {.gap = 10}, "gap is for column or bar charts; this is a line chart."},
+         "value-title is for column, bar, line, area, scatter, bubble, stock or waterfall charts; this is a "
+         "pie chart."},
+        {ChartKind::Line, {.gap = 10}, "gap is for column, bar or waterfall charts; this is a line chart."},
         {ChartKind::Bar, {.gap = 501}, "gap: expected a whole number from 0 to 500, got 501."},
         {ChartKind::Bar, {.valueMin = NAN}, "value-min: expected a number, got NaN."},
         {ChartKind::Bar, {.valueMin = 5, .valueMax = 5}, "value-min must be below value-max; got 5 and 5."},
