@@ -2,12 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
+#include "report/finish/TextBody.h"
 #include "report/finish/Waterfall.h"
+#include "report/options/NumberText.h"
 #include "report/options/OptionChecks.h"
 #include "report/package/Xml.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 
@@ -117,12 +122,34 @@ void labelSeries(ChartPart& part, const SeriesPart& series)
     }
 }
 
+/// A bar of a waterfall that crosses 0 has one label, of the whole, on its part above.
+void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPart& below)
+{
+    auto* labels = findChild(above.element, u"c:dLbls");
+    if (labels == nullptr) return;
+    const auto* shown = findChild(labels, u"c:showVal");
+    if (std::u16string_view(shown->getAttribute(u"val")) != u"1") return;
+    const auto format = chooseLabelFormat(part, above, false);
+    for (std::size_t i = 0; i < below.series.getSize(); ++i) {
+        const double height = above.series.getPoint(i)->getValue() - below.series.getPoint(i)->getValue();
+        if (std::isnan(height)) continue;
+        LabelSettings settings;
+        settings.value = true;
+        complete(settings, part, above);
+        addPointLabel(labels, i, settings);
+        auto* text = insertInOrder(findChildren(labels, u"c:dLbl").back(), u"c:tx");
+        fillText(appendElement(text, u"c:rich"), toUtf16(formatNumber(height, format)), 0);
+    }
+}
+
 void labelAllSeries(ChartPart& part)
 {
     const bool isWaterfall = part.context.kind == ChartKind::Waterfall;
+    constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
     for (const auto& series : part.series)
-        if (!isWaterfall || series.index != static_cast<std::size_t>(WaterfallPart::Base))
-            labelSeries(part, series);
+        if (!isWaterfall || series.index < base) labelSeries(part, series);
+    for (std::size_t i = base + 1; isWaterfall && i < part.series.size(); ++i)
+        labelCrossingBars(part, part.series[i - base - 1], part.series[i]);
 }
 
 void warnOfOptionsWithoutLabels(ChartPart& part)

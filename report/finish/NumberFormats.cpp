@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "report/finish/CategoryValues.h"
+#include "report/finish/Waterfall.h"
 #include "report/options/NumberFormat.h"
 
 namespace quillon::report {
@@ -156,13 +157,32 @@ std::string chooseXFormat(const ChartPart& part)
     return data.categoryFormat.empty() ? chooseDateFormat(data.categoryValues) : data.categoryFormat;
 }
 
-std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
+namespace {
+
+/// Bars have their size; the sign says which way they go. A format with parts of its own stays.
+std::string addSign(const ChartPart& part, const SeriesPart& series, const std::string& format)
+{
+    constexpr auto increase = static_cast<std::size_t>(WaterfallPart::Increase);
+    constexpr auto decrease = static_cast<std::size_t>(WaterfallPart::Decrease);
+    if (part.context.kind != ChartKind::Waterfall || format.find(';') != std::string::npos) return format;
+    if (series.index == increase) return format + ";" + format;
+    return series.index == decrease ? "-" + format + ";-" + format : format;
+}
+
+std::string choosePlainLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
 {
     if (!part.context.options.labelFormat.empty()) return part.context.options.labelFormat;
     if (isShare) return percentFormat;
     const auto& own = part.getDetails(series).numberFormat;
     const auto kind = standsOn(part, series, ScaleKind::Second) ? ScaleKind::Second : ScaleKind::Value;
     return own.empty() ? makeNumberFormat(countValueDecimals(part, getScale(part, kind))) : own;
+}
+
+}  // namespace
+
+std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
+{
+    return addSign(part, series, choosePlainLabelFormat(part, series, isShare));
 }
 
 }  // namespace quillon::report

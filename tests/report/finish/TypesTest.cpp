@@ -344,6 +344,10 @@ TEST(Waterfalls, SplitBarsThatCrossZero)
     EXPECT_EQ(readValues(made.chart, "Decrease below 0"), "-50|-20");
     EXPECT_EQ(readXPath(made.chart, "//c:legendEntry/c:idx/@val"), "0|4|5|6");
     EXPECT_EQ(readXPath(made.chart, "count(//c:ser[1]/c:dLbls)"), "0");
+    EXPECT_EQ(readXPath(made.chart, "count(//c:ser[c:tx//c:v='Increase below 0']/c:dLbls)"), "0");
+    const std::string decrease = "//c:ser[c:tx//c:v='Decrease']/c:dLbls";
+    EXPECT_EQ(readXPath(made.chart, decrease + "/c:dLbl//a:t"), "-150|-50");
+    EXPECT_EQ(readXPath(made.chart, decrease + "/c:numFmt/@formatCode"), "-#,##0;-#,##0");
     EXPECT_EQ(readXPath(made.chart, "//c:ser[c:tx//c:v='Decrease below 0']/c:spPr//a:schemeClr/@val"),
               "accent2");
 }
