@@ -2,7 +2,6 @@
 
 #include <charconv>
 
-#include "report/options/Enumerations.h"
 #include "report/options/ListText.h"
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"
@@ -18,29 +17,13 @@ JobOption::Member toJobMember(Value TableOptions::*member)
     return static_cast<Value ChartJob::*>(member);
 }
 
-std::string joinKinds()
-{
-    std::string names;
-    for (const auto& row : kindRows) names += (names.empty() ? "" : "|") + std::string(row.name);
-    return names;
-}
-
-std::string nameEveryKind()
-{
-    std::vector<const char*> names;
-    for (const auto& row : kindRows) names.push_back(row.name);
-    return joinNames(names);
-}
-
 constexpr auto chartGroup = "The chart";
 
 std::vector<JobOption> collectOptions()
 {
-    static const auto typeHelp = "the type of the chart: " + nameEveryKind() + " (default: column)";
     const auto fill = JobUse::Fill;
     const auto every = JobUse::Every;
     std::vector<JobOption> options = {
-        {"type", "type", &ChartJob::type, getTypeNames().c_str(), typeHelp.c_str(), chartGroup, every},
         {"title", "title", &ChartJob::title, "", "the chart's title", chartGroup, every},
         {"heading", "heading", &ChartJob::heading, "", "a heading above the chart", chartGroup, JobUse::New},
         {"chart", "fill", &ChartJob::fill, "",
@@ -95,12 +78,6 @@ const std::vector<JobOption>& getJobOptions()
 {
     static const auto options = collectOptions();
     return options;
-}
-
-const std::string& getTypeNames()
-{
-    static const auto names = joinKinds();
-    return names;
 }
 
 std::vector<std::string> splitValues(const std::string& values)

@@ -13,8 +13,6 @@ namespace quillon::report {
 /// the default.
 struct ChartJob : TableOptions {
     std::string table;
-    /// A name of kindRows, in any case. Default: column.
-    std::string type;
     std::string title;
     std::string heading;
     /// Of a template: the chart that takes the data, or else the placeholder that becomes a chart.
@@ -55,9 +53,6 @@ struct JobOption {
 
 /// The options of the job itself, and behind them the options of the table.
 const std::vector<JobOption>& getJobOptions();
-
-/// The names of the types of charts, parted by "|".
-const std::string& getTypeNames();
 
 /// "a|b" in parts; none for an empty text.
 std::vector<std::string> splitValues(const std::string& values);

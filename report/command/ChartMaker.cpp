@@ -2,15 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-
-#include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
-#include "chart/model/LineChart.h"
-#include "chart/model/PieChart.h"
-#include "report/options/Enumerations.h"
-#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/ChartTable.h"
 #include "report/table/Fail.h"
@@ -20,42 +12,6 @@ namespace quillon::report {
 namespace {
 
 using Note = std::function<void(const std::string&)>;
-
-struct ChartType {
-    ChartKind kind;
-    std::shared_ptr<chart::Chart> (*create)();
-};
-
-constexpr std::array chartTypes = {
-    ChartType{ChartKind::Column, chart::ColumnChart::create},
-    ChartType{ChartKind::Bar, chart::BarChart::create},
-    ChartType{ChartKind::Line, chart::LineChart::create},
-    ChartType{ChartKind::Pie, chart::PieChart::create},
-};
-
-}  // namespace
-
-ChartKind findKind(const std::string& typed)
-{
-    if (typed.empty()) return ChartKind::Column;
-    auto name = typed;
-    for (auto& c : name)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    if (const auto* row = findRowOf(kindRows, name)) return row->value;
-    std::vector<const char*> names;
-    for (const auto& row : kindRows) names.push_back(row.name);
-    fail("Chart type {}: expected {}{}", quoteText(typed), joinNames(names),
-         suggestName(typed, {names.begin(), names.end()}));
-}
-
-namespace {
-
-const ChartType& findType(const std::string& name)
-{
-    const auto kind = findKind(name);
-    return *std::find_if(chartTypes.begin(), chartTypes.end(),
-                         [kind](const auto& type) { return type.kind == kind; });
-}
 
 /// Word processors draw such a slice as if the value had no sign.
 void noteNegativeSlice(const std::string& table, const chart::DataSet& dataSet, const Note& note)
@@ -78,14 +34,14 @@ ChartData readData(const ChartJob& job, const Listener& listener)
 
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& note)
 {
-    const auto& type = findType(job.type);
     const auto& dataSet = *data.dataSet;
-    const bool isPie = type.kind == ChartKind::Pie;
+    const bool isPie = job.options.kind == ChartKind::Pie;
     if (isPie && dataSet.getSeriesCount() > 1)
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", job.table,
              dataSet.getSeriesCount());
     if (isPie) noteNegativeSlice(job.table, dataSet, note);
-    auto chart = type.create();
+    // The type among the options says what it is drawn as.
+    auto chart = chart::ColumnChart::create();
     chart->setDataSet(data.dataSet);
     if (!job.title.empty()) chart->setTitle(chart::Title::create(quillon::toUtf16(job.title)));
     return chart;

@@ -7,14 +7,9 @@
 #include "chart/model/Chart.h"
 #include "report/command/ChartJob.h"
 #include "report/options/ChartData.h"
-#include "report/options/ChartKind.h"
 #include "report/options/Listener.h"
 
 namespace quillon::report {
-
-/// The kind of chart that a name of kindRows means, in any case; a column chart for an empty one.
-/// Throws: std::runtime_error that lists the kinds, and names the one that was probably meant.
-ChartKind findKind(const std::string& typed);
 
 /// The data of the job's table. Throws: as readChartData.
 ChartData readData(const ChartJob& job, const Listener& listener);

@@ -81,7 +81,7 @@ ChartJob readChartJob(const JsonNode& chart, const std::filesystem::path& folder
 void checkChartJob(const ChartJob& job)
 {
     checkTableOptions(job);
-    if (job.fill.empty()) checkOptions(job.options, findKind(job.type));
+    if (job.fill.empty()) checkOptions(job.options, job.options.kind.value_or(ChartKind::Column));
 }
 
 }  // namespace quillon::report

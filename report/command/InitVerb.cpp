@@ -66,7 +66,7 @@ std::string makeExample(const std::string& table, const ChartData& data)
 }}
 )text",
         fmt::arg("title", quote(title)), fmt::arg("table", quote(table)), fmt::arg("type", chooseType(data)),
-        fmt::arg("types", getTypeNames()),
+        fmt::arg("types", fmt::join(findOption("type")->choices, "|")),
         fmt::arg("columns", listSeries(data).dump(-1, ' ', false, Json::error_handler_t::replace)));
 }
 

@@ -11,11 +11,12 @@
 namespace quillon::report {
 namespace {
 
-constexpr std::array<std::pair<OptionGroup, const char*>, 5> titles = {{
+constexpr std::array<std::pair<OptionGroup, const char*>, 6> titles = {{
     {OptionGroup::Place, "Place"},
     {OptionGroup::Axes, "Axes and numbers"},
     {OptionGroup::Labels, "Labels"},
     {OptionGroup::Series, "Series"},
+    {OptionGroup::Trends, "Trends and error bars"},
     {OptionGroup::Look, "Look"},
 }};
 

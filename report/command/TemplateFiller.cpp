@@ -26,9 +26,6 @@ void requireFillOptions(const ChartJob& job)
                 "look.",
                 name, quoteText(job.fill));
     }
-    if (!job.type.empty())
-        fail("type is for new charts, in the place of a placeholder; chart {} is filled, and keeps its type.",
-             quoteText(job.fill));
 }
 
 Match readMatch(const std::string& text)

@@ -7,6 +7,7 @@
 
 #include "chart/writer/DOCXChartWriter.h"
 #include "report/finish/Finishing.h"
+#include "report/finish/ShownChart.h"
 #include "report/options/ChartError.h"
 #include "report/options/Options.h"
 #include "report/workbook/Workbook.h"
@@ -33,19 +34,6 @@ void requireSheetSize(const chart::DataSet& dataSet)
                                  std::to_string(rows) + ".");
 }
 
-/// The data with what the options say of it: chart, caches and workbook take their number formats from here.
-ChartData prepareData(const ChartContext& context)
-{
-    auto data = context.data;
-    data.dataSet = context.chart.getDataSet();
-    const auto& options = context.options;
-    if (!options.categoryFormat.empty()) data.categoryFormat = options.categoryFormat;
-    if (options.numberFormat.empty() || !data.dataSet) return data;
-    data.series.resize(std::max<std::size_t>(data.series.size(), data.dataSet->getSeriesCount()));
-    for (auto& details : data.series) details.numberFormat = options.numberFormat;
-    return data;
-}
-
 std::string makeChartPart(chart::DOCXChartWriter& writer, const ChartContext& context)
 {
     const auto doc = createDocument();
@@ -69,15 +57,15 @@ DOMElement* makeRun(DOMDocument* mainDocument, chart::DOCXChartWriter& writer, c
 WrittenChart write(DOMDocument* mainDocument, const ChartContext& given)
 {
     checkOptions(given.options, given.kind);
-    const auto data = prepareData(given);
-    const ChartContext context{given.chart,          data,          given.options, given.kind, given.number,
-                               given.relationshipId, given.listener};
-    const auto writer = context.chart.getDOCXWriter();
+    if (const auto& dataSet = given.chart.getDataSet()) requireSheetSize(*dataSet);
+    const auto shown = prepareChart(given);
+    const ChartContext context{*shown.chart, shown.data,           given.options,  given.kind,
+                               given.number, given.relationshipId, given.listener, shown.workbook};
     // The writer makes the drawing of a chart without data; the chart part it refuses.
-    if (const auto& dataSet = context.chart.getDataSet()) requireSheetSize(*dataSet);
+    const auto writer = context.chart.getDOCXWriter();
     WrittenChart written;
     written.chart = makeChartPart(*writer, context);
-    if (context.options.workbook) written.workbook = makeWorkbook(context.data);
+    if (context.options.workbook) written.workbook = makeWorkbook(context.data, context.workbook);
     written.run = makeRun(mainDocument, *writer, context);
     return written;
 }

@@ -42,7 +42,7 @@ void checkName(const std::string& name)
 void checkChart(const PlacedChart& placed)
 {
     if (!placed.chart) throw std::runtime_error("addChart: expected a chart, got an empty handle.");
-    checkOptions(placed.options, getKind(*placed.chart));
+    checkOptions(placed.options, getKind(*placed.chart, placed.options));
     readXmlText(placed.options.altText, "alt-text");
 }
 

@@ -54,7 +54,7 @@ Preview makePreview(const chart::Chart& chart, const ChartOptions& options, cons
     PackageWriter package;
     package.relate("", "officeDocument", mainPart);
     const auto id = package.relate(mainPart, "chart", chartPart);
-    auto written = writeChart(doc.get(), {chart, data, bare, getKind(chart), 1, id, listener});
+    auto written = writeChart(doc.get(), {chart, data, bare, getKind(chart, options), 1, id, listener});
     appendElement(body, u"w:p")->appendChild(written.run);
     appendPage(body, preview);
     package.addPart(mainPart, serialise(doc.get()), content_type::mainDocument);

@@ -73,6 +73,9 @@ constexpr std::array<ProblemRow, 6> problemRows = {{
      "labels take their text from cells (\"Value From Cells\"); switch that off first"},
 }};
 
+/// What the base of a waterfall carries: the author's series.
+constexpr std::string_view waterfallMark = "{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}";
+
 bool isCache(Ns ns, std::string_view name)
 {
     return ns == Ns::Chart && (name.ends_with("Cache") || name.ends_with("Lit"));
@@ -124,6 +127,7 @@ ChartMarkup::ChartMarkup(std::string_view bytes, const std::string& part) : xml_
     is1904_ = isSet(root.findChild("date1904"));
     problem_ = findProblem();
     readGroups();
+    readWaterfall();
     if (problem_.empty() && series_.empty()) problem_ = "it has no series whose look new ones could take";
 }
 
@@ -173,6 +177,28 @@ void ChartMarkup::readSeries(const XmlElement& element, std::size_t group)
     };
     series.name = readText(series.nameSource);
     series_.push_back(std::move(series));
+}
+
+void ChartMarkup::readWaterfall()
+{
+    for (const auto& series : series_)
+        for (const auto extension : series.element.findChild("extLst").getChildren()) {
+            if (extension.getAttribute("uri") != waterfallMark) continue;
+            for (const auto mark : extension.getChildren()) return readWaterfall(series, mark);
+        }
+}
+
+void ChartMarkup::readWaterfall(const SeriesMarkup& base, const XmlElement& mark)
+{
+    auto own = base;
+    own.nameSource = readSource(mark.findChild(Ns::Chart, "tx"));
+    own.values = readSource(mark.findChild(Ns::Chart, "val"));
+    own.name = readText(own.nameSource);
+    groups_[own.group].name = "waterfall";
+    for (const auto child : mark.getChildren())
+        if (child.getName() == "total") totals_.push_back(readNumber(child, 0));
+    isWaterfall_ = true;
+    series_ = {std::move(own)};
 }
 
 PointSource ChartMarkup::readSource(const XmlElement& holder) const

@@ -95,6 +95,10 @@ class ChartMarkup {
     const SeriesMarkup* findCategories() const;
     /// Whether dates count from 1904.
     bool is1904() const { return is1904_; }
+    /// Whether several series draw the only one, a waterfall.
+    bool isWaterfall() const { return isWaterfall_; }
+    /// The 0-based categories of a waterfall that show a total.
+    const std::vector<std::size_t>& getTotals() const { return totals_; }
     /// The kinds of the groups, each once.
     std::vector<std::string> getTypes() const;
     /// The text of the title; that of the only series where the chart takes it.
@@ -113,6 +117,9 @@ class ChartMarkup {
  private:
     void readGroups();
     void readSeries(const XmlElement& element, std::size_t group);
+    /// The series that draw a waterfall count as the one that the author gave.
+    void readWaterfall();
+    void readWaterfall(const SeriesMarkup& base, const XmlElement& mark);
     PointSource readSource(const XmlElement& holder) const;
     std::string readText(const PointSource& source) const;
     ErrorBars readErrorBars(const XmlElement& series) const;
@@ -123,6 +130,8 @@ class ChartMarkup {
     bool is1904_ = false;
     std::vector<GroupMarkup> groups_;
     std::vector<SeriesMarkup> series_;
+    bool isWaterfall_ = false;
+    std::vector<std::size_t> totals_;
     std::string problem_;
 };
 

@@ -214,6 +214,8 @@ ChartData readChartData(const ChartMarkup& part)
         data.dataSet->appendSeries(readSeries(part, series, count));
         data.series.push_back(readDetails(part, series, count));
     }
+    for (const auto total : part.getTotals())
+        if (total < names.size()) data.totals.push_back(fromCellText(names[total]));
     return data;
 }
 

@@ -119,6 +119,10 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
 
 void FillPlan::requireFillable() const
 {
+    if (part_.isWaterfall())
+        throw std::runtime_error(
+            "The chart cannot be filled: it is a waterfall, whose bars are computed; make it anew from its "
+            "data.");
     if (!part_.getProblem().empty())
         throw std::runtime_error("The chart cannot be filled: " + part_.getProblem() + ".");
     if (!data_.dataSet || data_.dataSet->getSeriesCount() == 0)

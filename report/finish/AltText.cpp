@@ -19,7 +19,7 @@ using SeriesList = std::vector<std::shared_ptr<chart::DataSeries>>;
 /// The series that the chart shows: of a pie, the first alone.
 SeriesList getShownSeries(const ChartContext& context)
 {
-    auto shown = *context.chart.getDataSet()->getSeriesList();
+    auto shown = *context.data.dataSet->getSeriesList();
     if (pieKinds.contains(context.kind) && shown.size() > 1) shown.resize(1);
     return shown;
 }

@@ -4,6 +4,7 @@
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
+#include "report/finish/ShownChart.h"
 #include "report/finish/TextBody.h"
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
@@ -29,53 +30,67 @@ void orderCategories(ChartPart& part)
 {
     const bool isBar = part.context.kind == ChartKind::Bar;
     if (isBar == part.context.options.reverse) return;
-    const auto& axes = part.axes;
-    replaceInOrder(findChild(axes.category, u"c:scaling"), u"c:orientation", u"maxMin");
-    replaceInOrder(axes.value, u"c:crosses", u"max");
+    const auto turn = [](const Axes& axes, const char16_t* end) {
+        replaceInOrder(findChild(axes.category, u"c:scaling"), u"c:orientation", u"maxMin");
+        replaceInOrder(axes.value, u"c:crosses", end);
+    };
+    turn(part.axes, u"max");
+    if (part.secondAxes.value != nullptr) turn(part.secondAxes, u"autoZero");
 }
 
-void limitValues(ChartPart& part)
+void limit(ChartPart& part, const Scale& scale)
 {
-    const auto& options = part.context.options;
-    auto* axis = part.axes.value;
-    auto* scaling = findChild(axis, u"c:scaling");
-    if (options.valueMin) replaceInOrder(scaling, u"c:min", toText(*options.valueMin).c_str());
-    if (options.valueMax) replaceInOrder(scaling, u"c:max", toText(*options.valueMax).c_str());
+    auto* scaling = findChild(findAxis(part, scale.kind), u"c:scaling");
+    if (scale.minimum) replaceInOrder(scaling, u"c:min", toText(*scale.minimum).c_str());
+    if (scale.maximum) replaceInOrder(scaling, u"c:max", toText(*scale.maximum).c_str());
 }
 
 /// A word processor that draws very many gridlines takes no more commands.
-void spaceGridlines(ChartPart& part)
+void spaceGridlines(ChartPart& part, const Scale& scale)
 {
-    const auto& step = part.context.options.valueStep;
-    if (!step) return;
+    if (!scale.step) return;
     constexpr double mostSteps = 1000;
-    if (findValueSpan(part) / *step > mostSteps)
-        return part.warn("", "value-step is " + toUtf8(toText(*step)) +
+    if (findSpan(part, scale) / *scale.step > mostSteps)
+        return part.warn("", std::string(scale.prefix) + "step is " + toUtf8(toText(*scale.step)) +
                                  ", which gives more than 1000 gridlines for these values. It is left out.");
-    replaceInOrder(part.axes.value, u"c:majorUnit", toText(*step).c_str());
+    replaceInOrder(findAxis(part, scale.kind), u"c:majorUnit", toText(*scale.step).c_str());
 }
 
-void requirePositiveValues(const SeriesPart& series)
+void requirePositiveNumbers(const SeriesPart& series, const Scale& scale)
 {
-    std::size_t number = 0;
+    std::size_t index = 0;
     for (const auto& point : series.series.getPoints()) {
-        ++number;
-        if (point->getValue() <= 0)
-            throw ChartError(ChartPart::describe(series) + ", point " + std::to_string(number),
-                             "the value is " + toUtf8(toText(point->getValue())) +
-                                 "; a logarithmic value axis (log) shows numbers above 0.");
+        ++index;
+        const double number = getNumber(*point, scale.kind);
+        if (number <= 0)
+            throw ChartError(ChartPart::describe(series) + ", point " + std::to_string(index),
+                             std::string(scale.kind == ScaleKind::X ? "X" : "the value") + " is " +
+                                 toUtf8(toText(number)) + "; a logarithmic axis (" + scale.logName +
+                                 ") shows numbers above 0.");
     }
 }
 
-/// The categories stand at the lower end: bars that start at 1 would hang down from it.
-void makeValuesLogarithmic(ChartPart& part)
+/// The other axis stands at the lower end: bars that start at 1 would hang down from it.
+void makeLogarithmic(ChartPart& part, const Scale& scale)
 {
-    const auto& base = part.context.options.log;
-    if (!base) return;
-    for (const auto& series : part.series) requirePositiveValues(series);
-    const auto& axes = part.axes;
-    replaceInOrder(findChild(axes.value, u"c:scaling"), u"c:logBase", toText(*base).c_str());
-    replaceInOrder(axes.category, u"c:crosses", u"min");
+    if (!scale.log) return;
+    for (const auto& series : part.series)
+        if (standsOn(part, series, scale.kind)) requirePositiveNumbers(series, scale);
+    auto* axis = findAxis(part, scale.kind);
+    replaceInOrder(findChild(axis, u"c:scaling"), u"c:logBase", toText(*scale.log).c_str());
+    const auto& axes = scale.kind == ScaleKind::Second ? part.secondAxes : part.axes;
+    replaceInOrder(axis == axes.value ? axes.category : axes.value, u"c:crosses", u"min");
+}
+
+void scaleAxes(ChartPart& part)
+{
+    for (const auto kind : {ScaleKind::Value, ScaleKind::Second, ScaleKind::X}) {
+        if (findAxis(part, kind) == nullptr) continue;
+        const auto scale = getScale(part, kind);
+        limit(part, scale);
+        spaceGridlines(part, scale);
+        makeLogarithmic(part, scale);
+    }
 }
 
 void countInUnits(ChartPart& part)
@@ -90,7 +105,9 @@ void countInUnits(ChartPart& part)
 
 void drawGridlines(ChartPart& part)
 {
-    const auto wanted = part.context.options.gridlines.value_or(Gridlines::Value);
+    // A radar is drawn with its whole web.
+    const auto standard = part.context.kind == ChartKind::Radar ? Gridlines::Both : Gridlines::Value;
+    const auto wanted = part.context.options.gridlines.value_or(standard);
     const auto& axes = part.axes;
     auto* lines = findChild(axes.value, u"c:majorGridlines");
     if (wanted == Gridlines::Category || wanted == Gridlines::Both)
@@ -120,6 +137,8 @@ void thinOutCategoryLabels(ChartPart& part)
 {
     const auto& interval = part.context.options.tickInterval;
     if (!interval) return;
+    if (hasDateAxis(part.context))
+        return part.warn("", "tick-interval is for categories that are no dates. It is left out.");
     const auto count = num2str(static_cast<unsigned long>(*interval));
     replaceInOrder(part.axes.category, u"c:tickLblSkip", count.c_str());
 }
@@ -140,14 +159,20 @@ void nameAxes(ChartPart& part)
     const bool isBar = part.context.kind == ChartKind::Bar;
     addTitle(axes.category, readXmlText(options.categoryTitle, "category-title"), isBar);
     addTitle(axes.value, readXmlText(options.valueTitle, "value-title"), !isBar);
+    if (auto* second = findAxis(part, ScaleKind::Second))
+        addTitle(second, readXmlText(options.secondTitle, "second-title"), true);
+    if (auto* x = findAxis(part, ScaleKind::X)) addTitle(x, readXmlText(options.xTitle, "x-title"), false);
 }
 
 constexpr std::array rules = {
-    Rule{axisKinds, orderCategories},       Rule{axisKinds, limitValues},
-    Rule{axisKinds, spaceGridlines},        Rule{axisKinds, makeValuesLogarithmic},
-    Rule{axisKinds, countInUnits},          Rule{axisKinds, drawGridlines},
-    Rule{axisKinds, placeCategoryLabels},   Rule{axisKinds, turnCategoryLabels},
-    Rule{axisKinds, thinOutCategoryLabels}, Rule{axisKinds, nameAxes},
+    Rule{categoryKinds, orderCategories},
+    Rule{axisKinds, scaleAxes},
+    Rule{axisKinds, countInUnits},
+    Rule{axisKinds, drawGridlines},
+    Rule{categoryKinds, placeCategoryLabels},
+    Rule{categoryKinds, turnCategoryLabels},
+    Rule{categoryKinds, thinOutCategoryLabels},
+    Rule{axisKinds, nameAxes},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "report/options/ChartKind.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
+#include "report/workbook/Workbook.h"
 
 namespace quillon::report {
 
@@ -22,6 +23,8 @@ struct ChartContext {
     /// Of the chart part, in the part that holds the drawing.
     std::string relationshipId;
     const Listener& listener;
+    /// What the workbook holds beside the data.
+    WorkbookOptions workbook = {};
 
     /// "chart 3, series 1", or "chart 3" for an empty place: where sentences say that something is.
     std::string describe(const std::string& place) const

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <xercesc/util/XMLString.hpp>
 
+#include "report/finish/Waterfall.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -49,17 +50,31 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
       chartSpace(document->getDocumentElement()),
       chart(findChild(chartSpace, u"c:chart")),
       plotArea(findChild(chart, u"c:plotArea")),
-      group(findGroup(plotArea)),
-      axes(findAxes(group)),
+      groups({findGroup(plotArea)}),
+      axes(findAxes(groups.front())),
       context(chartContext),
       colors(chartContext)
 {
     const auto& dataSet = *context.chart.getDataSet();
     std::size_t index = 0;
-    for (auto* element : findChildren(group, u"c:ser")) {
+    for (auto* element : findChildren(groups.front(), u"c:ser")) {
         series.push_back({element, index, *dataSet.getSeries(index)});
         ++index;
     }
+}
+
+std::size_t ChartPart::getColorPosition(const SeriesPart& part) const
+{
+    constexpr auto firstBelow = static_cast<std::size_t>(WaterfallPart::IncreaseBelow);
+    const bool isBelow = context.kind == ChartKind::Waterfall && part.index >= firstBelow;
+    return isBelow ? part.index - firstBelow : part.index;
+}
+
+unsigned long ChartPart::getColumn(const SeriesPart& part) const
+{
+    if (context.kind == ChartKind::Waterfall)
+        return getFurtherColumn(context.data, part.index, context.workbook);
+    return getValueColumn(context.data, part.index, context.workbook);
 }
 
 std::string Place::describe() const

@@ -17,7 +17,7 @@ namespace quillon::report {
 /// A c:ser element and the series behind it.
 struct SeriesPart {
     xercesc::DOMElement* element;
-    /// Of the series in the data set, 0-based; also its column in the workbook, behind the categories.
+    /// Of the series in the data set, 0-based.
     std::size_t index;
     const chart::DataSeries& series;
 };
@@ -65,14 +65,29 @@ class ChartPart {
     /// The same for a text that should be a colour.
     void warnNoColor(const Place& place, const std::u16string& text);
 
+    /// Of the author's series; a waterfall draws one as several.
+    const SeriesDetails& getDetails(const SeriesPart& one) const
+    {
+        return context.data.getDetails(context.kind == ChartKind::Waterfall ? 0 : one.index);
+    }
+
+    /// Of its automatic colour: parts of a waterfall below 0 have that of the parts above.
+    std::size_t getColorPosition(const SeriesPart& one) const;
+    /// The 0-based column of its values in the workbook.
+    unsigned long getColumn(const SeriesPart& one) const;
+
     xercesc::DOMDocument* const doc;
     xercesc::DOMElement* const chartSpace;
     xercesc::DOMElement* const chart;
     xercesc::DOMElement* const plotArea;
-    /// c:barChart, c:lineChart or c:pieChart.
-    xercesc::DOMElement* const group;
-    /// Of that group.
+    /// The groups of series in the order that they are drawn in; those on the second axes come last. Each has
+    /// a series, unless the chart has none at all.
+    std::vector<xercesc::DOMElement*> groups;
+    std::vector<xercesc::DOMElement*> secondGroups;
+    /// Of the first group.
     const Axes axes;
+    /// Null where no series stands on a second axis.
+    Axes secondAxes;
     std::vector<SeriesPart> series;
     const ChartContext& context;
     const StandardColors colors;

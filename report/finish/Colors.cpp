@@ -3,6 +3,7 @@
 #include <array>
 
 #include "report/finish/Rules.h"
+#include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
 #include "report/options/ColorText.h"
 #include "report/package/Xml.h"
@@ -113,17 +114,14 @@ Targets findTargets(const ChartContext& context)
     }
     for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
         names.push_back(dataSet.getSeries(i)->getName());
+    // Increases, decreases and totals.
+    if (context.kind == ChartKind::Waterfall) names.resize(std::min<std::size_t>(names.size(), 3));
     return {names, "series", "series"};
 }
 
 [[noreturn]] void refuseName(const std::string& name, const Targets& targets)
 {
-    constexpr std::size_t named = 20;
-    std::string list;
-    for (std::size_t i = 0; i < std::min(targets.names.size(), named); ++i)
-        list += (i == 0 ? " \"" : ", \"") + toUtf8(escapeCharacters(targets.names[i])) + "\"";
-    if (targets.names.size() > named)
-        list += " and " + std::to_string(targets.names.size() - named) + " more";
+    const auto list = listNames(targets.names);
     throw ChartError("", std::string("series-colors: there is no ") + targets.one + " \"" + name + "\"; " +
                              (list.empty() ? std::string("there are no ") + targets.many
                                            : std::string("the ") + targets.many + " are" + list) +

@@ -2,10 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
+#include "report/finish/TextBody.h"
+#include "report/finish/Waterfall.h"
+#include "report/options/NumberText.h"
+#include "report/options/OptionChecks.h"
 #include "report/package/Xml.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 
@@ -76,10 +83,24 @@ LabelSettings readOptions(const ChartOptions& options)
     return settings;
 }
 
+/// In a combination, some series have no labels at that place.
+bool canStandAt(LabelPosition position, const ChartPart& part, const SeriesPart& series)
+{
+    const auto* group = static_cast<const xercesc::DOMElement*>(series.element->getParentNode());
+    const bool isOwn = group == part.groups.front() && part.groups.size() == 1;
+    if (isOwn) return true;
+    const std::u16string_view name = group->getTagName();
+    const auto kind = name == u"c:barChart"    ? ChartKind::Column
+                      : name == u"c:lineChart" ? ChartKind::Line
+                                               : ChartKind::Area;
+    return canLabelsStandAt(position, kind, part.context.options.stacking.has_value());
+}
+
 /// Place and number format, of which the objects of the chart say nothing.
 void complete(LabelSettings& settings, const ChartPart& part, const SeriesPart& series)
 {
     settings.position = part.context.options.labelPosition;
+    if (settings.position && !canStandAt(*settings.position, part, series)) settings.position.reset();
     const bool isShare = settings.percent && !settings.value;
     settings.numberFormat = readXmlText(chooseLabelFormat(part, series, isShare), "label-format");
 }
@@ -101,9 +122,34 @@ void labelSeries(ChartPart& part, const SeriesPart& series)
     }
 }
 
+/// A bar of a waterfall that crosses 0 has one label, of the whole, on its part above.
+void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPart& below)
+{
+    auto* labels = findChild(above.element, u"c:dLbls");
+    if (labels == nullptr) return;
+    const auto* shown = findChild(labels, u"c:showVal");
+    if (std::u16string_view(shown->getAttribute(u"val")) != u"1") return;
+    const auto format = chooseLabelFormat(part, above, false);
+    for (std::size_t i = 0; i < below.series.getSize(); ++i) {
+        const double height = above.series.getPoint(i)->getValue() - below.series.getPoint(i)->getValue();
+        if (std::isnan(height)) continue;
+        LabelSettings settings;
+        settings.value = true;
+        complete(settings, part, above);
+        addPointLabel(labels, i, settings);
+        auto* text = insertInOrder(findChildren(labels, u"c:dLbl").back(), u"c:tx");
+        fillText(appendElement(text, u"c:rich"), toUtf16(formatNumber(height, format)), 0);
+    }
+}
+
 void labelAllSeries(ChartPart& part)
 {
-    for (const auto& series : part.series) labelSeries(part, series);
+    const bool isWaterfall = part.context.kind == ChartKind::Waterfall;
+    constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
+    for (const auto& series : part.series)
+        if (!isWaterfall || series.index < base) labelSeries(part, series);
+    for (std::size_t i = base + 1; isWaterfall && i < part.series.size(); ++i)
+        labelCrossingBars(part, part.series[i - base - 1], part.series[i]);
 }
 
 void warnOfOptionsWithoutLabels(ChartPart& part)

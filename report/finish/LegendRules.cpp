@@ -9,6 +9,7 @@
 #include "report/options/Enumerations.h"
 #include "report/options/Length.h"
 #include "report/package/Xml.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -105,8 +106,22 @@ Legend choosePlaceByExtent(ChartPart& part)
 Legend choosePlace(ChartPart& part)
 {
     if (part.context.options.legend != Legend::Automatic) return part.context.options.legend;
+    // High, low and close say themselves which is which.
+    if (part.context.kind == ChartKind::Stock) return Legend::None;
     const bool wanted = part.series.size() > 1 || pieKinds.contains(part.context.kind);
     return wanted ? choosePlaceByExtent(part) : Legend::None;
+}
+
+/// The base of a waterfall stands first; what follows increases, decreases and totals is below 0.
+void leaveOutHelpers(const ChartPart& part, xercesc::DOMElement* legend)
+{
+    constexpr std::size_t named = 3;
+    for (std::size_t i = 0; i < part.series.size(); ++i) {
+        if (i >= 1 && i <= named) continue;
+        auto* entry = insertInOrder(legend, u"c:legendEntry");
+        appendElement(entry, u"c:idx", num2str(static_cast<unsigned long>(i)).c_str());
+        appendElement(entry, u"c:delete", u"1");
+    }
 }
 
 void addLegend(ChartPart& part)
@@ -116,6 +131,7 @@ void addLegend(ChartPart& part)
     auto* legend = insertInOrder(part.chart, u"c:legend");
     appendElement(legend, u"c:legendPos", findRow(legendRows, place).token);
     appendElement(legend, u"c:overlay", u"0");
+    if (part.context.kind == ChartKind::Waterfall) leaveOutHelpers(part, legend);
 }
 
 void countSlices(ChartPart& part)

@@ -4,6 +4,7 @@
 
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
+#include "report/finish/Shapes.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -33,6 +34,15 @@ void fillMarker(DOMElement* marker, const DOMElement* shape)
     auto* properties = appendElement(marker, u"c:spPr");
     properties->appendChild(fill->cloneNode(true));
     appendElement(properties, u"a:ln")->appendChild(fill->cloneNode(true));
+}
+
+void hideLine(DOMElement* element)
+{
+    auto* line = findPath(element, {u"c:spPr", u"a:ln"});
+    if (line == nullptr) return;
+    for (const auto* name : {u"a:noFill", u"a:solidFill", u"a:gradFill", u"a:pattFill"})
+        removeChildren(line, name);
+    insertInOrder(line, u"a:noFill");
 }
 
 DOMElement* renewMarker(DOMElement* parent)
@@ -91,18 +101,65 @@ void markLonePoints(const SeriesPart& series, Blank blank)
     }
 }
 
+std::u16string_view getGroupName(const SeriesPart& series)
+{
+    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
+}
+
+void markAll(const SeriesPart& series)
+{
+    fillMarker(renewMarker(series.element), findChild(series.element, u"c:spPr"));
+}
+
+/// Of lines, also those of combinations and radars.
 void markPoints(ChartPart& part)
 {
     const auto& options = part.context.options;
     for (const auto& series : part.series) {
+        if (!isLine(series)) continue;
         if (options.markers)
-            fillMarker(renewMarker(series.element), findChild(series.element, u"c:spPr"));
-        else
+            markAll(series);
+        else if (getGroupName(series) == u"c:lineChart")
             markLonePoints(series, options.blank.value_or(Blank::Gap));
     }
 }
 
-constexpr std::array rules = {Rule{lineKinds, markPoints}};
+/// Points take the colour of the line, which goes where points alone are wanted.
+void markScatteredPoints(ChartPart& part)
+{
+    const auto style = part.context.options.scatterStyle.value_or(ScatterStyle::Points);
+    for (const auto& series : part.series) {
+        if (style == ScatterStyle::Lines) {
+            markLonePoints(series, part.context.options.blank.value_or(Blank::Gap));
+            continue;
+        }
+        markAll(series);
+        for (auto* point : findChildren(series.element, u"c:dPt"))
+            if (auto* shape = findChild(point, u"c:spPr")) fillMarker(renewMarker(point), shape);
+        if (style == ScatterStyle::Both) continue;
+        hideLine(series.element);
+        for (auto* point : findChildren(series.element, u"c:dPt")) hideLine(point);
+    }
+}
+
+/// A dash at the close; the line between high and low is there already.
+void markCloses(ChartPart& part)
+{
+    constexpr std::size_t closeWithoutOpen = 2;
+    if (part.series.size() != closeWithoutOpen + 1) return;
+    auto* marker = renewMarker(part.series[closeWithoutOpen].element);
+    appendElement(marker, u"c:symbol", u"dash");
+    appendElement(marker, u"c:size", u"8");
+    auto* properties = appendElement(marker, u"c:spPr");
+    properties->appendChild(makeFill(part.doc, findPaint(part, part.series[closeWithoutOpen])));
+    appendElement(appendElement(properties, u"a:ln"), u"a:noFill");
+}
+
+constexpr std::array rules = {
+    Rule{ChartKinds(ChartKind::Line, ChartKind::Column, ChartKind::Area, ChartKind::Radar), markPoints},
+    Rule{ChartKinds(ChartKind::Scatter), markScatteredPoints},
+    Rule{ChartKinds(ChartKind::Stock), markCloses},
+};
 
 }  // namespace
 

@@ -5,6 +5,8 @@
 #include <limits>
 #include <vector>
 
+#include "report/finish/CategoryValues.h"
+#include "report/finish/Waterfall.h"
 #include "report/options/NumberFormat.h"
 
 namespace quillon::report {
@@ -23,10 +25,10 @@ struct Range {
     }
 };
 
-double getUnit(const ChartOptions& options)
+double getUnit(const std::optional<Units>& units)
 {
-    if (!options.units) return 1;
-    switch (*options.units) {
+    if (!units) return 1;
+    switch (*units) {
         case Units::Hundreds:
             return 1e2;
         case Units::Thousands:
@@ -39,33 +41,46 @@ double getUnit(const ChartOptions& options)
     return 1e9;
 }
 
-/// The decimals of the values, counted in the units of the axis; at most maximumDecimals.
-int countValueDecimals(const ChartPart& part)
+/// Calls `visit` with each number on the axis, until it says that it has seen enough.
+template <typename Visit>
+void visitNumbers(const ChartPart& part, ScaleKind kind, const Visit& visit)
 {
-    const double unit = getUnit(part.context.options);
-    int decimals = 0;
-    for (const auto& series : part.series)
-        for (const auto& point : series.series.getPoints()) {
-            decimals = std::max(decimals, countDecimals(point->getValue() / unit));
-            if (decimals >= maximumDecimals) return maximumDecimals;
-        }
-    return decimals;
+    for (const auto& series : part.series) {
+        if (!standsOn(part, series, kind)) continue;
+        for (const auto& point : series.series.getPoints())
+            if (visit(getNumber(*point, kind))) return;
+    }
 }
 
-Range findRange(const ChartPart& part)
+/// The decimals of the values, counted in the units of the axis; at most maximumDecimals.
+int countValueDecimals(const ChartPart& part, const Scale& scale)
+{
+    const double unit = getUnit(scale.units);
+    int decimals = 0;
+    visitNumbers(part, scale.kind, [&](double number) {
+        decimals = std::max(decimals, countDecimals(number / unit));
+        return decimals >= maximumDecimals;
+    });
+    return std::min(decimals, maximumDecimals);
+}
+
+Range findRange(const ChartPart& part, ScaleKind kind)
 {
     Range range;
-    for (const auto& series : part.series)
-        for (const auto& point : series.series.getPoints()) range.add(point->getValue());
+    visitNumbers(part, kind, [&range](double number) {
+        range.add(number);
+        return false;
+    });
     return range;
 }
 
 /// From the lowest to the highest end of the stacks.
-Range findStackedRange(const ChartPart& part)
+Range findStackedRange(const ChartPart& part, ScaleKind kind)
 {
     std::vector<double> ups;
     std::vector<double> downs;
     for (const auto& series : part.series) {
+        if (!standsOn(part, series, kind)) continue;
         std::size_t index = 0;
         ups.resize(std::max<std::size_t>(ups.size(), series.series.getSize()));
         downs.resize(ups.size());
@@ -83,28 +98,31 @@ Range findStackedRange(const ChartPart& part)
 
 /// A power of ten that the distance of the gridlines is a multiple of, as word processors choose it: a span
 /// that begins with a digit below 5 has steps in fractions of its power.
-double findStepUnit(const ChartPart& part)
+double findStepUnit(const ChartPart& part, const Scale& scale)
 {
-    const auto& options = part.context.options;
-    if (options.valueStep) return *options.valueStep;
-    if (options.log) {
-        const double low = findRange(part).low;
-        return low > 0 && low < 1 ? std::pow(*options.log, std::floor(std::log(low) / std::log(*options.log)))
+    if (scale.step) return *scale.step;
+    if (scale.log) {
+        const double low = findRange(part, scale.kind).low;
+        return low > 0 && low < 1 ? std::pow(*scale.log, std::floor(std::log(low) / std::log(*scale.log)))
                                   : 1;
     }
-    const double span = findValueSpan(part);
+    const double span = findSpan(part, scale);
     if (!(span > 0) || !std::isfinite(span)) return 1;
     const double power = std::pow(10, std::floor(std::log10(span)));
     return span / power < 5 ? power / 10 : power;
 }
 
+std::string chooseShareFormat(const ChartOptions& options)
+{
+    return options.numberFormat.find('%') != std::string::npos ? options.numberFormat : percentFormat;
+}
+
 }  // namespace
 
-double findValueSpan(const ChartPart& part)
+double findSpan(const ChartPart& part, const Scale& scale)
 {
-    const auto& options = part.context.options;
-    if (options.stacking == Stacking::Percent) return 1;
-    const auto range = options.stacking ? findStackedRange(part) : findRange(part);
+    if (scale.isShare) return 1;
+    const auto range = scale.isStacked ? findStackedRange(part, scale.kind) : findRange(part, scale.kind);
     if (!(range.low <= range.high)) return 0;
     double low = std::fmin(range.low, 0);
     double high = std::fmax(range.high, 0);
@@ -114,28 +132,57 @@ double findValueSpan(const ChartPart& part)
         low = range.low;
         high = range.high;
     }
-    return options.valueMax.value_or(high) - options.valueMin.value_or(low);
+    return scale.maximum.value_or(high) - scale.minimum.value_or(low);
 }
 
-std::string chooseAxisFormat(const ChartPart& part)
+std::string chooseAxisFormat(const ChartPart& part, const Scale& scale)
 {
-    const auto& options = part.context.options;
-    if (options.stacking == Stacking::Percent)
-        return options.numberFormat.find('%') != std::string::npos ? options.numberFormat : percentFormat;
+    if (!scale.format.empty()) return scale.format;
+    if (scale.isShare) return chooseShareFormat(part.context.options);
     for (const auto& series : part.series)
-        if (const auto& own = part.context.data.getDetails(series.index).numberFormat; !own.empty())
+        if (const auto& own = part.getDetails(series).numberFormat;
+            standsOn(part, series, scale.kind) && !own.empty())
             return own;
-    const int stepDecimals = countDecimals(findStepUnit(part) / getUnit(options));
+    const int stepDecimals = countDecimals(findStepUnit(part, scale) / getUnit(scale.units));
     if (stepDecimals > maximumDecimals) return "General";
-    return makeNumberFormat(std::max(countValueDecimals(part), stepDecimals));
+    return makeNumberFormat(std::max(countValueDecimals(part, scale), stepDecimals));
 }
 
-std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
+std::string chooseXFormat(const ChartPart& part)
+{
+    const auto& format = part.context.options.xFormat;
+    if (!format.empty()) return format;
+    const auto& data = part.context.data;
+    if (data.categoryKind != CategoryKind::Date) return "General";
+    return data.categoryFormat.empty() ? chooseDateFormat(data.categoryValues) : data.categoryFormat;
+}
+
+namespace {
+
+/// Bars have their size; the sign says which way they go. A format with parts of its own stays.
+std::string addSign(const ChartPart& part, const SeriesPart& series, const std::string& format)
+{
+    constexpr auto increase = static_cast<std::size_t>(WaterfallPart::Increase);
+    constexpr auto decrease = static_cast<std::size_t>(WaterfallPart::Decrease);
+    if (part.context.kind != ChartKind::Waterfall || format.find(';') != std::string::npos) return format;
+    if (series.index == increase) return format + ";" + format;
+    return series.index == decrease ? "-" + format + ";-" + format : format;
+}
+
+std::string choosePlainLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
 {
     if (!part.context.options.labelFormat.empty()) return part.context.options.labelFormat;
     if (isShare) return percentFormat;
-    const auto& own = part.context.data.getDetails(series.index).numberFormat;
-    return own.empty() ? makeNumberFormat(countValueDecimals(part)) : own;
+    const auto& own = part.getDetails(series).numberFormat;
+    const auto kind = standsOn(part, series, ScaleKind::Second) ? ScaleKind::Second : ScaleKind::Value;
+    return own.empty() ? makeNumberFormat(countValueDecimals(part, getScale(part, kind))) : own;
+}
+
+}  // namespace
+
+std::string chooseLabelFormat(const ChartPart& part, const SeriesPart& series, bool isShare)
+{
+    return addSign(part, series, choosePlainLabelFormat(part, series, isShare));
 }
 
 }  // namespace quillon::report

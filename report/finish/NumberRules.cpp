@@ -1,5 +1,6 @@
 #include <array>
 
+#include "report/finish/CategoryValues.h"
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
 #include "report/package/Xml.h"
@@ -18,26 +19,29 @@ void setFormat(DOMElement* axis, const std::string& format, const char* option)
     numbers->setAttribute(u"sourceLinked", u"0");
 }
 
-void formatValueAxis(ChartPart& part)
+void formatValueAxes(ChartPart& part)
 {
-    setFormat(part.axes.value, chooseAxisFormat(part), "number-format");
+    setFormat(part.axes.value, chooseAxisFormat(part, getScale(part, ScaleKind::Value)), "number-format");
+    if (auto* second = findAxis(part, ScaleKind::Second))
+        setFormat(second, chooseAxisFormat(part, getScale(part, ScaleKind::Second)), "second-format");
+    if (auto* x = findAxis(part, ScaleKind::X)) setFormat(x, chooseXFormat(part), "x-format");
 }
 
-/// A format of texts would show nothing.
+/// Dates that became texts have been formatted.
 void formatCategoryAxis(ChartPart& part)
 {
     const auto& data = part.context.data;
-    if (data.categoryFormat.empty()) return;
-    if (data.categoryValues.empty())
-        return part.warn("", "category-format is for categories that are dates or numbers; these are texts.");
-    setFormat(part.axes.category, data.categoryFormat, "category-format");
+    if (data.categoryKind == CategoryKind::Date && data.categoryFormat.empty())
+        return setFormat(part.axes.category, chooseDateScale(data.categoryValues).format, "category-format");
+    if (!data.categoryFormat.empty() && !data.categoryValues.empty())
+        setFormat(part.axes.category, data.categoryFormat, "category-format");
 }
 
 /// Without a format of its own a series stays General, as its cells.
 void formatCaches(ChartPart& part)
 {
     for (const auto& series : part.series) {
-        const auto& format = part.context.data.getDetails(series.index).numberFormat;
+        const auto& format = part.getDetails(series).numberFormat;
         if (format.empty()) continue;
         for (auto* values : {u"c:val", u"c:yVal"})
             if (auto* code = findPath(series.element, {values, u"c:numRef", u"c:numCache", u"c:formatCode"}))
@@ -45,8 +49,8 @@ void formatCaches(ChartPart& part)
     }
 }
 
-constexpr std::array rules = {Rule{allKinds, formatCaches}, Rule{axisKinds, formatValueAxis},
-                              Rule{axisKinds, formatCategoryAxis}};
+constexpr std::array rules = {Rule{allKinds, formatCaches}, Rule{axisKinds, formatValueAxes},
+                              Rule{categoryKinds, formatCategoryAxis}};
 
 }  // namespace
 

@@ -9,13 +9,18 @@
 /// The finishing rules: what a word processor wants beyond the writer's markup, a list for each subject.
 namespace quillon::report {
 
-inline constexpr ChartKinds allKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Pie};
-inline constexpr ChartKinds axisKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line};
-inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column};
-inline constexpr ChartKinds lineKinds{ChartKind::Line};
-inline constexpr ChartKinds pieKinds{ChartKind::Pie};
-/// Each point has a colour of its own, and the legend names the points.
-inline constexpr ChartKinds sliceKinds{ChartKind::Pie, ChartKind::Doughnut};
+inline constexpr ChartKinds allKinds = everyKind;
+inline constexpr ChartKinds axisKinds{ChartKind::Bar,     ChartKind::Column, ChartKind::Line,
+                                      ChartKind::Area,    ChartKind::Stock,  ChartKind::Waterfall,
+                                      ChartKind::Scatter, ChartKind::Bubble, ChartKind::Radar};
+/// Their categories run along an axis.
+inline constexpr ChartKinds categoryKinds{ChartKind::Bar,  ChartKind::Column, ChartKind::Line,
+                                          ChartKind::Area, ChartKind::Stock,  ChartKind::Waterfall};
+/// Written as bars, as lines and as pies; what is neither starts as lines.
+inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Waterfall};
+inline constexpr ChartKinds lineKinds{ChartKind::Line,    ChartKind::Area,   ChartKind::Stock,
+                                      ChartKind::Scatter, ChartKind::Bubble, ChartKind::Radar};
+inline constexpr ChartKinds pieKinds = sliceKinds;
 
 /// A rule, and the kinds of chart that it is for.
 struct Rule {
@@ -25,12 +30,18 @@ struct Rule {
 
 /// c:ser elements hold what their kind of chart has, in the order of the schema.
 extern const std::span<const Rule> seriesRules;
+/// The groups of series that the kind of chart asks for, each series in its own, and their axes.
+extern const std::span<const Rule> groupRules;
 /// References name real cells; caches hold what can stand in them.
 extern const std::span<const Rule> referenceRules;
+/// Categories that are dates, numbers or levels, and the places of points.
+extern const std::span<const Rule> categoryRules;
 /// Fills and borders of series and points; what sets no colour has an automatic one.
 extern const std::span<const Rule> shapeRules;
 /// What the labels of series and points say, and how they look.
 extern const std::span<const Rule> labelRules;
+/// Trendlines, error bars, drop lines and their like.
+extern const std::span<const Rule> trendRules;
 /// All runs of the title, with their colours.
 extern const std::span<const Rule> titleRules;
 /// Where the plot area stands, and how it looks.

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillon::report {
 
@@ -145,6 +146,19 @@ DOMElement* insertInOrder(DOMElement* parent, const char16_t* name, const char16
     auto* child = insertInOrder(parent, name);
     child->setAttribute(u"val", val);
     return child;
+}
+
+void putInOrder(DOMElement* parent)
+{
+    const auto words = findOrder(parent).children;
+    std::vector<DOMElement*> children;
+    while (auto* child = parent->getFirstElementChild())
+        children.push_back(static_cast<DOMElement*>(parent->removeChild(child)));
+    for (auto* child : children)
+        if (findPosition(words, getLocalName(child)) < words.size())
+            insertInOrder(parent, child);
+        else
+            child->release();
 }
 
 DOMElement* replaceInOrder(DOMElement* parent, const char16_t* name, const char16_t* val)

@@ -15,4 +15,8 @@ xercesc::DOMElement* insertInOrder(xercesc::DOMElement* parent, const char16_t* 
 /// Sets the attribute `val` of the first child of that name, which is made where there is none.
 xercesc::DOMElement* replaceInOrder(xercesc::DOMElement* parent, const char16_t* name, const char16_t* val);
 
+/// Puts the children of `parent` in the order of the schema and drops those that it does not have: what stood
+/// in another kind of group fits its new one.
+void putInOrder(xercesc::DOMElement* parent);
+
 }  // namespace quillon::report

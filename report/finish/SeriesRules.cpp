@@ -1,10 +1,7 @@
 #include <array>
 
 #include "report/finish/Rules.h"
-#include "report/finish/SchemaOrder.h"
-#include "report/options/Enumerations.h"
 #include "report/package/Xml.h"
-#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -13,7 +10,7 @@ namespace {
 void keepOneSeriesOfPie(ChartPart& part)
 {
     while (part.series.size() > 1) {
-        part.group->removeChild(part.series.back().element)->release();
+        part.groups.front()->removeChild(part.series.back().element)->release();
         part.series.pop_back();
     }
 }
@@ -52,57 +49,34 @@ void finishPieSeries(ChartPart& part)
 
 void dropGapWidthOfLines(ChartPart& part)
 {
-    removeChildren(part.group, u"c:gapWidth");
+    removeChildren(part.groups.front(), u"c:gapWidth");
 }
 
 void addGroupingOfBars(ChartPart& part)
 {
-    auto* direction = findChild(part.group, u"c:barDir");
+    auto* group = part.groups.front();
     auto* grouping = makeElement(part.doc, u"c:grouping", u"clustered");
-    insertAfter(part.group, grouping, direction);
-    insertAfter(part.group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
-}
-
-/// Bars of one stack stand upon each other unless the author moves them apart.
-void placeBars(ChartPart& part)
-{
-    const auto& options = part.context.options;
-    if (options.gap)
-        replaceInOrder(part.group, u"c:gapWidth", num2str(static_cast<unsigned long>(*options.gap)).c_str());
-    auto overlap = options.overlap;
-    if (options.stacking && !overlap) overlap = 100;
-    if (overlap) replaceInOrder(part.group, u"c:overlap", toUtf16(std::to_string(*overlap)).c_str());
-}
-
-void stackSeries(ChartPart& part)
-{
-    const auto& stacking = part.context.options.stacking;
-    if (stacking) replaceInOrder(part.group, u"c:grouping", findRow(stackingRows, *stacking).token);
+    insertAfter(group, grouping, findChild(group, u"c:barDir"));
+    insertAfter(group, makeElement(part.doc, u"c:varyColors", u"0"), grouping);
 }
 
 /// Slices differ in colour. Where they may not, a reader gives those with the colour of the series one of its
 /// own.
 void varyColorsOfSlices(ChartPart& part)
 {
-    findChild(part.group, u"c:varyColors")->setAttribute(u"val", u"1");
+    findChild(part.groups.front(), u"c:varyColors")->setAttribute(u"val", u"1");
 }
 
 void keepColorOfPoints(ChartPart& part)
 {
-    findChild(part.group, u"c:varyColors")->setAttribute(u"val", u"0");
+    findChild(part.groups.front(), u"c:varyColors")->setAttribute(u"val", u"0");
 }
 
 constexpr std::array rules = {
-    Rule{pieKinds, keepOneSeriesOfPie},
-    Rule{barKinds, finishBarSeries},
-    Rule{lineKinds, finishLineSeries},
-    Rule{pieKinds, finishPieSeries},
-    Rule{lineKinds, dropGapWidthOfLines},
-    Rule{barKinds, addGroupingOfBars},
-    Rule{pieKinds, varyColorsOfSlices},
-    Rule{lineKinds, keepColorOfPoints},
-    Rule{barKinds, placeBars},
-    Rule{axisKinds, stackSeries},
+    Rule{pieKinds, keepOneSeriesOfPie},   Rule{barKinds, finishBarSeries},
+    Rule{lineKinds, finishLineSeries},    Rule{pieKinds, finishPieSeries},
+    Rule{lineKinds, dropGapWidthOfLines}, Rule{barKinds, addGroupingOfBars},
+    Rule{pieKinds, varyColorsOfSlices},   Rule{lineKinds, keepColorOfPoints},
 };
 
 }  // namespace

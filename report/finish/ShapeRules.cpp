@@ -1,7 +1,9 @@
 #include <array>
 
 #include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
 #include "report/finish/Shapes.h"
+#include "report/finish/Waterfall.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -42,7 +44,7 @@ void shapePoints(ChartPart& part, const SeriesPart& series, const ShapeSettings&
     for (auto* element : findChildren(series.element, u"c:dPt")) {
         const auto index = str2uint(findChild(element, u"c:idx")->getAttribute(u"val"));
         const auto& own = series.series.getPoint(index)->getFormat();
-        const Paint standard{part.colors.get(isSliced ? index : series.index)};
+        const Paint standard{part.colors.get(isSliced ? index : part.getColorPosition(series))};
         const auto ofSeries = resolve(series, seriesSettings, standard);
         if (!own) {
             shapePoint(series, element, seriesSettings, ofSeries);
@@ -57,13 +59,36 @@ void shapeAllSeries(ChartPart& part)
 {
     for (const auto& series : part.series) {
         const auto settings = readShape(part, series.series.getFormat().get(), {&series});
-        const Paint standard{part.colors.get(series.index)};
-        shapeSeries(series, settings, resolve(series, settings, standard));
+        shapeSeries(series, settings, resolve(series, settings, getStandardPaint(part, series)));
         shapePoints(part, series, settings);
     }
 }
 
-constexpr std::array rules = {Rule{allKinds, shapeAllSeries}};
+void hide(DOMElement* shape)
+{
+    for (const auto* name : {u"a:noFill", u"a:solidFill", u"a:gradFill", u"a:pattFill"})
+        removeChildren(shape, name);
+    insertInOrder(shape, u"a:noFill");
+}
+
+/// Lines from the highest to the lowest value say it all.
+void hideLinesOfStocks(ChartPart& part)
+{
+    for (const auto& series : part.series) hide(findPath(series.element, {u"c:spPr", u"a:ln"}));
+}
+
+void hideBaseOfWaterfall(ChartPart& part)
+{
+    for (const auto& series : part.series)
+        if (series.index == static_cast<std::size_t>(WaterfallPart::Base))
+            hide(findChild(series.element, u"c:spPr"));
+}
+
+constexpr std::array rules = {
+    Rule{allKinds, shapeAllSeries},
+    Rule{ChartKinds(ChartKind::Stock), hideLinesOfStocks},
+    Rule{ChartKinds(ChartKind::Waterfall), hideBaseOfWaterfall},
+};
 
 }  // namespace
 

@@ -223,11 +223,32 @@ void setShape(DOMElement* properties, const ShapeSettings& settings)
         setLine(insertInOrder(properties, u"a:ln"), settings.border, resolve(settings.border.fill, white));
 }
 
+Paint getStandardPaint(const ChartPart& part, const SeriesPart& series)
+{
+    constexpr std::uint32_t seeThrough = 30;
+    const auto name = getGroupName(series);
+    const bool isArea = name == u"c:areaChart" && !part.context.options.stacking;
+    const bool isCovering =
+        isArea || name == u"c:bubbleChart" || (name == u"c:radarChart" && !isLine(series));
+    Paint paint{part.colors.get(part.getColorPosition(series))};
+    if (isCovering && part.series.size() > 1) paint.transparency = seeThrough;
+    return paint;
+}
+
+Paint findPaint(ChartPart& part, const SeriesPart& series)
+{
+    const auto settings = readShape(part, series.series.getFormat().get(), {&series});
+    return resolve(series, settings, getStandardPaint(part, series));
+}
+
 bool isLine(const SeriesPart& series)
 {
-    for (const auto* name : {u"c:lineChart", u"c:scatterChart", u"c:radarChart", u"c:stockChart"})
+    for (const auto* name : {u"c:lineChart", u"c:scatterChart", u"c:stockChart"})
         if (getGroupName(series) == name) return true;
-    return false;
+    if (getGroupName(series) != u"c:radarChart") return false;
+    const auto* style =
+        findChild(static_cast<const DOMElement*>(series.element->getParentNode()), u"c:radarStyle");
+    return std::u16string_view(style->getAttribute(u"val")) != u"filled";
 }
 
 bool hasSlices(const SeriesPart& series)

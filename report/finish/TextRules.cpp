@@ -12,6 +12,7 @@ namespace {
 template <typename GetText>
 void escapeCache(DOMElement* cache, const GetText& getText)
 {
+    if (cache == nullptr) return;
     std::size_t index = 0;
     for (auto* point : findChildren(cache, u"c:pt")) {
         const std::u16string& text = getText(index++);

@@ -5,11 +5,9 @@
 #include <vector>
 
 #include "chart/model/DataSet.h"
+#include "report/options/ChartOptions.h"
 
 namespace quillon::report {
-
-/// What the categories of a chart are. Automatic: dates where the data holds them, otherwise text.
-enum class CategoryKind { Automatic, Text, Date, Number };
 
 /// What a data series cannot say of itself.
 struct SeriesDetails {

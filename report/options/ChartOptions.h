@@ -49,11 +49,27 @@ enum class Stacking : std::uint8_t { Normal, Percent };
 /// How a missing value is drawn.
 enum class Blank : std::uint8_t { Gap, Zero, Connect };
 
+/// What the categories of a chart are. Automatic: dates where the data holds them, otherwise text.
+enum class CategoryKind : std::uint8_t { Automatic, Text, Date, Number };
+
+/// How the points of a scatter chart are shown.
+enum class ScatterStyle : std::uint8_t { Points, Lines, Both };
+
+/// The course of a trendline.
+enum class Trendline : std::uint8_t { Linear, Exponential, Logarithmic, Power, Polynomial, MovingAverage };
+
+/// How far error bars reach: a fixed amount, a percentage of the value, standard deviations, or the standard
+/// error.
+enum class ErrorAmount : std::uint8_t { Fixed, Percent, Deviation, Error };
+
 /// The side of the text at which a chart floats.
 enum class Float : std::uint8_t { Left, Right };
 
 /// How a chart looks and how it stands in its document. What the objects of the chart say wins over these.
 struct ChartOptions {
+    /// What the chart is drawn as. Default: what the class of the chart says.
+    std::optional<ChartKind> kind = {};
+
     // Place.
 
     /// Lengths with a unit (cm, mm, in, pt), 0.1 to 22 inches. Default: 6in by 3.5in.
@@ -97,6 +113,27 @@ struct ChartOptions {
     /// Every how manyth category has a label, from 1. Default: chosen by the word processor.
     std::optional<std::uint32_t> tickInterval = {};
 
+    /// What the categories are. Automatic: dates make a date axis on line and area charts where they are
+    /// unique and ascend, and are formatted texts elsewhere. Date: dates, also those in texts as in
+    /// "2026-07-31", make a date axis on column charts too. Default: as the data says.
+    std::optional<CategoryKind> categoryType = {};
+    /// The names of the series on a second value axis, at the right; column, line and area charts.
+    std::vector<std::string> second = {};
+    /// As the value axis's, for the second.
+    std::string secondTitle = {};
+    std::string secondFormat = {};
+    std::optional<double> secondMin = {};
+    std::optional<double> secondMax = {};
+    std::optional<double> secondStep = {};
+    std::optional<double> secondLog = {};
+    /// As the value axis's, for the horizontal axis of scatter and bubble charts.
+    std::string xTitle = {};
+    std::string xFormat = {};
+    std::optional<double> xMin = {};
+    std::optional<double> xMax = {};
+    std::optional<double> xStep = {};
+    std::optional<double> xLog = {};
+
     // Labels.
 
     /// What every data label says. Default: there are none.
@@ -134,6 +171,54 @@ struct ChartOptions {
     /// The same two as the chart classes have them; what they set wins over both, and what a series holds of
     /// the kind wins over them. Default: empty.
     std::shared_ptr<const chart::DataSeriesFormatOptions> formatOptions = {};
+
+    /// The names of the series that a column, line or area chart shows in another way. Default: none.
+    std::vector<std::string> line = {};
+    std::vector<std::string> area = {};
+    std::vector<std::string> column = {};
+    /// The hole of a doughnut: percent of its diameter, 10 to 90. Default: 60.
+    std::optional<std::uint32_t> hole = {};
+    /// Whether the lines of a radar chart are filled.
+    bool filled = false;
+    /// Default: Points.
+    std::optional<ScatterStyle> scatterStyle = {};
+    /// The names of the series whose values are the sizes of bubbles: one for each of the others, or one for
+    /// all. Default: the sizes in the data.
+    std::vector<std::string> sizes = {};
+    /// The names of the categories of a waterfall that show a total. Default: those in the data.
+    std::vector<std::string> totals = {};
+    /// Whether lines lead from the points of lines and areas down to the axis.
+    bool dropLines = false;
+    /// Whether lines join the highest and lowest series in each category; line charts.
+    bool highLowLines = false;
+    /// Whether bars join the first and last series in each category; line charts.
+    bool upDownBars = false;
+
+    // Trends: bars, columns, lines, scatter and bubble charts. Error bars are for areas too.
+
+    /// Default: none.
+    std::optional<Trendline> trendline = {};
+    /// The names of the series with a trendline. Default: all.
+    std::vector<std::string> trendlineSeries = {};
+    /// Of a polynomial trendline, 2 to 6. Default: 2.
+    std::optional<std::uint32_t> order = {};
+    /// The points of which a moving average is made, 2 to 255. Default: 2.
+    std::optional<std::uint32_t> period = {};
+    /// How far the trendline goes on behind the last and before the first point: categories, or units of the
+    /// horizontal axis, from 0. Default: 0.
+    std::optional<double> forecast = {};
+    std::optional<double> backcast = {};
+    /// Whether the chart shows the equation of the trendline, and its R-squared value.
+    bool equation = false;
+    bool rSquared = false;
+    /// Default: those in the data, or none.
+    std::optional<ErrorAmount> errorBars = {};
+    /// The fixed amount, the percentage, or the count of standard deviations, from 0. Default: 1; 5 percent.
+    std::optional<double> errorValue = {};
+    /// The names of the series whose values say how far error bars reach up and down: one for each of the
+    /// others, or one for all. Default: the amounts in the data.
+    std::vector<std::string> errorPlus = {};
+    std::vector<std::string> errorMinus = {};
 
     // Look.
 

@@ -28,6 +28,13 @@ inline constexpr std::array kindRows = {
     EnumRow<ChartKind>{ChartKind::Bar, "bar", u"c:barChart", "Bar chart"},
     EnumRow<ChartKind>{ChartKind::Line, "line", u"c:lineChart", "Line chart"},
     EnumRow<ChartKind>{ChartKind::Pie, "pie", u"c:pieChart", "Pie chart"},
+    EnumRow<ChartKind>{ChartKind::Area, "area", u"c:areaChart", "Area chart"},
+    EnumRow<ChartKind>{ChartKind::Doughnut, "doughnut", u"c:doughnutChart", "Doughnut chart"},
+    EnumRow<ChartKind>{ChartKind::Scatter, "scatter", u"c:scatterChart", "Scatter chart"},
+    EnumRow<ChartKind>{ChartKind::Bubble, "bubble", u"c:bubbleChart", "Bubble chart"},
+    EnumRow<ChartKind>{ChartKind::Radar, "radar", u"c:radarChart", "Radar chart"},
+    EnumRow<ChartKind>{ChartKind::Stock, "stock", u"c:stockChart", "Stock chart"},
+    EnumRow<ChartKind>{ChartKind::Waterfall, "waterfall", u"c:barChart", "Waterfall chart"},
 };
 
 inline constexpr std::array legendRows = {
@@ -96,6 +103,37 @@ inline constexpr std::array floatRows = {
     EnumRow<Float>{Float::Right, "right", u"right", "at the right, text to its left"},
 };
 
+inline constexpr std::array categoryKindRows = {
+    EnumRow<CategoryKind>{CategoryKind::Automatic, "auto", nullptr,
+                          "dates where the data holds them, otherwise texts"},
+    EnumRow<CategoryKind>{CategoryKind::Text, "text", nullptr, "texts, also where they are dates or numbers"},
+    EnumRow<CategoryKind>{CategoryKind::Date, "date", nullptr, "dates, as in 2026-07-31"},
+    EnumRow<CategoryKind>{CategoryKind::Number, "number", nullptr, "numbers"},
+};
+
+inline constexpr std::array scatterStyleRows = {
+    EnumRow<ScatterStyle>{ScatterStyle::Points, "points", nullptr, "points"},
+    EnumRow<ScatterStyle>{ScatterStyle::Lines, "lines", nullptr, "a line from point to point"},
+    EnumRow<ScatterStyle>{ScatterStyle::Both, "both", nullptr, "both"},
+};
+
+inline constexpr std::array trendlineRows = {
+    EnumRow<Trendline>{Trendline::Linear, "linear", u"linear", "a straight line"},
+    EnumRow<Trendline>{Trendline::Exponential, "exponential", u"exp", "an exponential curve"},
+    EnumRow<Trendline>{Trendline::Logarithmic, "logarithmic", u"log", "a logarithmic curve"},
+    EnumRow<Trendline>{Trendline::Power, "power", u"power", "a power of the place on the horizontal axis"},
+    EnumRow<Trendline>{Trendline::Polynomial, "polynomial", u"poly", "a polynomial of the degree `order`"},
+    EnumRow<Trendline>{Trendline::MovingAverage, "moving-average", u"movingAvg",
+                       "the average of the last `period` points"},
+};
+
+inline constexpr std::array errorBarsRows = {
+    EnumRow<ErrorAmount>{ErrorAmount::Fixed, "fixed", u"fixedVal", "the same amount everywhere"},
+    EnumRow<ErrorAmount>{ErrorAmount::Percent, "percent", u"percentage", "a percentage of the value"},
+    EnumRow<ErrorAmount>{ErrorAmount::Deviation, "deviation", u"stdDev", "standard deviations of the series"},
+    EnumRow<ErrorAmount>{ErrorAmount::Error, "error", u"stdErr", "the standard error of the series"},
+};
+
 /// The rows of an enumeration, for whoever has only its type.
 template <typename Value>
 constexpr std::span<const EnumRow<Value>> rowsOf();
@@ -148,6 +186,27 @@ template <>
 constexpr std::span<const EnumRow<Float>> rowsOf()
 {
     return floatRows;
+}
+
+template <>
+constexpr std::span<const EnumRow<CategoryKind>> rowsOf()
+{
+    return categoryKindRows;
+}
+template <>
+constexpr std::span<const EnumRow<ScatterStyle>> rowsOf()
+{
+    return scatterStyleRows;
+}
+template <>
+constexpr std::span<const EnumRow<Trendline>> rowsOf()
+{
+    return trendlineRows;
+}
+template <>
+constexpr std::span<const EnumRow<ErrorAmount>> rowsOf()
+{
+    return errorBarsRows;
 }
 
 /// The row of a value. Requires: there is one.

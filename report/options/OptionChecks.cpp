@@ -22,30 +22,110 @@ std::string toText(double number)
     return toUtf8(num2str(number));
 }
 
-void checkRange(const ChartOptions& options, ChartKind /*kind*/)
+/// The options of an axis that shows numbers.
+struct AxisOptions {
+    std::string prefix;
+    std::string logName;
+    std::optional<double> minimum;
+    std::optional<double> maximum;
+    std::optional<double> step;
+    std::optional<double> log;
+};
+
+void checkRange(const AxisOptions& axis)
 {
-    const auto& low = options.valueMin;
-    const auto& high = options.valueMax;
+    const auto& [prefix, logName, low, high, step, log] = axis;
     if (low && high && *low >= *high)
-        refuse("value-min must be below value-max; got " + toText(*low) + " and " + toText(*high) + ".");
+        refuse(prefix + "min must be below " + prefix + "max; got " + toText(*low) + " and " + toText(*high) +
+               ".");
     constexpr double mostSteps = 1000;
-    if (low && high && options.valueStep && (*high - *low) / *options.valueStep > mostSteps)
-        refuse("value-step is " + toText(*options.valueStep) + "; from " + toText(*low) + " to " +
-               toText(*high) + " there can be at most 1000 steps.");
+    if (low && high && step && (*high - *low) / *step > mostSteps)
+        refuse(prefix + "step is " + toText(*step) + "; from " + toText(*low) + " to " + toText(*high) +
+               " there can be at most 1000 steps.");
 }
 
-void checkLog(const ChartOptions& options, ChartKind /*kind*/)
+void checkLog(const AxisOptions& axis)
 {
-    if (!options.log) return;
-    for (const auto& [name, end] :
-         {std::pair("value-min", options.valueMin), std::pair("value-max", options.valueMax)})
+    const auto& [prefix, logName, low, high, step, log] = axis;
+    if (!log) return;
+    for (const auto& [name, end] : {std::pair("min", low), std::pair("max", high)})
         if (end && *end <= 0)
-            refuse(std::string(name) + " is " + toText(*end) +
-                   "; a logarithmic value axis (log) shows numbers above 0.");
-    if (options.valueStep)
+            refuse(prefix + name + " is " + toText(*end) + "; a logarithmic axis (" + logName +
+                   ") shows numbers above 0.");
+    if (step)
+        refuse(prefix + "step is for a linear axis; the gridlines of a logarithmic one (" + logName +
+               ") stand at the powers of its base.");
+}
+
+void checkAxes(const ChartOptions& o, ChartKind /*kind*/)
+{
+    for (const auto& axis :
+         {AxisOptions{"value-", "log", o.valueMin, o.valueMax, o.valueStep, o.log},
+          AxisOptions{"second-", "second-log", o.secondMin, o.secondMax, o.secondStep, o.secondLog},
+          AxisOptions{"x-", "x-log", o.xMin, o.xMax, o.xStep, o.xLog}}) {
+        checkRange(axis);
+        checkLog(axis);
+    }
+}
+
+void checkSecond(const ChartOptions& o, ChartKind /*kind*/)
+{
+    const bool isUsed = !o.secondTitle.empty() || !o.secondFormat.empty() || o.secondMin || o.secondMax ||
+                        o.secondStep || o.secondLog;
+    if (isUsed && o.second.empty())
         refuse(
-            "value-step is for a linear value axis; the gridlines of a logarithmic one (log) stand at the "
-            "powers of its base.");
+            "second-title, second-format, second-min, second-max, second-step and second-log are for a "
+            "second "
+            "axis; name the series on it (second).");
+}
+
+/// Options of lines suit a column or area chart only where it shows lines.
+void checkLines(const ChartOptions& options, ChartKind kind)
+{
+    constexpr ChartKinds withoutLines{ChartKind::Column, ChartKind::Area};
+    if (!withoutLines.contains(kind) || !options.line.empty()) return;
+    for (const auto& [name, isGiven] :
+         {std::pair("markers", options.markers), std::pair("smooth", options.smooth)})
+        if (isGiven)
+            refuse(std::string(name) + " is for lines; name the series that are drawn as lines (line).");
+}
+
+void checkMarkers(const ChartOptions& options, ChartKind kind)
+{
+    if (kind == ChartKind::Radar && options.markers && options.filled)
+        refuse("markers are for the lines of a radar chart; filled draws areas.");
+}
+
+void checkTrendline(const ChartOptions& o, ChartKind /*kind*/)
+{
+    const bool isUsed = !o.trendlineSeries.empty() || o.order || o.period || o.forecast || o.backcast ||
+                        o.equation || o.rSquared;
+    if (!o.trendline) {
+        if (isUsed)
+            refuse(
+                "trendline-series, order, period, forecast, backcast, equation and r-squared are for "
+                "trendlines; "
+                "say which (trendline).");
+        return;
+    }
+    if (o.stacking) refuse("trendline is for series that are not stacked.");
+    if (o.order && o.trendline != Trendline::Polynomial) refuse("order is for trendline polynomial.");
+    const bool isAverage = o.trendline == Trendline::MovingAverage;
+    if (o.period && !isAverage) refuse("period is for trendline moving-average.");
+    if (isAverage && (o.forecast || o.backcast || o.equation || o.rSquared))
+        refuse("forecast, backcast, equation and r-squared are for trendlines other than moving-average.");
+}
+
+void checkErrorBars(const ChartOptions& o, ChartKind /*kind*/)
+{
+    const bool isOwn = !o.errorPlus.empty() || !o.errorMinus.empty();
+    if (o.errorBars && isOwn)
+        refuse(
+            "error-bars computes the lengths of error bars, and error-plus and error-minus name series that "
+            "hold "
+            "them; give one of both.");
+    if (o.errorValue && (!o.errorBars || o.errorBars == ErrorAmount::Error))
+        refuse("error-value is for error-bars fixed, percent and deviation.");
 }
 
 /// Where the labels of a kind can stand. Word processors take a file with another place for damaged.
@@ -59,13 +139,15 @@ const std::vector<LabelPosition>& findLabelPlaces(ChartKind kind, bool isStacked
 {
     using enum LabelPosition;
     constexpr ChartKinds bars{ChartKind::Bar, ChartKind::Column};
-    constexpr ChartKinds lines{ChartKind::Line};
-    static const std::array<LabelPlaces, 5> rows = {{
+    constexpr ChartKinds stackedBars{ChartKind::Bar, ChartKind::Column, ChartKind::Waterfall};
+    constexpr ChartKinds lines{ChartKind::Line, ChartKind::Scatter, ChartKind::Bubble, ChartKind::Stock};
+    static const std::array<LabelPlaces, 6> rows = {{
         {bars, false, {Center, InsideEnd, InsideBase, OutsideEnd}},
-        {bars, true, {Center, InsideEnd, InsideBase}},
+        {stackedBars, true, {Center, InsideEnd, InsideBase}},
         {lines, false, {Top, Bottom, Left, Right, Center}},
         {lines, true, {Top, Bottom, Left, Right, Center}},
         {ChartKinds{ChartKind::Pie}, false, {BestFit, Center, InsideEnd, OutsideEnd}},
+        {ChartKinds{ChartKind::Radar}, false, {OutsideEnd}},
     }};
     static const std::vector<LabelPosition> none;
     for (const auto& row : rows)
@@ -81,10 +163,10 @@ std::string nameKind(ChartKind kind)
 void checkLabelPosition(const ChartOptions& options, ChartKind kind)
 {
     if (!options.labelPosition) return;
-    const bool isStacked = options.stacking.has_value();
+    const bool isStacked = options.stacking.has_value() || kind == ChartKind::Waterfall;
     const auto& places = findLabelPlaces(kind, isStacked);
     if (std::find(places.begin(), places.end(), *options.labelPosition) != places.end()) return;
-    const auto chart = std::string(isStacked ? "stacked " : "") + nameKind(kind);
+    const auto chart = std::string(options.stacking ? "stacked " : "") + nameKind(kind);
     if (places.empty()) refuse("label-position: the labels of a " + chart + " stand where they are.");
     std::vector<const char*> names;
     for (const auto place : places) names.push_back(findRow(labelPositionRows, place).name);
@@ -94,16 +176,22 @@ void checkLabelPosition(const ChartOptions& options, ChartKind kind)
 
 void checkLabels(const ChartOptions& options, ChartKind kind)
 {
-    constexpr ChartKinds withShares{ChartKind::Pie, ChartKind::Doughnut};
     const auto& labels = options.labels;
-    if (!withShares.contains(kind) && std::find(labels.begin(), labels.end(), Label::Percent) != labels.end())
-        refuse("labels: percent is for pie charts; the labels of a " + nameKind(kind) +
+    if (!sliceKinds.contains(kind) && std::find(labels.begin(), labels.end(), Label::Percent) != labels.end())
+        refuse("labels: percent is for pie and doughnut charts; the labels of a " + nameKind(kind) +
                " say value, category or series.");
 }
 
-constexpr std::array checks = {checkRange, checkLog, checkLabelPosition, checkLabels};
+constexpr std::array checks = {checkAxes,      checkSecond,    checkLines,         checkMarkers,
+                               checkTrendline, checkErrorBars, checkLabelPosition, checkLabels};
 
 }  // namespace
+
+bool canLabelsStandAt(LabelPosition position, ChartKind kind, bool isStacked)
+{
+    const auto& places = findLabelPlaces(kind, isStacked);
+    return std::find(places.begin(), places.end(), position) != places.end();
+}
 
 void checkTogether(const ChartOptions& options, ChartKind kind)
 {

@@ -8,4 +8,7 @@ namespace quillon::report {
 /// Throws: ChartError that names the options and says what is allowed.
 void checkTogether(const ChartOptions& options, ChartKind kind);
 
+/// Whether the data labels of that kind can stand there.
+bool canLabelsStandAt(LabelPosition position, ChartKind kind, bool isStacked);
+
 }  // namespace quillon::report

@@ -71,7 +71,7 @@ REFUSED = [
     (LONG, ["--series", "source"],
      "A long table needs both --series, the column of series names, and --value, the column of values."),
     (WIDE, ["--type", "pie"], "t.csv: a pie shows one series, the table gives 2; choose one with --columns."),
-    (WIDE, ["--type", "donut"], 'Chart type "donut": expected column, bar, line or pie.'),
+    (WIDE, ["--type", "donut"], '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "donut".'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
     (WIDE, ["--delimiter", "pipe"], 'Delimiter "pipe": expected comma, semicolon or tab.'),
     (WIDE, ["--width", "wide"], '--width: expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".'),

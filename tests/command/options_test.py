@@ -191,7 +191,7 @@ class OptionsTest(unittest.TestCase):
             (["--gap", "501"], "--gap: expected a whole number from 0 to 500, got 501."),
             (["--gap", "wide"], '--gap: expected a whole number from 0 to 500, got "wide".'),
             (["--type", "pie", "--columns", "North", "--gap", "5"],
-             "gap is for column or bar charts; this is a pie chart."),
+             "gap is for column, bar or waterfall charts; this is a pie chart."),
             (["--number-format", '0"'], '--number-format: "0"" is no number format; a quote stays open.'),
             (["--labels", "values"], '--labels: expected value, percent, category or series, got "values".'),
             (["--label-position", "t"],

@@ -16,8 +16,11 @@
 #include "chart/model/PieChartDataSeriesFormatOptions.h"
 #include "chart/model/SolidBorderFormat.h"
 #include "chart/model/SolidFillFormat.h"
+#include "report/document/ChartParts.h"
 #include "report/document/Document.h"
+#include "report/options/Enumerations.h"
 #include "report/options/Options.h"
+#include "support/Text.h"
 
 // Writes documents with random charts, the same in every run, for the validators: random_charts FOLDER.
 
@@ -162,40 +165,104 @@ std::shared_ptr<chart::Title> makeTitle()
     return title;
 }
 
-std::shared_ptr<chart::DataSeries> makeSeries(unsigned pointCount)
+/// What a random chart needs of its data.
+struct DataNeeds {
+    unsigned seriesCount;
+    /// Whether points have places of their own.
+    bool hasX;
+};
+
+DataNeeds pickNeeds(report::ChartKind kind)
+{
+    using enum report::ChartKind;
+    if (kind == Stock) return {3 + pick(2), false};
+    if (kind == Waterfall) return {1, false};
+    return {pickCount(maximumSeries), kind == Scatter || kind == Bubble};
+}
+
+std::shared_ptr<chart::DataSeries> makeSeries(unsigned pointCount, bool hasX)
 {
     auto series = chart::DataSeries::create(pickOf(texts));
     series->setFormat(makeFormat<chart::DataSeriesShapeFormat>());
     if (pick(4) == 0) series->setLabelFormat(makeLabelFormat());
     if (pick(8) == 0)
         series->setFormatOptions(chart::PieChartDataSeriesFormatOptions::create(pick(101), pick(361)));
+    const bool isPositive = pick(3) == 0;
     for (unsigned i = 0; i < pointCount; ++i) {
-        const auto point = series->appendPoint(pick(3) == 0 ? pickOf(values) : pick(1000) / 7.0);
+        const double value = pick(3) == 0 && !isPositive ? pickOf(values) : 1 + pick(1000) / 7.0;
+        const auto point = series->appendPoint(value);
+        if (hasX) point->setX(1 + pick(100) / 3.0);
         if (pick(5) == 0) point->setFormat(makeFormat<chart::DataPointShapeFormat>());
         if (pick(8) == 0) point->setLabelFormat(makeLabelFormat());
     }
     return series;
 }
 
-std::shared_ptr<chart::DataSet> makeDataSet()
+std::shared_ptr<chart::DataSet> makeDataSet(const DataNeeds& needs)
 {
     const auto pointCount = pickCount(maximumPoints);
     std::vector<std::u16string> categories(pointCount);
     for (auto& category : categories) category = pickOf(texts);
     auto dataSet = chart::DataSet::create(categories);
-    const auto seriesCount = pickCount(maximumSeries);
-    for (unsigned i = 0; i < seriesCount; ++i) dataSet->appendSeries(makeSeries(pointCount));
-    if (seriesCount > 0 && pick(4) == 0) dataSet->getSeries(pick(seriesCount))->appendPoint(1.5);
+    for (unsigned i = 0; i < needs.seriesCount; ++i)
+        dataSet->appendSeries(makeSeries(pointCount, needs.hasX));
+    if (needs.seriesCount > 0 && pick(4) == 0)
+        dataSet->getSeries(pick(needs.seriesCount))->appendPoint(1.5, 1.5);
     return dataSet;
 }
 
-std::shared_ptr<chart::Chart> makeChart()
+std::vector<double> makeAmounts(std::size_t count)
+{
+    std::vector<double> amounts(count);
+    for (auto& amount : amounts)
+        amount = pick(9) == 0 ? std::numeric_limits<double>::quiet_NaN() : pick(50) / 3.0;
+    return amounts;
+}
+
+/// Dates, months, years or numbers, which may descend, and may repeat.
+std::vector<double> makeCategoryValues(std::size_t count)
+{
+    std::vector<double> made(count);
+    double value = pick(5) == 0 ? 1.0 : 36'526.0 + pick(9000);
+    const std::array steps = {1.0, 7.0, 31.0, 366.0, 0.5, -1.0};
+    const double step = pickOf(steps);
+    for (auto& one : made) {
+        one = value;
+        if (pick(9) > 0) value += step;
+    }
+    return made;
+}
+
+report::ChartData makeData(const std::shared_ptr<chart::DataSet>& dataSet, report::ChartKind kind)
+{
+    report::ChartData data(dataSet);
+    const auto count = dataSet->getCategories().size();
+    if (pick(4) == 0) {
+        data.categoryKind = static_cast<report::CategoryKind>(pick(4));
+        data.categoryValues = makeCategoryValues(count);
+    } else if (pick(5) == 0) {
+        data.levels.assign(1 + pick(2), std::vector<std::u16string>(count));
+        for (auto& level : data.levels)
+            for (auto& text : level) text = pickOf(texts);
+    }
+    data.series.resize(dataSet->getSeriesCount());
+    for (std::size_t i = 0; i < data.series.size(); ++i) {
+        const auto size = dataSet->getSeries(i)->getSize();
+        if (kind == report::ChartKind::Bubble) data.series[i].sizes = makeAmounts(size);
+        if (pick(6) == 0) data.series[i].errorsPlus = makeAmounts(size);
+        if (pick(6) == 0) data.series[i].errorsMinus = makeAmounts(size);
+    }
+    if (kind == report::ChartKind::Waterfall && count > 0) data.totals = {dataSet->getCategories().back()};
+    return data;
+}
+
+std::shared_ptr<chart::Chart> makeChart(const std::shared_ptr<chart::DataSet>& dataSet)
 {
     const std::array<std::shared_ptr<chart::Chart>, 4> types = {
         chart::BarChart::create(), chart::ColumnChart::create(), chart::LineChart::create(),
         chart::PieChart::create()};
     auto chart = pickOf(types);
-    chart->setDataSet(makeDataSet());
+    chart->setDataSet(dataSet);
     if (pick(3) > 0) chart->setTitle(makeTitle());
     if (pick(3) == 0) chart->setPlotArea(makePlotArea());
     return chart;
@@ -215,8 +282,18 @@ double makeNumber(const report::Option& option)
     return option.form == report::OptionForm::Integer ? std::floor(number) : number;
 }
 
+/// Colours, or names of series or categories that text in UTF-8 can name.
+std::vector<std::string> makeTexts(const std::string& option, const chart::DataSet& data)
+{
+    if (option == "colors" || option == "palette") return {"teal"};
+    if (option == "totals") return {"North"};
+    const auto count = static_cast<unsigned>(data.getSeriesCount());
+    if (count == 0) return {};
+    return {pick(3) == 0 ? "North" : toUtf8(data.getSeries(pick(count))->getName())};
+}
+
 /// A value that the option takes, if not together with every other.
-report::OptionValue makeValue(const report::Option& option)
+report::OptionValue makeValue(const report::Option& option, const chart::DataSet& data)
 {
     using report::OptionForm;
     switch (option.form) {
@@ -232,41 +309,40 @@ report::OptionValue makeValue(const report::Option& option)
         case OptionForm::Choices:
             return std::vector<std::string>{pickOf(option.choices), pickOf(option.choices)};
         case OptionForm::Texts:
-            return std::vector<std::string>{"teal"};
+            return makeTexts(option.name, data);
         case OptionForm::TextPairs:
             break;
     }
     return std::vector<std::pair<std::string, std::string>>{};
 }
 
-/// Whether an option that suits the kind of chart suits its data too.
-bool suitsData(const std::string& option, const chart::DataSet& data)
+bool canWrite(const chart::Chart& chart, const report::ChartOptions& options, const report::ChartData& data)
 {
-    const auto series = *data.getSeriesList();
-    if (option == "colors") return !series.empty() && series.front()->getSize() > 0;
-    if (option != "log") return true;
-    return std::all_of(series.begin(), series.end(), [](const auto& one) {
-        const auto& points = one->getPoints();
-        return std::none_of(points.begin(), points.end(), [](const auto& p) { return p->getValue() <= 0; });
-    });
+    try {
+        report::checkOptions(options, report::getKind(chart, options));
+        report::makeChartParts(chart, options, 1, "rId1", {}, data);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
 }
 
-/// Of all that the kind of chart takes, some; what does not go together with the others is dropped.
-report::ChartOptions makeOptions(const chart::Chart& chart)
+/// Of all that the kind of chart takes, some; what does not go together with the others, or with the data, is
+/// dropped.
+report::ChartOptions makeOptions(const chart::Chart& chart, report::ChartKind kind,
+                                 const report::ChartData& data)
 {
-    const auto kind = report::getKind(chart);
     report::ChartOptions options;
+    options.kind = kind;
     for (const auto& option : report::getOptions()) {
-        if (pick(4) > 0 || !option.kinds.contains(kind) || !suitsData(option.name, *chart.getDataSet()))
-            continue;
+        if (pick(4) > 0 || !option.kinds.contains(kind) || std::string(option.name) == "type") continue;
         auto tried = options;
         try {
-            report::setOption(tried, option, makeValue(option), option.name);
-            report::checkOptions(tried, kind);
-            options = tried;
+            report::setOption(tried, option, makeValue(option, *chart.getDataSet()), option.name);
         } catch (const std::runtime_error&) {
             continue;
         }
+        if (canWrite(chart, tried, data)) options = tried;
     }
     return options;
 }
@@ -277,8 +353,12 @@ report::Document makeDocument()
     for (unsigned i = 0; i < chartsInDocument; ++i) {
         document.addHeading(pickOf(plainTexts), static_cast<int>(1 + pick(9)));
         document.addParagraph(pickOf(plainTexts));
-        const auto chart = makeChart();
-        document.addChart(chart, makeOptions(*chart));
+        const auto kind = pickOf(report::kindRows).value;
+        const auto chart = makeChart(makeDataSet(pickNeeds(kind)));
+        const auto data = makeData(chart->getDataSet(), kind);
+        // X values of points, say, cannot come from categories that are texts.
+        if (!canWrite(*chart, {.kind = kind}, data)) continue;
+        document.addChart(chart, makeOptions(*chart, kind, data), data);
     }
     return document;
 }

@@ -1,0 +1,211 @@
+#include <algorithm>
+#include <array>
+
+#include "report/finish/CategoryValues.h"
+#include "report/finish/NumberCaches.h"
+#include "report/finish/Rules.h"
+#include "report/finish/SchemaOrder.h"
+#include "report/finish/ShownChart.h"
+#include "report/finish/Waterfall.h"
+#include "report/package/Xml.h"
+#include "report/workbook/CellNames.h"
+#include "report/workbook/Workbook.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+
+using xercesc::DOMElement;
+
+namespace {
+
+// --- Categories ---
+
+DOMElement* makeCategoryNumbers(const ChartPart& part)
+{
+    const auto& data = part.context.data;
+    const auto column = getCategoryColumn(data);
+    auto* holder = part.doc->createElement(u"c:cat");
+    appendNumbers(holder, getCellRange(column, data.categoryValues.size()),
+                  readXmlText(getCategoryFormat(data), "category-format"), data.categoryValues);
+    return holder;
+}
+
+void appendLevel(DOMElement* cache, const std::vector<std::u16string>& texts)
+{
+    auto* level = appendElement(cache, u"c:lvl");
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (texts[i].empty()) continue;
+        auto* point = appendElement(level, u"c:pt");
+        point->setAttribute(u"idx", num2str(static_cast<unsigned long>(i)).c_str());
+        appendTextElement(point, u"c:v", escapeCharacters(texts[i]));
+    }
+}
+
+/// The innermost level comes first.
+DOMElement* makeLevels(const ChartPart& part)
+{
+    const auto& data = part.context.data;
+    const auto& categories = data.dataSet->getCategories();
+    auto* holder = part.doc->createElement(u"c:cat");
+    auto* reference = appendElement(holder, u"c:multiLvlStrRef");
+    appendTextElement(reference, u"c:f",
+                      u"Sheet1!$A$2:$" + getColumnLetters(getCategoryColumn(data)) + u"$" +
+                          num2str(static_cast<unsigned long>(categories.size() + 1)));
+    auto* cache = appendElement(reference, u"c:multiLvlStrCache");
+    appendElement(cache, u"c:ptCount", num2str(static_cast<unsigned long>(categories.size())).c_str());
+    appendLevel(cache, categories);
+    for (auto level = data.levels.rbegin(); level != data.levels.rend(); ++level) appendLevel(cache, *level);
+    return holder;
+}
+
+void replaceCategories(const ChartPart& part, DOMElement* categories)
+{
+    for (const auto& series : part.series)
+        series.element->replaceChild(categories->cloneNode(true), findChild(series.element, u"c:cat"))
+            ->release();
+    categories->release();
+}
+
+void writeCategories(ChartPart& part)
+{
+    const auto& data = part.context.data;
+    if (pointKinds.contains(part.context.kind)) return;
+    if (!data.levels.empty()) return replaceCategories(part, makeLevels(part));
+    if (hasCategoryNumbers(data)) replaceCategories(part, makeCategoryNumbers(part));
+}
+
+// --- Date axis ---
+
+const char16_t* getToken(DateUnit unit)
+{
+    switch (unit) {
+        case DateUnit::Days:
+            return u"days";
+        case DateUnit::Months:
+            return u"months";
+        case DateUnit::Years:
+            break;
+    }
+    return u"years";
+}
+
+void makeDateAxis(DOMElement* axis, const DateScale& scale)
+{
+    if (axis == nullptr) return;
+    axis->getOwnerDocument()->renameNode(axis, nullptr, u"c:dateAx");
+    putInOrder(axis);
+    replaceInOrder(axis, u"c:auto", u"0");
+    replaceInOrder(axis, u"c:baseTimeUnit", getToken(scale.base));
+    replaceInOrder(axis, u"c:majorUnit", num2str(static_cast<unsigned long>(scale.step)).c_str());
+    replaceInOrder(axis, u"c:majorTimeUnit", getToken(scale.unit));
+}
+
+void makeDateAxes(ChartPart& part)
+{
+    if (!hasDateAxis(part.context)) return;
+    const auto scale = chooseDateScale(part.context.data.categoryValues);
+    makeDateAxis(part.axes.category, scale);
+    makeDateAxis(part.secondAxes.category, scale);
+}
+
+// --- Points ---
+
+std::vector<double> listX(const chart::DataSeries& series)
+{
+    std::vector<double> x;
+    x.reserve(series.getSize());
+    for (const auto& point : series.getPoints()) x.push_back(point->getX());
+    return x;
+}
+
+/// X values stand in the place of the categories where all series share them.
+void writeX(const ChartPart& part, const SeriesPart& series)
+{
+    const auto& data = part.context.data;
+    const bool isShared = data.categoryKind != CategoryKind::Text;
+    const auto column =
+        isShared ? getCategoryColumn(data) : getFurtherColumn(data, series.index, part.context.workbook);
+    auto* x = part.doc->createElement(u"c:xVal");
+    appendNumbers(x, getCellRange(column, series.series.getSize()),
+                  isShared ? readXmlText(getCategoryFormat(data), "category-format") : u"General",
+                  listX(series.series));
+    series.element->replaceChild(x, findChild(series.element, u"c:cat"))->release();
+}
+
+void writeSizes(const ChartPart& part, const SeriesPart& series)
+{
+    auto* sizes = insertInOrder(series.element, u"c:bubbleSize");
+    const auto& values = part.context.data.getDetails(series.index).sizes;
+    appendNumbers(sizes, getCellRange(part.getColumn(series) + 1, values.size()), u"General", values);
+    insertInOrder(series.element, u"c:bubble3D", u"0");
+}
+
+void placePoints(ChartPart& part)
+{
+    for (const auto& series : part.series) {
+        writeX(part, series);
+        part.doc->renameNode(findChild(series.element, u"c:val"), nullptr, u"c:yVal");
+        if (part.context.kind == ChartKind::Bubble) writeSizes(part, series);
+        putInOrder(series.element);
+    }
+}
+
+/// Both axes show numbers; what they say stands at the ends, below all points and left of them.
+void makeXAxis(ChartPart& part)
+{
+    auto* axis = part.axes.category;
+    part.doc->renameNode(axis, nullptr, u"c:valAx");
+    putInOrder(axis);
+    insertInOrder(axis, u"c:crossBetween", u"midCat");
+    replaceInOrder(axis, u"c:axPos", u"b");
+    replaceInOrder(axis, u"c:tickLblPos", u"low");
+    replaceInOrder(part.axes.value, u"c:axPos", u"l");
+    replaceInOrder(part.axes.value, u"c:tickLblPos", u"low");
+    replaceInOrder(part.axes.value, u"c:crossBetween", u"midCat");
+}
+
+// --- Waterfalls ---
+
+/// What tells a waterfall from other stacks, and which series draw no data of their own: the author's series,
+/// for whoever reads or fills the chart.
+void markWaterfall(ChartPart& part)
+{
+    constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
+    if (part.series.size() <= base) return;
+    const auto& data = part.context.data;
+    const auto& own = *data.dataSet->getSeries(0);
+    const auto column = getValueColumn(data, 0, part.context.workbook);
+    auto* extension = appendElement(insertInOrder(part.series[base].element, u"c:extLst"), u"c:ext");
+    extension->setAttribute(u"uri", u"{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}");
+    extension->setAttribute(u"xmlns:q", u"urn:quillon:chart");
+    auto* waterfall = appendElement(extension, u"q:waterfall");
+    auto* name = appendElement(appendElement(waterfall, u"c:tx"), u"c:strRef");
+    appendTextElement(name, u"c:f", getNameCell(column));
+    auto* cache = appendElement(name, u"c:strCache");
+    appendElement(cache, u"c:ptCount", u"1");
+    auto* point = appendElement(cache, u"c:pt");
+    point->setAttribute(u"idx", u"0");
+    appendTextElement(point, u"c:v", escapeCharacters(own.getName()));
+    std::vector<double> values;
+    for (const auto& one : own.getPoints()) values.push_back(one->getValue());
+    appendNumbers(appendElement(waterfall, u"c:val"), getCellRange(column, values.size()),
+                  readXmlText(data.getDetails(0).numberFormat, "number-format"), values);
+    const auto& categories = data.dataSet->getCategories();
+    for (std::size_t i = 0; i < categories.size(); ++i)
+        if (std::find(data.totals.begin(), data.totals.end(), categories[i]) != data.totals.end())
+            appendElement(waterfall, u"q:total", num2str(static_cast<unsigned long>(i)).c_str());
+}
+
+constexpr std::array rules = {
+    Rule{allKinds, writeCategories},
+    Rule{categoryKinds, makeDateAxes},
+    Rule{pointKinds, placePoints},
+    Rule{pointKinds, makeXAxis},
+    Rule{ChartKinds(ChartKind::Waterfall), markWaterfall},
+};
+
+}  // namespace
+
+const std::span<const Rule> categoryRules = rules;
+
+}  // namespace quillon::report

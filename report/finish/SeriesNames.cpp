@@ -1,0 +1,48 @@
+#include "report/finish/SeriesNames.h"
+
+#include <algorithm>
+
+#include "report/options/ChartError.h"
+#include "report/package/Xml.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+[[noreturn]] void refuseName(const chart::DataSet& dataSet, const std::string& name, const char* option)
+{
+    std::vector<std::u16string> names;
+    const auto all = dataSet.getSeriesList();
+    for (const auto& series : *all) names.push_back(series->getName());
+    throw ChartError("", std::string(option) + ": there is no series \"" + name + "\"; " +
+                             (names.empty() ? "there are no series" : "the series are" + listNames(names)) +
+                             ".");
+}
+
+}  // namespace
+
+std::vector<std::size_t> findSeries(const chart::DataSet& dataSet, const std::vector<std::string>& names,
+                                    const char* option)
+{
+    std::vector<std::size_t> positions;
+    for (const auto& name : names) {
+        const auto wanted = toUtf16(name);
+        const auto before = positions.size();
+        for (std::size_t i = 0; i < dataSet.getSeriesCount(); ++i)
+            if (dataSet.getSeries(i)->getName() == wanted) positions.push_back(i);
+        if (positions.size() == before) refuseName(dataSet, name, option);
+    }
+    return positions;
+}
+
+std::string listNames(const std::vector<std::u16string>& names)
+{
+    constexpr std::size_t named = 20;
+    std::string list;
+    for (std::size_t i = 0; i < std::min(names.size(), named); ++i)
+        list += (i == 0 ? " \"" : ", \"") + toUtf8(escapeCharacters(names[i])) + "\"";
+    if (names.size() > named) list += " and " + std::to_string(names.size() - named) + " more";
+    return list;
+}
+
+}  // namespace quillon::report

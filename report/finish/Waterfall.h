@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "report/options/ChartData.h"
+
+namespace quillon::report {
+
+/// The series that draw a waterfall, in the order of their colours and columns. Bars that cross 0 have a part
+/// of their own below it. The base is invisible: it carries the others, and stands first in the stack.
+enum class WaterfallPart : std::uint8_t {
+    Increase,
+    Decrease,
+    Total,
+    Base,
+    IncreaseBelow,
+    DecreaseBelow,
+    TotalBelow
+};
+
+/// The series that draws the part, and the cells of its points: a column behind the author's series.
+struct WaterfallSeries {
+    WaterfallPart part;
+    std::u16string name;
+    std::vector<double> values;
+};
+
+/// What draws `series`: Increase, Decrease, Total and Base, and all parts below 0 where a bar crosses it. A
+/// category in `totals` shows its own value, from 0 on, and the changes behind it start there; where that is
+/// missing, the sum of all before. A missing change is none. Throws: ChartError for a total that is no
+/// category.
+std::vector<WaterfallSeries> makeWaterfall(const std::vector<std::u16string>& categories,
+                                           const chart::DataSeries& series,
+                                           const std::vector<std::u16string>& totals);
+
+}  // namespace quillon::report
