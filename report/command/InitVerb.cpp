@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -6,6 +7,7 @@
 #include "report/command/ChartMaker.h"
 #include "report/command/Output.h"
 #include "report/command/Verbs.h"
+#include "report/options/Options.h"
 #include "support/Text.h"
 
 namespace quillon::report {
