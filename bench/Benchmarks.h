@@ -40,5 +40,6 @@ inline double makeValue(std::size_t series, std::size_t point)
 void registerWriterBenchmarks();
 void registerHostBenchmarks();
 void registerReportBenchmarks();
+void registerFillBenchmarks();
 
 }  // namespace quillon::bench

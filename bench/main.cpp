@@ -12,6 +12,7 @@ int main(int argc, char** argv)
     quillon::bench::registerWriterBenchmarks();
     quillon::bench::registerHostBenchmarks();
     quillon::bench::registerReportBenchmarks();
+    quillon::bench::registerFillBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     quillon::bench::TableReporter table;

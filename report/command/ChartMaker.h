@@ -6,13 +6,13 @@
 
 #include "chart/model/Chart.h"
 #include "report/command/ChartJob.h"
-#include "report/table/Table.h"
+#include "report/options/ChartData.h"
 
 namespace quillon::report {
 
-/// Makes the chart that `job` asks for from its table; `note` gets a sentence on each column that is left
-/// out. Throws: std::runtime_error that says what was wrong, where, and what is allowed.
-std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const Table& table,
+/// Makes the chart that `job` asks for of the data of its table; `note` gets a sentence on what a pie does
+/// not show. Throws: std::runtime_error that says what was wrong, where, and what is allowed.
+std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data,
                                         const std::function<void(const std::string&)>& note);
 
 }  // namespace quillon::report

@@ -41,11 +41,17 @@ struct Store {
     }
     void operator()(std::vector<std::string> ChartJob::*member) const
     {
+        if (value.is_string()) return (job.*member).push_back(value.get<std::string>());
         if (!value.is_array()) fail("{}: expected a list of texts.", place);
         for (const auto& item : value) {
             if (!item.is_string()) fail("{}: expected a list of texts.", place);
             (job.*member).push_back(item.get<std::string>());
         }
+    }
+    void operator()(std::size_t ChartJob::*member) const
+    {
+        if (!value.is_number_unsigned()) fail("{}: expected a whole number, 0 or more.", place);
+        job.*member = value.get<std::size_t>();
     }
     void operator()(bool ChartJob::*member) const
     {
@@ -75,7 +81,7 @@ OptionValue readValue(const Json& value)
 const JobOption& findJobOption(const std::string& name, const std::string& place)
 {
     std::string known = "table";
-    for (const auto& option : jobOptions) {
+    for (const auto& option : getJobOptions()) {
         if (name == option.name) return option;
         known += std::string(", ") + option.name;
     }

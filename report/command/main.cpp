@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <exception>
@@ -15,9 +16,11 @@
 #include "report/command/JobFile.h"
 #include "report/command/OptionPage.h"
 #include "report/document/Document.h"
+#include "report/options/ListText.h"
 #include "report/options/Options.h"
+#include "report/options/QuotedText.h"
+#include "report/table/ChartTable.h"
 #include "report/table/Fail.h"
-#include "report/table/Table.h"
 
 namespace quillon::report {
 namespace {
@@ -61,6 +64,16 @@ void refuseToReplace(const std::string& input, const std::string& output)
     std::error_code isNoFile;
     if (std::filesystem::equivalent(input, output, isNoFile))
         fail("Cannot write \"{}\": the charts are made from it.", output);
+}
+
+std::size_t readWholeNumber(const std::string& option, const std::string& text)
+{
+    std::size_t number = 0;
+    const auto* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end)
+        fail("{} {}: expected a whole number.", option, quoteText(text));
+    return number;
 }
 
 /// Shows on a terminal how far a work has come that lasts over a second.
@@ -124,7 +137,7 @@ CommandLine::CommandLine()
 {
     app_.footer(examples);
     tables_ = app_.add_option("TABLE", tableNames_, "a CSV file; several make several charts");
-    for (const auto& option : jobOptions) {
+    for (const auto& option : getJobOptions()) {
         const auto name = std::string("--") + option.name;
         const bool isFlag = std::holds_alternative<bool ChartJob::*>(option.member);
         auto* added = isFlag ? app_.add_flag(name, option.help) : app_.add_option(name, option.help);
@@ -178,6 +191,8 @@ void CommandLine::apply(const CLI::Option* option, std::size_t occurrence, Chart
     if (const auto* list = std::get_if<std::vector<std::string> ChartJob::*>(&member))
         job.*(*list) = splitList(text);
     if (const auto* single = std::get_if<std::string ChartJob::*>(&member)) job.*(*single) = text;
+    if (const auto* number = std::get_if<std::size_t ChartJob::*>(&member))
+        job.*(*number) = readWholeNumber(option->get_name(), text);
 }
 
 std::vector<ChartJob> CommandLine::getJobs() const
@@ -203,9 +218,12 @@ std::vector<ChartJob> CommandLine::getJobs() const
 
 void addChart(Document& document, const ChartJob& job)
 {
-    const auto chart = makeChart(job, readTable(job.table, job.delimiter), warn);
+    TableOptions reading = job;
+    reading.gaps = job.gaps || job.options.blank;
+    const auto data = readChartData(job.table, reading, {nullptr, warn});
+    const auto chart = makeChart(job, data, warn);
     if (!job.heading.empty()) document.addHeading(job.heading, 1);
-    document.addChart(chart, job.options);
+    document.addChart(chart, job.options, data);
 }
 
 void write(const std::vector<ChartJob>& jobs, const std::string& output)

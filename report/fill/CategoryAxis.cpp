@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "report/options/NumberText.h"
+
 namespace quillon::report {
 namespace {
 

@@ -236,6 +236,11 @@ std::string ChartMarkup::readText(const PointSource& source) const
     return text;
 }
 
+std::size_t ChartMarkup::countPoints(const PointSource& source) const
+{
+    return source.kind == PointSource::Kind::Value ? 0 : PointCache::readCount(xml_, source.cache);
+}
+
 PointCache ChartMarkup::readCache(const PointSource& source, std::size_t level) const
 {
     if (source.kind == PointSource::Kind::Value) return {};

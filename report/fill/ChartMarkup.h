@@ -108,6 +108,8 @@ class ChartMarkup {
     /// Why the chart cannot be filled: "it is a pivot chart". Empty when it can.
     const std::string& getProblem() const { return problem_; }
 
+    /// As the source announces.
+    std::size_t countPoints(const PointSource& source) const;
     PointCache readCache(const PointSource& source, std::size_t level = 0) const;
     /// Empty for a source that holds none.
     Points readPoints(const PointSource& source) const;

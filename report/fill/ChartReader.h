@@ -46,7 +46,4 @@ ChartData readChartData(const ChartMarkup& part);
 /// Whether the only number of a literal stands for every point, as amounts of error bars do.
 bool isForAll(const PointSource& source, const Points& points);
 
-/// Whether numbers of that format are dates or times.
-bool isDateFormat(std::string_view format);
-
 }  // namespace quillon::report

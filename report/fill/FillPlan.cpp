@@ -1,6 +1,7 @@
 #include "report/fill/FillPlan.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -15,6 +16,9 @@ namespace {
 using Kind = PointSource::Kind;
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+
+/// What a series has cells for beyond name, categories and values, in the order of SeriesCells::more.
+constexpr std::array moreSources = {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus};
 
 std::string quote(const std::string& text)
 {
@@ -110,7 +114,7 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     planSeries();
     planOrder();
     for (std::size_t i = 0; i < series_.size(); ++i) planContent(series_[i], i);
-    shareReferences();
+    shareCategories();
 }
 
 void FillPlan::requireFillable() const
@@ -143,7 +147,7 @@ void FillPlan::requireNumbers() const
     const auto series = data_.dataSet->getSeriesList();
     for (std::size_t s = 0; s < series->size(); ++s)
         for (std::size_t i = 0; i < (*series)[s]->getSize(); ++i) {
-            const auto& point = *(*series)[s]->getPoint(i);
+            const auto& point = *(*series)[s]->getPoints()[i];
             for (const double number : {point.getX(), point.getY()})
                 if (std::abs(number) > maximumNumber)
                     throw std::runtime_error(
@@ -158,7 +162,7 @@ void FillPlan::planCategories()
 {
     bool hasCategoryGroups = false;
     for (const auto& series : part_.getSeries()) {
-        pointsBefore_ = std::max(pointsBefore_, part_.readCache(series.values).getCount());
+        pointsBefore_ = std::max(pointsBefore_, part_.countPoints(series.values));
         hasCategoryGroups = hasCategoryGroups || part_.getShape(series) == GroupShape::Categories;
     }
     const auto* named = part_.findCategories();
@@ -306,7 +310,7 @@ void FillPlan::planNames(SeriesPlan& plan)
 
 std::size_t FillPlan::countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const
 {
-    const auto before = plan.isAdded ? pointsBefore_ : part_.readCache(plan.look->values).getCount();
+    const auto before = plan.isAdded ? pointsBefore_ : part_.countPoints(plan.look->values);
     const bool hasOwnCount = before != pointsBefore_ || part_.getShape(*plan.look) != GroupShape::Categories;
     return hasOwnCount ? std::max(countUsed(numbers), std::min(before, numbers.size())) : numbers.size();
 }
@@ -317,8 +321,7 @@ void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
     const auto count = countPoints(plan, values);
     values.resize(count);
     if (part_.getShape(*plan.look) != GroupShape::Categories) {
-        plan.points =
-            std::make_shared<Matches>(matchPositions(part_.readCache(plan.look->values).getCount(), count));
+        plan.points = std::make_shared<Matches>(matchPositions(part_.countPoints(plan.look->values), count));
         planX(plan, index, count);
     }
     plan.values = planNumbers(plan, plan.look->values, std::move(values));
@@ -329,12 +332,25 @@ void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
 void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
 {
     const auto& source = plan.look->categories;
-    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
-    numbers.resize(count);
+    auto numbers = readX(index);
+    numbers.resize(count, missing);
     const bool isNumber = source.kind == Kind::Number || source.kind == Kind::NumberLiteral;
     if (!isNumber && isCounting(numbers)) return;
     plan.categories = planNumbers(plan, source, std::move(numbers));
     plan.categories.formula = source.formula;
+}
+
+/// The x values of the data; a table of categories has them there: numbers, or names that stand at 1, 2, 3.
+std::vector<double> FillPlan::readX(std::size_t index) const
+{
+    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
+    const bool isSet = std::any_of(numbers.begin(), numbers.end(), [](double number) { return number != 0; });
+    if (isSet || data_.dataSet->getCategories().empty()) return numbers;
+    auto categories =
+        makeCategories(data_, {.kind = Categories::Kind::Number}, part_.is1904()).points.numbers;
+    if (!categories.empty()) return categories;
+    for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = static_cast<double>(i + 1);
+    return numbers;
 }
 
 SourcePlan FillPlan::planNumbers(const SeriesPlan& plan, const PointSource& source,
@@ -369,7 +385,7 @@ void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t coun
     };
     if (part_.getShape(*plan.look) == GroupShape::Bubbles) {
         plan.sizes = choose(plan.look->sizes, details.sizes);
-        if (details.sizes.empty() && count > part_.readCache(plan.look->sizes).getCount())
+        if (details.sizes.empty() && count > part_.countPoints(plan.look->sizes))
             warn(plan, "the data has no sizes; new points have none, and do not show.");
     }
     const auto& bars = plan.look->errors;
@@ -386,35 +402,42 @@ void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
         "series " + quote(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
 }
 
-void FillPlan::shareReferences()
+void FillPlan::shareCategories()
 {
-    // Cells hold one thing: a series whose categories differ from those of another gets cells of its own.
-    std::map<std::string, std::shared_ptr<const Categories>> contents;
-    for (auto& plan : series_) {
-        auto& formula = plan.categories.formula;
-        if (formula.empty() || !plan.categories.hasCells) continue;
-        const auto& content = contents.emplace(formula, plan.categories.content).first->second;
-        if (content == plan.categories.content || *content == *plan.categories.content)
-            plan.categories.content = content;
-        else
-            formula.clear();
+    std::map<std::string, std::size_t> firsts;
+    for (std::size_t i = 0; i < series_.size(); ++i) {
+        auto& categories = series_[i].categories;
+        series_[i].categoriesOf = i;
+        if (categories.kind == Kind::None || !categories.hasCells) continue;
+        const auto first = firsts.emplace(categories.formula, i).first->second;
+        const auto& content = series_[first].categories.content;
+        if (content == categories.content || *content == *categories.content) {
+            categories.content = content;
+            series_[i].categoriesOf = first;
+        } else {
+            // Cells hold one thing: categories that differ from those of another series get cells of their
+            // own.
+            categories.formula.clear();
+        }
     }
+}
+
+bool FillPlan::isAnywhere(SourcePlan SeriesPlan::*source) const
+{
+    return std::any_of(series_.begin(), series_.end(), [&](const SeriesPlan& plan) {
+        return (plan.*source).kind != Kind::None && (plan.*source).hasCells;
+    });
 }
 
 std::vector<SeriesCells> FillPlan::makeCells() const
 {
-    const auto hasAny = [&](const SourcePlan SeriesPlan::*source) {
-        return std::any_of(series_.begin(), series_.end(), [&](const SeriesPlan& plan) {
-            return (plan.*source).kind != Kind::None && (plan.*source).hasCells;
-        });
-    };
     std::vector<SeriesCells> cells;
-    for (const auto& plan : series_) {
-        SeriesCells one{.name = makeCellsOf(plan.name),
-                        .categories = makeCellsOf(plan.categories),
-                        .values = makeCellsOf(plan.values)};
-        for (const auto source : {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus})
-            if (hasAny(source)) one.more.push_back(makeCellsOf(plan.*source).value_or(CellBlock()));
+    for (std::size_t i = 0; i < series_.size(); ++i) {
+        const auto& plan = series_[i];
+        SeriesCells one{.name = makeCellsOf(plan.name), .values = makeCellsOf(plan.values)};
+        if (plan.categoriesOf == i) one.categories = makeCellsOf(plan.categories);
+        for (const auto source : moreSources)
+            if (isAnywhere(source)) one.more.push_back(makeCellsOf(plan.*source).value_or(CellBlock()));
         cells.push_back(std::move(one));
     }
     return cells;
@@ -440,16 +463,12 @@ void FillPlan::setReferences(const std::vector<SeriesCells>& cells)
         auto& plan = series_[i];
         const auto& one = cells.at(i);
         if (one.name) plan.name.formula = one.name->reference;
-        if (one.categories) plan.categories.formula = one.categories->reference;
         if (one.values) plan.values.formula = one.values->reference;
+        if (const auto& shared = cells.at(plan.categoriesOf).categories)
+            plan.categories.formula = shared->reference;
         auto block = one.more.begin();
-        for (const auto source : {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus}) {
-            const bool isAnywhere = std::any_of(series_.begin(), series_.end(), [&](const SeriesPlan& other) {
-                return (other.*source).kind != Kind::None && (other.*source).hasCells;
-            });
-            if (!isAnywhere || block == one.more.end()) continue;
-            (plan.*source).formula = block++->reference;
-        }
+        for (const auto source : moreSources)
+            if (isAnywhere(source)) (plan.*source).formula = block++->reference;
     }
 }
 

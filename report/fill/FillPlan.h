@@ -38,6 +38,8 @@ struct SeriesPlan {
     std::uint32_t order = 0;
     SourcePlan name = {};
     SourcePlan categories = {};
+    /// The position of the series whose cells hold the categories.
+    std::size_t categoriesOf = 0;
     SourcePlan values = {};
     SourcePlan sizes = {};
     SourcePlan errorsPlus = {};
@@ -81,13 +83,15 @@ class FillPlan {
     void planNames(SeriesPlan& plan);
     void planPoints(SeriesPlan& plan, std::size_t index);
     void planX(SeriesPlan& plan, std::size_t index, std::size_t count);
+    std::vector<double> readX(std::size_t index) const;
     void planDetails(SeriesPlan& plan, std::size_t index, std::size_t count);
     SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,
                            std::vector<double> numbers) const;
     SourcePlan keepNumbers(const SeriesPlan& plan, const PointSource& source, std::size_t count) const;
     std::size_t countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const;
     bool hasCells(const PointSource& source) const;
-    void shareReferences();
+    void shareCategories();
+    bool isAnywhere(SourcePlan SeriesPlan::*source) const;
     void warn(const SeriesPlan& plan, const std::string& sentence);
 
     const ChartMarkup& part_;

@@ -58,8 +58,8 @@ std::vector<Moved> moveAll(const XmlSpans& xml, const std::vector<XmlElement>& e
 
 Places findPlaces(const ChartMarkup& part, const SeriesPlan& plan)
 {
-    const auto before = std::max(part.readCache(plan.look->values).getCount(),
-                                 part.readCache(plan.look->categories).getCount());
+    const auto before =
+        std::max(part.countPoints(plan.look->values), part.countPoints(plan.look->categories));
     return {.after = invert(*plan.points, before), .isRestKept = plan.points->size() == before};
 }
 

@@ -20,15 +20,16 @@ bool isSameNumber(double left, double right)
 }
 
 /// A number that is no negative one, as positions and counts are.
-std::size_t readCount(const XmlSpans& xml, const std::string& text)
+std::size_t readPosition(const XmlSpans& xml, std::string_view text)
 {
     std::size_t count = 0;
     const auto* end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, count);
     if (result.ec != std::errc() || result.ptr != end)
-        throw std::runtime_error(xml.getPart() + ": \"" + text + "\" is no position or number of points.");
+        throw std::runtime_error(xml.getPart() + ": \"" + std::string(text) +
+                                 "\" is no position or number of points.");
     if (count > PointCache::maximumCount)
-        throw std::runtime_error(xml.getPart() + ": a series has " + text +
+        throw std::runtime_error(xml.getPart() + ": a series has " + std::string(text) +
                                  " points; a worksheet has 1,048,576 rows.");
     return count;
 }
@@ -99,35 +100,112 @@ bool Points::operator==(const Points& other) const
                       isSameNumber);
 }
 
+/// Reads the content of a cache tag by tag; a chart may hold very many.
+class PointCache::Reader {
+ public:
+    Reader(PointCache& cache, const XmlSpans& xml, const XmlElement& element, std::size_t level)
+        : cache_(cache),
+          xml_(xml),
+          scanner_(xml.getText(), element.getInner()),
+          level_(level),
+          hasLevels_(element.getName() == "multiLvlStrCache")
+    {
+    }
+
+    void read()
+    {
+        while (const auto tag = scanner_.next()) {
+            if (tag->isEnd) {
+                close(*tag, --depth_);
+                continue;
+            }
+            open(*tag);
+            if (tag->isEmpty)
+                close(*tag, depth_);
+            else
+                ++depth_;
+        }
+    }
+
+ private:
+    void open(const Tag& tag)
+    {
+        const auto pointDepth = hasLevels_ ? 1 : 0;
+        if (depth_ == 0) {
+            start_ = tag.span;
+            if (tag.name == "ptCount") cache_.count_ = readNumber(tag, "val");
+            if (hasLevels_ && tag.name == "lvl") ++cache_.levelCount_;
+        }
+        const bool isWanted = !hasLevels_ || cache_.levelCount_ == level_ + 1;
+        if (depth_ == pointDepth && tag.name == "pt" && isWanted) {
+            point_ = {static_cast<std::uint32_t>(readNumber(tag, "idx")), tag.span, {}, {}};
+            point_.format = scanner_.findAttribute(tag, "formatCode").value_or(Span());
+            hasValue_ = false;
+            isPoint_ = true;
+        }
+        if (depth_ == pointDepth + 1 && isPoint_ && tag.name == "v")
+            point_.value = {tag.span.end, tag.span.end};
+    }
+
+    void close(const Tag& tag, int depth)
+    {
+        const auto pointDepth = hasLevels_ ? 1 : 0;
+        if (depth == 0 && tag.name == "formatCode" && !tag.isEmpty)
+            cache_.format_ = unescapeText(xml_.getText({start_.end, tag.span.begin}));
+        if (depth == 0 && tag.name == "extLst") cache_.extensions_ = {start_.begin, tag.span.end};
+        if (!isPoint_) return;
+        if (depth == pointDepth + 1 && tag.name == "v") {
+            if (!tag.isEmpty) point_.value.end = tag.span.begin;
+            hasValue_ = true;
+        }
+        if (depth != pointDepth) return;
+        point_.element.end = tag.span.end;
+        isPoint_ = false;
+        if (hasValue_ && point_.index < cache_.count_) cache_.points_.push_back(point_);
+    }
+
+    std::size_t readNumber(const Tag& tag, std::string_view attribute) const
+    {
+        const auto span = scanner_.findAttribute(tag, attribute).value_or(Span());
+        return readPosition(xml_, xml_.getText(span));
+    }
+
+    PointCache& cache_;
+    const XmlSpans& xml_;
+    TagScanner scanner_;
+    std::size_t level_;
+    bool hasLevels_;
+    int depth_ = 0;
+    /// Of the child of the cache that is open.
+    Span start_;
+    Point point_{};
+    bool isPoint_ = false;
+    bool hasValue_ = false;
+};
+
 PointCache::PointCache(const XmlSpans& xml, const XmlElement& cache, std::size_t level) : text_(xml.getText())
 {
     if (!cache) return;
-    const auto content = xml.readDeferred(cache);
-    const auto root = content.getRoot();
-    format_ = root.findChild("formatCode").getText();
-    if (const auto count = root.findChild("ptCount").getAttribute("val")) count_ = readCount(xml, *count);
-    const bool hasLevels = root.getName() == "multiLvlStrCache";
-    if (!hasLevels) readPoints(xml, root);
-    for (const auto child : root.getChildren())
-        if (hasLevels && child.getName() == "lvl" && levelCount_++ == level) readPoints(xml, child);
+    Reader(*this, xml, cache, level).read();
+    const auto isBefore = [](const Point& left, const Point& right) { return left.index < right.index; };
+    if (!std::is_sorted(points_.begin(), points_.end(), isBefore))
+        std::stable_sort(points_.begin(), points_.end(), isBefore);
 }
 
-void PointCache::readPoints(const XmlSpans& xml, const XmlElement& parent)
+std::size_t PointCache::readCount(const XmlSpans& xml, const XmlElement& cache)
 {
-    for (const auto element : parent.getChildren()) {
-        if (element.getName() != "pt") continue;
-        const auto index = readCount(xml, element.getAttribute("idx").value_or(""));
-        const auto value = element.findChild("v");
-        if (index >= count_ || !value) continue;
-        const auto format = element.findAttribute(Ns::None, "formatCode").value_or(Span());
-        points_.push_back({static_cast<std::uint32_t>(index), element.getOuter(), value.getInner(), format});
-    }
-    std::stable_sort(points_.begin(), points_.end(),
-                     [](const Point& left, const Point& right) { return left.index < right.index; });
+    if (!cache) return 0;
+    TagScanner scanner(xml.getText(), cache.getInner());
+    while (const auto tag = scanner.next())
+        if (tag->name == "ptCount")
+            return readPosition(xml, xml.getText(scanner.findAttribute(*tag, "val").value_or(Span())));
+    return 0;
 }
 
 const PointCache::Point* PointCache::find(std::size_t index) const
 {
+    // Where none is missing, each stands at its place.
+    if (index < points_.size() && points_[index].index == index) return &points_[index];
     const auto found = std::lower_bound(points_.begin(), points_.end(), index,
                                         [](const Point& point, std::size_t i) { return point.index < i; });
     return found == points_.end() || found->index != index ? nullptr : &*found;
@@ -152,9 +230,9 @@ bool PointCache::hasValue(const Point& point, const Points& points, std::size_t 
                           : isSameNumber(readCachedNumber(getValue(point)), points.numbers[index]);
 }
 
-std::string PointCache::write(const Points& points, const Matches& matches, const std::string& prefix) const
+void PointCache::append(std::string& markup, const Points& points, const Matches& matches,
+                        const std::string& prefix) const
 {
-    std::string markup;
     for (std::size_t i = 0; i < points.getSize(); ++i) {
         const auto* before = i < count_ ? find(i) : nullptr;
         const auto source = i < matches.size() ? matches[i] : noMatch;
@@ -172,7 +250,6 @@ std::string PointCache::write(const Points& points, const Matches& matches, cons
         appendPoint(markup, prefix, i, format,
                     points.areText ? escapeText(points.texts[i]) : writeCachedNumber(points.numbers[i]));
     }
-    return markup;
 }
 
 double readCachedNumber(std::string_view text)

@@ -31,7 +31,7 @@ class PointCache {
     static constexpr std::size_t maximumCount = 1'048'576;
 
     PointCache() = default;
-    /// Reads `cache`, which may have been deferred, an element of `xml`; both must outlive it. `Level`: which
+    /// Reads `cache`, which was deferred, an element of `xml`; both must outlive it. `Level`: which
     /// of several levels, the innermost first. Throws: std::runtime_error for more points than cells, and
     /// positions that are no numbers.
     PointCache(const XmlSpans& xml, const XmlElement& cache, std::size_t level = 0);
@@ -40,11 +40,17 @@ class PointCache {
     std::size_t getLevelCount() const { return levelCount_; }
     /// The number format of all points that have none of their own; empty without one.
     const std::string& getFormat() const { return format_; }
+    /// The extensions of the cache, as markup.
+    std::string_view getExtensions() const { return getText(extensions_); }
     Points read(bool asText) const;
 
-    /// The points in markup, without the count. A point that stays at its place and has the value it had
+    /// The number of points alone.
+    static std::size_t readCount(const XmlSpans& xml, const XmlElement& cache);
+
+    /// Appends the points as markup. A point that stays at its place and has the value it had
     /// keeps its text; formats of points move along as `matches` says. Prefix: "c:".
-    std::string write(const Points& points, const Matches& matches, const std::string& prefix) const;
+    void append(std::string& markup, const Points& points, const Matches& matches,
+                const std::string& prefix) const;
 
  private:
     struct Point {
@@ -55,7 +61,8 @@ class PointCache {
         Span format;
     };
 
-    void readPoints(const XmlSpans& xml, const XmlElement& parent);
+    class Reader;
+
     const Point* find(std::size_t index) const;
     bool hasValue(const Point& point, const Points& points, std::size_t index) const;
     std::string_view getText(Span span) const { return text_.substr(span.begin, span.getSize()); }
@@ -65,6 +72,7 @@ class PointCache {
     std::string format_;
     std::size_t count_ = 0;
     std::size_t levelCount_ = 0;
+    Span extensions_;
     /// By position.
     std::vector<Point> points_;
 };

@@ -76,10 +76,10 @@ class CacheMarkup {
     {
         if (content_.kind == Kind::Levels) return makeLevels();
         const auto before = isKept_ ? part_.readCache(source_) : PointCache();
-        std::string markup = makeFormat();
-        markup += makeCount(prefix_, content_.points.getSize());
-        markup += before.write(content_.points, content_.matches, prefix_);
-        return markup + getExtensions();
+        auto markup = makeFormat(before.getFormat()) + makeCount(prefix_, content_.points.getSize());
+        before.append(markup, content_.points, content_.matches, prefix_);
+        markup += before.getExtensions();
+        return markup;
     }
 
  private:
@@ -94,31 +94,23 @@ class CacheMarkup {
 
     std::string makeLevels() const
     {
-        std::string markup = makeCount(prefix_, content_.points.getSize());
+        auto markup = makeCount(prefix_, content_.points.getSize());
         for (std::size_t i = 0; i <= content_.levels.size(); ++i) {
             const auto& points = i == 0 ? content_.points : content_.levels[content_.levels.size() - i];
             const auto before = isKept_ ? part_.readCache(source_, i) : PointCache();
-            markup += wrap(prefix_, "lvl", before.write(points, {}, prefix_));
+            std::string level;
+            before.append(level, points, {}, prefix_);
+            markup += wrap(prefix_, "lvl", level);
         }
-        return markup + getExtensions();
+        if (isKept_) markup += part_.readCache(source_).getExtensions();
+        return markup;
     }
 
-    std::string makeFormat() const
+    std::string makeFormat(const std::string& before) const
     {
         if (content_.kind != Kind::Number) return {};
-        const auto before =
-            isKept_ ? part_.getXml().readDeferred(source_.cache).getRoot().findChild("formatCode").getText()
-                    : std::string();
         const auto& format = content_.format.empty() ? before : content_.format;
         return wrap(prefix_, "formatCode", escapeText(format.empty() ? "General" : format));
-    }
-
-    std::string getExtensions() const
-    {
-        if (!isKept_) return {};
-        const auto cache = part_.getXml().readDeferred(source_.cache);
-        const auto extensions = cache.getRoot().findChild("extLst");
-        return extensions ? std::string(extensions.getSource()) : std::string();
     }
 
     const ChartMarkup& part_;

@@ -108,26 +108,40 @@ struct Template::Content {
     {
     }
 
-    std::shared_ptr<const Drawings> getDrawings() const;
+    const Drawings& getDrawings() const;
     std::shared_ptr<const ReadChart> readChart(const std::string& part) const;
-    FoundChart describeChart(const ChartDrawing& drawing, std::size_t number) const;
+    const FoundChart& describePart(const std::string& part) const;
+    FoundChart describeChart(std::size_t index) const;
     std::size_t find(const std::string& key) const;
-    [[noreturn]] void failToFind(const std::string& key, const std::vector<std::size_t>& found) const;
+    [[noreturn]] void failToFind(const std::string& key, std::size_t count) const;
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
     void separate(std::size_t index);
     FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options);
 
+    /// After a change of anything but a chart part.
+    void forget();
+
     Package package;
     std::shared_ptr<Originals> originals;
+    /// What is known of this copy: its drawings, null until they are needed, and its chart parts.
+    mutable std::shared_ptr<const Drawings> drawings;
+    mutable std::map<std::string, std::shared_ptr<const FoundChart>> charts;
+    bool isChanged = false;
 };
 
-std::shared_ptr<const Drawings> Template::Content::getDrawings() const
+const Drawings& Template::Content::getDrawings() const
 {
-    const auto drawings = originals->getDrawings();
-    const auto parts = findTextParts(package);
-    const bool isSame = std::all_of(parts.begin(), parts.end(),
-                                    [&](const auto& part) { return originals->holds(package, part.first); });
-    return isSame ? drawings : std::make_shared<const Drawings>(findCharts(package));
+    if (!drawings)
+        drawings =
+            isChanged ? std::make_shared<const Drawings>(findCharts(package)) : originals->getDrawings();
+    return *drawings;
+}
+
+void Template::Content::forget()
+{
+    isChanged = true;
+    drawings.reset();
+    charts.clear();
 }
 
 std::shared_ptr<const ReadChart> Template::Content::readChart(const std::string& part) const
@@ -136,62 +150,71 @@ std::shared_ptr<const ReadChart> Template::Content::readChart(const std::string&
     return std::make_shared<const ReadChart>(package, part);
 }
 
-FoundChart Template::Content::describeChart(const ChartDrawing& drawing, std::size_t number) const
+const FoundChart& Template::Content::describePart(const std::string& part) const
 {
-    FoundChart found{.number = number,
-                     .name = drawing.name,
-                     .altText = drawing.description.empty() ? drawing.title : drawing.description,
-                     .place = drawing.place,
-                     .problem = drawing.problem};
-    if (!found.problem.empty()) return found;
+    auto& known = charts[part];
+    if (known) return *known;
+    FoundChart found;
     try {
-        const auto chart = readChart(drawing.chartParts[0]);
+        const auto chart = readChart(part);
         found.title = chart->part.getTitle();
         found.types = chart->part.getTypes();
         found.problem = chart->part.getProblem();
         for (const auto& series : chart->part.getSeries()) {
             found.series.push_back(series.name);
-            found.points = std::max(found.points, chart->part.readCache(series.values).getCount());
+            found.points = std::max(found.points, chart->part.countPoints(series.values));
         }
     } catch (const std::runtime_error& error) {
         found.problem = error.what();
     }
+    known = std::make_shared<const FoundChart>(std::move(found));
+    return *known;
+}
+
+FoundChart Template::Content::describeChart(std::size_t index) const
+{
+    const auto& drawing = getDrawings()[index];
+    auto found = drawing.problem.empty() ? describePart(drawing.chartParts[0])
+                                         : FoundChart{.problem = drawing.problem};
+    found.number = index + 1;
+    found.name = drawing.name;
+    found.altText = drawing.description.empty() ? drawing.title : drawing.description;
+    found.place = drawing.place;
     return found;
 }
 
 std::size_t Template::Content::find(const std::string& key) const
 {
-    const auto drawings = getDrawings();
     std::vector<std::size_t> found;
-    for (std::size_t i = 0; i < drawings->size(); ++i)
-        if (isNamed((*drawings)[i], describeChart((*drawings)[i], i + 1).title, key)) found.push_back(i);
+    for (std::size_t i = 0; i < getDrawings().size(); ++i) {
+        const auto& drawing = getDrawings()[i];
+        const auto title =
+            drawing.problem.empty() ? describePart(drawing.chartParts[0]).title : std::string();
+        if (isNamed(drawing, title, key)) found.push_back(i);
+    }
     if (found.size() == 1) return found[0];
-    const auto number = readChartNumber(key, drawings->size());
-    if (!found.empty() || number == 0) failToFind(key, found);
+    const auto number = readChartNumber(key, getDrawings().size());
+    if (!found.empty() || number == 0) failToFind(key, found.size());
     return number - 1;
 }
 
-void Template::Content::failToFind(const std::string& key, const std::vector<std::size_t>& found) const
+void Template::Content::failToFind(const std::string& key, std::size_t count) const
 {
-    const auto drawings = getDrawings();
-    std::string list;
-    for (std::size_t i = 0; i < drawings->size(); ++i)
-        list += (i == 0 ? " " : "; ") + describe(describeChart((*drawings)[i], i + 1));
-    if (drawings->empty())
+    if (getDrawings().empty())
         throw std::runtime_error("There is no chart " + quote(key) + ": the document has none.");
-    throw std::runtime_error((found.empty()
-                                  ? "There is no chart " + quote(key)
-                                  : "There are " + std::to_string(found.size()) + " charts " + quote(key)) +
-                             "; the document has" + list + ".");
+    auto sentence = count == 0 ? "There is no chart " + quote(key)
+                               : "There are " + std::to_string(count) + " charts " + quote(key);
+    for (std::size_t i = 0; i < getDrawings().size(); ++i)
+        sentence += (i == 0 ? "; the document has " : "; ") + describe(describeChart(i));
+    throw std::runtime_error(sentence + ".");
 }
 
 FillReport Template::Content::fill(std::size_t index, const ChartData& data, const FillOptions& options)
 {
-    if (const auto& problem = (*getDrawings())[index].problem; !problem.empty())
+    if (const auto& problem = getDrawings()[index].problem; !problem.empty())
         throw std::runtime_error("The chart cannot be filled: " + problem + ".");
     separate(index);
-    const auto drawings = getDrawings();
-    const auto& drawing = (*drawings)[index];
+    const auto drawing = getDrawings()[index];
     auto report = fillPart(drawing.chartParts[0], data, options);
     for (std::size_t i = 1; i < drawing.chartParts.size(); ++i)
         fillPart(drawing.chartParts[i], data, options);
@@ -205,14 +228,15 @@ FillReport Template::Content::fill(std::size_t index, const ChartData& data, con
 /// A part that other drawings show as well is copied first.
 void Template::Content::separate(std::size_t index)
 {
-    const auto drawings = getDrawings();
-    const auto& drawing = (*drawings)[index];
+    const auto drawing = getDrawings()[index];
     for (const auto& part : drawing.chartParts) {
-        const bool isShared = std::any_of(drawings->begin(), drawings->end(), [&](const ChartDrawing& other) {
-            return &other != &drawing && std::find(other.chartParts.begin(), other.chartParts.end(), part) !=
-                                             other.chartParts.end();
-        });
-        if (isShared) showCopy(package, drawing, part, copyChart(package, part));
+        const auto shows = [&](const ChartDrawing& other) {
+            return std::find(other.chartParts.begin(), other.chartParts.end(), part) !=
+                   other.chartParts.end();
+        };
+        if (std::count_if(getDrawings().begin(), getDrawings().end(), shows) < 2) continue;
+        showCopy(package, drawing, part, copyChart(package, part));
+        forget();
     }
 }
 
@@ -226,6 +250,7 @@ FillReport Template::Content::fillPart(const std::string& part, const ChartData&
     plan.setReferences(workbook.series);
     workbook.series.clear();
     workbook.series.shrink_to_fit();
+    charts.erase(part);
     package.setPart(part, ChartFiller(plan, chart->palette).write(workbook.relationshipId));
     auto report = plan.getReport();
     if (!workbook.warning.empty()) report.warnings.push_back(workbook.warning);
@@ -264,34 +289,27 @@ Template& Template::operator=(const Template& other)
 
 std::vector<FoundChart> Template::getCharts() const
 {
-    const auto drawings = content_->getDrawings();
     std::vector<FoundChart> charts;
-    for (std::size_t i = 0; i < drawings->size(); ++i)
-        charts.push_back(content_->describeChart((*drawings)[i], i + 1));
+    for (std::size_t i = 0; i < content_->getDrawings().size(); ++i)
+        charts.push_back(content_->describeChart(i));
     return charts;
 }
 
 ChartData Template::getChartData(const std::string& chart) const
 {
-    const auto drawings = content_->getDrawings();
-    const auto& drawing = (*drawings)[content_->find(chart)];
-    if (!drawing.problem.empty())
-        throw std::runtime_error("The chart cannot be read: " + drawing.problem + ".");
-    const auto read = content_->readChart(drawing.chartParts[0]);
-    if (!read->part.getProblem().empty())
-        throw std::runtime_error("The chart cannot be read: " + read->part.getProblem() + ".");
-    return readChartData(read->part);
+    const auto index = content_->find(chart);
+    if (const auto found = content_->describeChart(index); !found.problem.empty())
+        throw std::runtime_error("The chart cannot be read: " + found.problem + ".");
+    return readChartData(content_->readChart(content_->getDrawings()[index].chartParts[0])->part);
 }
 
 FillReport Template::fill(const std::string& chart, const ChartData& data, const FillOptions& options)
 {
-    const auto before = content_->package;
-    try {
-        return content_->fill(content_->find(chart), data, options);
-    } catch (...) {
-        content_->package = before;
-        throw;
-    }
+    // What goes wrong half-way leaves the document as it was.
+    auto filled = std::make_unique<Content>(*content_);
+    auto report = filled->fill(filled->find(chart), data, options);
+    content_ = std::move(filled);
+    return report;
 }
 
 std::vector<Placeholder> Template::getPlaceholders() const
@@ -302,17 +320,13 @@ std::vector<Placeholder> Template::getPlaceholders() const
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
                       const Listener& listener)
 {
-    const auto before = content_->package;
-    try {
-        insertChart(content_->package, placeholder, chart, options, listener);
-    } catch (...) {
-        content_->package = before;
-        throw;
-    }
+    insertChart(content_->package, placeholder, chart, options, listener);
+    content_->forget();
 }
 
 std::size_t Template::replace(const std::string& placeholder, const std::string& text)
 {
+    content_->forget();
     return replaceText(content_->package, placeholder, text);
 }
 
@@ -328,6 +342,7 @@ void Template::save(const std::string& path) const
 
 Package& Template::getPackage()
 {
+    content_->forget();
     return content_->package;
 }
 

@@ -84,7 +84,7 @@ class QUILLON_EXPORT Template {
     /// Writes the file to `path`, as Document::save does. Throws: FileError.
     void save(const std::string& path) const;
 
-    /// The parts of the document, for operations of this library on them.
+    /// The parts of the document, for operations of this library on them; get them anew for each change.
     Package& getPackage();
     const Package& getPackage() const;
 

@@ -11,6 +11,7 @@
 #include "report/options/ColorText.h"
 #include "report/options/Enumerations.h"
 #include "report/options/Length.h"
+#include "report/options/ListText.h"
 #include "report/options/NumberFormat.h"
 #include "report/options/OptionChecks.h"
 #include "support/Text.h"
@@ -353,8 +354,8 @@ constexpr std::array optionTable = {
     row<&O::palette>("palette", Series, everyKind, "LIST", "the colours that take turns", "the theme's", {},
                      checkColors),
     row<&O::seriesColors>("series-colors", Series, everyKind, "LIST",
-                          "colours of series by their names: North=red,South=#0000ff", "", {},
-                          checkSeriesColors),
+                          "colours of series (slices of a pie) by their names: North=red,South=#0000ff", "",
+                          {}, checkSeriesColors),
     row<&O::startAngle>("start-angle", Series, sliceKinds, "DEGREES",
                         "where the first slice starts, clockwise from the top, 0 to 360", "0", {0, 360}),
     row<&O::explosion>("explosion", Series, sliceKinds, "PERCENT",
@@ -513,13 +514,6 @@ TextPairs readPairs(const std::string& text, const std::string& name)
     return pairs;
 }
 
-std::string trim(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 }  // namespace
 
 std::string describeForm(const Option& option)
@@ -612,22 +606,6 @@ void checkOptions(const ChartOptions& options, ChartKind kind)
                                      " charts; this is a " + findRow(kindRows, kind).name + " chart.");
     }
     checkTogether(options, kind);
-}
-
-std::vector<std::string> splitList(const std::string& text)
-{
-    std::vector<std::string> items(1);
-    int depth = 0;
-    for (const char c : text) {
-        if (c == '(') ++depth;
-        if (c == ')') --depth;
-        if (c == ',' && depth <= 0)
-            items.emplace_back();
-        else
-            items.back() += c;
-    }
-    for (auto& item : items) item = trim(item);
-    return items;
 }
 
 }  // namespace quillon::report

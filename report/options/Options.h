@@ -77,8 +77,4 @@ QUILLON_EXPORT void setOption(ChartOptions& options, const Option& option, const
 /// Throws: ChartError that names the option and says what is allowed.
 QUILLON_EXPORT void checkOptions(const ChartOptions& options, ChartKind kind);
 
-/// Splits at commas that stand outside parentheses: "red,rgb(1,2,3)" gives two. Blanks around an item are
-/// dropped.
-QUILLON_EXPORT std::vector<std::string> splitList(const std::string& text);
-
 }  // namespace quillon::report

@@ -236,8 +236,8 @@ std::string escapeAttribute(std::string_view text)
 /// Fills an XmlSpans from what expat reports.
 class XmlReader {
  public:
-    XmlReader(XmlSpans& xml, XmlSpans::Defers defers, std::uint32_t offset)
-        : xml_(xml), defers_(defers), offset_(offset), parser_(XML_ParserCreateNS("UTF-8", nameSeparator))
+    XmlReader(XmlSpans& xml, XmlSpans::Defers defers)
+        : xml_(xml), defers_(defers), parser_(XML_ParserCreateNS("UTF-8", nameSeparator))
     {
         if (!parser_) throw std::bad_alloc();
         XML_SetUserData(parser_.get(), this);
@@ -246,13 +246,10 @@ class XmlReader {
         XML_SetXmlDeclHandler(parser_.get(), &XmlReader::checkDeclaration);
     }
 
-    void read(std::string_view text, bool isLast)
+    void read(std::string_view text)
     {
-        for (std::size_t at = 0; at < text.size(); at += chunkSize) {
-            const auto chunk = text.substr(at, chunkSize);
-            parse(chunk, isLast && at + chunk.size() == text.size());
-        }
-        if (text.empty() && isLast) parse(text, true);
+        for (std::size_t at = 0; at == 0 || at < text.size(); at += chunkSize)
+            parse(text.substr(at, chunkSize), at + chunkSize >= text.size());
     }
 
  private:
@@ -312,12 +309,10 @@ class XmlReader {
         if (++depth_ > XmlSpans::maximumDepth) stop("elements stand in each other deeper than 256 levels.");
         if (++count_ > XmlSpans::maximumElements) stop("it has more than 20,000,000 elements.");
         if (!problem_.empty() || deferredDepth_ != 0) return;
-        const auto begin = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser_.get())) + offset_;
+        const auto begin = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser_.get()));
         const auto inner = begin + static_cast<std::uint32_t>(XML_GetCurrentByteCount(parser_.get()));
         const auto index = static_cast<std::uint32_t>(xml_.nodes_.size());
         const auto id = intern(name);
-        // The synthetic element around what was deferred is no part of the tree.
-        if (depth_ == 1 && !xml_.scope_.empty()) return;
         xml_.nodes_.push_back({current_, XmlSpans::none, XmlSpans::none, begin, inner, inner, inner, id});
         link(index);
         current_ = index;
@@ -347,7 +342,7 @@ class XmlReader {
         auto& node = xml_.nodes_[current_];
         current_ = node.parent;
         if (xml_.text_[node.innerBegin - 2] == '/') return;
-        node.innerEnd = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser_.get())) + offset_;
+        node.innerEnd = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser_.get()));
         node.end = node.innerEnd + static_cast<std::uint32_t>(XML_GetCurrentByteCount(parser_.get()));
     }
 
@@ -366,7 +361,6 @@ class XmlReader {
 
     XmlSpans& xml_;
     XmlSpans::Defers defers_;
-    std::uint32_t offset_;
     std::unique_ptr<XML_ParserStruct, Free> parser_;
     std::string problem_;
     std::uint32_t depth_ = 0;
@@ -383,40 +377,8 @@ XmlSpans::XmlSpans(std::string_view bytes, std::string part, Defers defers) : pa
 {
     if (bytes.size() > maximumSize) throw std::runtime_error(part_ + ": it is larger than 2 GB.");
     decode(bytes);
-    XmlReader(*this, defers, 0).read(text_, true);
+    XmlReader(*this, defers).read(text_);
     strict_ = isStrictUri(names_[nodes_[0].name].uri);
-}
-
-XmlSpans::XmlSpans(const XmlSpans& outer, const XmlElement& element)
-    : part_(outer.part_), text_(outer.text_), scope_("<s"), encoding_(outer.encoding_), strict_(outer.strict_)
-{
-    std::vector<std::string_view> declared;
-    for (auto around = element.getParent(); around; around = around.getParent()) {
-        const auto tag = outer.getText(around.getStartTag());
-        visitAttributes(tag, [&](const Attribute& attribute) {
-            const bool isNew = std::find(declared.begin(), declared.end(), attribute.name) == declared.end();
-            if ((attribute.name == "xmlns" || attribute.name.starts_with("xmlns:")) && isNew) {
-                declared.push_back(attribute.name);
-                scope_ += ' ';
-                scope_ += tag.substr(
-                    static_cast<std::size_t>(attribute.name.data() - tag.data()),
-                    attribute.end + 1 - static_cast<std::size_t>(attribute.name.data() - tag.data()));
-            }
-            return false;
-        });
-    }
-    scope_ += '>';
-    const auto span = element.getOuter();
-    // Wraps around where the synthetic tag is longer than what stands before, and back when it is added.
-    XmlReader reader(*this, nullptr, span.begin - static_cast<std::uint32_t>(scope_.size()));
-    reader.read(scope_, false);
-    reader.read(outer.getText(span), false);
-    reader.read("</s>", true);
-}
-
-XmlSpans XmlSpans::readDeferred(const XmlElement& element) const
-{
-    return {*this, element};
 }
 
 void XmlSpans::decode(std::string_view bytes)
@@ -566,7 +528,7 @@ std::string_view XmlElement::findUri(std::string_view prefix) const
     if (prefix == "xml") return getUri(Ns::Xml);
     for (auto element = *this; element; element = element.getParent())
         if (const auto uri = findDeclaration(xml_->getText(element.getStartTag()), prefix)) return *uri;
-    return xml_->scope_.empty() ? std::string_view() : findDeclaration(xml_->scope_, prefix).value_or("");
+    return {};
 }
 
 std::optional<Span> XmlElement::findAttribute(Ns ns, std::string_view name) const
@@ -618,6 +580,37 @@ std::optional<std::string> XmlElement::findPrefix(Ns ns) const
         });
     }
     return prefix;
+}
+
+std::optional<Tag> TagScanner::next()
+{
+    while (true) {
+        const auto begin = text_.find('<', at_);
+        if (begin >= end_) return {};
+        std::string passedOver;
+        at_ = static_cast<std::uint32_t>(skipMarkup(passedOver, text_, begin));
+        if (text_[begin + 1] == '!' || text_[begin + 1] == '?') continue;
+        const bool isEnd = text_[begin + 1] == '/';
+        const auto start = begin + (isEnd ? 2 : 1);
+        const auto name = text_.substr(start, text_.find_first_of(" \t\r\n/>", start) - start);
+        const auto colon = name.find(':');
+        return Tag{{static_cast<std::uint32_t>(begin), at_},
+                   name.substr(colon == std::string_view::npos ? 0 : colon + 1),
+                   isEnd,
+                   text_[at_ - 2] == '/'};
+    }
+}
+
+std::optional<Span> TagScanner::findAttribute(const Tag& tag, std::string_view name) const
+{
+    std::optional<Span> span;
+    visitAttributes(text_.substr(tag.span.begin, tag.span.getSize()), [&](const Attribute& attribute) {
+        if (attribute.name != name) return false;
+        span = Span{tag.span.begin + static_cast<std::uint32_t>(attribute.begin),
+                    tag.span.begin + static_cast<std::uint32_t>(attribute.end)};
+        return true;
+    });
+    return span;
 }
 
 void Edits::setInner(const XmlElement& element, const std::string& markup)

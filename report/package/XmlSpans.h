@@ -146,7 +146,7 @@ class XmlChildren {
 /// leaves every other byte as it is. Document types are refused, and with them entities.
 class QUILLON_EXPORT XmlSpans {
  public:
-    /// Says of an element whether its content stays unread, to be read by readDeferred.
+    /// Says of an element whether its content stays unread, to be read with a TagScanner.
     using Defers = bool (*)(Ns ns, std::string_view name);
 
     static constexpr std::size_t maximumDepth = 256;
@@ -167,10 +167,6 @@ class QUILLON_EXPORT XmlSpans {
     /// Whether the root is in the strict dialect.
     bool isStrict() const { return strict_; }
     const std::string& getPart() const { return part_; }
-
-    /// A deferred element with all inside. Its spans count as in this one, which must outlive it; it has no
-    /// parent.
-    XmlSpans readDeferred(const XmlElement& element) const;
 
  private:
     friend class XmlElement;
@@ -193,20 +189,41 @@ class QUILLON_EXPORT XmlSpans {
         std::string local;
     };
 
-    XmlSpans(const XmlSpans& outer, const XmlElement& element);
     void decode(std::string_view bytes);
 
     std::string part_;
     /// What `text_` is a view of when the part is UTF-16.
     std::string converted_;
     std::string_view text_;
-    /// For what was deferred: a start tag with the namespaces around it.
-    std::string scope_;
     Encoding encoding_ = Encoding::Utf8;
     bool hasMark_ = false;
     bool strict_ = false;
     std::vector<Node> nodes_;
     std::vector<Name> names_;
+};
+
+/// A start tag, an end tag or an empty element, as it stands.
+struct Tag {
+    Span span;
+    /// Without prefix.
+    std::string_view name;
+    bool isEnd;
+    bool isEmpty;
+};
+
+/// Reads the tags inside a deferred element, which is known to be well-formed, one after the other.
+class QUILLON_EXPORT TagScanner {
+ public:
+    TagScanner(std::string_view text, Span span) : text_(text), at_(span.begin), end_(span.end) {}
+    /// Nothing at the end.
+    std::optional<Tag> next();
+    /// Where the value of an attribute without prefix stands.
+    std::optional<Span> findAttribute(const Tag& tag, std::string_view name) const;
+
+ private:
+    std::string_view text_;
+    std::uint32_t at_;
+    std::uint32_t end_;
 };
 
 /// Changes to a text, each a span and what stands there afterwards; all are made in one pass.

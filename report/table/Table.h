@@ -1,37 +1,70 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
+#include <cstdint>
+#include <deque>
+#include <limits>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
+
+#include "report/options/Listener.h"
+#include "report/table/DateText.h"
+#include "report/table/Rows.h"
+#include "report/table/TableOptions.h"
 
 namespace quillon::report {
 
-/// A table as read from a CSV file: a header row, and rows of as many cells. Text is well-formed UTF-8.
-struct Table {
-    struct Row {
-        /// Where the row starts in the file, from 1.
-        std::size_t line;
-        std::vector<std::string> cells;
-    };
+/// Texts of a column; each that comes again is kept once.
+class TextColumn {
+ public:
+    void add(std::string_view text);
 
-    std::string path;
-    std::vector<std::string> columns;
-    std::vector<Row> rows;
+    /// The text of a row.
+    const std::string& operator[](std::size_t row) const { return texts_[rows_[row]]; }
+    /// The position of a row's text among the different ones.
+    std::uint32_t getIndex(std::size_t row) const { return rows_[row]; }
+    /// The different texts, in the order in which they first come.
+    const std::deque<std::string>& getTexts() const { return texts_; }
+    std::size_t getSize() const { return rows_.size(); }
 
-    /// The position of a column.
-    /// Throws: std::runtime_error that lists the columns when there is none of that name.
-    std::size_t findColumn(const std::string& name) const;
-    /// The number in a cell, or nothing when the cell holds none.
-    static std::optional<double> readNumber(const std::string& cell);
-    /// Throws: std::runtime_error that names file, line and column, and says what was expected.
-    [[noreturn]] void refuseCell(const Row& row, std::size_t column, const std::string& expected) const;
+ private:
+    std::vector<std::uint32_t> rows_;
+    std::deque<std::string> texts_;
+    std::unordered_map<std::string_view, std::uint32_t> positions_;
 };
 
-/// Reads a CSV file: UTF-8 with or without a byte-order mark, lines ended by LF or CRLF, quoted fields. An
-/// empty `delimiter` is found in the header row; otherwise it is "comma", "semicolon" or "tab". Throws:
-/// std::runtime_error that names the file, and line and column where they matter: an unreadable file, another
-/// encoding, an open quote, ragged rows, an empty table, missing or repeated column names.
-Table readTable(const std::string& path, const std::string& delimiter);
+enum class ColumnKind : unsigned char { Text, Number, Date };
+
+/// A column of a table, its cells understood.
+struct TableColumn {
+    std::string name = {};
+    ColumnKind kind = ColumnKind::Text;
+    /// As in a cell of a worksheet: "0.0%", "yyyy-mm-dd". Empty: General.
+    std::string numberFormat = {};
+    /// Of a column of dates.
+    DateUnit dateUnit = DateUnit::Day;
+    /// One for each row where the kind is Number or Date, a date as its serial number in a worksheet; NaN
+    /// where a cell holds none.
+    std::vector<double> numbers = {};
+    /// One for each row where the kind is Text or Date, as it stands in the table.
+    TextColumn texts = {};
+};
+
+/// A table as read: columns of numbers, dates and text. Text is well-formed UTF-8.
+struct Table {
+    Place place;
+    std::size_t rowCount = 0;
+    std::vector<TableColumn> columns = {};
+    /// Where each row stands in its source.
+    std::vector<std::uint32_t> lines = {};
+};
+
+/// Reads a table: a CSV or TSV file, a workbook (.xlsx, .ods), rows as JSON objects in a list or line by
+/// line, or a SQLite database; "-" is standard input. Which it is shows in the file itself. `options` says
+/// how cells are read and which rows are kept (where, drop); its `columns` choose columns (default: all). The
+/// listener's progress hears of bytes read, its warning of what was understood, replaced or left out. Throws:
+/// std::runtime_error with a sentence that names file, line, column and the option that helps.
+Table readTable(const std::string& path, const TableOptions& options, const Listener& listener = {});
 
 }  // namespace quillon::report

@@ -75,6 +75,10 @@ TEST(Fill, MatchesSeriesByNameAndKeepsTheLookOfEach)
     auto south = getSeries(before, "South");
     south.replace(south.find("<c:order val=\"1\""), 16, "<c:order val=\"2\"");
     EXPECT_EQ(getSeries(part, "South"), south);
+    // Readers that take the markup's order for the order of series see the new one, too.
+    document.fill("1",
+                  makeData(months, {{"South", {4, gap, 6}}, {"North", {1, 2.5, 9}}, {"Goal", {1, 2, 3}}}));
+    EXPECT_EQ(getSeriesNames(getChartPart(document)), (Texts{"South", "North", "Goal"}));
 }
 
 TEST(Fill, GivesWhatIsLeftOverToWhatIsLeftOverInOrder)
@@ -158,6 +162,17 @@ TEST(Fill, RemovesSeriesWithTheirEntriesAndEmptyGroupsWithTheirAxes)
     EXPECT_EQ(findAll(part, "<c:legendEntry><c:idx val=\"(\\d)"), (Texts{"1"}));
 }
 
+TEST(Fill, KeepsAxesThatAnotherGroupStandsOn)
+{
+    auto document = makeTemplate({makeChartPart(
+        makeGroup("barChart", columnSettings, {{0, "North", {"1", "2", "3"}}}, "12") +
+        makeGroup("lineChart", lineSettings, {{1, "Goal", {"1", "2", "3"}}}, "12") + textAxes)});
+    document.fill("1", makeData(months, {{"Goal", {1, 2, 3}}}));
+    const auto part = getChartPart(document);
+    EXPECT_EQ(part.find("barChart"), std::string::npos);
+    EXPECT_EQ(findAll(part, "<c:axId val=\"(\\d)"), (Texts{"1", "2", "1", "2"}));
+}
+
 const std::string redPoint =
     "<c:dPt><c:idx val=\"1\"/><c:spPr><a:solidFill><a:srgbClr "
     "val=\"FF0000\"/></a:solidFill></c:spPr></c:dPt>";
@@ -191,11 +206,25 @@ TEST(Fill, MovesFormatsOfPointsWithTheirCategories)
     }
 }
 
+TEST(Fill, MovesNumberFormatsOfPointsWithTheirCategories)
+{
+    auto part = makeChartPart(makeGroup("barChart", columnSettings, {{0, "North", {"1", "2", "2"}}}, "12") +
+                              textAxes);
+    const std::string point = "<c:pt idx=\"1\"><c:v>2";
+    part.replace(part.find(point), point.size(), "<c:pt idx=\"1\" formatCode='0\"%\"'><c:v>2");
+    auto document = makeTemplate({part});
+    document.fill("1", makeData({"Feb", "Mar", "Apr"}, {{"North", {1, 2, 2}}}));
+    EXPECT_NE(
+        getChartPart(document).find("<c:pt idx=\"0\" formatCode='0\"%\"'><c:v>1</c:v></c:pt>"
+                                    "<c:pt idx=\"1\"><c:v>2</c:v></c:pt><c:pt idx=\"2\"><c:v>2</c:v></c:pt>"),
+        std::string::npos);
+}
+
 TEST(Fill, ContinuesTheSlicesOfAPie)
 {
     const auto slice = [](int index, const std::string& accent) {
         return "<c:dPt><c:idx val=\"" + std::to_string(index) + "\"/><c:bubble3D val=\"0\"/>" +
-               (index == 0 ? "<c:explosion val=\"8\"/>" : "") +
+               (index == 2 ? "<c:explosion val=\"8\"/>" : "") +
                makeAccent("<a:schemeClr val=\"" + accent + "\"/>") + makeUniqueId(index + 3) + "</c:dPt>";
     };
     const auto format = slice(0, "accent1") + slice(1, "accent2") + slice(2, "accent3");

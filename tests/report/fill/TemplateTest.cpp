@@ -127,6 +127,36 @@ TEST(Template, TellsDrawingsOfOnePartApart)
     EXPECT_EQ(document.getPackage().getPartNames().size(), before);
 }
 
+TEST(Template, FillsBothCopiesOfATextBox)
+{
+    auto package = getPlaces().getPackage();
+    auto main = package.getPart(package.getMainPart());
+    const auto readId = [&](std::size_t at) {
+        const auto begin = main.find("r:id=\"", at) + 6;
+        return main.substr(begin, main.find('"', begin) - begin);
+    };
+    const auto getTarget = [&](const std::string& id) {
+        for (const auto& row : package.getRelationships(package.getMainPart()))
+            if (row.id == id) return row.target;
+        return std::string();
+    };
+    // The second copy shows the chart "Revenue", which has a drawing of its own.
+    const auto second = main.rfind("name=\"In a box\"");
+    const auto box = readId(second);
+    const auto revenue = readId(main.find("name=\"Revenue\""));
+    main.replace(main.find("r:id=\"" + box, second) + 6, box.size(), revenue);
+    package.setPart(package.getMainPart(), main);
+    auto document = Template(package.toBytes());
+    document.fill("In a box", makeNews());
+    EXPECT_NE(document.getPackage().getPart(getTarget(box)).find("Apr"), std::string::npos);
+    EXPECT_EQ(document.getPackage().getPart(getTarget(revenue)).find("Apr"), std::string::npos);
+    main = document.getPackage().getPart(package.getMainPart());
+    package = document.getPackage();
+    const auto copy = readId(main.rfind("name=\"In a box\""));
+    EXPECT_NE(copy, revenue);
+    EXPECT_NE(package.getPart(getTarget(copy)).find("Apr"), std::string::npos);
+}
+
 TEST(Template, FillsAgainWhatWasFilled)
 {
     auto june = getPlaces();

@@ -42,11 +42,23 @@ TEST(XmlSpans, ReadsTheContentOfLargeElementsOnDemand)
     const auto cache = xml.getRoot().findChild("numCache");
     EXPECT_FALSE(cache.getFirstChild());
     EXPECT_TRUE(cache.getNext().is(Ns::Chart, "d"));
-    const auto content = xml.readDeferred(cache);
-    EXPECT_EQ(content.getRoot().getAttribute("f"), "1");
-    const auto point = content.getRoot().findChild("pt");
-    EXPECT_EQ(point.getAttribute("idx"), "0");
-    EXPECT_EQ(xml.getText(point.getOuter()), "<c:pt idx='0'/>");
+    TagScanner scanner(xml.getText(), cache.getInner());
+    const auto tag = scanner.next();
+    ASSERT_TRUE(tag);
+    EXPECT_EQ(xml.getText(tag->span), "<c:pt idx='0'/>");
+    EXPECT_EQ(tag->name, "pt");
+    EXPECT_TRUE(tag->isEmpty);
+    EXPECT_EQ(xml.getText(*scanner.findAttribute(*tag, "idx")), "0");
+    EXPECT_FALSE(scanner.next());
+}
+
+TEST(XmlSpans, ScansTagsOnly)
+{
+    const std::string text = "<a b='>'><!-- <c> --><![CDATA[<d>]]><?e <f> ?>1</a>";
+    TagScanner scanner(text, {0, static_cast<std::uint32_t>(text.size())});
+    EXPECT_EQ(scanner.next()->span.end, 9U);
+    EXPECT_TRUE(scanner.next()->isEnd);
+    EXPECT_FALSE(scanner.next());
 }
 
 TEST(XmlSpans, TellsTheDialectsApart)

@@ -1,0 +1,87 @@
+#include "report/fill/SerialDate.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+/// From 30 December 1899, where dates of a worksheet count from, to 1 January 1970.
+constexpr std::int64_t daysTo1970 = 25'569;
+constexpr double secondsOfDay = 86'400;
+
+std::int64_t toDays(std::int64_t year, unsigned month, unsigned day)
+{
+    year -= month <= 2 ? 1 : 0;
+    const auto era = (year >= 0 ? year : year - 399) / 400;
+    const auto yearOfEra = year - era * 400;
+    const auto dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
+    return era * 146'097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719'468;
+}
+
+struct Date {
+    std::int64_t year;
+    unsigned month;
+    unsigned day;
+};
+
+Date toDate(std::int64_t days)
+{
+    days += 719'468;
+    const auto era = (days >= 0 ? days : days - 146'096) / 146'097;
+    const auto dayOfEra = days - era * 146'097;
+    const auto yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;
+    const auto dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const auto month = (5 * dayOfYear + 2) / 153;
+    const auto realMonth = static_cast<unsigned>(month < 10 ? month + 3 : month - 9);
+    return {yearOfEra + era * 400 + (realMonth <= 2 ? 1 : 0), realMonth,
+            static_cast<unsigned>(dayOfYear - (153 * month + 2) / 5 + 1)};
+}
+
+}  // namespace
+
+std::string writeDate(double serial)
+{
+    // Far enough for every calendar, near enough for whole numbers.
+    if (std::isnan(serial) || std::abs(serial) > 1e7) return toUtf8(num2str(serial));
+    const auto seconds =
+        static_cast<std::int64_t>(std::llround((serial - std::floor(serial)) * secondsOfDay));
+    const auto days = static_cast<std::int64_t>(std::floor(serial)) + (seconds == 86'400 ? 1 : 0);
+    const auto date = toDate(days - daysTo1970);
+    std::array<char, 64> text;
+    std::snprintf(text.data(), text.size(), "%04lld-%02u-%02u", static_cast<long long>(date.year), date.month,
+                  date.day);
+    std::string written(text.data());
+    if (seconds == 0 || seconds == 86'400) return written;
+    std::snprintf(text.data(), text.size(), "T%02d:%02d:%02d", static_cast<int>(seconds / 3600),
+                  static_cast<int>(seconds / 60 % 60), static_cast<int>(seconds % 60));
+    return written + text.data();
+}
+
+double readDate(const std::string& text)
+{
+    int year = 0;
+    int length = 0;
+    std::array<unsigned, 2> date{};
+    std::array<unsigned, 3> time{};
+    if (std::sscanf(text.c_str(), "%4d-%2u-%2u%n", &year, &date[0], &date[1], &length) != 3) return missing;
+    if (length != 10 || date[0] < 1 || date[0] > 12 || date[1] < 1 || date[1] > 31) return missing;
+    const auto days = static_cast<double>(toDays(year, date[0], date[1]) + daysTo1970);
+    const auto rest = text.substr(10);
+    if (rest.empty()) return days;
+    int end = 0;
+    const auto count =
+        std::sscanf(rest.c_str(), "T%2u:%2u%n:%2u%n", &time[0], &time[1], &end, &time[2], &end);
+    if (count < 2 || static_cast<std::size_t>(end) != rest.size() || time[0] > 23 || time[1] > 59 ||
+        time[2] > 59)
+        return missing;
+    return days + (time[0] * 3600 + time[1] * 60 + time[2]) / secondsOfDay;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/Export.h"
+
+namespace quillon::report {
+
+/// Splits a list at its commas. A comma in an item stands between double quotes, in which a quote is doubled,
+/// or between parentheses: `"Umsatz, netto",B` gives two items, and so does `red,rgb(1,2,3)`. Blanks around
+/// an item are dropped. Throws: std::runtime_error for a quote that is not closed.
+QUILLON_EXPORT std::vector<std::string> splitList(std::string_view text);
+
+/// The item as splitList reads it back: in quotes where it needs them.
+QUILLON_EXPORT std::string quoteItem(const std::string& item);
+
+}  // namespace quillon::report

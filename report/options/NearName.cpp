@@ -1,0 +1,62 @@
+#include "report/options/NearName.h"
+
+#include <algorithm>
+
+#include "report/options/QuotedText.h"
+
+namespace quillon::report {
+namespace {
+
+/// No option or sensible column name is longer; the work grows with the square.
+constexpr std::size_t longestCompared = 64;
+
+std::string toLower(std::string_view text)
+{
+    std::string result(text);
+    for (auto& c : result)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    return result;
+}
+
+/// The number of letters added, left out, replaced, or swapped with their neighbour, from `a` to `b`.
+std::size_t measureDistance(const std::string& a, const std::string& b)
+{
+    std::vector<std::vector<std::size_t>> steps(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
+    for (std::size_t i = 0; i <= a.size(); ++i) steps[i][0] = i;
+    for (std::size_t k = 0; k <= b.size(); ++k) steps[0][k] = k;
+    for (std::size_t i = 1; i <= a.size(); ++i)
+        for (std::size_t k = 1; k <= b.size(); ++k) {
+            const std::size_t replaced = a[i - 1] == b[k - 1] ? 0 : 1;
+            auto best = std::min({steps[i - 1][k] + 1, steps[i][k - 1] + 1, steps[i - 1][k - 1] + replaced});
+            if (i > 1 && k > 1 && a[i - 1] == b[k - 2] && a[i - 2] == b[k - 1])
+                best = std::min(best, steps[i - 2][k - 2] + 1);
+            steps[i][k] = best;
+        }
+    return steps[a.size()][b.size()];
+}
+
+}  // namespace
+
+std::string findNearName(std::string_view typed, const std::vector<std::string>& names)
+{
+    if (typed.size() > longestCompared) return {};
+    const auto wanted = toLower(typed);
+    std::string nearest;
+    auto fewest = std::max<std::size_t>(wanted.size() / 3, 1) + 1;
+    for (const auto& name : names) {
+        if (name.size() > longestCompared) continue;
+        const auto distance = measureDistance(wanted, toLower(name));
+        if (distance >= std::min(fewest, std::max(wanted.size(), name.size()))) continue;
+        fewest = distance;
+        nearest = name;
+    }
+    return nearest;
+}
+
+std::string suggestName(std::string_view typed, const std::vector<std::string>& names)
+{
+    const auto near = findNearName(typed, names);
+    return near.empty() ? "." : "; did you mean " + quoteText(near) + "?";
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "report/table/Rows.h"
+
+namespace quillon::report {
+
+/// The shortest text that reads back to the same number: "0.1", "1e+21".
+std::string writeNumber(double number);
+
+/// A date of a worksheet as ISO text: "2024-03-31", with the time where it has one.
+std::string writeDate(double serial);
+
+/// A cell as people read it.
+std::string writeCell(const Cell& cell);
+
+}  // namespace quillon::report

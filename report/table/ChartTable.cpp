@@ -1,0 +1,445 @@
+#include "report/table/ChartTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <optional>
+#include <set>
+#include <unordered_map>
+
+#include "report/options/QuotedText.h"
+#include "report/table/ColumnReader.h"
+#include "report/table/Fail.h"
+#include "report/table/Grid.h"
+#include "report/table/Sources.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+
+using Columns = std::vector<std::size_t>;
+
+/// What the columns of the table are for, by position.
+struct Roles {
+    Columns categories;
+    Columns values;
+    Columns sizes;
+    Columns errorsPlus;
+    Columns errorsMinus;
+    std::optional<std::size_t> series;
+    std::optional<std::size_t> x;
+};
+
+bool contains(const Columns& columns, std::size_t column)
+{
+    return std::find(columns.begin(), columns.end(), column) != columns.end();
+}
+
+Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
+{
+    Columns columns;
+    for (const auto& name : names) columns.push_back(scan.findColumn(name));
+    return columns;
+}
+
+Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
+{
+    if (!options.category.empty()) return findColumns(scan, options.category);
+    if (!options.x.empty()) return {scan.findColumn(options.x)};
+    if (!scan.hasRowNumbers()) return {0};
+    note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
+    return {1};
+}
+
+/// All columns with numbers that have no other role.
+Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note)
+{
+    Columns chosen;
+    for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
+        const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
+                             contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
+                             roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
+                             scan.getNames()[column].empty();
+        if (isTaken) continue;
+        if (scan.getProfile(column).isNumeric())
+            chosen.push_back(column);
+        else
+            note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out.",
+                             scan.getPlace().name, quoteText(scan.getNames()[column])));
+    }
+    return chosen;
+}
+
+Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& note)
+{
+    Roles roles;
+    roles.categories = chooseCategories(scan, options, note);
+    roles.sizes = findColumns(scan, options.sizes);
+    roles.errorsPlus = findColumns(scan, options.errorsPlus);
+    roles.errorsMinus = findColumns(scan, options.errorsMinus);
+    if (!options.x.empty()) roles.x = scan.findColumn(options.x);
+    if (!options.series.empty()) roles.series = scan.findColumn(options.series);
+    if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
+    if (roles.series || !options.value.empty()) return roles;
+    // Rows are counted where the author names no column of values.
+    if (options.aggregate == "count" && options.columns.empty()) return roles;
+    roles.values =
+        options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
+    if (roles.values.empty())
+        fail("{}: no column beside {} holds numbers.", scan.getPlace().name,
+             quoteText(scan.getNames()[roles.categories.front()]));
+    return roles;
+}
+
+/// Refuses early what a chart cannot show: a wide table that is not aggregated shows every row.
+void requireRows(const TableScan& scan, const Roles& roles, const TableOptions& options)
+{
+    const bool keepsAll =
+        options.aggregate.empty() && options.top == 0 && !options.transpose && !roles.series;
+    if (keepsAll) requireLimits(scan.getPlace().name, roles.values.size(), scan.getRowCount());
+}
+
+/// Values of one category and series that become one.
+struct Accumulator {
+    double sum = 0;
+    double least = gap;
+    double most = gap;
+    std::size_t count = 0;
+
+    void add(double value)
+    {
+        if (std::isnan(value)) return;
+        sum += value;
+        least = count == 0 ? value : std::min(least, value);
+        most = count == 0 ? value : std::max(most, value);
+        ++count;
+    }
+
+    double get(const std::string& aggregate) const
+    {
+        if (aggregate == "count") return static_cast<double>(count);
+        if (count == 0) return gap;
+        if (aggregate == "mean") return sum / static_cast<double>(count);
+        if (aggregate == "min") return least;
+        return aggregate == "max" ? most : sum;
+    }
+};
+
+/// The rows of each category, which is one text, or one of each level.
+struct Categories {
+    /// For each row, the position of its category.
+    std::vector<std::uint32_t> ofRow;
+    /// For each category, the first row that has it.
+    std::vector<std::uint32_t> firstRow;
+};
+
+Categories groupRows(const std::vector<const TableColumn*>& columns, std::size_t rowCount)
+{
+    Categories categories;
+    std::map<std::vector<std::uint32_t>, std::uint32_t> known;
+    std::unordered_map<std::uint32_t, std::uint32_t> knownSingle;
+    for (std::uint32_t row = 0; row < rowCount; ++row) {
+        const auto next = static_cast<std::uint32_t>(categories.firstRow.size());
+        std::uint32_t position = 0;
+        if (columns.size() == 1) {
+            position = knownSingle.try_emplace(columns.front()->texts.getIndex(row), next).first->second;
+        } else {
+            std::vector<std::uint32_t> key;
+            for (const auto* column : columns) key.push_back(column->texts.getIndex(row));
+            position = known.try_emplace(std::move(key), next).first->second;
+        }
+        if (position == next) categories.firstRow.push_back(row);
+        categories.ofRow.push_back(position);
+    }
+    return categories;
+}
+
+/// Every row is a category of its own.
+Categories keepRows(std::size_t rowCount)
+{
+    Categories categories;
+    for (std::uint32_t row = 0; row < rowCount; ++row) {
+        categories.ofRow.push_back(row);
+        categories.firstRow.push_back(row);
+    }
+    return categories;
+}
+
+/// Makes a grid of a table whose columns have been read for their roles.
+class GridMaker {
+ public:
+    GridMaker(const TableScan& scan, const Roles& roles, const TableOptions& options, const Note& note)
+        : roles_(roles), options_(options), note_(note), table_(readRoles(scan))
+    {
+        grid_.name = table_.place.name;
+    }
+
+    Grid make()
+    {
+        const bool isGrouped = roles_.series || !options_.aggregate.empty();
+        categories_ = isGrouped ? groupRows(categoryColumns_, table_.rowCount) : keepRows(table_.rowCount);
+        if (!isGrouped && categoryColumns_.size() == 1 && xColumn_ == nullptr) noteRepeated();
+        if (roles_.series)
+            readLong();
+        else
+            readWide();
+        readCategories();
+        readPositions();
+        return std::move(grid_);
+    }
+
+ private:
+    /// The columns stand in the order in which they are asked for here.
+    Table readRoles(const TableScan& scan)
+    {
+        std::vector<ColumnRequest> requests;
+        const auto ask = [&](const Columns& columns, ColumnRole role) {
+            for (const auto column : columns) requests.push_back({column, role});
+        };
+        ask(roles_.categories, ColumnRole::Label);
+        if (roles_.series) ask({*roles_.series}, ColumnRole::Label);
+        ask(roles_.values, ColumnRole::Value);
+        ask(roles_.sizes, ColumnRole::Value);
+        ask(roles_.errorsPlus, ColumnRole::Value);
+        ask(roles_.errorsMinus, ColumnRole::Value);
+        if (roles_.x) {
+            const bool isDate = !scan.getProfile(*roles_.x).isNumeric();
+            ask({*roles_.x}, isDate ? ColumnRole::Label : ColumnRole::Value);
+        }
+        auto table = readColumns(scan, requests, options_, note_);
+        if (roles_.x && table.columns.back().kind == ColumnKind::Text)
+            fail("{}: column {}: expected numbers or dates for --x.", table.place.name,
+                 quoteText(table.columns.back().name));
+        auto next = table.columns.begin();
+        const auto take = [&](std::size_t count) {
+            std::vector<const TableColumn*> taken;
+            for (std::size_t i = 0; i < count; ++i) taken.push_back(&*next++);
+            return taken;
+        };
+        categoryColumns_ = take(roles_.categories.size());
+        seriesColumn_ = roles_.series ? take(1).front() : nullptr;
+        valueColumns_ = take(roles_.values.size());
+        sizeColumns_ = take(roles_.sizes.size());
+        plusColumns_ = take(roles_.errorsPlus.size());
+        minusColumns_ = take(roles_.errorsMinus.size());
+        xColumn_ = roles_.x ? take(1).front() : nullptr;
+        return table;
+    }
+
+    /// Wide tables name each category once; a name that comes again is the mark of a long one.
+    void noteRepeated() const
+    {
+        const auto& column = *categoryColumns_.front();
+        const auto& texts = column.texts;
+        if (texts.getTexts().size() == table_.rowCount) return;
+        std::vector<bool> seen(texts.getTexts().size(), false);
+        for (std::size_t row = 0; row < table_.rowCount; ++row) {
+            if (!seen[texts.getIndex(row)]) {
+                seen[texts.getIndex(row)] = true;
+                continue;
+            }
+            return note_(fmt::format(
+                "{}: {} comes twice in the category column {}; a table with one row for each value "
+                "needs --series and --value, and --aggregate makes one value of several.",
+                table_.place.at(table_.lines[row]), quoteText(texts[row]), quoteText(column.name)));
+        }
+    }
+
+    std::vector<double> aggregate(const TableColumn* column) const
+    {
+        std::vector<Accumulator> sums(categories_.firstRow.size());
+        for (std::size_t row = 0; row < table_.rowCount; ++row)
+            sums[categories_.ofRow[row]].add(column == nullptr ? 1 : column->numbers[row]);
+        std::vector<double> values;
+        for (const auto& sum : sums) values.push_back(sum.get(options_.aggregate));
+        return values;
+    }
+
+    /// One column for each series, or one for all.
+    const std::vector<double>& getExtra(const std::vector<const TableColumn*>& columns, std::size_t series,
+                                        const char* option) const
+    {
+        static const std::vector<double> none;
+        if (columns.empty()) return none;
+        if (columns.size() != 1 && columns.size() != valueColumns_.size())
+            fail("{}: got {} columns for {} series; give one for each, or one for all.", option,
+                 columns.size(), valueColumns_.size());
+        return columns[columns.size() == 1 ? 0 : series]->numbers;
+    }
+
+    void readWide()
+    {
+        requireLimits(grid_.name, valueColumns_.size(),
+                      options_.top > 0 || options_.transpose ? 0 : categories_.firstRow.size());
+        if (valueColumns_.empty()) grid_.series.push_back({"Count", aggregate(nullptr)});
+        for (std::size_t i = 0; i < valueColumns_.size(); ++i) {
+            const auto& column = *valueColumns_[i];
+            GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column)};
+            series.details = {options_.aggregate == "count" ? "" : column.numberFormat,
+                              getExtra(sizeColumns_, i, "Sizes"), getExtra(plusColumns_, i, "Errors-plus"),
+                              getExtra(minusColumns_, i, "Errors-minus")};
+            grid_.series.push_back(std::move(series));
+        }
+        noteUnits();
+    }
+
+    void readLong()
+    {
+        const auto& names = seriesColumn_->texts;
+        std::unordered_map<std::uint64_t, Accumulator> cells;
+        for (std::size_t row = 0; row < table_.rowCount; ++row) {
+            const auto key = static_cast<std::uint64_t>(names.getIndex(row)) << 32U | categories_.ofRow[row];
+            const auto [cell, isNew] = cells.try_emplace(key);
+            if (!isNew && options_.aggregate.empty()) refuseSecond(row);
+            cell->second.add(valueColumns_.empty() ? 1 : valueColumns_.front()->numbers[row]);
+        }
+        const auto categoryCount = categories_.firstRow.size();
+        requireLimits(grid_.name, names.getTexts().size(), categoryCount);
+        for (const auto& name : names.getTexts()) {
+            const auto index = grid_.series.size();
+            GridSeries series{name, std::vector<double>(categoryCount, gap)};
+            for (std::size_t i = 0; i < categoryCount; ++i) {
+                const auto cell = cells.find(static_cast<std::uint64_t>(index) << 32U | i);
+                if (cell != cells.end())
+                    series.values[i] = cell->second.get(options_.aggregate);
+                else if (!options_.gaps)
+                    refuseMissing(name, categories_.firstRow[i]);
+            }
+            if (!valueColumns_.empty() && options_.aggregate != "count")
+                series.details.numberFormat = valueColumns_.front()->numberFormat;
+            grid_.series.push_back(std::move(series));
+        }
+    }
+
+    [[noreturn]] void refuseSecond(std::size_t row) const
+    {
+        const auto& category = *categoryColumns_.back();
+        fail(
+            "{}: a second value for {} {} and {} {}; a long table has one for each pair, and --aggregate "
+            "makes one of "
+            "several.",
+            table_.place.at(table_.lines[row]), seriesColumn_->name, quoteText(seriesColumn_->texts[row]),
+            category.name, quoteText(category.texts[row]));
+    }
+
+    [[noreturn]] void refuseMissing(const std::string& series, std::size_t row) const
+    {
+        fail("{}: no value for {} {} and category {}; add the row, or ask for --gaps.", table_.place.name,
+             seriesColumn_->name, quoteText(series), quoteText(categoryColumns_.back()->texts[row]));
+    }
+
+    /// Amounts and percentages on one axis mislead.
+    void noteUnits() const
+    {
+        std::set<std::string> units;
+        std::string list;
+        for (const auto* column : valueColumns_) {
+            const auto unit = findUnit(column->numberFormat);
+            units.insert(unit);
+            list +=
+                (list.empty() ? "" : ", ") + quoteText(column->name) + (unit.empty() ? " none" : " " + unit);
+        }
+        if (units.size() > 1 && options_.aggregate != "count")
+            note_(fmt::format("{}: the columns have different units: {}.", grid_.name, list));
+    }
+
+    /// "%" or the currency of a worksheet format.
+    static std::string findUnit(const std::string& format)
+    {
+        if (format.find('%') != std::string::npos) return "%";
+        const auto start = format.find('"');
+        const auto end = start == std::string::npos ? start : format.find('"', start + 1);
+        return end == std::string::npos ? "" : format.substr(start + 1, end - start - 1);
+    }
+
+    void readCategories()
+    {
+        const auto read = [&](const TableColumn& column) {
+            std::vector<std::string> texts;
+            texts.reserve(categories_.firstRow.size());
+            for (const auto row : categories_.firstRow) texts.push_back(column.texts[row]);
+            return texts;
+        };
+        for (std::size_t i = 0; i + 1 < categoryColumns_.size(); ++i)
+            grid_.levels.push_back(read(*categoryColumns_[i]));
+        grid_.categories = read(*categoryColumns_.back());
+    }
+
+    void readPositions()
+    {
+        const auto& column = xColumn_ != nullptr ? *xColumn_ : *categoryColumns_.back();
+        if (column.kind == ColumnKind::Text || (categoryColumns_.size() > 1 && xColumn_ == nullptr)) return;
+        for (const auto row : categories_.firstRow) grid_.positions.push_back(column.numbers[row]);
+        grid_.positionFormat = column.numberFormat;
+        const bool isDate = column.kind == ColumnKind::Date;
+        if (!isDate)
+            grid_.kind = CategoryKind::Number;
+        else if (column.dateUnit != DateUnit::Quarter || xColumn_ != nullptr)
+            grid_.kind = CategoryKind::Date;
+    }
+
+    const Roles& roles_;
+    const TableOptions& options_;
+    const Note& note_;
+    std::vector<const TableColumn*> categoryColumns_;
+    const TableColumn* seriesColumn_ = nullptr;
+    std::vector<const TableColumn*> valueColumns_;
+    std::vector<const TableColumn*> sizeColumns_;
+    std::vector<const TableColumn*> plusColumns_;
+    std::vector<const TableColumn*> minusColumns_;
+    const TableColumn* xColumn_ = nullptr;
+    Table table_;
+    Categories categories_;
+    Grid grid_;
+};
+
+constexpr std::array<std::string_view, 21> totalNames = {
+    "total",         "totals",    "grand total", "subtotal",       "sum",           "summe",
+    "gesamt",        "insgesamt", "gesamtsumme", "gesamtergebnis", "zwischensumme", "total general",
+    "total général", "totale",    "totaal",      "totalt",         "i alt",         "suma",
+    "razem",         "celkem",    "yhteensä"};
+
+bool namesTotal(std::string text)
+{
+    for (auto& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    if (text.ends_with(':')) text.pop_back();
+    return std::find(totalNames.begin(), totalNames.end(), text) != totalNames.end();
+}
+
+/// A row that adds up the others dwarfs them in a chart.
+std::vector<std::u16string> noteTotals(const Grid& grid, const Note& note)
+{
+    std::vector<std::u16string> totals;
+    for (const auto& category : grid.categories) {
+        if (!namesTotal(category)) continue;
+        note(fmt::format("{}: the row {} looks like a total of others; --drop {} leaves it out.", grid.name,
+                         quoteText(category), quoteText(category)));
+        totals.push_back(toUtf16(category));
+    }
+    return totals;
+}
+
+}  // namespace
+
+ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+{
+    checkTableOptions(options);
+    const Note note = [&listener](const std::string& sentence) {
+        if (listener.warning) listener.warning(sentence);
+    };
+    const TableScan scan(openSource(path, options, listener.progress), options, note);
+    const auto roles = findRoles(scan, options, note);
+    requireRows(scan, roles, options);
+    auto grid = GridMaker(scan, roles, options, note).make();
+    auto totals = noteTotals(grid, note);
+    shapeGrid(grid, options);
+    auto data = makeChartData(grid);
+    if (!options.transpose) data.totals = std::move(totals);
+    return data;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,276 @@
+#include "report/table/Grid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "report/options/QuotedText.h"
+#include "report/table/Fail.h"
+#include "report/table/Limits.h"
+#include "report/table/NumberText.h"
+#include "support/Text.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+constexpr auto percentFormat = "0.0%";
+
+using Order = std::vector<std::size_t>;
+
+template <typename Value>
+void pick(std::vector<Value>& values, const Order& order)
+{
+    if (values.empty()) return;
+    std::vector<Value> picked;
+    picked.reserve(order.size());
+    for (const auto index : order) picked.push_back(std::move(values[index]));
+    values = std::move(picked);
+}
+
+/// Keeps the categories of `order`, in that order.
+void pickCategories(Grid& grid, const Order& order)
+{
+    pick(grid.categories, order);
+    pick(grid.positions, order);
+    for (auto& one : grid.series) {
+        pick(one.values, order);
+        pick(one.details.sizes, order);
+        pick(one.details.errorsPlus, order);
+        pick(one.details.errorsMinus, order);
+    }
+}
+
+/// A date axis has an order of its own, and no place for "Other".
+void forgetDates(Grid& grid)
+{
+    if (grid.kind != CategoryKind::Date) return;
+    grid.kind = CategoryKind::Text;
+}
+
+void transpose(Grid& grid)
+{
+    requireLimits(grid.name, grid.categories.size(), grid.series.size());
+    Grid turned{grid.name};
+    const auto& format = grid.series.front().details.numberFormat;
+    const bool sameFormat = std::all_of(grid.series.begin(), grid.series.end(), [&](const GridSeries& one) {
+        return one.details.numberFormat == format;
+    });
+    for (const auto& one : grid.series) turned.categories.push_back(one.name);
+    for (std::size_t i = 0; i < grid.categories.size(); ++i) {
+        GridSeries series{grid.categories[i]};
+        if (sameFormat) series.details.numberFormat = format;
+        for (const auto& one : grid.series) series.values.push_back(one.values[i]);
+        turned.series.push_back(std::move(series));
+    }
+    grid = std::move(turned);
+}
+
+double addUp(const Grid& grid, std::size_t category)
+{
+    double sum = 0;
+    for (const auto& one : grid.series)
+        if (!std::isnan(one.values[category])) sum += one.values[category];
+    return sum;
+}
+
+/// What the option aggregate makes of two values.
+double combine(double a, double b, const std::string& aggregate)
+{
+    if (std::isnan(a)) return b;
+    if (std::isnan(b)) return a;
+    if (aggregate == "min") return std::min(a, b);
+    if (aggregate == "max") return std::max(a, b);
+    return a + b;
+}
+
+/// The categories with the largest sums, in the order of the table, and behind them the others as one.
+void keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
+{
+    if (count >= grid.categories.size()) return;
+    Order order(grid.categories.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::vector<double> sums;
+    for (const auto category : order) sums.push_back(addUp(grid, category));
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return sums[a] > sums[b]; });
+    const auto keptEnd = order.begin() + static_cast<std::ptrdiff_t>(count);
+    std::vector<double> rest(grid.series.size(), gap);
+    for (auto at = keptEnd; at != order.end(); ++at)
+        for (std::size_t i = 0; i < rest.size(); ++i)
+            rest[i] = combine(rest[i], grid.series[i].values[*at], aggregate);
+    std::sort(order.begin(), keptEnd);
+    order.erase(keptEnd, order.end());
+    forgetDates(grid);
+    grid.positions.clear();
+    pickCategories(grid, order);
+    const bool isTaken =
+        std::find(grid.categories.begin(), grid.categories.end(), "Other") != grid.categories.end();
+    grid.categories.emplace_back(isTaken ? "All others" : "Other");
+    for (std::size_t i = 0; i < rest.size(); ++i) grid.series[i].values.push_back(rest[i]);
+}
+
+std::string toLower(const std::string& text)
+{
+    std::string result = text;
+    for (auto& c : result)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    return result;
+}
+
+/// Numbers for categories that are all numbers: "9" comes before "10".
+std::vector<double> readNumbers(const std::vector<std::string>& texts)
+{
+    std::vector<double> numbers;
+    for (const auto& text : texts) {
+        const auto number = readNumber(text, {'.', ""});
+        if (!number) return {};
+        numbers.push_back(*number);
+    }
+    return numbers;
+}
+
+/// Values without a number come last, whichever way the others go.
+void sortByValue(Order& order, const std::vector<double>& values, bool descending)
+{
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        if (std::isnan(values[a]) || std::isnan(values[b]))
+            return !std::isnan(values[a]) && std::isnan(values[b]);
+        return descending ? values[a] > values[b] : values[a] < values[b];
+    });
+}
+
+void sortByText(Order& order, const std::vector<std::string>& texts)
+{
+    std::vector<std::string> keys;
+    for (const auto& text : texts) keys.push_back(toLower(text));
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+}
+
+void sort(Grid& grid, const std::string& by)
+{
+    Order order(grid.categories.size());
+    std::iota(order.begin(), order.end(), 0);
+    if (by == "category") {
+        const auto keys = grid.positions.empty() ? readNumbers(grid.categories) : grid.positions;
+        keys.empty() ? sortByText(order, grid.categories) : sortByValue(order, keys, false);
+    } else {
+        sortByValue(order, grid.series.front().values, by == "descending");
+        forgetDates(grid);
+    }
+    pickCategories(grid, order);
+}
+
+void makeShares(const Grid& grid, GridSeries& series)
+{
+    double total = 0;
+    for (const auto value : series.values)
+        if (!std::isnan(value)) total += value;
+    if (total == 0 || !std::isfinite(total))
+        fail("{}: the values of {} add up to {}; --share needs another total.", grid.name,
+             quoteText(series.name), total);
+    for (auto& value : series.values) value /= total;
+    series.details.numberFormat = percentFormat;
+}
+
+void accumulate(GridSeries& series)
+{
+    double sum = 0;
+    for (auto& value : series.values)
+        if (!std::isnan(value)) value = sum += value;
+}
+
+std::u16string toCellText(const Grid& grid, const std::string& text)
+{
+    auto converted = toUtf16(text);
+    if (converted.size() > limits::textLength)
+        fail("{}: the text {} is too long; a chart takes texts of up to {} characters.", grid.name,
+             quoteText(text), limits::textLength);
+    return converted;
+}
+
+std::vector<std::u16string> toCellTexts(const Grid& grid, const std::vector<std::string>& texts)
+{
+    std::vector<std::u16string> converted;
+    converted.reserve(texts.size());
+    for (const auto& text : texts) converted.push_back(toCellText(grid, text));
+    return converted;
+}
+
+/// An outer level shows each text where it starts; where an outer text changes, the inner one starts anew.
+void blankRepeated(std::vector<std::vector<std::u16string>>& levels)
+{
+    std::vector<bool> starts(levels.empty() ? 0 : levels.front().size(), false);
+    for (auto& level : levels) {
+        for (std::size_t i = level.size(); i-- > 1;) starts[i] = starts[i] || level[i] != level[i - 1];
+        for (std::size_t i = 1; i < level.size(); ++i)
+            if (!starts[i]) level[i].clear();
+    }
+}
+
+std::shared_ptr<chart::DataSeries> makeSeries(const Grid& grid, const GridSeries& one,
+                                              const std::shared_ptr<chart::DataPoint>& emptyPoint)
+{
+    auto series = chart::DataSeries::create(toCellText(grid, one.name));
+    const bool hasX = grid.kind == CategoryKind::Number;
+    for (std::size_t i = 0; i < one.values.size(); ++i)
+        if (std::isnan(one.values[i]) && !hasX)
+            series->appendPoint(emptyPoint);
+        else if (hasX)
+            series->appendPoint(grid.positions[i], one.values[i]);
+        else
+            series->appendPoint(one.values[i]);
+    return series;
+}
+
+}  // namespace
+
+void requireLimits(const std::string& name, std::size_t series, std::size_t categories)
+{
+    if (categories > limits::categories)
+        fail("{}: {} categories, and a chart shows at most {}; --where, --aggregate and --top make fewer.",
+             name, categories, limits::categories);
+    if (series > limits::series)
+        fail("{}: {} series, and a chart shows at most {}; --where and --columns make fewer.", name, series,
+             limits::series);
+    if (series * categories > limits::points)
+        fail(
+            "{}: {} series with {} categories make {} points, and a chart shows at most {}; --where, "
+            "--aggregate and "
+            "--top make fewer.",
+            name, series, categories, series * categories, limits::points);
+}
+
+void shapeGrid(Grid& grid, const TableOptions& options)
+{
+    if (options.transpose) transpose(grid);
+    if (options.top > 0) keepTop(grid, options.top, options.aggregate);
+    if (!options.sort.empty()) sort(grid, options.sort);
+    for (auto& series : grid.series) {
+        if (options.share) makeShares(grid, series);
+        if (options.cumulative) accumulate(series);
+    }
+}
+
+ChartData makeChartData(const Grid& grid)
+{
+    ChartData data(chart::DataSet::create(toCellTexts(grid, grid.categories)));
+    // Gaps look alike: a wide, sparse table costs what its values cost.
+    const auto emptyPoint = chart::DataPoint::create(gap);
+    for (const auto& one : grid.series) {
+        data.dataSet->appendSeries(makeSeries(grid, one, emptyPoint));
+        data.series.push_back(one.details);
+    }
+    data.categoryKind = grid.kind;
+    if (grid.kind != CategoryKind::Text) {
+        data.categoryValues = grid.positions;
+        data.categoryFormat = grid.positionFormat;
+    }
+    for (const auto& level : grid.levels) data.levels.push_back(toCellTexts(grid, level));
+    blankRepeated(data.levels);
+    return data;
+}
+
+}  // namespace quillon::report

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "report/table/Rows.h"
+#include "report/table/TableOptions.h"
+
+namespace quillon::report {
+
+/// Hears a sentence on what was understood, replaced or left out.
+using Note = std::function<void(const std::string&)>;
+
+/// Where in the rows of a source the table stands, as its first rows show it.
+struct Layout {
+    /// One for each column. Empty: the header has none, and the column should be empty or the first.
+    std::vector<std::string> names;
+    /// The line of the header; 0: there is none.
+    std::size_t headerLine = 0;
+    /// The position of the first row of data among the rows of the source that are not empty.
+    std::size_t firstRow = 0;
+};
+
+/// Finds the header below lines of a title, numbers names that come twice, and leaves out columns at the
+/// right end that are empty. Throws: std::runtime_error for a source without rows.
+Layout findLayout(RowSource& source, const TableOptions& options, const Note& note);
+
+/// Notes that rows from `first` to `last` stand "above" or "below" the table.
+void noteLeftOut(const Place& place, std::size_t first, std::size_t last, const char* side, const Note& note);
+
+/// Whether every cell is empty.
+bool isEmptyRow(const Row& row);
+
+}  // namespace quillon::report

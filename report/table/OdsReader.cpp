@@ -1,0 +1,184 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "report/table/DateText.h"
+#include "report/table/Fail.h"
+#include "report/table/Limits.h"
+#include "report/table/Sheet.h"
+
+namespace quillon::report {
+namespace {
+
+using Attributes = std::vector<XmlAttribute>;
+
+/// An empty end of a sheet is written as one row, repeated as often as the sheet has rows.
+std::int32_t readCount(const Attributes& attributes, const char* name)
+{
+    const auto text = getAttribute(attributes, name);
+    std::int32_t count = 1;
+    std::from_chars(text.data(), text.data() + text.size(), count);
+    return std::clamp(count, 1, 1'048'576);
+}
+
+/// The names of all sheets, and the cells of one.
+class SheetListener : public XmlListener {
+ public:
+    /// Nothing is kept of sheets other than the one at `wanted`.
+    SheetListener(Sheet& sheet, std::size_t wanted) : sheet_(sheet), wanted_(wanted) {}
+
+    void startElement(const std::string& name, const Attributes& attributes) override
+    {
+        if (name == "table" && depth_++ == 0) startTable(attributes);
+        if (!isWanted()) return;
+        if (name == "annotation") ++remarks_;
+        if (name == "table-row") startRow(attributes);
+        if (name == "table-cell" || name == "covered-table-cell") startCell(attributes);
+        if (name == "p") startParagraph();
+        if (name == "s") addText(std::string(static_cast<std::size_t>(readCount(attributes, "c")), ' '));
+        if (name == "tab") addText("\t");
+    }
+
+    void endElement(const std::string& name) override
+    {
+        if (isWanted()) {
+            if (name == "annotation") --remarks_;
+            if (name == "p") isInParagraph_ = false;
+            if (name == "table-cell" || name == "covered-table-cell") endCell();
+            if (name == "table-row") endRow();
+        }
+        if (name == "table") --depth_;
+    }
+
+    void addText(std::string_view text) override
+    {
+        if (isInParagraph_ && remarks_ == 0) text_ += text;
+    }
+
+    std::vector<std::string> names;
+
+ private:
+    bool isWanted() const { return depth_ == 1 && names.size() == wanted_ + 1; }
+
+    void startTable(const Attributes& attributes)
+    {
+        names.push_back(getAttribute(attributes, "name"));
+        row_ = 0;
+    }
+
+    void startRow(const Attributes& attributes)
+    {
+        column_ = 0;
+        rowRepeats_ = readCount(attributes, "number-rows-repeated");
+        rowCells_.clear();
+    }
+
+    void startParagraph()
+    {
+        if (remarks_ > 0) return;
+        if (!text_.empty()) text_ += '\n';
+        isInParagraph_ = true;
+    }
+
+    void startCell(const Attributes& attributes)
+    {
+        text_.clear();
+        cellRepeats_ = readCount(attributes, "number-columns-repeated");
+        type_ = getAttribute(attributes, "value-type");
+        currency_ = getAttribute(attributes, "currency");
+        value_ = getAttribute(attributes, type_ == "date" ? "date-value" : "value");
+    }
+
+    void endCell()
+    {
+        SheetCell cell{0, column_};
+        column_ += cellRepeats_;
+        if (type_.empty() && text_.empty()) return;
+        if (!readNumber(cell) && !readDay(cell)) cell.text = sheet_.addText(text_);
+        for (std::int32_t i = 0; i < cellRepeats_; ++i, ++cell.column) {
+            if (rowCells_.size() > limits::columns) fail("it has more than {} columns", limits::columns);
+            rowCells_.push_back(cell);
+        }
+    }
+
+    bool readNumber(SheetCell& cell)
+    {
+        if (type_ != "float" && type_ != "percentage" && type_ != "currency") return false;
+        const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), cell.number);
+        if (error != std::errc() || end != value_.data() + value_.size() || !std::isfinite(cell.number))
+            return false;
+        cell.kind = CellKind::Number;
+        if (type_ == "percentage") cell.format = sheet_.addFormat("0.0%");
+        if (type_ == "currency" && !currency_.empty())
+            cell.format = sheet_.addFormat("#,##0.00 \"" + currency_ + "\"");
+        return true;
+    }
+
+    bool readDay(SheetCell& cell) const
+    {
+        const auto date = type_ == "date" ? readDate(value_, DateOrder::YearMonthDay) : std::nullopt;
+        if (!date) return false;
+        cell.kind = CellKind::Date;
+        cell.number = date->serial;
+        return true;
+    }
+
+    void endRow()
+    {
+        for (std::int32_t i = 0; i < rowRepeats_ && !rowCells_.empty(); ++i)
+            for (auto& cell : rowCells_) {
+                cell.row = row_ + i;
+                sheet_.add(cell);
+            }
+        row_ += rowRepeats_;
+    }
+
+    Sheet& sheet_;
+    std::size_t wanted_;
+    int depth_ = 0;
+    int remarks_ = 0;
+    std::int32_t row_ = 0;
+    std::int32_t column_ = 0;
+    std::int32_t rowRepeats_ = 1;
+    std::int32_t cellRepeats_ = 1;
+    std::vector<SheetCell> rowCells_;
+    std::string type_;
+    std::string value_;
+    std::string currency_;
+    std::string text_;
+    bool isInParagraph_ = false;
+};
+
+class OdsReader : public WorkbookReader {
+ public:
+    explicit OdsReader(const PartReader& parts) : content_(parts.read("content.xml", limits::wholeFile))
+    {
+        Sheet none;
+        SheetListener listener(none, limits::storedCells);
+        readXml(content_, listener);
+        names_ = std::move(listener.names);
+    }
+
+    const std::vector<std::string>& getSheetNames() const override { return names_; }
+
+    Sheet readSheet(std::size_t index) const override
+    {
+        Sheet sheet;
+        SheetListener listener(sheet, index);
+        readXml(content_, listener);
+        return sheet;
+    }
+
+ private:
+    std::string content_;
+    std::vector<std::string> names_;
+};
+
+}  // namespace
+
+std::unique_ptr<WorkbookReader> openOds(const PartReader& parts)
+{
+    return std::make_unique<OdsReader>(parts);
+}
+
+}  // namespace quillon::report

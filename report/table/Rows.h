@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quillon::report {
+
+/// What a source knows of a cell. Text may still be read as a number or a date.
+enum class CellKind : unsigned char { Text, Number, Date };
+
+/// A cell as its source gives it. Text is well-formed UTF-8; an empty text of kind Text is an empty cell.
+struct Cell {
+    std::string_view text = {};
+    CellKind kind = CellKind::Text;
+    /// The number, or the serial number of the date in a worksheet.
+    double number = 0;
+    /// As in a cell of a worksheet, "0.0%"; empty: none.
+    std::string_view format = {};
+
+    bool isEmpty() const { return kind == CellKind::Text && text.empty(); }
+};
+
+/// A row as a source hands it out; valid during that call alone.
+struct Row {
+    /// Where the row starts: the line of the file, or the number of the row, from 1.
+    std::size_t line = 0;
+    /// Whether an empty line stands before it.
+    bool afterBlank = false;
+    std::span<const Cell> cells = {};
+};
+
+/// How rows are named in sentences: "sales.csv:3", or "sales.xlsx, row 3".
+struct Place {
+    std::string name;
+    bool countsLines = true;
+
+    const char* getUnit() const { return countsLines ? "line" : "row"; }
+    std::string at(std::size_t line) const
+    {
+        return name + (countsLines ? ":" : ", row ") + std::to_string(line);
+    }
+};
+
+/// Where the rows of a table come from.
+class RowSource {
+ public:
+    /// Says whether it wants further rows.
+    using Handler = std::function<bool(const Row&)>;
+
+    virtual ~RowSource() = default;
+    /// Hands out all rows from the first one on, as often as it is called.
+    /// Throws: std::runtime_error with a sentence for what cannot be read, and what the handler throws.
+    virtual void read(const Handler& handler) = 0;
+
+    const Place& getPlace() const { return place_; }
+    /// Whether the first row holds the names of the columns beyond doubt, as in rows of objects.
+    bool namesColumns() const { return namesColumns_; }
+    /// '.' or ',' where the kind of source speaks for it, when the numbers themselves leave it open.
+    std::optional<char> getLikelyDecimal() const { return likelyDecimal_; }
+
+ protected:
+    RowSource(Place place, bool namesColumns, std::optional<char> likelyDecimal)
+        : place_(std::move(place)), namesColumns_(namesColumns), likelyDecimal_(likelyDecimal)
+    {
+    }
+    void setLikelyDecimal(std::optional<char> decimal) { likelyDecimal_ = decimal; }
+
+ private:
+    Place place_;
+    bool namesColumns_;
+    std::optional<char> likelyDecimal_;
+};
+
+}  // namespace quillon::report

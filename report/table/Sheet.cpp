@@ -1,0 +1,73 @@
+#include "report/table/Sheet.h"
+
+#include <algorithm>
+
+#include "report/table/Fail.h"
+#include "report/table/Limits.h"
+
+namespace quillon::report {
+namespace {
+
+/// Takes "B" or "b" off, as 1.
+std::int32_t takeLetters(std::string_view& text)
+{
+    std::int32_t column = 0;
+    while (!text.empty() && column < 100'000) {
+        const char letter = static_cast<char>(text.front() & ~0x20);
+        if (letter < 'A' || letter > 'Z') break;
+        column = column * 26 + (letter - 'A' + 1);
+        text.remove_prefix(1);
+    }
+    return column;
+}
+
+std::int32_t takeNumber(std::string_view& text)
+{
+    std::int32_t number = 0;
+    while (!text.empty() && text.front() >= '0' && text.front() <= '9' && number < 10'000'000) {
+        number = number * 10 + (text.front() - '0');
+        text.remove_prefix(1);
+    }
+    return number;
+}
+
+void skipDollar(std::string_view& text)
+{
+    if (text.starts_with('$')) text.remove_prefix(1);
+}
+
+}  // namespace
+
+std::uint32_t Sheet::addText(std::string text)
+{
+    texts_.push_back(std::move(text));
+    return static_cast<std::uint32_t>(texts_.size() - 1);
+}
+
+std::uint32_t Sheet::addFormat(const std::string& format)
+{
+    const auto found = std::find(formats_.begin(), formats_.end(), format);
+    if (found != formats_.end()) return static_cast<std::uint32_t>(found - formats_.begin());
+    formats_.push_back(format);
+    return static_cast<std::uint32_t>(formats_.size() - 1);
+}
+
+void Sheet::add(const SheetCell& cell)
+{
+    if (cells_.size() >= limits::storedCells) fail("it has more than {} cells", limits::storedCells);
+    if (cell.column >= static_cast<std::int32_t>(limits::columns))
+        fail("it has more than {} columns", limits::columns);
+    cells_.push_back(cell);
+}
+
+CellAddress takeAddress(std::string_view& text)
+{
+    CellAddress address;
+    skipDollar(text);
+    address.column = takeLetters(text) - 1;
+    skipDollar(text);
+    address.row = takeNumber(text) - 1;
+    return address;
+}
+
+}  // namespace quillon::report

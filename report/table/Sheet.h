@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report/table/PartReader.h"
+#include "report/table/Rows.h"
+
+namespace quillon::report {
+
+/// A cell of a sheet that holds something, at a 0-based place.
+struct SheetCell {
+    std::int32_t row = 0;
+    std::int32_t column = 0;
+    CellKind kind = CellKind::Text;
+    double number = 0;
+    /// Positions among the texts and formats of the sheet.
+    std::uint32_t text = 0;
+    std::uint32_t format = 0;
+};
+
+/// The cells of a sheet by row and column, with texts and number formats that they share.
+class Sheet {
+ public:
+    Sheet() { addFormat(""); }
+
+    std::uint32_t addText(std::string text);
+    /// The position of a format, which is kept once; 0 is the empty one.
+    std::uint32_t addFormat(const std::string& format);
+    const std::string& getText(const SheetCell& cell) const { return texts_[cell.text]; }
+    const std::string& getFormat(const SheetCell& cell) const { return formats_[cell.format]; }
+    std::size_t getTextCount() const { return texts_.size(); }
+
+    /// Throws: std::runtime_error beyond the limits of stored cells.
+    void add(const SheetCell& cell);
+    const std::vector<SheetCell>& getCells() const { return cells_; }
+
+ private:
+    std::deque<std::string> texts_;
+    std::deque<std::string> formats_;
+    std::vector<SheetCell> cells_;
+};
+
+/// A cell's place, 0-based; -1 where it has no row or no column.
+struct CellAddress {
+    std::int32_t row = -1;
+    std::int32_t column = -1;
+};
+/// Takes "B3" or "$B$3" off the front of a text.
+CellAddress takeAddress(std::string_view& text);
+
+/// The sheets of a workbook; each is read on demand.
+class WorkbookReader {
+ public:
+    virtual ~WorkbookReader() = default;
+    virtual const std::vector<std::string>& getSheetNames() const = 0;
+    virtual Sheet readSheet(std::size_t index) const = 0;
+};
+
+/// For an .xlsx, or an .ods package. `parts` must outlive the reader.
+/// Throws: std::runtime_error for a damaged package, as readSheet does.
+std::unique_ptr<WorkbookReader> openXlsx(const PartReader& parts);
+std::unique_ptr<WorkbookReader> openOds(const PartReader& parts);
+
+}  // namespace quillon::report

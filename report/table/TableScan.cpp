@@ -1,0 +1,263 @@
+#include "report/table/TableScan.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "report/options/NearName.h"
+#include "report/options/QuotedText.h"
+#include "report/table/CellText.h"
+#include "report/table/Fail.h"
+
+namespace quillon::report {
+namespace {
+
+constexpr std::size_t listedNames = 10;
+
+/// The cells up to the last one that is filled.
+std::size_t countCells(const Row& row)
+{
+    auto count = row.cells.size();
+    while (count > 0 && row.cells[count - 1].isEmpty()) --count;
+    return count;
+}
+
+/// The order that the option dates names.
+std::optional<DateOrder> findOrder(std::string_view name)
+{
+    if (name == "dmy") return DateOrder::DayMonthYear;
+    if (name == "mdy") return DateOrder::MonthDayYear;
+    return name == "ymd" ? std::optional(DateOrder::YearMonthDay) : std::nullopt;
+}
+
+bool holdsWords(std::string_view text)
+{
+    return text.find(' ') != std::string_view::npos || text.starts_with('*');
+}
+
+}  // namespace
+
+std::string listNames(const std::vector<std::string>& names)
+{
+    std::string list;
+    for (std::size_t i = 0; i < names.size() && i < listedNames; ++i)
+        list += (list.empty() ? "" : ", ") + quoteText(names[i]);
+    if (names.size() > listedNames) list += fmt::format(" and {} more", names.size() - listedNames);
+    return list;
+}
+
+TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& options, const Note& note)
+    : source_(std::move(source)), options_(options), layout_(findLayout(*source_, options, note))
+{
+    const ColumnProfile empty(listStyles(options), options.missing);
+    profiles_.assign(layout_.names.size(), empty);
+    filter_ = std::make_unique<RowFilter>(makeFilter());
+    profileRows(note);
+    requireNames();
+    if (rowCount_ == 0) fail("{}: the table has a header row and no rows of data.", getPlace().name);
+    filter_->noteUnknown(getPlace(), note);
+    if (keptCount_ == 0) fail("{}: no row is left by --where and --drop.", getPlace().name);
+}
+
+bool TableScan::hasUnnamedFirst() const
+{
+    const auto& name = layout_.names.front();
+    return layout_.names.size() > 2 && (name.empty() || name == "index" || name == "Unnamed: 0");
+}
+
+RowFilter TableScan::makeFilter() const
+{
+    std::vector<RowFilter::Condition> conditions;
+    for (const auto& condition : options_.where) {
+        const auto [name, text] = splitCondition(condition);
+        conditions.push_back({findColumn(name), text});
+    }
+    std::vector<std::size_t> dropColumns;
+    for (const auto& name : options_.category) dropColumns.push_back(findColumn(name));
+    // Without a category column it is the first, or the second where that numbers the rows.
+    if (dropColumns.empty()) dropColumns.push_back(0);
+    if (options_.category.empty() && hasUnnamedFirst()) dropColumns.push_back(1);
+    return {std::move(conditions), options_.drop, std::move(dropColumns)};
+}
+
+void TableScan::profileRows(const Note& note)
+{
+    std::size_t position = 0;
+    bool afterBlank = false;
+    source_->read([&](const Row& row) {
+        const bool isBlank = isEmptyRow(row);
+        if (!isBlank && position++ >= layout_.firstRow && !holdBack(row, afterBlank || row.afterBlank)) {
+            releaseHeld();
+            addRow(row);
+        }
+        afterBlank = isBlank;
+        return true;
+    });
+    if (!held_.empty()) noteLeftOut(getPlace(), held_.front().line, held_.back().line, "below", note);
+}
+
+bool TableScan::holdBack(const Row& row, bool afterBlank)
+{
+    if (layout_.names.size() < 2 || countCells(row) != 1 || row.cells.front().kind != CellKind::Text)
+        return false;
+    const bool isShort = row.cells.size() < layout_.names.size();
+    const auto text = row.cells.front().text;
+    if (!afterBlank && held_.empty() && !(isShort && holdsWords(text))) return false;
+    held_.push_back({row.line, std::string(text), isShort});
+    return true;
+}
+
+void TableScan::releaseHeld()
+{
+    const auto held = std::exchange(held_, {});
+    std::vector<Cell> cells(layout_.names.size());
+    for (const auto& row : held) {
+        cells.front().text = row.text;
+        addRow({row.line, false, row.isShort ? std::span(cells).first(1) : std::span(cells)});
+    }
+}
+
+void TableScan::addRow(const Row& row)
+{
+    requireWidth(row);
+    isCounting_ = isCounting_ && countsRow(row.cells.front());
+    ++rowCount_;
+    if (!filter_->keeps(row)) return;
+    ++keptCount_;
+    for (std::size_t i = 0; i < profiles_.size(); ++i) profiles_[i].add(row.cells[i], row.line);
+}
+
+bool TableScan::countsRow(const Cell& first) const
+{
+    const auto number =
+        first.kind == CellKind::Number ? std::optional(first.number) : readNumber(first.text, {'.', ""});
+    const auto row = static_cast<double>(rowCount_);
+    return number && (*number == row || *number == row + 1);
+}
+
+void TableScan::requireWidth(const Row& row) const
+{
+    const auto width = layout_.names.size();
+    if (row.cells.size() == width || (row.cells.size() > width && countCells(row) <= width)) return;
+    const auto got = row.cells.size() > width ? countCells(row) : row.cells.size();
+    fail("{}: expected {} {}{}, got {}.", getPlace().at(row.line), width, width == 1 ? "field" : "fields",
+         layout_.headerLine > 0 ? ", as in the header row" : ", as in the rows above", got);
+}
+
+void TableScan::requireNames() const
+{
+    for (std::size_t i = 1; i < profiles_.size(); ++i)
+        if (layout_.names[i].empty() && (profiles_[i].getFilled() > 0 || rowCount_ == 0))
+            fail("{}: column {} has no name.", getPlace().at(layout_.headerLine), i + 1);
+}
+
+std::size_t TableScan::findColumn(const std::string& name) const
+{
+    const auto& names = layout_.names;
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found != names.end()) return static_cast<std::size_t>(found - names.begin());
+    std::size_t position = 0;
+    const auto* const end = name.data() + name.size();
+    if (name.starts_with('#') && std::from_chars(name.data() + 1, end, position).ptr == end &&
+        position >= 1 && position <= names.size())
+        return position - 1;
+    fail("{}: there is no column {}; the columns are {}{}", getPlace().name, quoteText(name),
+         listNames(names), suggestName(name, names));
+}
+
+bool TableScan::decides(const ColumnProfile& profile, char decimal) const
+{
+    bool fits = false;
+    bool fitsOther = false;
+    for (const auto& reading : profile.getReadings())
+        (reading.style.decimal == decimal ? fits : fitsOther) = profile.fits(reading);
+    return fits && !fitsOther && profile.getReadings().size() > 1;
+}
+
+std::optional<char> TableScan::findDecimal() const
+{
+    const auto speaksFor = [this](char decimal) {
+        return std::any_of(profiles_.begin(), profiles_.end(),
+                           [&](const ColumnProfile& profile) { return decides(profile, decimal); });
+    };
+    const bool point = speaksFor('.');
+    const bool comma = speaksFor(',');
+    if (point != comma) return point ? '.' : ',';
+    return point ? std::nullopt : source_->getLikelyDecimal();
+}
+
+const ColumnProfile::Reading& TableScan::chooseReading(std::size_t column) const
+{
+    const auto& profile = profiles_[column];
+    if (const auto& other = profile.getOtherUnit(); other.isSet())
+        fail("{}: column {}: {} stands among values in {}; the values of a column have one unit.",
+             getPlace().at(other.line), quoteText(layout_.names[column]), quoteText(other.text),
+             profile.getUnit());
+    const auto& readings = profile.getReadings();
+    if (readings.size() == 1) return readings.front();
+    const auto& point = readings[0];
+    const auto& comma = readings[1];
+    if (point.count != comma.count) return point.count > comma.count ? point : comma;
+    const auto decimal = findDecimal();
+    if (!decimal && profile.getDiffering().isSet()) refuseAmbiguous(column);
+    return decimal == ',' ? comma : point;
+}
+
+void TableScan::refuseAmbiguous(std::size_t column) const
+{
+    const auto& sample = profiles_[column].getDiffering();
+    const auto digits = readNumberText(sample.text)->digits;
+    const auto& readings = profiles_[column].getReadings();
+    fail(
+        "{}: column {}: {} can be {} (decimal point) or {} (decimal comma); --decimal point or --decimal "
+        "comma "
+        "settles it.",
+        getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
+        writeNumber(readDigits(digits, readings[0].style)->value),
+        writeNumber(readDigits(digits, readings[1].style)->value));
+}
+
+std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const Note& note) const
+{
+    const auto& profile = profiles_[column];
+    const auto isDate = [&](DateOrder order) { return profile.isDate(order); };
+    if (options_.dates == "none") return std::nullopt;
+    if (const auto asked = findOrder(options_.dates)) {
+        if (isDate(*asked)) return asked;
+        note(fmt::format(
+            "{}: column {} does not hold dates as --dates {} says; its texts are shown as they are.",
+            getPlace().name, quoteText(layout_.names[column]), options_.dates));
+        return std::nullopt;
+    }
+    const bool dayFirst = isDate(DateOrder::DayMonthYear);
+    const bool monthFirst = isDate(DateOrder::MonthDayYear);
+    const auto& sample = profile.getDifferingDate();
+    if (dayFirst && monthFirst && sample.isSet()) {
+        note(fmt::format(
+            "{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
+            "shown as they are.",
+            getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
+            writeDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
+            writeDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
+        return std::nullopt;
+    }
+    if (dayFirst) return DateOrder::DayMonthYear;
+    return monthFirst ? std::optional(DateOrder::MonthDayYear) : std::nullopt;
+}
+
+void TableScan::readRows(const RowSource::Handler& handler) const
+{
+    std::size_t position = 0;
+    std::size_t handed = 0;
+    std::vector<Cell> cells(layout_.names.size());
+    source_->read([&](const Row& row) {
+        if (isEmptyRow(row) || position++ < layout_.firstRow) return true;
+        if (handed++ == rowCount_) return false;
+        if (row.cells.size() < cells.size())
+            fail("{}: the file changed while it was read.", getPlace().at(row.line));
+        std::copy_n(row.cells.begin(), cells.size(), cells.begin());
+        const Row kept{row.line, row.afterBlank, cells};
+        return !filter_->keeps(kept) || handler(kept);
+    });
+}
+
+}  // namespace quillon::report

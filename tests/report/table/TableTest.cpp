@@ -1,0 +1,255 @@
+#include "report/table/Table.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <thread>
+
+#include "report/table/ChartTable.h"
+#include "report/table/DateText.h"
+#include "report/table/InputFile.h"
+#include "tests/ThrownText.h"
+#include "tests/report/table/TableReading.h"
+
+namespace quillon::report {
+namespace {
+
+const std::string corpus = QUILLON_TABLES_FOLDER "/";
+
+std::string refuse(const std::string& path, const TableOptions& options = {})
+{
+    return thrownText([&] { readChartData(path, options); });
+}
+
+std::string readBytes(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(Table, KeepsColumnsOfNumbersDatesAndText)
+{
+    const auto path = writeTable("Day,Region,Share\n2024-01-01,N,5 %\n2024-01-02,S,NA\n2024-01-03,N,7.5 %\n");
+    const auto table = readTable(path, parseOptions("--gaps --where Region=N"));
+    ASSERT_EQ(table.columns.size(), 3U);
+    EXPECT_EQ(table.rowCount, 2U);
+    EXPECT_EQ(table.lines, (std::vector<std::uint32_t>{2, 4}));
+    const auto& [day, region, share] = std::tie(table.columns[0], table.columns[1], table.columns[2]);
+    EXPECT_EQ(day.kind, ColumnKind::Date);
+    EXPECT_EQ(day.numbers, (std::vector<double>{45292, 45294}));
+    EXPECT_EQ(day.texts[1], "2024-01-03");
+    EXPECT_EQ(region.kind, ColumnKind::Text);
+    EXPECT_EQ(region.texts[1], "N");
+    EXPECT_EQ(share.kind, ColumnKind::Number);
+    EXPECT_EQ(share.numberFormat, "0.0%");
+    EXPECT_EQ(share.numbers, (std::vector<double>{0.05, 0.075}));
+    EXPECT_EQ(readTable(path, parseOptions("--columns #2,Day")).columns[1].name, "Day");
+}
+
+TEST(Table, RefusesFilesThatCannotBeRead)
+{
+    EXPECT_EQ(refuse("/no such"), "Cannot read \"/no such\": No such file or directory.");
+    EXPECT_EQ(refuse("/"), "Cannot read \"/\": it is a folder.");
+    EXPECT_EQ(refuse(std::string("a\0b", 3)), "Cannot read \"a\\x00b\": the path holds a null character.");
+    // Its first byte cannot be read, though it can be opened.
+    EXPECT_EQ(refuse("/proc/self/mem"), "Cannot read \"/proc/self/mem\": Input/output error.");
+}
+
+TEST(Table, AFileThatFailsHalfWayIsRefused)
+{
+    const int next = dup(STDIN_FILENO);
+    close(next);
+    InputFile file(writeTable("A,B\nx,1\n"));
+    const int unreadable = open("/dev/null", O_WRONLY);
+    dup2(unreadable, next);
+    close(unreadable);
+    std::string block(16, ' ');
+    EXPECT_NE(thrownText([&] { file.read(block); }).find("Bad file descriptor"), std::string::npos);
+}
+
+TEST(Table, CharactersMayEndInAnotherBlock)
+{
+    std::string text = "\xFF\xFE" + std::string("A\0,\0B\0\n\0", 8);
+    std::size_t rows = 0;
+    for (; text.size() < 300'000; ++rows) {
+        text += std::string("\x3D\xD8\x00\xDE", 4) + std::string("\x3D\xD8\x00\xDE", 4);
+        text += std::string(",\0001\0\n\0", 6);
+    }
+    const auto data = readChartData(writeTable(text), parseOptions("--aggregate count"));
+    EXPECT_EQ(data.dataSet->getCategories(), (std::vector<std::u16string>{u"\U0001F600\U0001F600"}));
+    EXPECT_EQ(data.dataSet->getSeries(0)->getPoint(0)->getValue(), static_cast<double>(rows));
+}
+
+TEST(Table, ReadsPipesAndStandardInput)
+{
+    const auto pipe = writeTable("") + ".pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&pipe] { std::ofstream(pipe) << "A,B\nx,1\n"; });
+    EXPECT_EQ(describeReading(pipe, {}), "categories: x\nB: 1\n");
+    writer.join();
+
+    const int kept = dup(STDIN_FILENO);
+    ASSERT_NE(std::freopen(writeTable("A;B\nx;1,5\n").c_str(), "r", stdin), nullptr);
+    EXPECT_EQ(readChartData("-", {}).dataSet->getSeries(0)->getPoint(0)->getValue(), 1.5);
+    ASSERT_NE(std::freopen((corpus + "base.sqlite").c_str(), "r", stdin), nullptr);
+    EXPECT_EQ(refuse("-"), "standard input: a database is read from a file of its own; give its path.");
+    dup2(kept, STDIN_FILENO);
+    close(kept);
+}
+
+TEST(Table, RefusesEarlyWhatAChartCannotShow)
+{
+    std::string rows = "A,B\n";
+    for (int i = 0; i < 1'048'576; ++i) rows += "x,1\n";
+    const auto tall = writeTable(rows);
+    const auto start = std::clock();
+    EXPECT_NE(refuse(tall).find("1048576 categories, and a chart shows at most 1048575;"), std::string::npos);
+    EXPECT_EQ(describeReading(tall, parseOptions("--aggregate sum")), "categories: x\nB: 1048576\n");
+
+    std::string pairs = "category,series,value\n";
+    for (int i = 0; i < 2000; ++i) pairs += fmt::format("c{0},s{0},1\n", i);
+    EXPECT_NE(
+        refuse(writeTable(pairs), parseOptions("--series series --value value --gaps"))
+            .find("2000 series with 2000 categories make 4000000 points, and a chart shows at most 2000000;"),
+        std::string::npos);
+    EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
+
+    EXPECT_NE(refuse(writeTable("A,B\nx,\"" + std::string(2'000'000, 'y'))).find("a quote is not closed"),
+              std::string::npos);
+    EXPECT_NE(refuse(writeTable(std::string(20'000, ','))).find("more than 16384 cells in a row"),
+              std::string::npos);
+    EXPECT_NE(refuse(writeTable("A,B\n" + std::string(32'768, 'y') + ",1\n"))
+                  .find("(32,768 characters) is too long"),
+              std::string::npos);
+}
+
+TEST(Table, SparseLongTablesShareOneGap)
+{
+    std::string pairs = "category,series,value\n";
+    for (int i = 0; i < 300; ++i) pairs += fmt::format("c{0},s{0},1\n", i);
+    const auto data = readChartData(writeTable(pairs), parseOptions("--series series --value value --gaps"));
+    EXPECT_EQ(data.dataSet->getSeries(0)->getPoint(1), data.dataSet->getSeries(299)->getPoint(0));
+    EXPECT_TRUE(std::isnan(data.dataSet->getSeries(0)->getPoint(1)->getValue()));
+    EXPECT_EQ(data.dataSet->getSeries(299)->getPoint(299)->getValue(), 1);
+}
+
+TEST(Table, ReportsBytesOfBothPasses)
+{
+    std::string rows = "A,B\n";
+    while (rows.size() < 300'000) rows += "category,12345\n";
+    Listener listener;
+    std::vector<std::size_t> heard;
+    std::size_t all = 0;
+    listener.progress = [&](std::size_t done, std::size_t total) {
+        heard.push_back(done);
+        all = total;
+    };
+    readChartData(writeTable(rows), {}, listener);
+    EXPECT_TRUE(std::is_sorted(heard.begin(), heard.end()));
+    EXPECT_GT(heard.size(), 8U);
+    EXPECT_EQ(heard.back(), all);
+    EXPECT_EQ(all, 2 * rows.size());
+}
+
+/// The parser is written in C: what a listener throws goes around it, and its memory is released.
+TEST(Table, PassesOnWhatAListenerThrows)
+{
+    Listener listener;
+    listener.warning = [](const std::string& sentence) { throw std::logic_error(sentence); };
+    EXPECT_EQ(thrownText<std::logic_error>([&] { readChartData(corpus + "text-column.csv", {}, listener); }),
+              corpus + "text-column.csv: column \"Kind\" holds no numbers, as in -1.5, and is left out.");
+    listener = {};
+    listener.progress = [](std::size_t, std::size_t) { throw std::logic_error("enough"); };
+    EXPECT_EQ(thrownText<std::logic_error>([&] { readChartData(corpus + "plain.csv", {}, listener); }),
+              "enough");
+    // A row beyond the bounds is refused in the middle of a block.
+    EXPECT_NE(
+        refuse(writeTable("A,B\nx,\"1\n2\"\n" + std::string(20'000, ',') + "\nx,1\n")).find(":4: more than"),
+        std::string::npos);
+}
+
+TEST(Table, DamagedFilesAreRefusedWithASentence)
+{
+    for (const auto* name :
+         {"book.xlsx", "sheet.ods", "base.sqlite", "rows.json", "utf16le.csv", "title.csv"}) {
+        const auto whole = readBytes(corpus + name);
+        const auto ending = std::string(name).substr(std::string(name).find('.'));
+        const auto options = parseOptions(ending == ".sqlite" ? "--query 'SELECT * FROM sales'" : "");
+        const auto step = std::max<std::size_t>(whole.size() / 150, 1);
+        for (std::size_t at = 0; at < whole.size(); at += step) {
+            auto flipped = whole;
+            flipped[at] = static_cast<char>(flipped[at] ^ 0x55);
+            EXPECT_NE(describeReading(writeTable(flipped, ending), options), "") << name << " " << at;
+            EXPECT_NE(describeReading(writeTable(whole.substr(0, at), ending), options), "")
+                << name << " " << at;
+        }
+    }
+}
+
+struct DateCase {
+    const char* text;
+    DateOrder order;
+    /// 0: no date.
+    double serial;
+    DateUnit unit;
+};
+
+TEST(DateText, ReadsTheFormsThatPeopleWrite)
+{
+    constexpr auto dmy = DateOrder::DayMonthYear;
+    constexpr auto mdy = DateOrder::MonthDayYear;
+    constexpr auto ymd = DateOrder::YearMonthDay;
+    const DateCase cases[] = {
+        {"2024-02-29", dmy, 45351, DateUnit::Day},
+        {"2023-02-29", dmy, 0, {}},
+        {"2024/2/9", mdy, 45331, DateUnit::Day},
+        {"31/12/99", dmy, 36525, DateUnit::Day},
+        {"31/12/99", mdy, 0, {}},
+        {"1/2/45", dmy, 52994, DateUnit::Day},
+        {"12/31/1999", mdy, 36525, DateUnit::Day},
+        {"24-02-29", ymd, 45351, DateUnit::Day},
+        {"29.2.2024", mdy, 45351, DateUnit::Day},
+        {"29-2.2024", dmy, 0, {}},
+        {"2024-02-29T06:00:00+02:00", dmy, 45351.25, DateUnit::Time},
+        {"2/29/2024 6:00 PM", mdy, 45351.75, DateUnit::Time},
+        {"2/29/2024 12:00 am", mdy, 45351, DateUnit::Time},
+        {"2024-02-29 24:00", dmy, 0, {}},
+        {"2024-02-29 6:00 CET", dmy, 0, {}},
+        {"12:30", dmy, 0, {}},
+        {"2024", dmy, 45292, DateUnit::Year},
+        {"999", dmy, 0, {}},
+        {"2024-02", dmy, 45323, DateUnit::Month},
+        {"2/2024", dmy, 45323, DateUnit::Month},
+        {"2.2024", dmy, 0, {}},
+        {"13/2024", dmy, 0, {}},
+        {"Q3 2024", dmy, 45474, DateUnit::Quarter},
+        {"2024-Q3", dmy, 45474, DateUnit::Quarter},
+        {"3. Quartal 2024", dmy, 45474, DateUnit::Quarter},
+        {"Q5 2024", dmy, 0, {}},
+        {"Feb-24", dmy, 45323, DateUnit::Month},
+        {"Feb 24", dmy, 0, {}},
+        {"Fév 2024", dmy, 0, {}},
+        {"FÉVRIER 2024", dmy, 45323, DateUnit::Month},
+        {"1. února 2024", dmy, 45323, DateUnit::Day},
+        {"1-Okt-2024", dmy, 45566, DateUnit::Day},
+        {"October 1, 2024", dmy, 45566, DateUnit::Day},
+        {"1 2 2024", dmy, 0, {}},
+        {"1/2", dmy, 0, {}},
+        {"1/2/3/2024", dmy, 0, {}},
+    };
+    for (const auto& [text, order, serial, unit] : cases) {
+        const auto date = readDate(text, order);
+        EXPECT_EQ(date ? date->serial : 0, serial) << text;
+        EXPECT_EQ(date ? date->unit : unit, unit) << text;
+    }
+}
+
+}  // namespace
+}  // namespace quillon::report
