@@ -35,7 +35,7 @@ ChartData readData(const ChartJob& job, const Listener& listener)
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& note)
 {
     const auto& dataSet = *data.dataSet;
-    const bool isPie = job.options.kind == ChartKind::Pie;
+    const bool isPie = job.options.kind && sliceKinds.contains(*job.options.kind);
     if (isPie && dataSet.getSeriesCount() > 1)
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", job.table,
              dataSet.getSeriesCount());

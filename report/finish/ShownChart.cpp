@@ -113,9 +113,9 @@ class Preparation {
     void takeAmounts()
     {
         const std::array<AmountRow, 3> rows = {
-            {{"sizes", options_.sizes, &SeriesDetails::sizes},
-             {"error-plus", options_.errorPlus, &SeriesDetails::errorsPlus},
-             {"error-minus", options_.errorMinus, &SeriesDetails::errorsMinus}}};
+            {{"size-series", options_.sizes, &SeriesDetails::sizes},
+             {"plus-series", options_.errorPlus, &SeriesDetails::errorsPlus},
+             {"minus-series", options_.errorMinus, &SeriesDetails::errorsMinus}}};
         std::array<std::vector<std::size_t>, 3> taken;
         std::vector<bool> isTaken(dataSet().getSeriesCount());
         for (std::size_t i = 0; i < rows.size(); ++i) {

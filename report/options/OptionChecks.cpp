@@ -121,7 +121,8 @@ void checkErrorBars(const ChartOptions& o, ChartKind /*kind*/)
     const bool isOwn = !o.errorPlus.empty() || !o.errorMinus.empty();
     if (o.errorBars && isOwn)
         refuse(
-            "error-bars computes the lengths of error bars, and error-plus and error-minus name series that "
+            "error-bars computes the lengths of error bars, and plus-series and minus-series name series "
+            "that "
             "hold "
             "them; give one of both.");
     if (o.errorValue && (!o.errorBars || o.errorBars == ErrorAmount::Error))

@@ -371,7 +371,7 @@ constexpr std::array optionTable = {
     row<&O::filled>("filled", Series, ChartKinds(K::Radar), "", "fill the lines of a radar chart", ""),
     row<&O::scatterStyle>("scatter-style", Series, ChartKinds(K::Scatter), "STYLE",
                           "how the points are shown", "points"),
-    row<&O::sizes>("sizes", Series, ChartKinds(K::Bubble), "LIST",
+    row<&O::sizes>("size-series", Series, ChartKinds(K::Bubble), "LIST",
                    "series that hold the sizes of the bubbles: one for each other series, or one for all",
                    "the sizes in the data"),
     row<&O::totals>("totals", Series, ChartKinds(K::Waterfall), "LIST",
@@ -407,9 +407,10 @@ constexpr std::array optionTable = {
                         "the fixed amount, the percentage, or the number of standard deviations",
                         "1, or 5 percent", {0, 1e300}),
     row<&O::errorPlus>(
-        "error-plus", Trends, withErrors, "LIST",
+        "plus-series",
+        Trends, withErrors, "LIST",
         "series that say how far error bars reach up: one for each other series, or one for all", "none"),
-    row<&O::errorMinus>("error-minus", Trends, withErrors, "LIST",
+    row<&O::errorMinus>("minus-series", Trends, withErrors, "LIST",
                         "series that say how far error bars reach down", "none"),
 
     row<&O::font>("font", Look, everyKind, "NAME", "typeface of all texts", "the theme's"),

@@ -286,7 +286,7 @@ TEST(ChartOptions, EachShowsInTwoWays)
         "type",           "category-type", "second",     "second-title", "second-format", "second-min",
         "second-max",     "second-step",   "second-log", "x-title",      "x-format",      "x-min",
         "x-max",          "x-step",        "x-log",      "line",         "area",          "column",
-        "hole",           "filled",        "totals",     "sizes",        "scatter-style", "drop-lines",
+        "hole",           "filled",        "totals",     "size-series",  "scatter-style", "drop-lines",
         "high-low-lines", "up-down-bars"};
     for (const auto& option : getOptions())
         if (option.group != OptionGroup::Trends && !ofTypes.contains(option.name)) {

@@ -136,7 +136,7 @@ TEST(ChartTypes, ShowTheirOptions)
     const auto x = "//c:valAx[c:axPos/@val='b']";
     const auto second = "//c:valAx[c:axPos/@val='r']";
     const Texts combined = {{"second", "C"}};
-    const Texts bubble = {{"type", "bubble"}, {"sizes", "C"}};
+    const Texts bubble = {{"type", "bubble"}, {"size-series", "C"}};
     const std::string xs = x;
     const std::string seconds = second;
     const std::string xTitle = xs + "/c:title//a:t";
@@ -267,8 +267,8 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
         refusal(data, {{"type", "bubble"}}),
         "chart 1, series 1 (\"A\"): a bubble chart needs the sizes of its bubbles; name the series that hold "
         "them (sizes).");
-    EXPECT_EQ(refusal(makeData({{1}, {1}, {1}, {1}, {1}}), {{"type", "bubble"}, {"sizes", "A,B"}}),
-              "chart 1: sizes: 2 series hold amounts for 3 others; name one for each, or one for all.");
+    EXPECT_EQ(refusal(makeData({{1}, {1}, {1}, {1}, {1}}), {{"type", "bubble"}, {"size-series", "A,B"}}),
+              "chart 1: size-series: 2 series hold amounts for 3 others; name one for each, or one for all.");
     EXPECT_EQ(refusal(data, {{"type", "waterfall"}}),
               "chart 1: A waterfall chart has one series, of changes and totals; got 3.");
     EXPECT_EQ(refusal(words, {{"type", "waterfall"}, {"totals", "three"}}),
@@ -465,11 +465,11 @@ TEST(Trends, ShowTheirOptions)
             {{{"error-bars", "deviation"}}, "//c:ser[1]//c:errValType/@val", "stdDev"},
             {{{"error-bars", "error"}}, "count(//c:errBars/c:val)", "0"},
             {{{"error-bars", "fixed"}, {"type", "scatter"}}, "//c:ser[1]//c:errDir/@val", "y"},
-            {{{"error-plus", "B"}, {"error-minus", "C"}}, "//c:errBars/c:errBarType/@val", "both"},
-            {{{"error-plus", "B"}, {"error-minus", "C"}}, "//c:errBars/c:plus//c:f", "Sheet1!$C$2:$C$5"},
-            {{{"error-plus", "B"}, {"error-minus", "C"}}, "//c:errBars/c:minus//c:v", "4|1|2|2"},
-            {{{"error-minus", "C"}}, "//c:errBars/c:errBarType/@val", "minus|minus"},
-            {{{"error-minus", "C"}}, "//c:errBars/c:minus//c:f", "Sheet1!$D$2:$D$5|Sheet1!$E$2:$E$5"},
+            {{{"plus-series", "B"}, {"minus-series", "C"}}, "//c:errBars/c:errBarType/@val", "both"},
+            {{{"plus-series", "B"}, {"minus-series", "C"}}, "//c:errBars/c:plus//c:f", "Sheet1!$C$2:$C$5"},
+            {{{"plus-series", "B"}, {"minus-series", "C"}}, "//c:errBars/c:minus//c:v", "4|1|2|2"},
+            {{{"minus-series", "C"}}, "//c:errBars/c:errBarType/@val", "minus|minus"},
+            {{{"minus-series", "C"}}, "//c:errBars/c:minus//c:f", "Sheet1!$D$2:$D$5|Sheet1!$E$2:$E$5"},
         });
 }
 
@@ -520,10 +520,10 @@ TEST(ChartTypes, GiveTheirDataBack)
         EXPECT_EQ(listValues(data), (Values{{1, -2, 4}})) << type;
         EXPECT_EQ(data.dataSet->getSeries(0)->getName(), u"A") << type;
     }
-    const auto bubbles = readBack(makeData(three), {{"type", "bubble"}, {"sizes", "B"}});
+    const auto bubbles = readBack(makeData(three), {{"type", "bubble"}, {"size-series", "B"}});
     EXPECT_EQ(listValues(bubbles), (Values{three[0], three[2]}));
     EXPECT_EQ(bubbles.getDetails(1).sizes, three[1]);
-    const auto errors = readBack(makeData(three), {{"error-plus", "B"}, {"error-minus", "C"}});
+    const auto errors = readBack(makeData(three), {{"plus-series", "B"}, {"minus-series", "C"}});
     EXPECT_EQ(errors.getDetails(0).errorsPlus, three[1]);
     EXPECT_EQ(errors.getDetails(0).errorsMinus, three[2]);
     const auto combined = readBack(makeData(three), {{"line", "B"}, {"area", "C"}, {"second", "A"}});
