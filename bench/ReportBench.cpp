@@ -128,7 +128,7 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });
     stages.workbook += seconds([&] {
-        parts.push_back({name + ".xlsx", report::makeWorkbook(*chart), false});
+        parts.push_back({name + ".xlsx", report::makeWorkbook(chart->getDataSet()), false});
     });
 }
 

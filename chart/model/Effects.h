@@ -10,7 +10,8 @@
 
 namespace quillon::chart {
 
-/// The visual effects of a shape. None of the four is ever null.
+/// The visual effects of a shape. None of the four is ever null. They have no settings, so documents show
+/// none of them.
 class QUILLON_EXPORT Effects : public Object {
  public:
     Effects();

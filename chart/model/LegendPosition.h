@@ -6,7 +6,8 @@
 
 namespace quillon::chart {
 
-/// Where the legend of a chart stands; it has no settings yet.
+/// Where the legend of a chart stands; it has no settings yet. In documents, an option of the chart places
+/// the legend.
 class QUILLON_EXPORT LegendPosition : public Object {
  public:
     class Relative;

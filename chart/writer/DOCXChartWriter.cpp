@@ -1,8 +1,10 @@
 #include "chart/writer/DOCXChartWriter.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 #include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/util/PanicHandler.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
@@ -57,6 +59,12 @@ void appendCachedPoint(DOMDocument* doc, DOMElement* cache, const char16_t* poin
     appendTextElement(doc, point, valueName, text);
 }
 
+/// Where memory runs out while Xerces starts, it says no more than "Unknown reason" and ends the program.
+class PanicHandler : public xercesc::PanicHandler {
+ public:
+    void panic(PanicReasons /*reason*/) override { throw std::bad_alloc(); }
+};
+
 }  // namespace
 
 const DOCXChartWriter::XercesPlatform DOCXChartWriter::_xerces_init;
@@ -64,7 +72,9 @@ ColumnLetters DOCXChartWriter::Number2Letter_;
 
 DOCXChartWriter::XercesPlatform::XercesPlatform()
 {
-    xercesc::XMLPlatformUtils::Initialize();
+    // Xerces keeps it.
+    static PanicHandler panicHandler;
+    xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale, nullptr, &panicHandler);
 }
 
 DOCXChartWriter::DOCXChartWriter(const Chart* chart) : chart_(chart)

@@ -7,11 +7,13 @@ namespace quillon::report {
 ChartParts makeChartParts(const chart::Chart& chart, const ChartOptions& options, std::size_t drawingNumber,
                           const std::string& relationshipId, const Listener& listener, const ChartData& data)
 {
-    const auto doc = createDocument();
-    auto written = writeChart(
-        doc.get(), {chart, data, options, getKind(chart), drawingNumber, relationshipId, listener});
-    declareNamespaces(written.run);
-    return {std::move(written.chart), std::move(written.workbook), serialise(written.run)};
+    return translateXercesErrors([&]() -> ChartParts {
+        const auto doc = createDocument();
+        auto written = writeChart(
+            doc.get(), {chart, data, options, getKind(chart), drawingNumber, relationshipId, listener});
+        declareNamespaces(written.run);
+        return {std::move(written.chart), std::move(written.workbook), serialise(written.run)};
+    });
 }
 
 }  // namespace quillon::report

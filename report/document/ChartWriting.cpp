@@ -77,7 +77,7 @@ WrittenChart write(DOMDocument* mainDocument, const ChartContext& given)
     if (const auto& dataSet = context.chart.getDataSet()) requireSheetSize(*dataSet);
     WrittenChart written;
     written.chart = makeChartPart(*writer, context);
-    if (context.options.workbook) written.workbook = makeWorkbook(context.chart);
+    if (context.options.workbook) written.workbook = makeWorkbook(context.data);
     written.run = makeRun(mainDocument, *writer, context);
     return written;
 }

@@ -56,9 +56,28 @@ void checkImage(const std::string& bytes, const ImageOptions& options)
 
 }  // namespace
 
-struct Document::Content : DocumentContent {};
+struct Document::Content : DocumentContent {
+    /// How many writings are under way; one may begin while a listener hears of another.
+    int writings = 0;
+};
 
-Document::Document() : content_(std::make_unique<Content>()) {}
+namespace {
+
+/// Counts a writing while it lives.
+class Writing {
+ public:
+    explicit Writing(int& count) : count_(count) { ++count_; }
+    ~Writing() { --count_; }
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
+
+ private:
+    int& count_;
+};
+
+}  // namespace
+
+Document::Document() : content_(std::make_shared<Content>()) {}
 
 Document::Document(const std::string& templatePath) : Document()
 {
@@ -70,12 +89,20 @@ Document::~Document() = default;
 Document::Document(Document&& other) noexcept = default;
 Document& Document::operator=(Document&& other) noexcept = default;
 
+Document::Content& Document::change()
+{
+    if (!content_) content_ = std::make_shared<Content>();
+    if (content_->writings > 0)
+        throw std::runtime_error("The document is being written; change it afterwards.");
+    return *content_;
+}
+
 void Document::addHeading(const std::string& text, int level)
 {
     if (level < 1 || level > 9)
         throw std::runtime_error("Heading level: expected 1 to 9, got " + std::to_string(level) + ".");
     readXmlText(text, "Heading");
-    content_->blocks.emplace_back(TextBlock{{{.text = text}}, {}, level});
+    change().blocks.emplace_back(TextBlock{{{.text = text}}, {}, level});
 }
 
 void Document::addParagraph(const std::string& text, const std::string& style)
@@ -86,8 +113,8 @@ void Document::addParagraph(const std::string& text, const std::string& style)
 void Document::addParagraph(const TextRuns& runs, const std::string& style)
 {
     checkRuns(runs, "Paragraph");
-    if (!style.empty()) makeStyles(*content_).use("paragraph", style);
-    content_->blocks.emplace_back(TextBlock{runs, style});
+    if (!style.empty()) makeStyles(change()).use("paragraph", style);
+    change().blocks.emplace_back(TextBlock{runs, style});
 }
 
 void Document::addList(const std::vector<ListItem>& items, ListKind kind)
@@ -97,7 +124,7 @@ void Document::addList(const std::vector<ListItem>& items, ListKind kind)
         if (item.level > 8)
             throw std::runtime_error("List level: expected 0 to 8, got " + std::to_string(item.level) + ".");
     }
-    content_->blocks.emplace_back(ListBlock{items, kind});
+    change().blocks.emplace_back(ListBlock{items, kind});
 }
 
 void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOptions& options,
@@ -109,8 +136,9 @@ void Document::addChart(std::shared_ptr<const chart::Chart> chart, const ChartOp
 void Document::addCharts(const std::vector<PlacedChart>& charts)
 {
     for (const auto& placed : charts) checkChart(placed);
-    content_->blocks.emplace_back(ChartBlock{charts});
-    content_->chartCount += charts.size();
+    auto& content = change();
+    content.blocks.emplace_back(ChartBlock{charts});
+    content.chartCount += charts.size();
 }
 
 void Document::addCaption(const Caption& caption)
@@ -118,53 +146,54 @@ void Document::addCaption(const Caption& caption)
     readXmlText(caption.text, "Caption");
     readXmlText(caption.label, "Caption label");
     if (caption.label.empty()) throw std::runtime_error("Caption label: expected a text, as in Figure.");
-    if (!content_->blocks.empty())
-        if (const auto* block = std::get_if<ChartBlock>(&content_->blocks.back()))
+    auto& content = change();
+    if (!content.blocks.empty())
+        if (const auto* block = std::get_if<ChartBlock>(&content.blocks.back()))
             for (const auto& placed : block->charts)
                 if (placed.options.floating)
                     throw std::runtime_error("A chart that floats has no caption; leave out \"float\".");
     if (!caption.name.empty()) checkName(caption.name);
-    for (const auto& block : content_->blocks)
+    for (const auto& block : content.blocks)
         if (const auto* other = std::get_if<Caption>(&block))
             if (!caption.name.empty() && other->name == caption.name)
                 throw std::runtime_error("Caption name \"" + caption.name + "\": there is one of that name.");
-    content_->blocks.emplace_back(caption);
+    content.blocks.emplace_back(caption);
 }
 
 void Document::addTable(const TextTable& table)
 {
     checkTable(table);
-    if (!table.style.empty()) makeStyles(*content_).use("table", table.style);
-    content_->blocks.emplace_back(table);
+    if (!table.style.empty()) makeStyles(change()).use("table", table.style);
+    change().blocks.emplace_back(table);
 }
 
 void Document::addImage(std::string bytes, const ImageOptions& options)
 {
     checkImage(bytes, options);
-    content_->blocks.emplace_back(ImageBlock{std::move(bytes), options});
+    change().blocks.emplace_back(ImageBlock{std::move(bytes), options});
 }
 
 void Document::addPageBreak()
 {
-    content_->blocks.emplace_back(PageBreakBlock{});
+    change().blocks.emplace_back(PageBreakBlock{});
 }
 
 void Document::startSection(const PageSetup& setup)
 {
     checkPageSetup(setup);
-    content_->blocks.emplace_back(setup);
+    change().blocks.emplace_back(setup);
 }
 
 void Document::setHeader(const PageLine& line)
 {
     checkRuns(line.runs, "Header");
-    content_->header = line;
+    change().header = line;
 }
 
 void Document::setFooter(const PageLine& line)
 {
     checkRuns(line.runs, "Footer");
-    content_->footer = line;
+    change().footer = line;
 }
 
 void Document::addTableOfContents(int levels)
@@ -172,7 +201,7 @@ void Document::addTableOfContents(int levels)
     if (levels < 1 || levels > 9)
         throw std::runtime_error("Table of contents: expected 1 to 9 levels, got " + std::to_string(levels) +
                                  ".");
-    content_->blocks.emplace_back(ContentsBlock{levels});
+    change().blocks.emplace_back(ContentsBlock{levels});
 }
 
 void Document::setProperties(const Properties& properties)
@@ -181,12 +210,15 @@ void Document::setProperties(const Properties& properties)
     readXmlText(properties.author, "Author");
     readXmlText(properties.keywords, "Keywords");
     readXmlText(properties.language, "Language");
-    content_->properties = properties;
+    change().properties = properties;
 }
 
 std::string Document::toBytes(const Listener& listener) const
 {
-    return DocumentWriter(*content_, listener).write();
+    // A listener may move the document elsewhere.
+    const auto content = content_ ? content_ : std::make_shared<Content>();
+    const Writing writing(content->writings);
+    return translateXercesErrors([&] { return DocumentWriter(*content, listener).write(); });
 }
 
 void Document::save(const std::string& path, const Listener& listener) const

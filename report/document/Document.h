@@ -23,8 +23,9 @@ namespace quillon::report {
 ///     document.save("sales.docx");
 ///
 /// Text is UTF-8. Equal content gives equal bytes. Use a document on one thread at a time; different
-/// documents may be written on different threads at once. Every member throws std::runtime_error for text
-/// that a document cannot hold: ill-formed UTF-8, and control characters other than tab and line break.
+/// documents may be written on different threads at once. A document that was moved from is empty. Every
+/// member throws std::runtime_error for text that a document cannot hold: ill-formed UTF-8, and control
+/// characters other than tab and line break.
 class QUILLON_EXPORT Document {
  public:
     Document();
@@ -70,19 +71,23 @@ class QUILLON_EXPORT Document {
     void addTableOfContents(int levels = 3);
     void setProperties(const Properties& properties);
 
-    /// The whole package, a .docx file.
+    /// The whole package, a .docx file. While it is made, the document refuses to be changed with a
+    /// std::runtime_error, and its charts must stay as they are.
     /// Throws: std::runtime_error that names the chart, and the series and point, that cannot be written, and
     /// a reference to a caption that is not there.
     std::string toBytes(const Listener& listener = {}) const;
 
-    /// Writes the package to `path`, beside it first, so that no half-written file is ever found there. A
-    /// link stays one, and the file it leads to is replaced; a pipe or a device is written to. Throws: as
-    /// toBytes, and FileError.
+    /// Writes the package to `path`, as writeFile does: the old file is there or the new one, whole.
+    /// Throws: as toBytes, and FileError.
     void save(const std::string& path, const Listener& listener = {}) const;
 
  private:
     struct Content;
-    std::unique_ptr<Content> content_;
+
+    Content& change();
+
+    /// Empty when moved from.
+    std::shared_ptr<Content> content_;
 };
 
 }  // namespace quillon::report

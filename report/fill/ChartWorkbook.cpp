@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "chart/model/ColumnChart.h"
+#include "chart/model/DataSet.h"
 #include "report/fill/CellRange.h"
 #include "report/fill/WorkbookFill.h"
 #include "report/workbook/Workbook.h"
@@ -54,9 +54,7 @@ class Layout {
 
 std::string makeEmptyWorkbook()
 {
-    const auto chart = chart::ColumnChart::create();
-    chart->setDataSet(chart::DataSet::create());
-    return makeWorkbook(*chart);
+    return makeWorkbook(chart::DataSet::create());
 }
 
 /// Whether any part refers to `part`.

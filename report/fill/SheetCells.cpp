@@ -73,43 +73,135 @@ std::vector<std::string> readSharedStrings(const Package& workbook)
     return strings;
 }
 
+/// Reads rows and cells tag by tag; a sheet may hold very many.
+class SheetCells::Reader {
+ public:
+    explicit Reader(SheetCells& sheet) : sheet_(sheet), scanner_(sheet.xml_.getText(), sheet.data_.getInner())
+    {
+    }
+
+    void read()
+    {
+        while (const auto tag = scanner_.next()) {
+            if (!tag->isEnd) open(*tag);
+            if (tag->isEnd || tag->isEmpty) close(*tag);
+        }
+    }
+
+ private:
+    std::string_view getAttribute(const Tag& tag, std::string_view name) const
+    {
+        return sheet_.xml_.getText(scanner_.findAttribute(tag, name).value_or(Span()));
+    }
+
+    void open(const Tag& tag)
+    {
+        ++depth_;
+        if (depth_ == 1 && tag.name == "row") openRow(tag);
+        if (depth_ == 1) isRow_ = tag.name == "row";
+        if (depth_ == 2) isCell_ = isRow_ && tag.name == "c";
+        if (depth_ == 2 && isCell_) openCell(tag);
+        if (depth_ != 3 || !isCell_) return;
+        auto& cell = sheet_.cells_.back();
+        cell.isEmpty = false;
+        if (tag.name == "f") cell.hasFormula = true;
+        if (tag.name == "v" || tag.name == "is") cell.value = {tag.span.end, tag.span.end};
+    }
+
+    void close(const Tag& tag)
+    {
+        --depth_;
+        const auto end = tag.isEmpty ? tag.span.end : tag.span.begin;
+        if (depth_ == 0 && isRow_) sheet_.rows_.back().inner.end = end;
+        if (depth_ == 1 && isCell_) closeCell(tag);
+        if (depth_ == 2 && isCell_ && (tag.name == "v" || tag.name == "is"))
+            sheet_.cells_.back().value.end = end;
+    }
+
+    void openRow(const Tag& tag)
+    {
+        const auto number = parseCount(getAttribute(tag, "r"));
+        if (!number || *number == 0 || (!sheet_.rows_.empty() && sheet_.rows_.back().number >= *number - 1))
+            throw std::runtime_error("the rows of the sheet have no numbers in order");
+        sheet_.rows_.push_back({*number - 1,
+                                tag.span,
+                                {tag.span.end, tag.span.end},
+                                scanner_.findAttribute(tag, "spans").value_or(Span()),
+                                scanner_.findAttribute(tag, "r").value_or(Span()),
+                                tag.isEmpty});
+        lastColumn_ = -1;
+    }
+
+    void openCell(const Tag& tag)
+    {
+        const auto place = parseArea(getAttribute(tag, "r"));
+        const auto row = sheet_.rows_.back().number;
+        if (!place || place->top != row || std::int64_t{place->left} <= lastColumn_)
+            throw std::runtime_error("the cells of the sheet have no places in order");
+        lastColumn_ = place->left;
+        const auto style = parseCount(getAttribute(tag, "s"));
+        sheet_.cells_.push_back({row,
+                                 static_cast<std::uint16_t>(place->left),
+                                 readKind(getAttribute(tag, "t")),
+                                 false,
+                                 true,
+                                 style ? static_cast<std::int32_t>(*style) : noStyle,
+                                 tag.span,
+                                 {}});
+    }
+
+    void closeCell(const Tag& tag)
+    {
+        auto& cell = sheet_.cells_.back();
+        cell.outer.end = tag.span.end;
+        if (cell.value.getSize() == 0) cell.kind = Kind::Nothing;
+    }
+
+    static Kind readKind(std::string_view type)
+    {
+        if (type.empty() || type == "n") return Kind::Number;
+        if (type == "s") return Kind::Shared;
+        if (type == "str") return Kind::Text;
+        return type == "inlineStr" ? Kind::Inline : Kind::Other;
+    }
+
+    SheetCells& sheet_;
+    TagScanner scanner_;
+    int depth_ = 0;
+    bool isRow_ = false;
+    bool isCell_ = false;
+    std::int64_t lastColumn_ = -1;
+};
+
 SheetCells::SheetCells(std::string_view bytes, std::string part, const std::vector<std::string>& strings)
-    : xml_(bytes, std::move(part)), data_(xml_.getRoot().findChild("sheetData")), strings_(strings)
+    : xml_(bytes, std::move(part), [](Ns, std::string_view name) { return name == "sheetData"; }),
+      data_(xml_.getRoot().findChild("sheetData")),
+      strings_(strings)
 {
     if (!xml_.getRoot().is(Ns::Sheet, "worksheet") || !data_)
         throw std::runtime_error("\"" + xml_.getPart() + "\" is no worksheet");
-    readRows();
+    reserveCells();
+    Reader(*this).read();
 }
 
-void SheetCells::readRows()
+/// Counts first, so that a large sheet is not held twice while its list grows.
+void SheetCells::reserveCells()
 {
-    for (const auto element : data_.getChildren()) {
-        if (!element.is(Ns::Sheet, "row")) continue;
-        const auto number = parseCount(element.getAttribute("r").value_or(""));
-        if (!number || *number == 0 || (!rows_.empty() && rows_.back().number >= *number - 1))
-            throw std::runtime_error("the rows of the sheet have no numbers in order");
-        rows_.push_back({*number - 1, element});
-        readCells(rows_.back());
+    std::size_t rows = 0;
+    std::size_t cells = 0;
+    TagScanner scanner(xml_.getText(), data_.getInner());
+    while (const auto tag = scanner.next()) {
+        if (!tag->isEnd && tag->name == "row") ++rows;
+        if (!tag->isEnd && tag->name == "c") ++cells;
     }
-}
-
-void SheetCells::readCells(const Row& row)
-{
-    for (const auto element : row.element.getChildren()) {
-        if (!element.is(Ns::Sheet, "c")) continue;
-        const auto place = parseArea(element.getAttribute("r").value_or(""));
-        const bool isInOrder =
-            cells_.empty() || cells_.back().row != row.number || !place || cells_.back().column < place->left;
-        if (!place || place->top != row.number || !isInOrder)
-            throw std::runtime_error("the cells of the sheet have no places in order");
-        cells_.push_back({row.number, place->left, element});
-    }
+    rows_.reserve(rows);
+    cells_.reserve(cells);
 }
 
 const SheetCells::Cell* SheetCells::find(std::uint32_t row, std::uint32_t column) const
 {
     const auto at = std::ranges::lower_bound(cells_, std::pair(row, column), {}, [](const Cell& cell) {
-        return std::pair(cell.row, cell.column);
+        return std::pair<std::uint32_t, std::uint32_t>(cell.row, cell.column);
     });
     return at != cells_.end() && at->row == row && at->column == column ? &*at : nullptr;
 }
@@ -125,46 +217,59 @@ const SheetCells::Write* SheetCells::findWrite(std::uint32_t row, std::uint32_t 
 bool SheetCells::isEmpty(std::uint32_t row, std::uint32_t column) const
 {
     const auto* cell = find(row, column);
-    return cell == nullptr || !cell->element.getFirstChild();
+    return cell == nullptr || cell->isEmpty;
 }
 
 bool SheetCells::hasFormula(std::uint32_t row, std::uint32_t column) const
 {
     const auto* cell = find(row, column);
-    return cell != nullptr && cell->element.findChild("f");
+    return cell != nullptr && cell->hasFormula;
 }
 
 bool SheetCells::hasFormulas() const
 {
-    return std::ranges::any_of(cells_, [](const Cell& cell) { return bool(cell.element.findChild("f")); });
+    return std::ranges::any_of(cells_, &Cell::hasFormula);
 }
 
 int SheetCells::getStyle(std::uint32_t row, std::uint32_t column) const
 {
     const auto* cell = find(row, column);
-    if (cell == nullptr) return noStyle;
-    const auto style = parseCount(cell->element.getAttribute("s").value_or(""));
-    return style ? static_cast<int>(*style) : noStyle;
+    return cell == nullptr ? noStyle : cell->style;
 }
 
 CellValue SheetCells::read(std::uint32_t row, std::uint32_t column) const
 {
     const auto* cell = find(row, column);
-    return cell == nullptr ? CellValue() : read(cell->element);
+    return cell == nullptr ? CellValue() : read(*cell);
 }
 
-CellValue SheetCells::read(const XmlElement& cell) const
+CellValue SheetCells::read(const Cell& cell) const
 {
-    const auto type = cell.getAttribute("t").value_or("n");
-    if (type == "inlineStr") return toUtf16(readItem(cell.findChild("is")));
-    const auto value = cell.findChild("v");
-    if (!value) return {};
-    const auto text = value.getText();
-    if (type == "str") return toUtf16(text);
+    const auto text = xml_.getText(cell.value);
+    if (cell.kind == Kind::Inline) return toUtf16(readInline(cell.value));
+    if (cell.kind == Kind::Text) return toUtf16(unescapeText(text));
     const auto index = parseCount(text);
-    if (type == "s" && index && *index < strings_.size()) return toUtf16(strings_[*index]);
-    const auto number = type == "n" ? parseNumber(text) : std::nullopt;
+    if (cell.kind == Kind::Shared && index && *index < strings_.size()) return toUtf16(strings_[*index]);
+    const auto number = cell.kind == Kind::Number ? parseNumber(text) : std::nullopt;
     return number ? CellValue(*number) : CellValue();
+}
+
+/// The texts of a cell's own string without what is written above them.
+std::string SheetCells::readInline(Span markup) const
+{
+    std::string text;
+    TagScanner scanner(xml_.getText(), markup);
+    bool isAbove = false;
+    std::uint32_t start = 0;
+    while (const auto tag = scanner.next()) {
+        if (tag->name == "rPh") isAbove = !tag->isEnd && !tag->isEmpty;
+        if (tag->name != "t" || isAbove || tag->isEmpty) continue;
+        if (tag->isEnd)
+            text += unescapeText(xml_.getText({start, tag->span.begin}));
+        else
+            start = tag->span.end;
+    }
+    return text;
 }
 
 std::optional<Area> SheetCells::getUsedArea() const
@@ -221,31 +326,33 @@ bool SheetCells::willChange(std::uint32_t row, std::uint32_t column) const
 {
     const auto* cell = find(row, column);
     const auto* write = findWrite(row, column);
-    return write != nullptr && cell != nullptr && read(cell->element) != *write->value;
+    return write != nullptr && cell != nullptr && read(*cell) != *write->value;
 }
 
 /// Whether a cell may stay as it is written.
 bool SheetCells::isSame(const Write& write, const Cell& cell) const
 {
-    const auto style = parseCount(cell.element.getAttribute("s").value_or(""));
-    const bool hasStyle = write.style == noStyle || (style && static_cast<int>(*style) == write.style);
-    if (!hasStyle) return false;
-    if (std::holds_alternative<std::monostate>(*write.value)) return !cell.element.getFirstChild();
+    if (write.style != noStyle && write.style != cell.style) return false;
+    if (std::holds_alternative<std::monostate>(*write.value)) return cell.isEmpty;
+    const auto held = read(cell);
     if (const auto* text = std::get_if<std::u16string>(write.value)) {
-        const auto held = read(cell.element);
         const auto* heldText = std::get_if<std::u16string>(&held);
         return heldText != nullptr && *heldText == escapeCharacters(*text);
     }
-    return read(cell.element) == *write.value;
+    return held == *write.value;
 }
 
 /// Makes the new rows: what stays is copied up to where something changes.
 class SheetCells::Rewriter {
  public:
-    explicit Rewriter(const SheetCells& sheet)
-        : sheet_(sheet), prefix_(sheet.data_.getPrefix()), at_(sheet.data_.getInner().begin)
+    /// Appends to `text`.
+    Rewriter(const SheetCells& sheet, std::string text)
+        : sheet_(sheet),
+          prefix_(sheet.data_.getPrefix()),
+          text_(std::move(text)),
+          at_(sheet.data_.getInner().begin)
     {
-        text_.reserve(sheet.data_.getInner().getSize() + 48 * sheet.writes_.size());
+        text_.reserve(sheet.xml_.getText().size() + 48 * sheet.writes_.size());
     }
 
     std::string make()
@@ -277,7 +384,7 @@ class SheetCells::Rewriter {
         if (row != sheet_.rows_.end() && row->number == number) return changeRow(*row, writes);
         const bool isEmpty = std::ranges::all_of(writes, [](const Write& w) { return isNothing(*w.value); });
         if (isEmpty) return;
-        copyTo(row == sheet_.rows_.end() ? sheet_.data_.getInner().end : row->element.getOuter().begin);
+        copyTo(row == sheet_.rows_.end() ? sheet_.data_.getInner().end : row->startTag.begin);
         text_ += "<" + prefix_ + "row r=\"" + std::to_string(number + 1) + "\">";
         for (const auto& write : writes) writeCell(write);
         text_ += "</" + prefix_ + "row>";
@@ -289,37 +396,31 @@ class SheetCells::Rewriter {
             return !isNothing(*w.value) && sheet_.find(w.row, w.column) == nullptr;
         });
         if (hasNew) openRow(row);
-        auto next = row.element.getFirstChild();
+        auto next = std::ranges::lower_bound(sheet_.cells_, row.number, {}, &Cell::row);
+        const auto isInRow = [&] { return next != sheet_.cells_.end() && next->row == row.number; };
         for (const auto& write : writes) {
-            while (next && getColumn(next) < write.column) next = next.getNext();
-            if (next && getColumn(next) == write.column) {
-                changeCell(write, {write.row, write.column, next});
+            while (isInRow() && next->column < write.column) ++next;
+            if (isInRow() && next->column == write.column) {
+                changeCell(write, *next);
             } else if (!isNothing(*write.value)) {
-                if (!row.element.isEmptyTag())
-                    copyTo(next ? next.getOuter().begin : row.element.getInner().end);
+                if (!row.isEmptyTag) copyTo(isInRow() ? next->outer.begin : row.inner.end);
                 writeCell(write);
             }
         }
-        if (hasNew && row.element.isEmptyTag()) text_ += "</" + prefix_ + "row>";
-    }
-
-    static std::uint32_t getColumn(const XmlElement& cell)
-    {
-        const auto place = parseArea(cell.getAttribute("r").value_or(""));
-        return place ? place->left : 0;
+        if (hasNew && row.isEmptyTag) text_ += "</" + prefix_ + "row>";
     }
 
     /// The start tag of a row that gets cells: no longer empty, and without the columns that it announces.
     void openRow(const Row& row)
     {
-        const auto tag = row.element.getStartTag();
+        const auto tag = row.startTag;
         copyTo(tag.begin);
-        if (const auto spans = row.element.findAttribute(Ns::None, "spans")) {
+        if (row.columns.end != 0) {
             constexpr std::uint32_t nameSize = 8;  // A blank, the name, "=" and a quote.
-            copyTo(spans->begin - nameSize);
-            at_ = spans->end + 1;
+            copyTo(row.columns.begin - nameSize);
+            at_ = row.columns.end + 1;
         }
-        if (!row.element.isEmptyTag()) return copyTo(tag.end);
+        if (!row.isEmptyTag) return copyTo(tag.end);
         copyTo(tag.end - 2);
         text_ += '>';
         at_ = tag.end;
@@ -328,9 +429,9 @@ class SheetCells::Rewriter {
     void changeCell(const Write& write, const Cell& cell)
     {
         if (sheet_.isSame(write, cell)) return;
-        copyTo(cell.element.getOuter().begin);
+        copyTo(cell.outer.begin);
         writeCell(write);
-        at_ = cell.element.getOuter().end;
+        at_ = cell.outer.end;
     }
 
     void writeCell(const Write& write)
@@ -357,19 +458,35 @@ class SheetCells::Rewriter {
     std::uint32_t at_;
 };
 
-void SheetCells::apply(Edits& edits) const
+std::string SheetCells::apply(Edits& before, Edits& behind)
 {
-    edits.setInner(data_, Rewriter(*this).make());
+    applyDimension(before);
+    const auto text = xml_.getText();
+    const auto rows = data_.getInner();
+    const auto end = static_cast<std::uint32_t>(text.size());
+    if (data_.isEmptyTag()) {
+        before.setInner(data_, Rewriter(*this, "").make());
+        return xml_.encode(before.apply(text, {0, rows.begin}) + behind.apply(text, {rows.end, end}));
+    }
+    // In one go: a second text of this size would be the largest thing in memory.
+    auto changed = Rewriter(*this, before.apply(text, {0, rows.begin})).make();
+    changed += behind.apply(text, {rows.end, end});
+    return xml_.encode(std::move(changed));
+}
+
+void SheetCells::applyDimension(Edits& edits) const
+{
     const auto dimension = xml_.getRoot().findChild("dimension");
     if (!dimension) return;
     std::optional<Area> used;
     const auto use = [&](std::uint32_t row, std::uint32_t column) {
-        if (willBeEmpty(row, column)) return;
         const Area area{row, column, row, column};
         used = used ? used->join(area) : area;
     };
-    for (const auto& cell : cells_) use(cell.row, cell.column);
-    for (const auto& write : writes_) use(write.row, write.column);
+    for (const auto& cell : cells_)
+        if (!cell.isEmpty && (findWritten(cell.row, cell.column) == nullptr)) use(cell.row, cell.column);
+    for (const auto& write : writes_)
+        if (!isNothing(*write.value)) use(write.row, write.column);
     edits.setAttribute(dimension, "ref", formatArea(used.value_or(Area())));
 }
 
@@ -377,9 +494,14 @@ std::string SheetCells::moveRows(std::uint32_t row, std::uint32_t by) const
 {
     Edits edits;
     for (const auto& moved : rows_)
-        if (moved.number > row) edits.setAttribute(moved.element, "r", std::to_string(moved.number + by + 1));
-    for (const auto& cell : cells_)
-        if (cell.row > row) edits.setAttribute(cell.element, "r", formatPlace(cell.row + by, cell.column));
+        if (moved.number > row) edits.replace(moved.place, std::to_string(moved.number + by + 1));
+    for (const auto& cell : cells_) {
+        if (cell.row <= row) continue;
+        TagScanner scanner(xml_.getText(), cell.outer);
+        if (const auto tag = scanner.next())
+            edits.replace(scanner.findAttribute(*tag, "r").value_or(Span()),
+                          formatPlace(cell.row + by, cell.column));
+    }
     return edits.apply(xml_);
 }
 

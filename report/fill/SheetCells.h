@@ -45,22 +45,37 @@ class SheetCells {
     bool willBeEmpty(std::uint32_t row, std::uint32_t column) const;
     bool willChange(std::uint32_t row, std::uint32_t column) const;
 
-    /// Adds to `edits` what was written, and the new dimension.
-    void apply(Edits& edits) const;
+    /// The part with all that was written, a new dimension, and changes to what stands before and behind the
+    /// rows.
+    std::string apply(Edits& before, Edits& behind);
+    void reserveWrites(std::size_t count) { writes_.reserve(writes_.size() + count); }
     const XmlSpans& getXml() const { return xml_; }
 
     /// The part with the rows behind `row` moved down.
     std::string moveRows(std::uint32_t row, std::uint32_t by) const;
 
  private:
+    /// How a cell holds what it does.
+    enum class Kind : std::uint8_t { Nothing, Number, Shared, Text, Inline, Other };
     struct Row {
         std::uint32_t number;
-        XmlElement element;
+        Span startTag;
+        Span inner;
+        /// The value of the attribute that announces the columns; empty without.
+        Span columns;
+        Span place;
+        bool isEmptyTag;
     };
     struct Cell {
         std::uint32_t row;
-        std::uint32_t column;
-        XmlElement element;
+        std::uint16_t column;
+        Kind kind;
+        bool hasFormula;
+        bool isEmpty;
+        std::int32_t style;
+        Span outer;
+        /// The number or text, or the markup of one that stands in the cell itself.
+        Span value;
     };
     struct Write {
         std::uint32_t row;
@@ -70,11 +85,14 @@ class SheetCells {
     };
     class Rewriter;
 
-    void readRows();
-    void readCells(const Row& row);
+    class Reader;
+
+    void reserveCells();
+    void applyDimension(Edits& edits) const;
     const Cell* find(std::uint32_t row, std::uint32_t column) const;
     const Write* findWrite(std::uint32_t row, std::uint32_t column) const;
-    CellValue read(const XmlElement& cell) const;
+    CellValue read(const Cell& cell) const;
+    std::string readInline(Span markup) const;
     bool isSame(const Write& write, const Cell& cell) const;
 
     XmlSpans xml_;

@@ -453,6 +453,7 @@ void Filler::makeRoom()
 void Filler::writeBlock(const CellBlock& block, const Place& place, const Place& look, CellStyles& styles)
 {
     auto& cells = *openSheet(place.range.getSheet()).cells;
+    cells.reserveWrites(place.range.getLength() * place.range.getLineCount());
     const auto visit = [](const CellRange& range, const auto& call) {
         std::size_t index = 0;
         for (const auto& area : range.areas)
@@ -508,6 +509,7 @@ void Filler::clearRest(Sheet& sheet)
 
 void Filler::requireNoFormulas(const Sheet& sheet) const
 {
+    if (!sheet.cells->hasFormulas()) return;
     for (const auto* areas : {&sheet.before, &sheet.now})
         for (const auto& area : *areas)
             for (auto row = area.top; row <= area.bottom; ++row)
@@ -562,8 +564,7 @@ void Filler::noteNames()
 void Filler::saveSheet(Sheet& sheet)
 {
     const bool hasFormulas = sheet.cells->hasFormulas() || book_.hasPart("xl/calcChain.xml");
-    Edits edits;
-    sheet.cells->apply(edits);
+    Edits behind;
     const auto& xml = sheet.cells->getXml();
     const auto before = join(sheet.before);
     const auto now = join(sheet.now);
@@ -571,7 +572,7 @@ void Filler::saveSheet(Sheet& sheet)
         for (const auto* name : {"ref", "sqref"})
             if (child.getName() == "autoFilter" || child.getName() == "conditionalFormatting")
                 if (const auto text = child.getAttribute(name))
-                    edits.setAttribute(child, name, followAreas(*text, before, now));
+                    behind.setAttribute(child, name, followAreas(*text, before, now));
     for (const auto& table : sheet.tables) table.save(book_);
     for (std::size_t i = 0; i < names_.size(); ++i) {
         auto range = parseRange(names_[i].text);
@@ -580,8 +581,10 @@ void Filler::saveSheet(Sheet& sheet)
         for (auto& area : followed.areas) area = follow(area, before, now);
         if (!(followed == *range)) newNames_[i] = followed.format();
     }
-    auto changed = edits.apply(xml);
+    Edits head;
+    auto changed = sheet.cells->apply(head, behind);
     needsCalculation_ = needsCalculation_ || (hasFormulas && changed != book_.getPart(sheet.part));
+    sheet.cells.reset();
     book_.setPart(sheet.part, std::move(changed));
 }
 

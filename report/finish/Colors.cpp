@@ -28,19 +28,26 @@ constexpr std::array rounds = {
     Round{u"70000", u"30000"}, Round{u"70000", nullptr},  Round{u"50000", u"50000"},
 };
 
-DOMElement* appendAutomatic(DOMElement* parent, std::size_t position)
+void setAutomatic(DOMElement* element, std::size_t position)
 {
-    auto* color = appendElement(parent, u"a:schemeClr", accents[position % accents.size()]);
+    element->getOwnerDocument()->renameNode(element, nullptr, u"a:schemeClr");
+    element->setAttribute(u"val", accents[position % accents.size()]);
     const auto& [factor, offset] = rounds[position / accents.size() % rounds.size()];
-    if (factor != nullptr) appendElement(color, u"a:lumMod", factor);
-    if (offset != nullptr) appendElement(color, u"a:lumOff", offset);
-    return color;
+    if (factor != nullptr) appendElement(element, u"a:lumMod", factor);
+    if (offset != nullptr) appendElement(element, u"a:lumOff", offset);
+}
+
+void setColor(DOMElement* element, const PaintColor& color)
+{
+    if (color.digits.empty()) return setAutomatic(element, color.position);
+    element->setAttribute(u"val", color.digits.c_str());
 }
 
 DOMElement* appendColor(DOMElement* parent, const PaintColor& color)
 {
-    if (color.digits.empty()) return appendAutomatic(parent, color.position);
-    return appendElement(parent, u"a:srgbClr", color.digits.c_str());
+    auto* element = appendElement(parent, u"a:srgbClr");
+    setColor(element, color);
+    return element;
 }
 
 void appendAlpha(DOMElement* color, std::uint32_t transparency)
@@ -129,6 +136,15 @@ std::u16string readDigits(const std::string& text)
 }
 
 }  // namespace
+
+bool recolor(DOMElement* fill, const Paint& paint)
+{
+    auto* color = findChild(fill, u"a:srgbClr");
+    const bool isPlain = paint.style == PaintStyle::Solid && paint.transparency == 0;
+    if (color == nullptr || !isPlain) return false;
+    setColor(color, paint.color);
+    return true;
+}
 
 DOMElement* makeFill(DOMDocument* doc, const Paint& paint)
 {

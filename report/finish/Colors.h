@@ -33,6 +33,10 @@ struct Paint {
 /// theme, in rounds of six, each round lighter or darker than the others; after nine they repeat.
 xercesc::DOMElement* makeFill(xercesc::DOMDocument* doc, const Paint& paint);
 
+/// Gives a fill of the writer's the paint, where that is a plain colour: a chart of thousands of slices has
+/// most of its elements there. Returns whether it is one.
+bool recolor(xercesc::DOMElement* fill, const Paint& paint);
+
 /// The colours of the series, or of the slices of a pie, whose objects set none: those that the options
 /// name, or automatic ones.
 class StandardColors {

@@ -151,6 +151,12 @@ Paint resolveLine(const ShapeSettings& settings, const Paint& standard)
     return resolve(line, standard);
 }
 
+bool isFill(const DOMElement& element)
+{
+    const std::u16string_view name = element.getTagName();
+    return name == u"a:solidFill" || name == u"a:noFill";
+}
+
 }  // namespace
 
 ShapeSettings readShape(ChartPart& part, const chart::ShapeFormat* format, const Place& place)
@@ -184,9 +190,14 @@ bool isOutlineHidden(const ShapeSettings& settings)
 
 void setPaint(DOMElement* properties, const Paint& paint)
 {
-    for (const auto* name : {u"a:noFill", u"a:solidFill"})
-        if (auto* old = findChild(properties, name)) properties->removeChild(old)->release();
-    insertInOrder(properties, makeFill(properties->getOwnerDocument(), paint));
+    auto* old = properties->getFirstElementChild();
+    while (old != nullptr && !isFill(*old)) old = old->getNextElementSibling();
+    if (old != nullptr && recolor(old, paint)) return;
+    auto* fill = makeFill(properties->getOwnerDocument(), paint);
+    if (old == nullptr)
+        insertInOrder(properties, fill);
+    else
+        properties->replaceChild(fill, old)->release();
 }
 
 void setLine(DOMElement* line, const BorderSettings& border, const Paint& paint)
@@ -210,13 +221,6 @@ void setShape(DOMElement* properties, const ShapeSettings& settings)
     if (settings.fill.isSet()) setPaint(properties, resolve(settings.fill, white));
     if (settings.border.isSet())
         setLine(insertInOrder(properties, u"a:ln"), settings.border, resolve(settings.border.fill, white));
-}
-
-Paint findPaint(ChartPart& part, const SeriesPart& series)
-{
-    const auto settings = readShape(part, series.series.getFormat().get(), {&series});
-    const Paint standard{part.colors.get(series.index)};
-    return resolve(series, settings, standard);
 }
 
 bool isLine(const SeriesPart& series)

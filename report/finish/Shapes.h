@@ -67,9 +67,6 @@ void setLine(xercesc::DOMElement* line, const BorderSettings& border, const Pain
 /// Fills a new c:spPr of a label or plot area, whose colours are white where none is set.
 void setShape(xercesc::DOMElement* properties, const ShapeSettings& settings);
 
-/// What a series is painted with: its bars, its slices where they have none of their own, or its line.
-Paint findPaint(ChartPart& part, const SeriesPart& series);
-
 /// Whether the series is drawn as a line, rather than as filled shapes.
 bool isLine(const SeriesPart& series);
 /// Whether each point of the series has a colour of its own.

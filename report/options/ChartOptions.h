@@ -125,13 +125,14 @@ struct ChartOptions {
     std::vector<std::string> colors = {};
     /// The colours that take turns in place of the theme's; `colors` wins.
     std::vector<std::string> palette = {};
-    /// Series names with their colours; wins over `colors`.
+    /// Names of series, or of the slices of a pie, with their colours; wins over `colors`.
     std::vector<std::pair<std::string, std::string>> seriesColors = {};
     /// Where the first slice of a pie starts: degrees, 0 to 360, clockwise from the top.
     std::optional<std::uint32_t> startAngle = {};
     /// How far the slices of a pie are pulled out: percent of the radius, 0 to 100.
     std::optional<std::uint32_t> explosion = {};
-    /// The same two as the chart classes have them; wins over both. Default: empty.
+    /// The same two as the chart classes have them; what they set wins over both, and what a series holds of
+    /// the kind wins over them. Default: empty.
     std::shared_ptr<const chart::DataSeriesFormatOptions> formatOptions = {};
 
     // Look.

@@ -216,6 +216,7 @@ std::string inflateBytes(std::string_view packed, std::size_t size)
     return bytes;
 }
 
+/// Grows with what is packed: a buffer for the worst case would be as large as the content.
 std::string deflateBytes(std::string_view bytes)
 {
     Stream<deflateEnd> stream;
@@ -223,11 +224,16 @@ std::string deflateBytes(std::string_view bytes)
     if (deflateInit2(&stream, fastestCompression, Z_DEFLATED, rawWindow, memoryLevel, Z_DEFAULT_STRATEGY) !=
         Z_OK)
         throw std::bad_alloc();
-    std::string packed(deflateBound(&stream, static_cast<uLong>(bytes.size())), '\0');
-    setBuffers(stream, bytes, packed);
-    if (deflate(&stream, Z_FINISH) != Z_STREAM_END) throw std::bad_alloc();
-    packed.resize(stream.total_out);
-    packed.shrink_to_fit();
+    std::string packed;
+    std::string chunk(std::min<std::size_t>(bytes.size() / 4 + 0x100, 0x10000), '\0');
+    setBuffers(stream, bytes, chunk);
+    for (int status = Z_OK; status != Z_STREAM_END;) {
+        status = deflate(&stream, Z_FINISH);
+        if (status != Z_OK && status != Z_BUF_ERROR && status != Z_STREAM_END) throw std::bad_alloc();
+        packed.append(chunk, 0, chunk.size() - stream.avail_out);
+        stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
+        stream.avail_out = static_cast<uInt>(chunk.size());
+    }
     return packed;
 }
 

@@ -42,6 +42,9 @@ struct Package::Opened {
     std::string mainPart;
     bool isStrict = false;
     bool isSigned = false;
+    /// What the parts refer to, by the key of the part that says so, once it was asked for.
+    mutable std::mutex mutex;
+    mutable std::unordered_map<std::string, std::vector<Relationship>> relationships;
 };
 
 namespace {
@@ -253,6 +256,19 @@ XmlElement findRelationship(const XmlElement& relationships, std::string_view id
     throw std::runtime_error("There is no relationship \"" + std::string(id) + "\".");
 }
 
+std::vector<Relationship> readRelationships(std::string_view source, const std::string& bytes)
+{
+    std::vector<Relationship> relationships;
+    const XmlSpans rows(bytes, getRelationshipsName(source));
+    for (const auto& row : rows.getRoot().getChildren()) {
+        const auto target = row.getAttribute("Target").value_or("");
+        const bool isExternal = row.getAttribute("TargetMode") == "External";
+        relationships.push_back({row.getAttribute("Id").value_or(""), row.getAttribute("Type").value_or(""),
+                                 isExternal ? target : resolve(source, target), isExternal});
+    }
+    return relationships;
+}
+
 std::string findFreeId(const XmlElement& relationships)
 {
     std::vector<std::string> ids;
@@ -462,16 +478,18 @@ void Package::setContentType(std::string_view name, std::string_view contentType
 
 std::vector<Relationship> Package::getRelationships(std::string_view source) const
 {
-    std::vector<Relationship> relationships;
     const auto name = getRelationshipsName(source);
-    if (!hasPart(name)) return relationships;
-    const XmlSpans rows(getPart(name), name);
-    for (const auto& row : rows.getRoot().getChildren()) {
-        const auto target = row.getAttribute("Target").value_or("");
-        const bool isExternal = row.getAttribute("TargetMode") == "External";
-        relationships.push_back({row.getAttribute("Id").value_or(""), row.getAttribute("Type").value_or(""),
-                                 isExternal ? target : resolve(source, target), isExternal});
+    const auto key = makeKey(name);
+    if (!hasPart(name)) return {};
+    if (changes_.contains(key)) return readRelationships(source, getPart(name));
+    {
+        const std::scoped_lock lock(opened_->mutex);
+        const auto known = opened_->relationships.find(key);
+        if (known != opened_->relationships.end()) return known->second;
     }
+    auto relationships = readRelationships(source, getPart(name));
+    const std::scoped_lock lock(opened_->mutex);
+    opened_->relationships.emplace(key, relationships);
     return relationships;
 }
 

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <new>
 #include <stdexcept>
 #include <utility>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "report/options/ChartError.h"
 #include "support/Text.h"
@@ -46,13 +44,15 @@ bool isHexDigit(char16_t c)
     return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
 }
 
-/// Whether the text itself reads like the notation, as in "_x0041_".
+/// Whether an underscore begins what reads like the notation, as in "_x0041_". The underscore at its end may
+/// be the one that begins the notation of the character behind.
 bool looksEscaped(std::u16string_view text, std::size_t at)
 {
-    if (at + 7 > text.size() || text.substr(at, 2) != u"_x" || text[at + 6] != u'_') return false;
+    constexpr std::size_t length = 7;
+    if (at + length > text.size() || text.substr(at, 2) != u"_x") return false;
     for (std::size_t i = at + 2; i < at + 6; ++i)
         if (!isHexDigit(text[i])) return false;
-    return true;
+    return text[at + 6] == u'_' || getXmlCharacterLength(text, at + 6) == 0;
 }
 
 std::u16string escapeUnit(char16_t unit)
@@ -171,8 +171,6 @@ std::string serialise(const xercesc::DOMNode* node)
     try {
         if (serializer->write(node, output.get()))
             return {reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen()};
-    } catch (const xercesc::OutOfMemoryException&) {
-        throw std::bad_alloc();
     } catch (const xercesc::DOMException&) {
         // Falls through: its message names a character, not the place.
     }

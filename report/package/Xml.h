@@ -1,12 +1,15 @@
 #pragma once
 
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "chart/writer/DomElements.h"
+#include "support/Export.h"
 
 namespace quillon::report {
 
@@ -15,6 +18,18 @@ using chart::appendTextElement;
 using chart::Release;
 
 using DocumentPointer = std::unique_ptr<xercesc::DOMDocument, Release>;
+
+/// Runs `work`, what a caller asked for. Callers expect std::bad_alloc where memory runs out; what Xerces
+/// throws is no std::exception.
+template <typename Work>
+auto translateXercesErrors(const Work& work)
+{
+    try {
+        return work();
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw std::bad_alloc();
+    }
+}
 
 DocumentPointer createDocument();
 /// Declares the namespaces w, r and wp, those of the elements of a main document.
@@ -39,7 +54,9 @@ void requireXmlText(std::u16string_view text, const std::string& field);
 /// The same for UTF-8, which it returns as UTF-16; text that is not well-formed is refused as well.
 std::u16string readXmlText(const std::string& text, const std::string& field);
 /// `text` in the notation that chart caches and worksheets have for characters that XML cannot hold: _x0001_.
-std::u16string escapeCharacters(std::u16string_view text);
+/// What reads like it in the text itself, "_x0041_", becomes "_x005F_x0041_": every text reads back as it
+/// was.
+QUILLON_EXPORT std::u16string escapeCharacters(std::u16string_view text);
 
 /// The bytes of a document in UTF-8, with its declaration, or of an element.
 std::string serialise(const xercesc::DOMNode* node);

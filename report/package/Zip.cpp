@@ -1,8 +1,10 @@
 #include "report/package/Zip.h"
 
 #include <zip.h>
+#include <zlib.h>
 
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 namespace quillon::report {
@@ -12,23 +14,31 @@ namespace {
 constexpr zip_uint16_t firstDay = 0x21;
 constexpr int fastestCompression = 1;
 
-[[noreturn]] void failToZip(const char* reason)
+/// Some failures say nothing; those are of memory too.
+bool isOfMemory(const zip_error_t& error)
 {
-    throw std::runtime_error(std::string("The document's package could not be made: ") + reason);
+    const int code = zip_error_code_zip(&error);
+    return code == ZIP_ER_MEMORY || code == ZIP_ER_OK ||
+           (code == ZIP_ER_ZLIB && zip_error_code_system(&error) == Z_MEM_ERROR);
 }
 
-/// A zip file in memory that is read, changed and written.
+[[noreturn]] void failToZip(zip_error_t& error)
+{
+    if (isOfMemory(error)) throw std::bad_alloc();
+    throw std::runtime_error(std::string("The document's package could not be made: ") +
+                             zip_error_strerror(&error) + ".");
+}
+
+/// A new zip file in memory.
 class Archive {
  public:
-    /// Empty bytes make an empty archive. `bytes` must outlive it.
-    explicit Archive(const std::string& bytes)
-        : source_(zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr))
+    Archive()
     {
-        if (!source_) failToZip("out of memory.");
         zip_error_t error;
         zip_error_init(&error);
-        archive_.reset(zip_open_from_source(source_.get(), bytes.empty() ? ZIP_TRUNCATE : 0, &error));
-        if (!archive_) failToZip(zip_error_strerror(&error));
+        source_.reset(zip_source_buffer_create(nullptr, 0, 0, &error));
+        if (source_) archive_.reset(zip_open_from_source(source_.get(), ZIP_TRUNCATE, &error));
+        if (!archive_) failToZip(error);
         // The archive owns a share of its own.
         zip_source_keep(source_.get());
     }
@@ -37,36 +47,27 @@ class Archive {
     void add(const Part& part)
     {
         auto* content = zip_source_buffer(archive_.get(), part.bytes.data(), part.bytes.size(), 0);
-        if (content == nullptr) failToZip(zip_strerror(archive_.get()));
+        require(content != nullptr);
         const auto index = zip_file_add(archive_.get(), part.name.c_str(), content, ZIP_FL_ENC_UTF_8);
-        if (index < 0) {
-            zip_source_free(content);
-            failToZip(zip_strerror(archive_.get()));
-        }
+        if (index < 0) zip_source_free(content);
+        require(index >= 0);
         const auto at = static_cast<zip_uint64_t>(index);
-        zip_file_set_dostime(archive_.get(), at, 0, firstDay, 0);
-        zip_set_file_compression(archive_.get(), at, part.compress ? ZIP_CM_DEFLATE : ZIP_CM_STORE,
-                                 fastestCompression);
-    }
-
-    void remove(const std::string& name)
-    {
-        const auto index = zip_name_locate(archive_.get(), name.c_str(), 0);
-        if (index < 0 || zip_delete(archive_.get(), static_cast<zip_uint64_t>(index)) < 0)
-            failToZip(zip_strerror(archive_.get()));
+        require(zip_file_set_dostime(archive_.get(), at, 0, firstDay, 0) == 0);
+        const auto method = part.compress ? ZIP_CM_DEFLATE : ZIP_CM_STORE;
+        require(zip_set_file_compression(archive_.get(), at, method, fastestCompression) == 0);
     }
 
     std::string write()
     {
-        if (zip_close(archive_.get()) < 0) failToZip(zip_strerror(archive_.get()));
+        require(zip_close(archive_.get()) == 0);
         static_cast<void>(archive_.release());
         zip_stat_t status;
-        zip_source_stat(source_.get(), &status);
+        requireSource(zip_source_stat(source_.get(), &status) == 0);
         std::string bytes(status.size, '\0');
-        if (zip_source_open(source_.get()) < 0) failToZip("the result cannot be read.");
+        requireSource(zip_source_open(source_.get()) == 0);
         const auto count = zip_source_read(source_.get(), bytes.data(), bytes.size());
         zip_source_close(source_.get());
-        if (count != static_cast<zip_int64_t>(bytes.size())) failToZip("the result is incomplete.");
+        requireSource(count == static_cast<zip_int64_t>(bytes.size()));
         return bytes;
     }
 
@@ -76,6 +77,16 @@ class Archive {
         void operator()(zip_t* archive) const { zip_discard(archive); }
     };
 
+    void require(bool success) const
+    {
+        if (!success) failToZip(*zip_get_error(archive_.get()));
+    }
+
+    void requireSource(bool success) const
+    {
+        if (!success) failToZip(*zip_source_error(source_.get()));
+    }
+
     std::unique_ptr<zip_source_t, Free> source_;
     std::unique_ptr<zip_t, Free> archive_;
 };
@@ -84,20 +95,9 @@ class Archive {
 
 std::string zipParts(const std::vector<Part>& parts)
 {
-    Archive archive("");
+    Archive archive;
     for (const auto& part : parts) archive.add(part);
     return archive.write();
-}
-
-std::string replaceParts(const std::string& archive, const std::vector<Part>& parts)
-{
-    Archive changed(archive);
-    // A part that is replaced in its place would keep the compression level of the archive.
-    for (const auto& part : parts) {
-        changed.remove(part.name);
-        changed.add(part);
-    }
-    return changed.write();
 }
 
 }  // namespace quillon::report

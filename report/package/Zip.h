@@ -17,8 +17,4 @@ struct Part {
 /// Throws: std::runtime_error when the file cannot be made.
 std::string zipParts(const std::vector<Part>& parts);
 
-/// The zip file `archive` with the given parts in place of those of the same names.
-/// Throws: std::runtime_error when the file cannot be made, or a name is missing.
-std::string replaceParts(const std::string& archive, const std::vector<Part>& parts);
-
 }  // namespace quillon::report

@@ -1,190 +1,142 @@
 #include "report/workbook/Workbook.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-#include <xlsxwriter.h>
-
-#include <cerrno>
-#include <clocale>
-#include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <new>
+#include <algorithm>
 #include <stdexcept>
+#include <type_traits>
+#include <variant>
 
-#include "chart/model/Chart.h"
-#include "report/package/Xml.h"
 #include "report/package/Zip.h"
+#include "report/workbook/WorkbookParts.h"
+#include "report/workbook/Worksheet.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
-constexpr auto sheetPart = "xl/worksheets/sheet1.xml";
-constexpr auto sharedStringsPart = "xl/sharedStrings.xml";
+/// A column of the sheet: its name, its cells below, and the style of numbers.
+struct Column {
+    using Texts = const std::vector<std::u16string>*;
+    using Numbers = const std::vector<double>*;
+    using Points = const std::vector<std::shared_ptr<chart::DataPoint>>*;
 
-[[noreturn]] void fail(const std::string& place, lxw_error error)
+    std::u16string_view name;
+    std::variant<Texts, Numbers, Points> cells;
+    std::size_t style = 0;
+};
+
+double readNumber(double number)
 {
-    throw std::runtime_error("The embedded workbook could not be made: " + place + ": " +
-                             lxw_strerror(error));
+    return number;
 }
 
-void requireCell(lxw_error error, unsigned long row, unsigned long column)
+double readNumber(const std::shared_ptr<chart::DataPoint>& point)
 {
-    if (error != LXW_NO_ERROR)
-        fail("cell " + toUtf8(getColumnLetters(column)) + std::to_string(row + 1), error);
+    return point->getValue();
 }
 
-/// Numbers have a decimal point on this thread while it lives, whatever the program's locale: the workbook
-/// library prints them with printf.
-class DecimalPoint {
+/// The columns of a workbook, in their order.
+class Columns {
  public:
-    DecimalPoint() : locale_(newlocale(LC_ALL_MASK, "C", nullptr))
+    Columns(const ChartData& data, const WorkbookOptions& options, CellFormats& formats)
+        : data_(data), options_(options), formats_(formats)
     {
-        if (locale_ == nullptr) throw std::bad_alloc();
-        previous_ = uselocale(locale_);
+        addCategories();
+        for (unsigned long i = 0; i < data.dataSet->getSeriesCount(); ++i) addSeries(i);
+        for (const auto& column : options.furtherColumns)
+            columns_.push_back(
+                {column.name, &column.values, formats.add(column.numberFormat, "Number format")});
     }
-    ~DecimalPoint()
-    {
-        uselocale(previous_);
-        freelocale(locale_);
-    }
-    DecimalPoint(const DecimalPoint&) = delete;
-    DecimalPoint& operator=(const DecimalPoint&) = delete;
+
+    const std::vector<Column>& get() const { return columns_; }
 
  private:
-    locale_t locale_;
-    locale_t previous_;
-};
-
-/// A file in memory, because the workbook library writes to a named file only.
-class MemoryFile {
- public:
-    MemoryFile() : descriptor_(memfd_create("workbook", MFD_CLOEXEC))
+    void addCategories()
     {
-        if (descriptor_ < 0)
-            throw std::runtime_error(std::string("The embedded workbook could not be made: ") +
-                                     std::strerror(errno));
-    }
-    ~MemoryFile() { close(descriptor_); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    std::string getName() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-
-    std::string read() const
-    {
-        std::string bytes(static_cast<std::size_t>(lseek(descriptor_, 0, SEEK_END)), '\0');
-        if (pread(descriptor_, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-            throw std::runtime_error("The embedded workbook could not be read back.");
-        return bytes;
+        for (const auto& level : data_.levels) columns_.push_back({{}, &level});
+        if (hasCategoryNumbers(data_))
+            columns_.push_back({{},
+                                &data_.categoryValues,
+                                formats_.add(getCategoryFormat(data_), "Number format of the categories")});
+        else
+            columns_.push_back({{}, &data_.dataSet->getCategories()});
     }
 
- private:
-    int descriptor_;
+    void addSeries(unsigned long index)
+    {
+        const auto& series = *data_.dataSet->getSeries(index);
+        const auto& details = data_.getDetails(index);
+        const auto style =
+            formats_.add(details.numberFormat, "Number format of series " + std::to_string(index + 1));
+        columns_.push_back({series.getName(), &series.getPoints(), style});
+        if (options_.sizes) columns_.push_back({u"Size", &details.sizes});
+    }
+
+    const ChartData& data_;
+    const WorkbookOptions& options_;
+    CellFormats& formats_;
+    std::vector<Column> columns_;
 };
 
-/// The workbook that every chart's is made from. A sheet's data stands in two of its parts; the others are
-/// the same for all, and making and compressing them for each chart would take most of the time of a
-/// document.
-std::string makeTemplate()
+std::size_t countCells(const Column& column)
 {
-    const MemoryFile file;
-    auto* workbook = workbook_new(file.getName().c_str());
-    if (workbook == nullptr) throw std::runtime_error("The embedded workbook could not be made.");
-    lxw_doc_properties properties{};
-    properties.created = 1;  // A fixed time, so that equal data gives equal bytes.
-    workbook_set_properties(workbook, &properties);
-    auto* sheet = workbook_add_worksheet(workbook, "Sheet1");
-    worksheet_write_string(sheet, 0, 0, "Any text makes a table of shared strings.", nullptr);
-    if (const auto error = workbook_close(workbook); error != LXW_NO_ERROR) fail("packing", error);
-    return file.read();
+    return std::visit([](const auto* cells) { return cells->size(); }, column.cells);
 }
 
-/// Text that is written to a C stream.
-class TextStream {
- public:
-    TextStream() : file_(open_memstream(&text_, &size_))
-    {
-        if (file_ == nullptr) throw std::bad_alloc();
-    }
-    ~TextStream()
-    {
-        static_cast<void>(std::fclose(file_));
-        std::free(text_);
-    }
-    TextStream(const TextStream&) = delete;
-    TextStream& operator=(const TextStream&) = delete;
-
-    std::FILE* getFile() const { return file_; }
-    std::string read() const
-    {
-        if (std::fflush(file_) != 0 || std::ferror(file_) != 0) throw std::bad_alloc();
-        return {text_, size_};
-    }
-
- private:
-    char* text_ = nullptr;
-    std::size_t size_ = 0;
-    std::FILE* file_;
-};
-
-/// One worksheet, and the table of its texts.
-class Worksheet {
- public:
-    Worksheet()
-    {
-        if (!strings_ || !sheet_) throw std::bad_alloc();
-        sheet_->sst = strings_.get();
-        worksheet_select(sheet_.get());
-    }
-
-    void writeText(unsigned long row, unsigned long column, const std::u16string& text)
-    {
-        if (text.empty()) return;
-        const auto cellText = toUtf8(escapeCharacters(text));
-        requireCell(worksheet_write_string(sheet_.get(), static_cast<lxw_row_t>(row),
-                                           static_cast<lxw_col_t>(column), cellText.c_str(), nullptr),
-                    row, column);
-    }
-
-    void writeNumber(unsigned long row, unsigned long column, double number)
-    {
-        if (!std::isfinite(number)) return;
-        requireCell(worksheet_write_number(sheet_.get(), static_cast<lxw_row_t>(row),
-                                           static_cast<lxw_col_t>(column), number, nullptr),
-                    row, column);
-    }
-
-    std::string makeSheetPart() { return assemble(*sheet_, lxw_worksheet_assemble_xml_file); }
-    std::string makeSharedStringsPart() { return assemble(*strings_, lxw_sst_assemble_xml_file); }
-
- private:
-    struct Free {
-        void operator()(lxw_worksheet* sheet) const { lxw_worksheet_free(sheet); }
-        void operator()(lxw_sst* strings) const { lxw_sst_free(strings); }
-    };
-
-    template <typename T>
-    static std::string assemble(T& part, void (*write)(T*))
-    {
-        const TextStream stream;
-        part.file = stream.getFile();
-        write(&part);
-        return stream.read();
-    }
-
-    std::unique_ptr<lxw_sst, Free> strings_{lxw_sst_new()};
-    std::unique_ptr<lxw_worksheet, Free> sheet_{lxw_worksheet_new(nullptr)};
-};
-
-void writeSeries(Worksheet& sheet, unsigned long column, const chart::DataSeries& series)
+std::size_t countRows(const std::vector<Column>& columns)
 {
-    sheet.writeText(0, column, series.getName());
-    unsigned long row = 1;
-    for (const auto& point : series.getPoints()) sheet.writeNumber(row++, column, point->getValue());
+    std::size_t rows = 0;
+    for (const auto& column : columns) rows = std::max(rows, countCells(column));
+    return rows;
+}
+
+void requireRoom(std::size_t columns, std::size_t rows)
+{
+    if (columns > maximumColumn + 1)
+        throw std::runtime_error(
+            "The embedded workbook could not be made: a sheet takes 16384 columns, got " +
+            std::to_string(columns) + ".");
+    if (rows > maximumRow)
+        throw std::runtime_error(
+            "The embedded workbook could not be made: a sheet takes 1048575 rows of data, got " +
+            std::to_string(rows) + ".");
+}
+
+std::vector<std::string> listLetters(std::size_t count)
+{
+    std::vector<std::string> letters;
+    for (std::size_t i = 0; i < count; ++i) letters.push_back(toUtf8(getColumnLetters(i)));
+    return letters;
+}
+
+/// Writes the cell of a row below the names; a column may end above it.
+void writeCell(Worksheet& sheet, std::size_t number, const Column& column, std::size_t row)
+{
+    std::visit(
+        [&](const auto* cells) {
+            if (row >= cells->size()) return;
+            if constexpr (std::is_same_v<decltype(cells), Column::Texts>)
+                sheet.writeText(number, (*cells)[row]);
+            else
+                sheet.writeNumber(number, readNumber((*cells)[row]), column.style);
+        },
+        column.cells);
+}
+
+void writeRows(Worksheet& sheet, const std::vector<Column>& columns, std::size_t rows)
+{
+    sheet.beginRow();
+    for (std::size_t i = 0; i < columns.size(); ++i) sheet.writeText(i, columns[i].name);
+    sheet.endRow();
+    for (std::size_t row = 0; row < rows; ++row) {
+        sheet.beginRow();
+        for (std::size_t i = 0; i < columns.size(); ++i) writeCell(sheet, i, columns[i], row);
+        sheet.endRow();
+    }
+}
+
+bool showsDates(const ChartData& data)
+{
+    return hasCategoryNumbers(data) && data.categoryKind != CategoryKind::Number;
 }
 
 }  // namespace
@@ -197,18 +149,51 @@ std::u16string getColumnLetters(unsigned long number)
     return letters;
 }
 
-std::string makeWorkbook(const chart::Chart& chart)
+unsigned long getCategoryColumn(const ChartData& data)
 {
-    const DecimalPoint decimalPoint;
-    static const std::string workbook = makeTemplate();
-    const auto& dataSet = *chart.getDataSet();
-    Worksheet sheet;
-    unsigned long row = 1;
-    for (const auto& category : dataSet.getCategories()) sheet.writeText(row++, 0, category);
-    for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
-        writeSeries(sheet, i + 1, *dataSet.getSeries(i));
-    return replaceParts(
-        workbook, {{sheetPart, sheet.makeSheetPart()}, {sharedStringsPart, sheet.makeSharedStringsPart()}});
+    return data.levels.size();
+}
+
+unsigned long getValueColumn(const ChartData& data, std::size_t series, const WorkbookOptions& options)
+{
+    return getCategoryColumn(data) + 1 + series * (options.sizes ? 2 : 1);
+}
+
+unsigned long getFurtherColumn(const ChartData& data, std::size_t index, const WorkbookOptions& options)
+{
+    return getValueColumn(data, data.dataSet->getSeriesCount(), options) + index;
+}
+
+bool hasCategoryNumbers(const ChartData& data)
+{
+    return data.categoryKind != CategoryKind::Text && !data.categoryValues.empty();
+}
+
+std::string getCategoryFormat(const ChartData& data)
+{
+    if (!data.categoryFormat.empty()) return data.categoryFormat;
+    return showsDates(data) ? "yyyy-mm-dd" : "General";
+}
+
+std::string makeWorkbook(const ChartData& data, const WorkbookOptions& options)
+{
+    CellFormats formats;
+    const Columns columns(data, options, formats);
+    const auto rows = countRows(columns.get());
+    requireRoom(columns.get().size(), rows);
+    SharedStrings strings;
+    Worksheet sheet(listLetters(columns.get().size()), strings);
+    writeRows(sheet, columns.get(), rows);
+    const auto wideColumn = showsDates(data) ? getCategoryColumn(data) : Worksheet::noColumn;
+    return zipParts({
+        {"[Content_Types].xml", workbookparts::contentTypes, false},
+        {"_rels/.rels", workbookparts::packageRelationships, false},
+        {"xl/workbook.xml", workbookparts::workbook, false},
+        {"xl/_rels/workbook.xml.rels", workbookparts::workbookRelationships, false},
+        {"xl/worksheets/sheet1.xml", sheet.makePart(wideColumn)},
+        {"xl/styles.xml", formats.makePart()},
+        {"xl/sharedStrings.xml", strings.makePart()},
+    });
 }
 
 }  // namespace quillon::report

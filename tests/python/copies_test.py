@@ -28,7 +28,7 @@ def make_chart():
     label.Options.ContentOptions.Separator = DataLabelContentSeparator.NewLine
     label.Options.ContentOptions.ContainsCategoryName = True
     chart = BarChart()
-    chart.DataSet, chart.PlotArea = data, PlotArea("1in", "2in", "1in", "4in")
+    chart.DataSet, chart.PlotArea = data, PlotArea("1in", "0.5in", "2in", "4in")
     chart.PlotArea.Format.Border.Color = "gold"
     title = Paragraph(Text("Revenue "))
     title.appendText(Text("2024")).Color = title.Color = Color("blue")

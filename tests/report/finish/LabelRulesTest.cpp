@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "chart/model/ColumnChart.h"
+#include "chart/model/PieChart.h"
 #include "tests/report/finish/FinishedPart.h"
 
 namespace quillon::report {
@@ -49,6 +50,20 @@ TEST(Labels, OfSinglePointsLeaveTheOthersWithout)
     EXPECT_EQ(findFlags(part, "c:ser/c:dLbls"), "000000");
     EXPECT_EQ(findFlags(part, "c:ser/c:dLbls/c:dLbl"), "011000");
     EXPECT_EQ(part.find("c:dLbls/c:extLst"), "-");
+}
+
+TEST(Labels, HaveLeaderLinesWhereTheirChartKeepsThem)
+{
+    const auto write = [](const std::shared_ptr<chart::Chart>& chart) {
+        const auto format = DataLabelFormat::create();
+        format->getOptions()->getContentOptions()->setShowLeaderLines(true);
+        chart->getDataSet()->getSeries(0)->setLabelFormat(format);
+        const FinishedPart part(chart);
+        return part.find("c:ser/c:dLbls/c:showLeaderLines/@val") + " " +
+               part.find("c:ser/c:dLbls/c:extLst/c:ext/c15:showLeaderLines/@val");
+    };
+    EXPECT_EQ(write(makeChart<chart::ColumnChart>()), "0 1");
+    EXPECT_EQ(write(makeChart<chart::PieChart>()), "1 -");
 }
 
 }  // namespace

@@ -130,6 +130,11 @@ TEST(Package, KeepsEveryEntryThatIsNotChanged)
     const auto changed = package.toBytes();
     expectUntouched(bytes, changed, "word/document.xml");
     EXPECT_EQ(readPart(changed, "word/document.xml"), "<w>changed</w>");
+    // What stands behind the content of an entry, and in no directory, is copied with it.
+    const auto name = bytes.find("word/charts/my chart.xml");
+    const auto record = bytes.substr(name, bytes.find("PK\x03\x04", name) - name);
+    EXPECT_NE(record.find("PK\x07\x08"), std::string::npos);
+    EXPECT_NE(changed.find(record), std::string::npos);
     EXPECT_EQ(Package(changed).getPart("word/media/logo.png"), "\x89PNG");
     package.setPart("word/document.xml", "<w/>");
     EXPECT_EQ(package.toBytes(), bytes);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report/fill/DocumentText.h"
+#include "report/fill/Placeholders.h"
+#include "report/package/XmlSpans.h"
+
+namespace quillon::report {
+
+/// How the name of a placeholder for a table starts.
+inline constexpr std::string_view tablePrefix = "table:";
+
+/// A placeholder where it stands.
+struct Spot {
+    PlaceholderKind kind;
+    std::string name;
+    /// The text around it; nothing for a picture.
+    std::optional<ParagraphText> paragraph;
+    TextMatch match;
+    /// The properties of the picture.
+    XmlElement picture;
+
+    /// The paragraph, or the properties of the picture.
+    XmlElement getElement() const { return paragraph ? paragraph->getParagraph() : picture; }
+    std::uint32_t getPosition() const { return getElement().getOuter().begin; }
+};
+
+/// The placeholders below an element, in order.
+std::vector<Spot> findSpots(const XmlElement& root);
+
+}  // namespace quillon::report
