@@ -55,6 +55,7 @@ class DocumentationTest(CommandTest):
         result = subprocess.run(["man", "--warnings", "-E", "UTF-8", "-l", "page.1"], cwd=self.folder, capture_output=True,
                                 text=True, env=os.environ | {"MANWIDTH": "80"}, check=False)
         self.assertEqual(result.stderr, "")
+        self.assertIn(".B \\-\\-type WORD\n", self.read("page.1").decode())
         for word in ["--type WORD", "quillon-report fill", "EXIT STATUS"]:
             self.assertIn(word, result.stdout)
 

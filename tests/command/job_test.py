@@ -45,6 +45,8 @@ REFUSED = [
     ('{"blocks": [{"image": "no.png"}]}', ['1:23: "image": cannot read "no.png": No such file or directory.']),
     ('{"charts": [{"table": "t.csv", "gap": 1e999}]}', ["1:43: the number \"1e999\" is too large."]),
     ('{"charts": ', ["1:12: not well-formed JSON: syntax error while parsing value - unexpected end of input;"]),
+    (r'{"charts": [{"table": "t.csv", "a\"\\\"b\\": 1, "type": "\"x"}]}',
+     [r'1:32: "a"\"b\": unknown member; the members are table, type,', '1:57: "type": expected column,']),
     ("[" * 101 + "]" * 101, ["1:101: more than 100 levels of lists and objects."]),
     # All at once, in the order of the file; comments count as lines, and characters count once.
     ("""{ // a chart
