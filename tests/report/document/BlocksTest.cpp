@@ -190,6 +190,14 @@ TEST(Blocks, CountCaptionsByLabelAndReferToThem)
               " SEQ Figure \\* ARABIC 2: two");
 }
 
+TEST(Blocks, CountALabelOfTwoWordsAsOne)
+{
+    const auto part = readPart(
+        write([](Document& document) { document.addCaption({.text = "one", .label = "Data \\table"}); }),
+        body);
+    EXPECT_EQ(readTexts(part), "Data \\table  SEQ Data__table \\* ARABIC 1: one");
+}
+
 TEST(Blocks, PutHeaderAndFooterOnAllPages)
 {
     const auto bytes = write([](Document& document) {
