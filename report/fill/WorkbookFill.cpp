@@ -633,6 +633,8 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
         requireRoom(sheet);
         clearRest(sheet);
         sheet.cells->arrangeWrites();
+        // A sheet that announces other cells than it has, or a table of other ones, is not ours to mend.
+        if (sheet.before == sheet.now && sheet.cells->willStay()) continue;
         requireNoFormulas(sheet);
         const auto tables = sheet.tables;
         for (auto& table : sheet.tables) table.follow(*sheet.cells, sheet.before, sheet.now, tables);
