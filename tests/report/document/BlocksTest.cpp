@@ -264,6 +264,8 @@ TEST(Blocks, AreRefusedWithASentence)
         {[](auto& d) { d.addTableOfContents(0); }, "Table of contents: expected 1 to 9 levels, got 0."},
         {[](auto& d) { d.addCaption({.text = "x", .name = "1st"}); },
          "Caption name \"1st\": expected at most 40"},
+        {[](auto& d) { d.addCaption({.text = "x", .name = "_Toc1"}); },
+         "Caption name \"_Toc1\": expected at most 40"},
         {[](auto& d) {
              d.addCaption({.name = "a"});
              d.addCaption({.name = "a"});
