@@ -363,6 +363,8 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
     computed.values->reference = "Computed";
     auto unknown = north;
     unknown.values->reference = "Nothing";
+    auto vast = north;
+    vast.values->reference = sheet + "$B$2:$XFD$1048576";
     auto conflicting = makeSeries(u"South", "C", {1, 2}, {1, 2});
     BookText formula;
     formula.rows.replace(formula.rows.find("<v>3</v>"), 0, "<f>1+2</f>");
@@ -383,6 +385,8 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
          {computed},
          "the name \"Computed\" is computed"},
         {makeBook(), {unknown}, "\"Nothing\" names no cells"},
+        {makeBook(), {vast}, "the chart names more cells than a chart can show"},
+        {makeBook({.tableHead = "ref=\"A1:XFD1048576\""}), {north}, "a table of the workbook is too large"},
         {makeBook(), {north, conflicting}, "cell A2 serves several series that now differ"},
         {makeBook(unnumbered), {north}, "the rows of the sheet have no numbers in order"},
         {makeBook(),
