@@ -25,15 +25,20 @@ void checkRuns(const TextRuns& runs, const char* field)
     }
 }
 
-bool isNameCharacter(char c)
+bool isLetter(char c)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+bool isNameCharacter(char c)
+{
+    return isLetter(c) || (c >= '0' && c <= '9') || c == '_';
+}
+
+/// Word processors hide bookmarks with "_" at the start; those of headings are such.
 void checkName(const std::string& name)
 {
-    const bool startsWithLetter =
-        !name.empty() && isNameCharacter(name[0]) && !(name[0] >= '0' && name[0] <= '9');
+    const bool startsWithLetter = !name.empty() && isLetter(name[0]);
     if (!startsWithLetter || name.size() > longestName || !std::ranges::all_of(name, isNameCharacter))
         throw std::runtime_error("Caption name \"" + name +
                                  "\": expected at most 40 letters, digits and \"_\", a letter first.");

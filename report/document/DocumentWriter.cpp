@@ -40,6 +40,15 @@ std::u16string toNumber(std::size_t number)
     return num2str(static_cast<unsigned long>(number));
 }
 
+/// What a field of captions counts, which is one word: blanks, and what fields read as their own, become "_".
+std::u16string nameSequence(std::u16string label)
+{
+    constexpr std::u16string_view apart = u" \t\r\n\"\\{}";
+    std::ranges::replace_if(
+        label, [apart](char16_t c) { return apart.find(c) != std::u16string_view::npos; }, u'_');
+    return label;
+}
+
 std::string toLength(double emu)
 {
     return toUtf8(num2str(emu / emuPerPoint)) + "pt";
@@ -336,7 +345,8 @@ void DocumentWriter::add(const Caption& block)
     const auto id = toNumber(++bookmarks_);
     if (!block.name.empty()) startBookmark(paragraph, nameBookmark(block.name), id);
     appendRun(paragraph, label + u" ");
-    appendField(paragraph, u" SEQ " + label + u" \\* ARABIC ", toNumber(++counts_[block.label]));
+    appendField(paragraph, u" SEQ " + nameSequence(label) + u" \\* ARABIC ",
+                toNumber(++counts_[block.label]));
     if (!block.name.empty()) endBookmark(paragraph, id);
     if (!block.text.empty()) appendRun(paragraph, u": " + toUtf16(block.text));
 }

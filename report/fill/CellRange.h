@@ -21,6 +21,7 @@ struct Area {
     bool operator==(const Area& other) const = default;
     std::uint32_t getHeight() const { return bottom - top + 1; }
     std::uint32_t getWidth() const { return right - left + 1; }
+    std::uint64_t countCells() const { return std::uint64_t{getHeight()} * getWidth(); }
     bool contains(std::uint32_t row, std::uint32_t column) const
     {
         return row >= top && row <= bottom && column >= left && column <= right;
@@ -36,6 +37,10 @@ struct Area {
     /// The smallest area that holds both.
     Area join(const Area& other) const;
 };
+
+/// As many as all references of a chart, or a table, may name: each is looked at, and a file names a whole
+/// sheet in a few bytes.
+constexpr std::uint64_t maximumCells = 1 << 23;
 
 /// "B2:B7" or "$B$2", as in a sheet; a whole column or row reaches to the sheet's end. Nothing when it is
 /// none.

@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 11> containers = {"r",         "hyperlink
                                                          "smartTag",  "sdt",       "sdtContent", "fldSimple",
                                                          "customXml", "dir",       "bdo"};
 /// What shows nothing.
-constexpr std::array<std::string_view, 24> invisible = {"pPr",
+constexpr std::array<std::string_view, 25> invisible = {"pPr",
                                                         "rPr",
                                                         "proofErr",
                                                         "bookmarkStart",
@@ -36,6 +36,7 @@ constexpr std::array<std::string_view, 24> invisible = {"pPr",
                                                         "lastRenderedPageBreak",
                                                         "commentRangeStart",
                                                         "commentRangeEnd",
+                                                        "commentReference",
                                                         "moveFromRangeStart",
                                                         "moveFromRangeEnd",
                                                         "moveToRangeStart",

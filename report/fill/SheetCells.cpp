@@ -342,6 +342,14 @@ bool SheetCells::isSame(const Write& write, const Cell& cell) const
     return held == *write.value;
 }
 
+bool SheetCells::willStay() const
+{
+    return std::ranges::all_of(writes_, [this](const Write& write) {
+        const auto* cell = find(write.row, write.column);
+        return cell != nullptr ? isSame(write, *cell) : isNothing(*write.value);
+    });
+}
+
 /// Makes the new rows: what stays is copied up to where something changes.
 class SheetCells::Rewriter {
  public:

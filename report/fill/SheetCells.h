@@ -44,6 +44,8 @@ class SheetCells {
     /// Whether a cell holds something when all is written.
     bool willBeEmpty(std::uint32_t row, std::uint32_t column) const;
     bool willChange(std::uint32_t row, std::uint32_t column) const;
+    /// Whether every cell holds already what was written to it.
+    bool willStay() const;
 
     /// The part with all that was written, a new dimension, and changes to what stands before and behind the
     /// rows.

@@ -66,6 +66,7 @@ SheetTable::SheetTable(const Package& workbook, std::string part) : part_(std::m
     const auto area = parseArea(root.getAttribute("ref").value_or(""));
     if (!area) throw std::runtime_error("a table of the workbook has no area");
     area_ = *area;
+    if (area_.countCells() > maximumCells) throw std::runtime_error("a table of the workbook is too large");
     headerRows_ = readCount(root, "headerRowCount", 1);
     totalsRows_ = readCount(root, "totalsRowCount", 0);
     for (const auto column : root.findChild("tableColumns").getChildren())

@@ -277,36 +277,45 @@ Template Template::open(const std::string& path)
 
 Template::Template(std::unique_ptr<Content> content) : content_(std::move(content)) {}
 Template::~Template() = default;
-Template::Template(const Template& other) : content_(std::make_unique<Content>(*other.content_)) {}
+Template::Template(const Template& other)
+    : content_(other.content_ ? std::make_unique<Content>(*other.content_) : nullptr)
+{
+}
 Template::Template(Template&& other) noexcept = default;
 Template& Template::operator=(Template&& other) noexcept = default;
 
 Template& Template::operator=(const Template& other)
 {
-    if (this != &other) content_ = std::make_unique<Content>(*other.content_);
+    if (this != &other) *this = Template(other);
     return *this;
+}
+
+Template::Content& Template::getContent() const
+{
+    if (!content_) throw std::runtime_error("The document was moved elsewhere.");
+    return *content_;
 }
 
 std::vector<FoundChart> Template::getCharts() const
 {
     std::vector<FoundChart> charts;
-    for (std::size_t i = 0; i < content_->getDrawings().size(); ++i)
-        charts.push_back(content_->describeChart(i));
+    for (std::size_t i = 0; i < getContent().getDrawings().size(); ++i)
+        charts.push_back(getContent().describeChart(i));
     return charts;
 }
 
 ChartData Template::getChartData(const std::string& chart) const
 {
-    const auto index = content_->find(chart);
-    if (const auto found = content_->describeChart(index); !found.problem.empty())
+    const auto index = getContent().find(chart);
+    if (const auto found = getContent().describeChart(index); !found.problem.empty())
         throw std::runtime_error("The chart cannot be read: " + found.problem + ".");
-    return readChartData(content_->readChart(content_->getDrawings()[index].chartParts[0])->part);
+    return readChartData(getContent().readChart(getContent().getDrawings()[index].chartParts[0])->part);
 }
 
 FillReport Template::fill(const std::string& chart, const ChartData& data, const FillOptions& options)
 {
     // What goes wrong half-way leaves the document as it was.
-    auto filled = std::make_unique<Content>(*content_);
+    auto filled = std::make_unique<Content>(getContent());
     auto report = filled->fill(filled->find(chart), data, options);
     content_ = std::move(filled);
     return report;
@@ -314,25 +323,25 @@ FillReport Template::fill(const std::string& chart, const ChartData& data, const
 
 std::vector<Placeholder> Template::getPlaceholders() const
 {
-    return findPlaceholders(content_->package);
+    return findPlaceholders(getContent().package);
 }
 
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
                       const Listener& listener)
 {
-    insertChart(content_->package, placeholder, chart, options, listener);
-    content_->forget();
+    insertChart(getContent().package, placeholder, chart, options, listener);
+    getContent().forget();
 }
 
 std::size_t Template::replace(const std::string& placeholder, const std::string& text)
 {
-    content_->forget();
-    return replaceText(content_->package, placeholder, text);
+    getContent().forget();
+    return replaceText(getContent().package, placeholder, text);
 }
 
 std::string Template::toBytes() const
 {
-    return content_->package.toBytes();
+    return getContent().package.toBytes();
 }
 
 void Template::save(const std::string& path) const
@@ -342,13 +351,13 @@ void Template::save(const std::string& path) const
 
 Package& Template::getPackage()
 {
-    content_->forget();
-    return content_->package;
+    getContent().forget();
+    return getContent().package;
 }
 
 const Package& Template::getPackage() const
 {
-    return content_->package;
+    return getContent().package;
 }
 
 }  // namespace quillon::report

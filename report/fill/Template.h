@@ -39,7 +39,8 @@ struct FoundChart {
 ///
 /// What a fill need not touch keeps its bytes. Charts keep their names, so that what was filled can be
 /// filled again. A copy is cheap, and shares what was read: open once, then copy, fill and save many times.
-/// Use one copy on one thread at a time; different copies may be used on different threads at once.
+/// Use one copy on one thread at a time; different copies may be used on different threads at once. Every
+/// member but assignment throws std::runtime_error when the document was moved from.
 class QUILLON_EXPORT Template {
  public:
     /// Throws: std::runtime_error that names the file and says what is wrong with it, or what it is instead.
@@ -91,6 +92,9 @@ class QUILLON_EXPORT Template {
  private:
     struct Content;
     explicit Template(std::unique_ptr<Content> content);
+    Content& getContent() const;
+
+    /// Empty when moved from.
     std::unique_ptr<Content> content_;
 };
 

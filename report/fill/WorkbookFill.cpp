@@ -134,6 +134,8 @@ class Filler {
     /// The text that a defined name is to have, by its position.
     std::map<std::size_t, std::string> newNames_;
     bool needsCalculation_ = false;
+    /// Of all references.
+    std::uint64_t cellCount_ = 0;
     /// By series: where its cells stood, where they stand now, and whose look they take.
     std::vector<Places> before_;
     std::vector<Places> now_;
@@ -255,6 +257,9 @@ Places Filler::resolve(SeriesCells& series)
     Places places;
     for (const auto* block : getBlocks(series))
         places.push_back(block == nullptr ? Place() : resolve(*block));
+    for (const auto& place : places)
+        for (const auto& area : place.range.areas) cellCount_ += area.countCells();
+    if (cellCount_ > maximumCells) refuse("the chart names more cells than a chart can show");
     chooseDirection(places);
     // A whole column holds the name as well.
     if (places[nameBlock].isSet())
@@ -633,6 +638,8 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
         requireRoom(sheet);
         clearRest(sheet);
         sheet.cells->arrangeWrites();
+        // A sheet that announces other cells than it has, or a table of other ones, is not ours to mend.
+        if (sheet.before == sheet.now && sheet.cells->willStay()) continue;
         requireNoFormulas(sheet);
         const auto tables = sheet.tables;
         for (auto& table : sheet.tables) table.follow(*sheet.cells, sheet.before, sheet.now, tables);

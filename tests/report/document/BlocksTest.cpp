@@ -194,6 +194,14 @@ TEST(Blocks, CountCaptionsByLabelAndReferToThem)
               " SEQ Figure \\* ARABIC 2: two");
 }
 
+TEST(Blocks, CountALabelOfTwoWordsAsOne)
+{
+    const auto part = readPart(
+        write([](Document& document) { document.addCaption({.text = "one", .label = "Data \\table"}); }),
+        body);
+    EXPECT_EQ(readTexts(part), "Data \\table  SEQ Data__table \\* ARABIC 1: one");
+}
+
 TEST(Blocks, PutHeaderAndFooterOnAllPages)
 {
     const auto bytes = write([](Document& document) {
@@ -278,6 +286,8 @@ TEST(Blocks, AreRefusedWithASentence)
         {[](auto& d) { d.addTableOfContents(0); }, "Table of contents: expected 1 to 9 levels, got 0."},
         {[](auto& d) { d.addCaption({.text = "x", .name = "1st"}); },
          "Caption name \"1st\": expected at most 40"},
+        {[](auto& d) { d.addCaption({.text = "x", .name = "_Toc1"}); },
+         "Caption name \"_Toc1\": expected at most 40"},
         {[](auto& d) {
              d.addCaption({.name = "a"});
              d.addCaption({.name = "a"});

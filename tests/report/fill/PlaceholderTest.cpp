@@ -183,12 +183,13 @@ std::string makeBox(const std::string& content)
 
 TEST(Placeholder, AllAreListedInOrder)
 {
-    const auto document = makeDocument(
-        paragraph(makePicture(" {{logo}} ", "inline")) + paragraph(run("{{margin}}") + "<w:r/>") +
-            paragraph(run("{{month}} and {{table:x}}")) + "<w:tbl><w:tr><w:tc>" +
-            paragraph(run("{{table:sales}}")) + "</w:tc></w:tr></w:tbl>" +
-            paragraph(makeBox(paragraph(run("{{boxed}}")))) + paragraph(run("{{month}}.")),
-        paragraph(run("{{month}}: ")));
+    const auto document =
+        makeDocument(paragraph(makePicture(" {{logo}} ", "inline")) +
+                         paragraph(run("{{margin}}") + "<w:r><w:commentReference w:id=\"1\"/></w:r>") +
+                         paragraph(run("{{month}} and {{table:x}}")) + "<w:tbl><w:tr><w:tc>" +
+                         paragraph(run("{{table:sales}}")) + "</w:tc></w:tr></w:tbl>" +
+                         paragraph(makeBox(paragraph(run("{{boxed}}")))) + paragraph(run("{{month}}.")),
+                     paragraph(run("{{month}}: ")));
     const std::vector<Placeholder> expected = {{"logo", PlaceholderKind::Picture, "word/document.xml"},
                                                {"margin", PlaceholderKind::Paragraph, "word/document.xml"},
                                                {"month", PlaceholderKind::Text, "word/document.xml"},

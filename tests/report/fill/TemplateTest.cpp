@@ -223,6 +223,18 @@ TEST(Template, GivesCopiesToThreads)
     for (const auto& result : results) EXPECT_EQ(result, expected);
 }
 
+TEST(Template, RefusesAllButAssignmentWhenItWasMovedFrom)
+{
+    auto document = getPlaces();
+    const auto moved = std::move(document);
+    const std::string refusal = "The document was moved elsewhere.";
+    EXPECT_EQ(thrownText([&] { document.getCharts(); }), refusal);
+    EXPECT_EQ(thrownText([&] { document.fill("1", makeNews()); }), refusal);
+    EXPECT_EQ(thrownText([&] { Template(document).toBytes(); }), refusal);
+    document = moved;
+    EXPECT_EQ(document.getCharts().size(), moved.getCharts().size());
+}
+
 TEST(Template, NamesWhatItCannotFill)
 {
     auto package = getPlaces().getPackage();

@@ -31,6 +31,7 @@ struct BookText {
     /// Behind the rows of the sheet.
     std::string more = {};
     std::string otherRows = "<row r=\"1\"><c r=\"A1\"><v>7</v></c></row>";
+    std::string dimension = "A1:C3";
     std::string tableHead = "ref=\"A1:C3\"";
     std::string workbookType = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml";
 };
@@ -67,8 +68,8 @@ std::string makeBook(const BookText& text = {})
                                        {"styles", "styles.xml"}})},
                    {"xl/worksheets/sheet1.xml",
                     "<worksheet" + sheetNs + "><sheetData>" + text.otherRows + "</sheetData></worksheet>"},
-                   {"xl/worksheets/sheet2.xml", "<worksheet" + sheetNs +
-                                                    "><dimension ref=\"A1:C3\"/><sheetData>" + text.rows +
+                   {"xl/worksheets/sheet2.xml", "<worksheet" + sheetNs + "><dimension ref=\"" +
+                                                    text.dimension + "\"/><sheetData>" + text.rows +
                                                     "</sheetData>" + text.more + "</worksheet>"},
                    {"xl/worksheets/_rels/sheet2.xml.rels",
                     makeRelationships({{"table", "../tables/table1.xml"}})},
@@ -163,6 +164,11 @@ TEST(WorkbookFill, TheSameNumbersLeaveEveryByte)
         book, {makeSeries(u"North", "B", twoDates, {1.5, 3}), makeSeries(u"South", "C", twoDates, {2, 4})});
     EXPECT_EQ(filled.reason, "");
     EXPECT_TRUE(filled.bytes == book);
+    // A sheet that announces more cells than it has stays so.
+    const auto rough = makeBook({.dimension = "A1:D8"});
+    EXPECT_TRUE(fillWorkbook(rough, {makeSeries(u"North", "B", twoDates, {1.5, 3}),
+                                     makeSeries(u"South", "C", twoDates, {2, 4})})
+                    .bytes == rough);
 }
 
 TEST(WorkbookFill, ChangesCellsWhereTheyStand)
@@ -357,6 +363,8 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
     computed.values->reference = "Computed";
     auto unknown = north;
     unknown.values->reference = "Nothing";
+    auto vast = north;
+    vast.values->reference = sheet + "$B$2:$XFD$1048576";
     auto conflicting = makeSeries(u"South", "C", {1, 2}, {1, 2});
     BookText formula;
     formula.rows.replace(formula.rows.find("<v>3</v>"), 0, "<f>1+2</f>");
@@ -377,6 +385,8 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
          {computed},
          "the name \"Computed\" is computed"},
         {makeBook(), {unknown}, "\"Nothing\" names no cells"},
+        {makeBook(), {vast}, "the chart names more cells than a chart can show"},
+        {makeBook({.tableHead = "ref=\"A1:XFD1048576\""}), {north}, "a table of the workbook is too large"},
         {makeBook(), {north, conflicting}, "cell A2 serves several series that now differ"},
         {makeBook(unnumbered), {north}, "the rows of the sheet have no numbers in order"},
         {makeBook(),
