@@ -396,10 +396,13 @@ void XmlSpans::decode(std::string_view bytes)
         const auto second = static_cast<unsigned char>(bytes[at + 1]);
         units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
     }
+    const auto refuse = [this] { throw std::runtime_error(part_ + ": it is no well-formed UTF-16."); };
+    // Half a character at the end would be lost.
+    if (bytes.size() % 2 != 0) refuse();
     try {
         converted_ = toUtf8(units);
     } catch (const std::runtime_error&) {
-        throw std::runtime_error(part_ + ": it is no well-formed UTF-16.");
+        refuse();
     }
     text_ = converted_;
 }

@@ -111,6 +111,8 @@ TEST(XmlSpans, RefusesWhatIsUnsafeOrBroken)
         {"<a>", "p.xml, line 1: it is no well-formed XML (no element found)."},
         {"<a b:c='1'/>", "p.xml, line 1: it is no well-formed XML (unbound prefix)."},
         {"<a>\xFF</a>", "p.xml, line 1: it is no well-formed XML (not well-formed (invalid token))."},
+        {widen(u"\uFEFF<a/>", false) + "\xFF", "p.xml: it is no well-formed UTF-16."},
+        {widen(u"<a>\xD800</a>", true), "p.xml: it is no well-formed UTF-16."},
     };
     for (const auto& [bytes, sentence] : refused)
         EXPECT_EQ(thrownText([&b = bytes] { const XmlSpans xml(b, "p.xml"); }), sentence);
