@@ -7,6 +7,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "report/options/QuotedText.h"
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
@@ -19,11 +20,6 @@ constexpr double missing = std::numeric_limits<double>::quiet_NaN();
 
 /// What a series has cells for beyond name, categories and values, in the order of SeriesCells::more.
 constexpr std::array moreSources = {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus};
-
-std::string quote(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
 
 std::vector<double> getNumbers(const chart::DataSeries& series, double (chart::DataPoint::*get)() const)
 {
@@ -148,7 +144,7 @@ void FillPlan::requireNumbers() const
                 if (std::abs(number) > maximumNumber)
                     throw std::runtime_error(
                         "series " + std::to_string(s + 1) + " (" +
-                        quote(toCellText((*series)[s]->getName())) + "), point " + std::to_string(i + 1) +
+                        quoteText(toCellText((*series)[s]->getName())) + "), point " + std::to_string(i + 1) +
                         ": the value is " + toUtf8(num2str(number)) +
                         "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.");
         }
@@ -395,7 +391,7 @@ void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t coun
 void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
 {
     report_.warnings.push_back(
-        "series " + quote(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
+        "series " + quoteText(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
 }
 
 void FillPlan::shareCategories()

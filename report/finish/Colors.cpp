@@ -5,6 +5,7 @@
 #include "report/finish/Rules.h"
 #include "report/options/ChartError.h"
 #include "report/options/ColorText.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -121,10 +122,11 @@ Targets findTargets(const ChartContext& context)
     constexpr std::size_t named = 20;
     std::string list;
     for (std::size_t i = 0; i < std::min(targets.names.size(), named); ++i)
-        list += (i == 0 ? " \"" : ", \"") + toUtf8(escapeCharacters(targets.names[i])) + "\"";
+        list += (i == 0 ? " " : ", ") + quoteText(toUtf8(escapeCharacters(targets.names[i])));
     if (targets.names.size() > named)
         list += " and " + std::to_string(targets.names.size() - named) + " more";
-    throw ChartError("", std::string("series-colors: there is no ") + targets.one + " \"" + name + "\"; " +
+    throw ChartError("", std::string("series-colors: there is no ") + targets.one + " " + quoteText(name) +
+                             "; " +
                              (list.empty() ? std::string("there are no ") + targets.many
                                            : std::string("the ") + targets.many + " are" + list) +
                              ".");
