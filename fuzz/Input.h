@@ -139,7 +139,7 @@ inline std::u16string Input::takeText()
                 break;
             default:
                 // A cell's text ends at 32,767 characters.
-                const std::size_t length = takeChance(64) ? 32'766 + takeIndex(3) : takeIndex(300);
+                const std::size_t length = takeChance(250) ? 32'766 + takeIndex(3) : takeIndex(300);
                 text.append(length, static_cast<char16_t>(takeNumber(0, 0xFFFF)));
         }
     }

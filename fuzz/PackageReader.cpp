@@ -135,7 +135,7 @@ XmlTree readXml(const std::string& name, const std::string& bytes)
 {
     TreeBuilder builder;
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
-        XML_ParserCreateNS(nullptr, '|'), XML_ParserFree);
+        XML_ParserCreateNS("UTF-8", '|'), XML_ParserFree);
     XML_SetUserData(parser.get(), &builder);
     XML_SetElementHandler(parser.get(), TreeBuilder::start, TreeBuilder::end);
     XML_SetCharacterDataHandler(parser.get(), TreeBuilder::addText);

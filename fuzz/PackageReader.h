@@ -35,7 +35,8 @@ struct XmlTree {
     void visit(const std::function<void(const XmlTree&)>& visitor) const;
 };
 
-/// Ends the program, with the name of the part, unless `bytes` are well-formed.
+/// Ends the program, with the name of the part, unless `bytes` are well-formed, in UTF-8 whatever their
+/// declaration says.
 XmlTree readXml(const std::string& name, const std::string& bytes);
 
 /// Ends the program unless `bytes` are a sound package of well-formed parts, and so are packages in it.

@@ -96,15 +96,19 @@ std::shared_ptr<chart::DataPoint> makePoint(Input& input)
     return point;
 }
 
+std::shared_ptr<chart::DataSeriesFormatOptions> makePieOptions(Input& input)
+{
+    const auto explosion = static_cast<std::uint32_t>(input.takeNumber(0, 100));
+    const auto angle = static_cast<std::uint32_t>(input.takeNumber(0, 360));
+    return chart::PieChartDataSeriesFormatOptions::create(explosion, angle);
+}
+
 std::shared_ptr<chart::DataSeries> makeSeries(Input& input, std::size_t pointCount)
 {
     auto series = chart::DataSeries::create(input.takeText());
     series->setFormat(makeShapeFormat<chart::DataSeriesShapeFormat>(input));
     series->setLabelFormat(makeLabelFormat(input));
-    if (input.takeChance(8))
-        series->setFormatOptions(chart::PieChartDataSeriesFormatOptions::create(
-            static_cast<std::uint32_t>(input.takeNumber(0, 500)),
-            static_cast<std::uint32_t>(input.takeNumber(0, 500))));
+    if (input.takeChance(8)) series->setFormatOptions(makePieOptions(input));
     for (std::size_t i = 0; i < pointCount; ++i)
         series->appendPoint(i > 0 && input.takeChance(8) ? series->getPoint(0) : makePoint(input));
     return series;
@@ -230,10 +234,7 @@ report::ChartOptions makeOptions(Input& input)
         const auto& option = input.pick(report::getOptions());
         isAccepted([&] { report::setOption(options, option, takeValue(input, option), option.name); });
     }
-    if (input.takeChance(16))
-        options.formatOptions = chart::PieChartDataSeriesFormatOptions::create(
-            static_cast<std::uint32_t>(input.takeNumber(0, 500)),
-            static_cast<std::uint32_t>(input.takeNumber(0, 500)));
+    if (input.takeChance(16)) options.formatOptions = makePieOptions(input);
     return options;
 }
 

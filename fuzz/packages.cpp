@@ -52,8 +52,8 @@ void checkEdit(Input& input, const report::XmlSpans& xml)
     edits.setAttribute(element, "added", text);
     if (input.takeChance(2)) edits.setInner(element, report::escapeText(text));
     const auto changed = edits.apply(xml);
-    readXml("changed", changed);
     const report::XmlSpans again(changed, "changed");
+    readXml("changed", std::string(again.getText()));
     require(again.isStrict() == xml.isStrict(), "another dialect");
 }
 
@@ -61,7 +61,7 @@ void checkSpans(Input& input, const std::string& bytes)
 {
     isAccepted([&] {
         const report::XmlSpans xml(bytes, "part");
-        compare(xml.getRoot(), readXml("part", bytes));
+        compare(xml.getRoot(), readXml("part", std::string(xml.getText())));
         require(xml.encode(std::string(xml.getText())) == bytes, "other bytes without a change");
         checkEdit(input, xml);
     });

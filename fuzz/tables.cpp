@@ -140,8 +140,8 @@ void checkData(const report::ChartData& data)
     require(data.categoryValues.empty() || data.categoryValues.size() == count,
             "values for other categories");
     for (const auto& level : data.levels) require(level.size() == count, "a level of other categories");
-    for (const auto& series : *data.dataSet->getSeriesList())
-        require(series->getSize() == count, "a series of another length");
+    const auto list = data.dataSet->getSeriesList();
+    for (const auto& series : *list) require(series->getSize() == count, "a series of another length");
 }
 
 }  // namespace

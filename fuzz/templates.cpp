@@ -150,7 +150,8 @@ bool isSame(double left, double right)
 /// Whether every series has a value for each category, in numbers that a chart takes.
 bool isWhole(const chart::DataSet& data)
 {
-    for (const auto& series : *data.getSeriesList()) {
+    const auto list = data.getSeriesList();
+    for (const auto& series : *list) {
         if (series->getSize() != data.getCategories().size()) return false;
         for (const auto& point : series->getPoints())
             if (std::isinf(point->getValue())) return false;
