@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "report/options/QuotedText.h"
+#include "report/package/Xml.h"
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
@@ -106,6 +107,7 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
 {
     requireFillable();
     requireNumbers();
+    requireTexts();
     planCategories();
     planSeries();
     planOrder();
@@ -148,6 +150,16 @@ void FillPlan::requireNumbers() const
                         ": the value is " + toUtf8(num2str(number)) +
                         "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.");
         }
+}
+
+/// What stands in the part as it is. Names and categories have a notation for every character.
+void FillPlan::requireTexts() const
+{
+    readXmlText(options_.title, "title");
+    readXmlText(options_.numberFormat, "number format");
+    readXmlText(data_.categoryFormat, "number format of the categories");
+    for (std::size_t i = 0; i < data_.series.size(); ++i)
+        readXmlText(data_.series[i].numberFormat, "number format of series " + std::to_string(i + 1));
 }
 
 void FillPlan::planCategories()
