@@ -184,6 +184,14 @@ void addText(Input& input, report::Document& document)
     isAccepted([&] { document.addCaption({input.takeUtf8(), input.takeUtf8(), input.takeUtf8()}); });
 }
 
+/// The workbook that a chart part leads to.
+const std::string& findWorkbook(const Parts& parts, const std::string& number)
+{
+    const auto links = readXml("links", parts.at("word/charts/_rels/chart" + number + ".xml.rels"));
+    const auto& target = links.get({"Relationship"}).attributes.at("Target");
+    return parts.at("word/" + target.substr(target.find("embeddings/")));
+}
+
 void checkDocument(const report::Document& document, const std::vector<PlacedChart>& placed)
 {
     const report::Listener listener{.warning = requireWords};
@@ -193,8 +201,7 @@ void checkDocument(const report::Document& document, const std::vector<PlacedCha
         const auto number = std::to_string(i + 1);
         checkChart(readXml("chart", parts.at("word/charts/chart" + number + ".xml")), placed[i]);
         if (placed[i].hasWorkbook && placed[i].hasPlainCategories)
-            checkWorkbook(parts.at("word/embeddings/data" + number + ".xlsx"),
-                          *placed[i].chart->getDataSet());
+            checkWorkbook(findWorkbook(parts, number), *placed[i].chart->getDataSet());
     }
     require(document.toBytes() == bytes, "other bytes the second time");
 }
