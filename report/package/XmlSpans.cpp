@@ -125,7 +125,9 @@ std::size_t skipMarkup(std::string& text, std::string_view raw, std::size_t at)
         text += raw.substr(at + cdata.size(), end - at - cdata.size());
         return end + 3;
     }
-    if (rest.starts_with("<!--")) return raw.find("-->", at) + 3;
+    // A comment may begin with what would end it: "<!--->" goes on.
+    constexpr std::string_view comment = "<!--";
+    if (rest.starts_with(comment)) return raw.find("-->", at + comment.size()) + 3;
     if (rest.starts_with("<?")) return raw.find("?>", at) + 2;
     for (char quote = 0; at < raw.size(); ++at) {
         if (quote != 0) {

@@ -13,7 +13,7 @@ constexpr auto chartPart =
     "<?xml version='1.0'?><c:a xmlns:c='http://schemas.openxmlformats.org/drawingml/2006/chart' "
     "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"
     "<c:b val='x>&amp;&#x41;' r:id = \"rId1\" /><!-- <c:b/> --><c:numCache f='1'><c:pt idx='0'/></c:numCache>"
-    "one &lt;<![CDATA[<two>]]><c:d>\r\nthree</c:d></c:a>";
+    "one <!--->no-->&lt;<![CDATA[<two>]]><c:d>\r\nthree</c:d></c:a>";
 
 TEST(XmlSpans, ReadsNamesAttributesAndTextWhereTheyStand)
 {
