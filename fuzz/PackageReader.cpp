@@ -53,7 +53,7 @@ class TreeBuilder {
     XmlTree take() { return std::move(root_.children.front()); }
 
  private:
-    static std::string withoutNamespace(const std::string& name) { return name.substr(name.rfind('|') + 1); }
+    static std::string withoutNamespace(const std::string& name) { return name.substr(name.rfind('\n') + 1); }
 
     XmlTree root_;
     std::vector<XmlTree*> open_;
@@ -135,7 +135,7 @@ XmlTree readXml(const std::string& name, const std::string& bytes)
 {
     TreeBuilder builder;
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
-        XML_ParserCreateNS("UTF-8", '|'), XML_ParserFree);
+        XML_ParserCreateNS("UTF-8", '\n'), XML_ParserFree);
     XML_SetUserData(parser.get(), &builder);
     XML_SetElementHandler(parser.get(), TreeBuilder::start, TreeBuilder::end);
     XML_SetCharacterDataHandler(parser.get(), TreeBuilder::addText);
