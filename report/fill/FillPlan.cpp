@@ -7,6 +7,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "report/options/QuotedText.h"
+#include "report/package/Xml.h"
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
@@ -19,11 +21,6 @@ constexpr double missing = std::numeric_limits<double>::quiet_NaN();
 
 /// What a series has cells for beyond name, categories and values, in the order of SeriesCells::more.
 constexpr std::array moreSources = {&SeriesPlan::sizes, &SeriesPlan::errorsPlus, &SeriesPlan::errorsMinus};
-
-std::string quote(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
 
 std::vector<double> getNumbers(const chart::DataSeries& series, double (chart::DataPoint::*get)() const)
 {
@@ -110,6 +107,7 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
 {
     requireFillable();
     requireNumbers();
+    requireTexts();
     planCategories();
     planSeries();
     planOrder();
@@ -152,10 +150,20 @@ void FillPlan::requireNumbers() const
                 if (std::abs(number) > maximumNumber)
                     throw std::runtime_error(
                         "series " + std::to_string(s + 1) + " (" +
-                        quote(toCellText((*series)[s]->getName())) + "), point " + std::to_string(i + 1) +
+                        quoteText(toCellText((*series)[s]->getName())) + "), point " + std::to_string(i + 1) +
                         ": the value is " + toUtf8(num2str(number)) +
                         "; a chart can show numbers as large as 9.99999999999999e+307, and gaps for NaN.");
         }
+}
+
+/// What stands in the part as it is. Names and categories have a notation for every character.
+void FillPlan::requireTexts() const
+{
+    readXmlText(options_.title, "title");
+    readXmlText(options_.numberFormat, "number format");
+    readXmlText(data_.categoryFormat, "number format of the categories");
+    for (std::size_t i = 0; i < data_.series.size(); ++i)
+        readXmlText(data_.series[i].numberFormat, "number format of series " + std::to_string(i + 1));
 }
 
 void FillPlan::planCategories()
@@ -399,7 +407,7 @@ void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t coun
 void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
 {
     report_.warnings.push_back(
-        "series " + quote(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
+        "series " + quoteText(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
 }
 
 void FillPlan::shareCategories()

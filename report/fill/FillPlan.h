@@ -74,6 +74,7 @@ class FillPlan {
  private:
     void requireFillable() const;
     void requireNumbers() const;
+    void requireTexts() const;
     void planCategories();
     void matchCategories(const Categories& after, std::size_t count);
     void planSeries();

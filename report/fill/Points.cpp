@@ -6,6 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -26,8 +27,8 @@ std::size_t readPosition(const XmlSpans& xml, std::string_view text)
     const auto* end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, count);
     if (result.ec != std::errc() || result.ptr != end)
-        throw std::runtime_error(xml.getPart() + ": \"" + std::string(text) +
-                                 "\" is no position or number of points.");
+        throw std::runtime_error(xml.getPart() + ": " + quoteText(text) +
+                                 " is no position or number of points.");
     if (count > PointCache::maximumCount)
         throw std::runtime_error(xml.getPart() + ": a series has " + std::string(text) +
                                  " points; a worksheet has 1,048,576 rows.");

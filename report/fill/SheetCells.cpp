@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <span>
 #include <stdexcept>
 #include <tuple>
 
@@ -295,8 +296,8 @@ void SheetCells::arrangeWrites()
         if (place(writes_[i - 1]) == place(writes_[i]) && *writes_[i - 1].value != *writes_[i].value)
             throw std::runtime_error("cell " + formatPlace(writes_[i].row, writes_[i].column) +
                                      " serves several series that now differ");
-    const auto repeated = std::ranges::unique(writes_, {}, place);
-    writes_.erase(repeated.begin(), repeated.end());
+    const auto isRepeated = [&](const Write& one, const Write& next) { return place(one) == place(next); };
+    writes_.erase(std::unique(writes_.begin(), writes_.end(), isRepeated), writes_.end());
 }
 
 const CellValue* SheetCells::findWritten(std::uint32_t row, std::uint32_t column) const
@@ -377,7 +378,7 @@ class SheetCells::Rewriter {
     }
 
  private:
-    using Writes = std::ranges::subrange<std::vector<Write>::const_iterator>;
+    using Writes = std::span<const Write>;
 
     void copyTo(std::uint32_t position)
     {
@@ -385,7 +386,7 @@ class SheetCells::Rewriter {
         at_ = position;
     }
 
-    void writeRow(const Writes& writes)
+    void writeRow(Writes writes)
     {
         const auto number = writes.front().row;
         const auto row = std::ranges::lower_bound(sheet_.rows_, number, {}, &Row::number);
@@ -398,7 +399,7 @@ class SheetCells::Rewriter {
         text_ += "</" + prefix_ + "row>";
     }
 
-    void changeRow(const Row& row, const Writes& writes)
+    void changeRow(const Row& row, Writes writes)
     {
         const bool hasNew = std::ranges::any_of(writes, [this](const Write& w) {
             return !isNothing(*w.value) && sheet_.find(w.row, w.column) == nullptr;

@@ -12,6 +12,7 @@
 #include "report/fill/ChartReader.h"
 #include "report/fill/FillPlan.h"
 #include "report/fill/PartCopy.h"
+#include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 
 namespace quillon::report {
@@ -63,11 +64,6 @@ struct Originals {
     std::map<std::string, std::shared_ptr<const ReadChart>> charts;
 };
 
-std::string quote(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
-
 /// Whether a text of the document is what was asked for, as it is or in braces.
 bool isKey(const std::string& text, const std::string& key)
 {
@@ -94,9 +90,9 @@ std::size_t readChartNumber(const std::string& text, std::size_t count)
 
 std::string describe(const FoundChart& chart)
 {
-    auto text = std::to_string(chart.number) + " " + quote(chart.name);
-    if (!chart.title.empty()) text += ", title " + quote(chart.title);
-    if (!chart.altText.empty()) text += ", alternative text " + quote(chart.altText);
+    auto text = std::to_string(chart.number) + " " + quoteText(chart.name);
+    if (!chart.title.empty()) text += ", title " + quoteText(chart.title);
+    if (!chart.altText.empty()) text += ", alternative text " + quoteText(chart.altText);
     return text;
 }
 
@@ -201,9 +197,9 @@ std::size_t Template::Content::find(const std::string& key) const
 void Template::Content::failToFind(const std::string& key, std::size_t count) const
 {
     if (getDrawings().empty())
-        throw std::runtime_error("There is no chart " + quote(key) + ": the document has none.");
-    auto sentence = count == 0 ? "There is no chart " + quote(key)
-                               : "There are " + std::to_string(count) + " charts " + quote(key);
+        throw std::runtime_error("There is no chart " + quoteText(key) + ": the document has none.");
+    auto sentence = count == 0 ? "There is no chart " + quoteText(key)
+                               : "There are " + std::to_string(count) + " charts " + quoteText(key);
     for (std::size_t i = 0; i < getDrawings().size(); ++i)
         sentence += (i == 0 ? "; the document has " : "; ") + describe(describeChart(i));
     throw std::runtime_error(sentence + ".");

@@ -5,6 +5,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "report/finish/Waterfall.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -97,8 +98,8 @@ std::string ChartPart::describe(const SeriesPart& part)
 
 std::string ChartPart::describe(std::size_t index, const chart::DataSeries& series)
 {
-    return "series " + std::to_string(index + 1) + " (\"" + toUtf8(escapeCharacters(series.getName())) +
-           "\")";
+    return "series " + std::to_string(index + 1) + " (" +
+           quoteText(toUtf8(escapeCharacters(series.getName()))) + ")";
 }
 
 void ChartPart::warn(const std::string& place, const std::string& sentence)
@@ -115,8 +116,8 @@ void ChartPart::warn(const Place& place, const std::string& sentence)
 void ChartPart::warnNoColor(const Place& place, const std::u16string& text)
 {
     if (context.listener.warning)
-        warn(place, "\"" + toUtf8(escapeCharacters(text)) +
-                        "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
+        warn(place, quoteText(toUtf8(escapeCharacters(text))) +
+                        " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
                         "255. The default is used.");
 }
 

@@ -6,6 +6,7 @@
 #include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
 #include "report/options/ColorText.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -122,7 +123,8 @@ Targets findTargets(const ChartContext& context)
 [[noreturn]] void refuseName(const std::string& name, const Targets& targets)
 {
     const auto list = listNames(targets.names);
-    throw ChartError("", std::string("series-colors: there is no ") + targets.one + " \"" + name + "\"; " +
+    throw ChartError("", std::string("series-colors: there is no ") + targets.one + " " + quoteText(name) +
+                             "; " +
                              (list.empty() ? std::string("there are no ") + targets.many
                                            : std::string("the ") + targets.many + " are" + list) +
                              ".");

@@ -7,6 +7,7 @@
 #include "report/finish/Shapes.h"
 #include "report/options/ChartError.h"
 #include "report/options/Length.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -49,7 +50,7 @@ std::optional<double> readShare(const Extent& extent, const char* name, const st
         refuse(name, error.what());
     }
     if (!(share >= 0 && share <= 1))
-        refuse(name, "expected a length inside " + describeChart(extent) + ", got \"" + utf8 + "\".");
+        refuse(name, "expected a length inside " + describeChart(extent) + ", got " + quoteText(utf8) + ".");
     return share;
 }
 
@@ -68,8 +69,8 @@ Span readSpan(const Extent& extent)
     // Lengths in centimetres may add up to a little more than the whole.
     constexpr double whole = 1 + 1e-9;
     if (span.start && span.size && *span.start + *span.size > whole)
-        refuse(extent.sizeName, "\"" + toUtf8(extent.size) + "\" from \"" + toUtf8(extent.start) +
-                                    "\" on ends outside " + describeChart(extent) + ".");
+        refuse(extent.sizeName, quoteText(toUtf8(extent.size)) + " from " + quoteText(toUtf8(extent.start)) +
+                                    " on ends outside " + describeChart(extent) + ".");
     return span;
 }
 

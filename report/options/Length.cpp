@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "report/options/QuotedText.h"
+
 namespace quillon::report {
 namespace {
 
@@ -20,7 +22,7 @@ constexpr std::array units = {Unit{"cm", emuPerInch / 2.54}, Unit{"mm", emuPerIn
 
 [[noreturn]] void refuse(std::string_view text, const char* expected)
 {
-    throw std::runtime_error("expected " + std::string(expected) + ", got \"" + std::string(text) + "\".");
+    throw std::runtime_error("expected " + std::string(expected) + ", got " + quoteText(text) + ".");
 }
 
 }  // namespace

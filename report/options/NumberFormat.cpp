@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "report/options/QuotedText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -16,7 +17,7 @@ constexpr int maximumParts = 4;
 
 [[noreturn]] void refuse(const std::string& format, const std::string& sentence)
 {
-    throw std::runtime_error("\"" + format + "\" is no number format; " + sentence);
+    throw std::runtime_error(quoteText(format) + " is no number format; " + sentence);
 }
 
 /// Walks through a format, past what stands for itself.

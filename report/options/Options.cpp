@@ -178,8 +178,8 @@ void checkFormat(const OptionValue& value)
 void requireColor(const std::string& text)
 {
     if (!findColorDigits(toUtf16(text)))
-        throw std::runtime_error("\"" + text +
-                                 "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with "
+        throw std::runtime_error(quoteText(text) +
+                                 " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with "
                                  "numbers up to 255.");
 }
 
@@ -524,7 +524,7 @@ double readNumber(const Option& option, const std::string& text, const std::stri
     const auto* last = text.data() + text.size();
     const auto [end, error] = std::from_chars(text.data(), last, number);
     if (error != std::errc() || end != last)
-        refuse(name, "expected " + describeNumber(option) + ", got \"" + text + "\".");
+        refuse(name, "expected " + describeNumber(option) + ", got " + quoteText(text) + ".");
     return number;
 }
 
@@ -534,7 +534,7 @@ TextPairs readPairs(const std::string& text, const std::string& name)
     for (const auto& item : splitList(text)) {
         const auto equals = item.rfind('=');
         if (equals == std::string::npos)
-            refuse(name, "expected pairs, as in North=red, got \"" + item + "\".");
+            refuse(name, "expected pairs, as in North=red, got " + quoteText(item) + ".");
         pairs.emplace_back(item.substr(0, equals), item.substr(equals + 1));
     }
     return pairs;

@@ -125,7 +125,9 @@ std::size_t skipMarkup(std::string& text, std::string_view raw, std::size_t at)
         text += raw.substr(at + cdata.size(), end - at - cdata.size());
         return end + 3;
     }
-    if (rest.starts_with("<!--")) return raw.find("-->", at) + 3;
+    // A comment may begin with what would end it: "<!--->" goes on.
+    constexpr std::string_view comment = "<!--";
+    if (rest.starts_with(comment)) return raw.find("-->", at + comment.size()) + 3;
     if (rest.starts_with("<?")) return raw.find("?>", at) + 2;
     for (char quote = 0; at < raw.size(); ++at) {
         if (quote != 0) {
@@ -396,10 +398,13 @@ void XmlSpans::decode(std::string_view bytes)
         const auto second = static_cast<unsigned char>(bytes[at + 1]);
         units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
     }
+    const auto refuse = [this] { throw std::runtime_error(part_ + ": it is no well-formed UTF-16."); };
+    // Half a character at the end would be lost.
+    if (bytes.size() % 2 != 0) refuse();
     try {
         converted_ = toUtf8(units);
     } catch (const std::runtime_error&) {
-        throw std::runtime_error(part_ + ": it is no well-formed UTF-16.");
+        refuse();
     }
     text_ = converted_;
 }

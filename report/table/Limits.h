@@ -15,6 +15,8 @@ constexpr std::size_t series = 16'383;
 constexpr std::size_t points = 2'000'000;
 /// Cells in a row of a table.
 constexpr std::size_t columns = 16'384;
+/// Rows of a worksheet in programs that take the most.
+constexpr std::int32_t sheetRows = 16'777'216;
 /// Characters of a cell of a worksheet.
 constexpr std::size_t textLength = 32'767;
 /// Cells of a source that is held in memory as a whole: a workbook, JSON, or the rows of a query.

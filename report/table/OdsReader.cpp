@@ -21,6 +21,12 @@ std::int32_t readCount(const Attributes& attributes, const char* name)
     return std::clamp(count, 1, 1'048'576);
 }
 
+/// A place behind others; beyond the limits of sheets all places are one.
+std::int32_t advance(std::int32_t place, std::int32_t count)
+{
+    return std::min(place + count, limits::sheetRows);
+}
+
 /// The names of all sheets, and the cells of one.
 class SheetListener : public XmlListener {
  public:
@@ -52,7 +58,11 @@ class SheetListener : public XmlListener {
 
     void addText(std::string_view text) override
     {
-        if (isInParagraph_ && remarks_ == 0) text_ += text;
+        if (!isInParagraph_ || remarks_ > 0) return;
+        // Blanks are written as their number, so that a small file can say a large text.
+        if (text_.size() + text.size() > limits::wholeFile)
+            fail("a text is larger than {} MB, the most", limits::wholeFile >> 20U);
+        text_ += text;
     }
 
     std::vector<std::string> names;
@@ -92,7 +102,7 @@ class SheetListener : public XmlListener {
     void endCell()
     {
         SheetCell cell{0, column_};
-        column_ += cellRepeats_;
+        column_ = advance(column_, cellRepeats_);
         if (type_.empty() && text_.empty()) return;
         if (!readNumber(cell) && !readDay(cell)) cell.text = sheet_.addText(text_);
         for (std::int32_t i = 0; i < cellRepeats_; ++i, ++cell.column) {
@@ -130,7 +140,7 @@ class SheetListener : public XmlListener {
                 cell.row = row_ + i;
                 sheet_.add(cell);
             }
-        row_ += rowRepeats_;
+        row_ = advance(row_, rowRepeats_);
     }
 
     Sheet& sheet_;

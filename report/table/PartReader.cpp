@@ -25,6 +25,12 @@ std::string toText(const XMLCh* text)
     return toUtf8(text);
 }
 
+/// What Xerces says of a part, which may name bytes and texts of it.
+std::string describe(const XMLCh* message)
+{
+    return quoteText(toText(message), 200);
+}
+
 /// Hands on what Xerces reads. A document type is refused: no workbook has one, and its entities can grow
 /// beyond bounds.
 class Adapter : public xercesc::DefaultHandler {
@@ -53,7 +59,7 @@ class Adapter : public xercesc::DefaultHandler {
     }
     void fatalError(const xercesc::SAXParseException& error) override
     {
-        fail("line {}: {}", error.getLineNumber(), toText(error.getMessage()));
+        fail("line {}: {}", error.getLineNumber(), describe(error.getMessage()));
     }
 
  private:
@@ -125,7 +131,7 @@ void readXml(const std::string& bytes, XmlListener& listener)
     } catch (const xercesc::OutOfMemoryException&) {
         throw std::bad_alloc();
     } catch (const xercesc::XMLException& error) {
-        fail("{}", toText(error.getMessage()));
+        fail("{}", describe(error.getMessage()));
     }
 }
 

@@ -57,6 +57,7 @@ void Sheet::add(const SheetCell& cell)
     if (cells_.size() >= limits::storedCells) fail("it has more than {} cells", limits::storedCells);
     if (cell.column >= static_cast<std::int32_t>(limits::columns))
         fail("it has more than {} columns", limits::columns);
+    if (cell.row >= limits::sheetRows) fail("it has more than {} rows", limits::sheetRows);
     cells_.push_back(cell);
 }
 

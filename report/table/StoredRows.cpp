@@ -13,7 +13,8 @@ std::string_view StoredRows::keepText(std::string_view text, std::size_t line, s
     if (text.empty()) return {};
     const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\0'; };
     if (!std::all_of(text.begin(), text.end(), isPlain)) requireText(text, line, column);
-    return texts_.emplace_back(text);
+    const auto kept = texts_.find(text);
+    return kept != texts_.end() ? *kept : *texts_.emplace(text).first;
 }
 
 void StoredRows::requireText(std::string_view text, std::size_t line, std::size_t column) const

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <deque>
+#include <functional>
 #include <set>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "report/table/Rows.h"
@@ -32,13 +34,19 @@ class StoredRows : public RowSource {
         std::size_t count;
     };
 
+    /// For views of texts, too.
+    struct TextHash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+
     std::string_view keepText(std::string_view text, std::size_t line, std::size_t column);
     void requireText(std::string_view text, std::size_t line, std::size_t column) const;
 
     std::size_t skip_;
     std::vector<StoredRow> rows_;
     std::vector<Cell> cells_;
-    std::deque<std::string> texts_;
+    /// Each once: a workbook's cells share their texts, and a small file can name a long one often.
+    std::unordered_set<std::string, TextHash, std::equal_to<>> texts_;
     std::set<std::string, std::less<>> formats_;
 };
 

@@ -202,7 +202,9 @@ class SheetListener : public XmlListener {
     void startRow(const Attributes& attributes)
     {
         const auto number = getAttribute(attributes, "r");
-        cell_.row = number.empty() ? cell_.row + 1 : readInteger(number) - 1;
+        // A number beyond the limits stays there, whatever stands behind it.
+        cell_.row =
+            number.empty() ? cell_.row + 1 : std::clamp(readInteger(number), 0, limits::sheetRows + 1) - 1;
         cell_.column = -1;
     }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <ctime>
 #include <filesystem>
 #include <regex>
 #include <stdexcept>
@@ -237,6 +238,50 @@ TEST(Document, ReportsTextsThatAreNoColour)
               std::pair(warnings, std::vector<std::string>{"00FF00", "0080FF", "FFFFFF"}));
     EXPECT_EQ(write(makePie(1, {1, 2})),
               std::pair(warnings, std::vector<std::string>{"00FF00", "00FF00", "0080FF", "FFFFFF"}));
+}
+
+std::string warnOf(const std::shared_ptr<chart::Chart>& chart)
+{
+    std::string sentences;
+    writeChart(chart, {}, [&](const auto& text) { sentences += text + "\n"; });
+    return sentences;
+}
+
+/// Names come from tables, and sentences go to terminals.
+TEST(Document, SentencesAreForTerminals)
+{
+    const auto chart = makeColumns(1, {1});
+    const auto series = chart->getDataSet()->getSeries(0);
+    series->setName(
+        u"\x9B"
+        u"1m\u202E\n" +
+        std::u16string(30'000, u'n'));
+    series->setFormat(DataSeriesShapeFormat::create(u"#00ff00", std::u16string(100'000, u'c')));
+    EXPECT_EQ(warnOf(chart),
+              R"(chart 1, series 1 ("\x9B1m\u202E\n)" + std::string(35, 'n') +
+                  R"(..." (30,005 characters)), border: ")" + std::string(40, 'c') +
+                  R"(..." (100,000 characters) is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) )"
+                  "with numbers up to 255. The default is used.\n");
+    series->getPoint(0)->setValue(INFINITY);
+    EXPECT_LT(thrownText([&] { writeChart(chart); }).size(), 300U);
+    EXPECT_LT(thrownText([&] { writeChart(chart, {.width = std::string(100'000, 'w')}); }).size(), 300U);
+}
+
+/// Where something is described costs time only when there is something to say of it.
+TEST(Document, LongNamesCostNothingWhereAllIsWell)
+{
+    const auto measure = [](std::size_t nameLength) {
+        const auto pie = makePie(1, std::vector<double>(4'000, 1));
+        const auto series = pie->getDataSet()->getSeries(0);
+        series->setName(std::u16string(nameLength, u'n'));
+        for (const auto& point : series->getPoints())
+            point->setFormat(DataPointShapeFormat::create(u"red", u"#00ff00"));
+        const auto start = std::clock();
+        warnOf(pie);
+        return std::clock() - start;
+    };
+    const auto usual = measure(5);
+    EXPECT_LT(measure(30'000), 2 * usual);
 }
 
 TEST(Document, RefusesWhatNoDocumentHolds)

@@ -326,6 +326,27 @@ TEST(Fill, RefusesWhatTheChartCannotShow)
     }
 }
 
+TEST(Fill, RefusesTextsThatNoPartHolds)
+{
+    auto document = makeTemplate(
+        {makeChartPart(makeGroup("barChart", columnSettings, {{0, "A", {"1"}}}, "12") + textAxes)});
+    const auto before = document.toBytes();
+    auto data = makeData({"x"}, {{"A", {2}}});
+    const auto refuse = [&](const FillOptions& options) {
+        return thrownText([&] { document.fill("1", data, options); });
+    };
+    const std::string control =
+        ": character 1 (U+0001) cannot stand in a document; only tab and line break of the "
+        "control characters can.";
+    EXPECT_EQ(refuse({.title = "\x01"}), "title" + control);
+    EXPECT_EQ(refuse({.numberFormat = "\x01"}), "number format" + control);
+    data.series = {{}, {.numberFormat = "\x01"}};
+    EXPECT_EQ(refuse({}), "number format of series 2" + control);
+    data.categoryFormat = "0\xC3";
+    EXPECT_NE(refuse({}).find("number format of the categories"), std::string::npos);
+    EXPECT_EQ(document.toBytes(), before);
+}
+
 TEST(Fill, TakesATitleAndANumberFormat)
 {
     const std::string title =

@@ -13,7 +13,7 @@ constexpr auto chartPart =
     "<?xml version='1.0'?><c:a xmlns:c='http://schemas.openxmlformats.org/drawingml/2006/chart' "
     "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"
     "<c:b val='x>&amp;&#x41;' r:id = \"rId1\" /><!-- <c:b/> --><c:numCache f='1'><c:pt idx='0'/></c:numCache>"
-    "one &lt;<![CDATA[<two>]]><c:d>\r\nthree</c:d></c:a>";
+    "one <!--->no-->&lt;<![CDATA[<two>]]><c:d>\r\nthree</c:d></c:a>";
 
 TEST(XmlSpans, ReadsNamesAttributesAndTextWhereTheyStand)
 {
@@ -111,6 +111,8 @@ TEST(XmlSpans, RefusesWhatIsUnsafeOrBroken)
         {"<a>", "p.xml, line 1: it is no well-formed XML (no element found)."},
         {"<a b:c='1'/>", "p.xml, line 1: it is no well-formed XML (unbound prefix)."},
         {"<a>\xFF</a>", "p.xml, line 1: it is no well-formed XML (not well-formed (invalid token))."},
+        {widen(u"\uFEFF<a/>", false) + "\xFF", "p.xml: it is no well-formed UTF-16."},
+        {widen(u"<a>\xD800</a>", true), "p.xml: it is no well-formed UTF-16."},
     };
     for (const auto& [bytes, sentence] : refused)
         EXPECT_EQ(thrownText([&b = bytes] { const XmlSpans xml(b, "p.xml"); }), sentence);

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +17,7 @@
 #include "report/table/DateText.h"
 #include "report/table/InputFile.h"
 #include "tests/ThrownText.h"
+#include "tests/report/package/RawZip.h"
 #include "tests/report/table/TableReading.h"
 
 namespace quillon::report {
@@ -191,6 +193,82 @@ TEST(Table, DamagedFilesAreRefusedWithASentence)
                 << name << " " << at;
         }
     }
+}
+
+std::string writeOds(const std::string& rows)
+{
+    return writeTable(RawZip({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"},
+                              {"content.xml", "<x><table name='T'>" + rows + "</table></x>"}})
+                          .getBytes(),
+                      ".ods");
+}
+
+std::string writeXlsx(const std::string& rows, const std::string& sharedText)
+{
+    return writeTable(
+        RawZip({{"[Content_Types].xml", "<Types/>"},
+                {"_rels/.rels", "<r><Relationship Id='1' Type='/officeDocument' Target='book.xml'/></r>"},
+                {"book.xml", "<workbook><sheet name='S' id='s'/></workbook>"},
+                {"_rels/book.xml.rels",
+                 "<r><Relationship Id='s' Type='/worksheet' Target='sheet.xml'/>"
+                 "<Relationship Id='t' Type='/sharedStrings' Target='texts.xml'/></r>"},
+                {"texts.xml", "<sst><si><t>" + sharedText + "</t></si></sst>"},
+                {"sheet.xml", "<sheet>" + rows + "</sheet>"}})
+            .getBytes(),
+        ".xlsx");
+}
+
+std::string repeat(std::size_t count, const std::string& text)
+{
+    std::string repeated;
+    for (std::size_t i = 0; i < count; ++i) repeated += text;
+    return repeated;
+}
+
+TEST(Table, WorkbooksSayLargeNumbersInFewBytes)
+{
+    const std::string emptyRows = "<table-row number-rows-repeated='1048576'/>";
+    const std::string emptyCells = "<table-cell number-columns-repeated='1048576'/>";
+    const std::string cell = "<table-cell value-type='string'><p>A</p></table-cell>";
+    const auto text = repeat(300, "<s c='1048576'/>");
+    const std::pair<std::string, std::string> refused[] = {
+        {writeOds(repeat(3000, emptyRows) + "<table-row>" + cell + "</table-row>"),
+         "it has more than 16777216 rows"},
+        {writeOds("<table-row>" + repeat(3000, emptyCells) + cell + "</table-row>"),
+         "it has more than 16384 columns"},
+        {writeOds("<table-row><table-cell><p>" + text + "</p></table-cell></table-row>"),
+         "a text is larger than 256 MB, the most"},
+        {writeXlsx("<row r='2147483647'><c t='s'><v>0</v></c></row>", "A"), "it has more than 16777216 rows"},
+        {writeXlsx("<row r='2147483647'/><row/><row><c t='s'><v>0</v></c></row>", "A"),
+         "it has more than 16777216 rows"},
+    };
+    for (const auto& [path, sentence] : refused)
+        EXPECT_NE(refuse(path).find(": the workbook cannot be read: " + sentence), std::string::npos)
+            << refuse(path);
+
+    const auto rows =
+        "<row r='-2147483648'><c t='s'><v>0</v></c></row><row r='1'><c t='s'><v>0</v></c><c "
+        "t='s'><v>0</v></c></row><row><c><v>1</v></c><c><v>2</v></c></row>";
+    EXPECT_EQ(readTable(writeXlsx(rows, "A"), {}).rowCount, 1U);
+}
+
+std::int64_t getPeakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return std::int64_t{usage.ru_maxrss} * 1024;
+}
+
+TEST(Table, TextsThatCellsShareAreKeptOnce)
+{
+    const std::string longText(30'000, 'x');
+    const auto path = writeXlsx("<row><c t='str'><v>A</v></c><c t='str'><v>B</v></c></row>" +
+                                    repeat(20'000, "<row><c t='s'><v>0</v></c><c><v>1</v></c></row>"),
+                                longText);
+    const auto before = getPeakMemory();
+    const auto table = readTable(path, {});
+    EXPECT_EQ(table.columns[0].texts[19'999], longText);
+    EXPECT_LT(getPeakMemory() - before, 200 << 20);
 }
 
 struct DateCase {
