@@ -3,19 +3,25 @@
 from collections.abc import Mapping
 from typing import Any, Literal
 
-ChartType = Literal["column", "bar", "line", "pie"]
+ChartType = Literal["column", "bar", "line", "pie", "area", "doughnut", "scatter", "bubble", "radar", "stock", "waterfall"]
+Type = Literal["column", "bar", "line", "pie", "area", "doughnut", "scatter", "bubble", "radar", "stock", "waterfall"]
 Legend = Literal["auto", "none", "right", "top", "left", "bottom"]
 Float = Literal["left", "right"]
 Units = Literal["hundreds", "thousands", "millions", "billions"]
 Gridlines = Literal["none", "value", "category", "both"]
 TickLabels = Literal["low", "next", "high", "none"]
+CategoryType = Literal["auto", "text", "date", "number"]
 Label = Literal["value", "percent", "category", "series"]
 LabelPosition = Literal["bestFit", "ctr", "inEnd", "inBase", "outEnd", "t", "b", "l", "r"]
 Stacking = Literal["normal", "percent"]
 Blank = Literal["gap", "zero", "connect"]
+ScatterStyle = Literal["points", "lines", "both"]
+Trendline = Literal["linear", "exponential", "logarithmic", "power", "polynomial", "moving-average"]
+ErrorBars = Literal["fixed", "percent", "deviation", "error"]
 
 #: All options, as Python has them.
 NAMES = (
+    "type",
     "width",
     "height",
     "legend",
@@ -36,6 +42,20 @@ NAMES = (
     "tick_labels",
     "tick_rotation",
     "tick_interval",
+    "category_type",
+    "second",
+    "second_title",
+    "second_format",
+    "second_min",
+    "second_max",
+    "second_step",
+    "second_log",
+    "x_title",
+    "x_format",
+    "x_min",
+    "x_max",
+    "x_step",
+    "x_log",
     "labels",
     "label_position",
     "label_format",
@@ -50,6 +70,29 @@ NAMES = (
     "series_colors",
     "start_angle",
     "explosion",
+    "line",
+    "area",
+    "column",
+    "hole",
+    "filled",
+    "scatter_style",
+    "size_series",
+    "totals",
+    "drop_lines",
+    "high_low_lines",
+    "up_down_bars",
+    "trendline",
+    "trendline_series",
+    "order",
+    "period",
+    "forecast",
+    "backcast",
+    "equation",
+    "r_squared",
+    "error_bars",
+    "error_value",
+    "plus_series",
+    "minus_series",
     "font",
     "font_size",
     "frame",

@@ -132,8 +132,10 @@ void Checker::check(const JsonNode& node, const Form& form, const std::string& l
 void Checker::checkText(const JsonNode& node, const Form& form, const std::string& label)
 {
     if (form.choices.empty() || isFilledIn(node.text)) return;
-    const auto text = form.ignoresCase ? toLower(node.text) : node.text;
-    if (std::find(form.choices.begin(), form.choices.end(), text) != form.choices.end()) return;
+    const auto isMeant = [&](const std::string& choice) {
+        return form.ignoresCase ? toLower(choice) == toLower(node.text) : choice == node.text;
+    };
+    if (std::any_of(form.choices.begin(), form.choices.end(), isMeant)) return;
     add(node.position, fmt::format("{}expected {}, got {}{}", label, enumerate(form.choices),
                                    quoteText(node.text), suggestName(node.text, form.choices)));
 }

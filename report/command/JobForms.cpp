@@ -71,12 +71,9 @@ struct JobForms {
     /// Forms that are made of the tables of options, and live as long as the program.
     const Form* keep(Form form) { return kept_.emplace_back(std::make_unique<Form>(std::move(form))).get(); }
 
-    const Form* makeChoices(const std::string& values, bool ignoresCase = false)
+    const Form* makeChoices(const std::string& values)
     {
-        return keep({.kind = Kind::Text,
-                     .what = "a text",
-                     .choices = splitValues(values),
-                     .ignoresCase = ignoresCase});
+        return keep({.kind = Kind::Text, .what = "a text", .choices = splitValues(values)});
     }
 
     const Form* formOf(const JobOption& option)
@@ -84,8 +81,7 @@ struct JobForms {
         if (std::holds_alternative<bool ChartJob::*>(option.member)) return &flag;
         if (std::holds_alternative<std::size_t ChartJob::*>(option.member)) return &count;
         if (std::holds_alternative<std::vector<std::string> ChartJob::*>(option.member)) return &listOrText;
-        return *option.values == '\0' ? &text
-                                      : makeChoices(option.values, std::string_view(option.name) == "type");
+        return *option.values == '\0' ? &text : makeChoices(option.values);
     }
 
     Form makeForm(const Option& option)
@@ -104,13 +100,14 @@ struct JobForms {
             case OptionForm::Choices:
                 return {.kind = Kind::List,
                         .what = what,
-                        .items = keep({.kind = Kind::Text, .what = "a text", .choices = choices})};
+                        .items = keep(
+                            {.kind = Kind::Text, .what = "a text", .choices = choices, .ignoresCase = true})};
             case OptionForm::Texts:
                 return textList;
             case OptionForm::TextPairs:
                 return texts;
             default:
-                return {.kind = Kind::Text, .what = what, .choices = choices};
+                return {.kind = Kind::Text, .what = what, .choices = choices, .ignoresCase = true};
         }
     }
 

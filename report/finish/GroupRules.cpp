@@ -236,7 +236,7 @@ bool isGroup(const DOMElement* group, std::u16string_view name)
     return group->getTagName() == name;
 }
 
-/// Bars of one stack stand upon each other unless the author moves them apart.
+/// Bars of one stack stand on top of each other unless the author moves them apart.
 void placeBars(ChartPart& part)
 {
     const auto& options = part.context.options;

@@ -107,9 +107,15 @@ double findStepUnit(const ChartPart& part, const Scale& scale)
                                   : 1;
     }
     const double span = findSpan(part, scale);
+    if (span == 0) return 0.1;
     if (!(span > 0) || !std::isfinite(span)) return 1;
     const double power = std::pow(10, std::floor(std::log10(span)));
     return span / power < 5 ? power / 10 : power;
+}
+
+int countStepDecimals(const ChartPart& part, const Scale& scale)
+{
+    return countDecimals(findStepUnit(part, scale) / getUnit(scale.units));
 }
 
 std::string chooseShareFormat(const ChartOptions& options)
@@ -143,7 +149,7 @@ std::string chooseAxisFormat(const ChartPart& part, const Scale& scale)
         if (const auto& own = part.getDetails(series).numberFormat;
             standsOn(part, series, scale.kind) && !own.empty())
             return own;
-    const int stepDecimals = countDecimals(findStepUnit(part, scale) / getUnit(scale.units));
+    const int stepDecimals = countStepDecimals(part, scale);
     if (stepDecimals > maximumDecimals) return "General";
     return makeNumberFormat(std::max(countValueDecimals(part, scale), stepDecimals));
 }
@@ -175,7 +181,11 @@ std::string choosePlainLabelFormat(const ChartPart& part, const SeriesPart& seri
     if (isShare) return percentFormat;
     const auto& own = part.getDetails(series).numberFormat;
     const auto kind = standsOn(part, series, ScaleKind::Second) ? ScaleKind::Second : ScaleKind::Value;
-    return own.empty() ? makeNumberFormat(countValueDecimals(part, getScale(part, kind))) : own;
+    if (!own.empty()) return own;
+    const auto scale = getScale(part, kind);
+    // Where two decimals cannot tell the gridlines apart, they cannot tell the values apart either.
+    if (countStepDecimals(part, scale) > maximumDecimals) return "General";
+    return makeNumberFormat(countValueDecimals(part, scale));
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ enum class LabelPosition : std::uint8_t {
     Right
 };
 
-/// How the bars, lines or areas of several series stand upon each other.
+/// How the bars, lines or areas of several series stand on top of each other.
 enum class Stacking : std::uint8_t { Normal, Percent };
 
 /// How a missing value is drawn.
@@ -147,7 +147,7 @@ struct ChartOptions {
 
     /// Between the bars of two categories, percent of a bar's width, 0 to 500. Default: 219.
     std::optional<std::uint32_t> gap = {};
-    /// Of the bars of one category, percent of a bar's width, -100 (apart) to 100 (upon each other).
+    /// Of the bars of one category, percent of a bar's width, -100 (apart) to 100 (on top of each other).
     /// Default: 0, or 100 for stacked bars.
     std::optional<std::int32_t> overlap = {};
     /// Default: the series stand side by side.

@@ -80,7 +80,7 @@ inline constexpr std::array labelPositionRows = {
     EnumRow<LabelPosition>{LabelPosition::Center, "ctr", u"ctr", "in the middle"},
     EnumRow<LabelPosition>{LabelPosition::InsideEnd, "inEnd", u"inEnd", "inside, at the end"},
     EnumRow<LabelPosition>{LabelPosition::InsideBase, "inBase", u"inBase", "inside, at the base"},
-    EnumRow<LabelPosition>{LabelPosition::OutsideEnd, "outEnd", u"outEnd", "outside, behind the end"},
+    EnumRow<LabelPosition>{LabelPosition::OutsideEnd, "outEnd", u"outEnd", "outside, past the end"},
     EnumRow<LabelPosition>{LabelPosition::Top, "t", u"t", "above the point"},
     EnumRow<LabelPosition>{LabelPosition::Bottom, "b", u"b", "below the point"},
     EnumRow<LabelPosition>{LabelPosition::Left, "l", u"l", "left of the point"},
@@ -88,7 +88,7 @@ inline constexpr std::array labelPositionRows = {
 };
 
 inline constexpr std::array stackingRows = {
-    EnumRow<Stacking>{Stacking::Normal, "normal", u"stacked", "values upon each other"},
+    EnumRow<Stacking>{Stacking::Normal, "normal", u"stacked", "values on top of each other"},
     EnumRow<Stacking>{Stacking::Percent, "percent", u"percentStacked", "shares of the category's sum"},
 };
 

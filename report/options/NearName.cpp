@@ -42,11 +42,15 @@ std::string findNearName(std::string_view typed, const std::vector<std::string>&
     if (typed.size() > longestCompared) return {};
     const auto wanted = toLower(typed);
     std::string nearest;
+    const auto goesOn = [&wanted](const std::string& name) { return toLower(name).starts_with(wanted); };
     auto fewest = std::max<std::size_t>(wanted.size() / 3, 1) + 1;
     for (const auto& name : names) {
         if (name.size() > longestCompared) continue;
         const auto distance = measureDistance(wanted, toLower(name));
-        if (distance >= std::min(fewest, std::max(wanted.size(), name.size()))) continue;
+        if (distance >= std::max(wanted.size(), name.size())) continue;
+        // Of names as near as each other, the one that goes on as it was typed.
+        const bool isBetter = distance == fewest && !nearest.empty() && goesOn(name) && !goesOn(nearest);
+        if (distance >= fewest && !isBetter) continue;
         fewest = distance;
         nearest = name;
     }

@@ -129,7 +129,7 @@ class Content(unittest.TestCase):
         self.assertIn("<c:v>2</c:v>", read_part(document.to_bytes(), "word/charts/chart1.xml"))
 
     def test_the_hurried_make_a_document_and_a_chart_in_one_call(self):
-        data = quillon.report.chart({"North": [1, 2.5]}, "line", "Revenue", heading="Sales", value_title="EUR").to_bytes()
+        data = quillon.report.chart({"North": [1, 2.5]}, "Revenue", type="line", heading="Sales", value_title="EUR").to_bytes()
         part = read_part(data, "word/charts/chart1.xml")
         for text in ["<c:lineChart>", "Revenue", "EUR", "<c:v>2.5</c:v>"]:
             self.assertIn(text, part)
@@ -247,7 +247,7 @@ class Refusals(unittest.TestCase):
             (add_with(document, width=15), (chart,), TypeError, "width: expected str, got int"),
             (add_with(document, height="15"), (chart,), ValueError, 'height: expected one of the units'),
             (add_with(document, legend="up"), (chart,), ValueError, 'legend: expected auto, .*, got "up"'),
-            (add_with(document, start_angle=5), (chart,), ValueError, "start-angle is for pie charts"),
+            (add_with(document, start_angle=5), (chart,), ValueError, "start-angle is for pie or doughnut charts"),
             (document.add_paragraph, (3,), TypeError, "text: expected str, Run or a list of them, got int"),
             (document.add_paragraph, (["a", 3],), TypeError, "text: expected str or Run, got int"),
             (document.add_paragraph, ("a", "Titel"), ValueError, "Titel"),

@@ -61,7 +61,7 @@ data = ChartData.from_dataframe({"North": [1, 2]}, category_format="0")
 data.series = [SeriesDetails(number_format="0.0")]
 report.add_chart(ColumnChart(title="A", data=data), data, labels=["value"], gap=5, blank="zero", series_colors={"N": "red"})
 report.add_paragraph(["a", Run("b", bold=True)])
-quillon.report.chart({"North": [1]}, "line", value_title="EUR").save("a.docx")
+quillon.report.chart({"North": [1]}, type="line", value_title="EUR").save("a.docx")
 template = quillon.report.open("a.docx")
 change: int = template.fill("Revenue", {"North": [1]}, match="position").points_after
 template.insert("margin", chart, labels="value")
@@ -73,7 +73,7 @@ STRICT_WRONG = [
     "chart.preview(legend='up')", "add_chart(None, chart, legend='up')", "chart.nothing()", "data.data_set.ad_series('')",
     "data.category_kind = 'dates'", "LineChart().DataSet = data", "report.add_chart(chart, gap='5')",
     "report.add_chart(chart, labels=['values'])", "template.fill('Revenue', data, match='size')", "ColumnChart(titel='A')",
-    "quillon.report.chart(data, 'donut')", "template.insert('a', chart, valuetitle='b')",
+    "quillon.report.chart(data, type='donut')", "template.insert('a', chart, valuetitle='b')",
 ]
 
 

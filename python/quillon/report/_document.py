@@ -6,7 +6,7 @@ import dataclasses
 import os
 from collections.abc import Callable, Iterable, Sequence
 from pathlib import Path
-from typing import Any, Literal, get_args
+from typing import Any, Literal
 
 from quillon import _core, _options
 from quillon import chart as charts
@@ -80,6 +80,7 @@ class Document:
         data: Any = None,
         *,
         # options: begin
+        type: _options.Type | None = None,
         width: str | None = None,
         height: str | None = None,
         legend: _options.Legend | None = None,
@@ -100,6 +101,20 @@ class Document:
         tick_labels: _options.TickLabels | None = None,
         tick_rotation: float | None = None,
         tick_interval: int | None = None,
+        category_type: _options.CategoryType | None = None,
+        second: Sequence[str] | None = None,
+        second_title: str | None = None,
+        second_format: str | None = None,
+        second_min: float | None = None,
+        second_max: float | None = None,
+        second_step: float | None = None,
+        second_log: float | None = None,
+        x_title: str | None = None,
+        x_format: str | None = None,
+        x_min: float | None = None,
+        x_max: float | None = None,
+        x_step: float | None = None,
+        x_log: float | None = None,
         labels: _options.Label | Sequence[_options.Label] | None = None,
         label_position: _options.LabelPosition | None = None,
         label_format: str | None = None,
@@ -114,6 +129,29 @@ class Document:
         series_colors: dict[str, str] | None = None,
         start_angle: int | None = None,
         explosion: int | None = None,
+        line: Sequence[str] | None = None,
+        area: Sequence[str] | None = None,
+        column: Sequence[str] | None = None,
+        hole: int | None = None,
+        filled: bool = False,
+        scatter_style: _options.ScatterStyle | None = None,
+        size_series: Sequence[str] | None = None,
+        totals: Sequence[str] | None = None,
+        drop_lines: bool = False,
+        high_low_lines: bool = False,
+        up_down_bars: bool = False,
+        trendline: _options.Trendline | None = None,
+        trendline_series: Sequence[str] | None = None,
+        order: int | None = None,
+        period: int | None = None,
+        forecast: float | None = None,
+        backcast: float | None = None,
+        equation: bool = False,
+        r_squared: bool = False,
+        error_bars: _options.ErrorBars | None = None,
+        error_value: float | None = None,
+        plus_series: Sequence[str] | None = None,
+        minus_series: Sequence[str] | None = None,
         font: str | None = None,
         font_size: float | None = None,
         frame: bool = False,
@@ -237,11 +275,11 @@ class Document:
 
 def chart(
     data: Any,
-    type: _options.ChartType = "column",
     title: str = "",
     *,
     heading: str = "",
     # options: begin
+    type: _options.Type | None = None,
     width: str | None = None,
     height: str | None = None,
     legend: _options.Legend | None = None,
@@ -262,6 +300,20 @@ def chart(
     tick_labels: _options.TickLabels | None = None,
     tick_rotation: float | None = None,
     tick_interval: int | None = None,
+    category_type: _options.CategoryType | None = None,
+    second: Sequence[str] | None = None,
+    second_title: str | None = None,
+    second_format: str | None = None,
+    second_min: float | None = None,
+    second_max: float | None = None,
+    second_step: float | None = None,
+    second_log: float | None = None,
+    x_title: str | None = None,
+    x_format: str | None = None,
+    x_min: float | None = None,
+    x_max: float | None = None,
+    x_step: float | None = None,
+    x_log: float | None = None,
     labels: _options.Label | Sequence[_options.Label] | None = None,
     label_position: _options.LabelPosition | None = None,
     label_format: str | None = None,
@@ -276,22 +328,43 @@ def chart(
     series_colors: dict[str, str] | None = None,
     start_angle: int | None = None,
     explosion: int | None = None,
+    line: Sequence[str] | None = None,
+    area: Sequence[str] | None = None,
+    column: Sequence[str] | None = None,
+    hole: int | None = None,
+    filled: bool = False,
+    scatter_style: _options.ScatterStyle | None = None,
+    size_series: Sequence[str] | None = None,
+    totals: Sequence[str] | None = None,
+    drop_lines: bool = False,
+    high_low_lines: bool = False,
+    up_down_bars: bool = False,
+    trendline: _options.Trendline | None = None,
+    trendline_series: Sequence[str] | None = None,
+    order: int | None = None,
+    period: int | None = None,
+    forecast: float | None = None,
+    backcast: float | None = None,
+    equation: bool = False,
+    r_squared: bool = False,
+    error_bars: _options.ErrorBars | None = None,
+    error_value: float | None = None,
+    plus_series: Sequence[str] | None = None,
+    minus_series: Sequence[str] | None = None,
     font: str | None = None,
     font_size: float | None = None,
     frame: bool = False,
     data_table: bool = False,
     # options: end
 ) -> Document:
-    """A document with one chart, in one call: quillon.report.chart(frame, "line", "Revenue").save("revenue.docx").
+    """A document with one chart, in one call: quillon.report.chart(frame, "Revenue", type="line").save("revenue.docx").
 
     data: a data frame or series, a dictionary of lists, an array, chart data, or a data set.
 
     The options are those of docs/options.md.
     """
     options = _options.given(locals())
-    if type not in get_args(_options.ChartType):
-        raise ValueError(f"type: expected {', '.join(get_args(_options.ChartType))}, got {type!r}.")
-    made = getattr(charts, f"{type.capitalize()}Chart")()
+    made = charts.ColumnChart()
     if title:
         made.ChartTitle = charts.Title(title)
     document = Document()

@@ -334,18 +334,18 @@ TEST(NumberFormats, FollowTheValues)
         {{{1, 2, 3}}, {{"value-step", "1"}}, "#,##0", "#,##0"},
         {{{10, 20}}, {{"value-step", "0.25"}}, "#,##0.00", "#,##0"},
         {{{0.5, 100}}, {{"log", "10"}}, "#,##0.0", "#,##0.0"},
-        {{{0.05, 0.1}}, {{"log", "2"}}, "General", "#,##0.00"},
+        {{{0.05, 0.1}}, {{"log", "2"}}, "General", "General"},
         // Two decimals do not tell the gridlines apart.
-        {{{0.001, 0.004}}, {}, "General", "#,##0.00"},
+        {{{0.001, 0.004}}, {}, "General", "General"},
         {{{1500, 9000}}, {{"units", "thousands"}}, "#,##0.0", "#,##0.0"},
         {{{1500, 9000}}, {{"units", "hundreds"}}, "#,##0", "#,##0"},
         {{{1, 2}}, {{"stacking", "percent"}}, "0%", "#,##0"},
         {{{1, 2}}, {{"stacking", "percent"}, {"number-format", "0.0%"}}, "0.0%", "0.0%"},
         {{{1, 2}}, {{"stacking", "percent"}, {"number-format", "0.0"}}, "0%", "0.0"},
         {{{1, 2}}, {{"number-format", "0.0"}, {"label-format", "0"}}, "0.0", "0"},
-        {{{0, 0}}, {}, "#,##0", "#,##0"},
-        {{{gap}}, {}, "#,##0", "#,##0"},
-        {{}, {}, "#,##0", ""},
+        {{{0, 0}}, {}, "#,##0.0", "#,##0"},
+        {{{gap}}, {}, "#,##0.0", "#,##0"},
+        {{}, {}, "#,##0.0", ""},
     };
     for (const auto& [values, texts, axis, labels] : cases) {
         auto options = makeOptions(texts);
