@@ -50,7 +50,8 @@ class Input {
     /// Up to `longest` bytes; the first says how many.
     std::string takeBytes(std::uint8_t longest = 40)
     {
-        const auto size = std::min<std::size_t>(takeNumber(0, longest), rest_.size());
+        const std::size_t wanted = takeNumber(0, longest);
+        const auto size = std::min(wanted, rest_.size());
         std::string bytes(rest_.substr(0, size));
         rest_.remove_prefix(size);
         return bytes;

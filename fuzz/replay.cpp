@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -30,8 +30,7 @@ void replay(const Path& path)
     if (!file) throw std::runtime_error("Cannot read " + path.string() + ".");
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     // The last line before a crash.
-    std::printf("%s\n", path.c_str());
-    std::fflush(stdout);
+    std::cout << path.string() << std::endl;
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
@@ -45,6 +44,6 @@ int main(int argumentCount, char** arguments)
             replay(file);
             ++count;
         }
-    std::printf("%zu inputs\n", count);
+    std::cout << count << " inputs\n";
     return count > 0 ? 0 : 1;
 }
