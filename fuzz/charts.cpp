@@ -20,8 +20,8 @@ namespace {
 struct PlacedChart {
     std::shared_ptr<chart::Chart> chart;
     bool hasWorkbook;
-    /// Whether the categories are texts of one level, as in the data set.
-    bool hasPlainCategories;
+    /// Whether it is drawn as its class says, with the texts and numbers of the data set alone.
+    bool isPlain;
 };
 
 std::size_t readCount(const XmlTree& cache)
@@ -86,8 +86,7 @@ void checkChart(const XmlTree& part, const PlacedChart& placed)
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const auto series = dataSet.getSeries(i);
         checkTexts(elements[i]->get({"tx", "strRef", "strCache"}), {series->getName()});
-        if (placed.hasPlainCategories)
-            checkTexts(elements[i]->get({"cat", "strRef", "strCache"}), dataSet.getCategories());
+        checkTexts(elements[i]->get({"cat", "strRef", "strCache"}), dataSet.getCategories());
         checkNumbers(elements[i]->get({"val", "numRef", "numCache"}), *series);
     }
     checkColors(part);
@@ -172,7 +171,12 @@ void addChart(Input& input, report::Document& document, std::vector<PlacedChart>
         const auto options = makeOptions(input);
         const auto data = makeData(input, chart->getDataSet());
         document.addChart(chart, options, data);
-        const bool isPlain = data.categoryValues.empty() && data.levels.empty() && data.series.empty();
+        const bool isDrawnAnew = options.kind || options.categoryType || !options.line.empty() ||
+                                 !options.area.empty() || !options.column.empty() ||
+                                 !options.second.empty() || !options.errorPlus.empty() ||
+                                 !options.errorMinus.empty();
+        const bool isPlain = !isDrawnAnew && data.categoryKind == report::CategoryKind::Automatic &&
+                             data.categoryValues.empty() && data.levels.empty() && data.series.empty();
         placed.push_back({chart, options.workbook, isPlain});
     });
 }
@@ -199,9 +203,10 @@ void checkDocument(const report::Document& document, const std::vector<PlacedCha
     const auto parts = readSoundPackage(bytes);
     for (std::size_t i = 0; i < placed.size(); ++i) {
         const auto number = std::to_string(i + 1);
-        checkChart(readXml("chart", parts.at("word/charts/chart" + number + ".xml")), placed[i]);
-        if (placed[i].hasWorkbook && placed[i].hasPlainCategories)
-            checkWorkbook(findWorkbook(parts, number), *placed[i].chart->getDataSet());
+        const auto part = readXml("chart", parts.at("word/charts/chart" + number + ".xml"));
+        if (!placed[i].isPlain) continue;
+        checkChart(part, placed[i]);
+        if (placed[i].hasWorkbook) checkWorkbook(findWorkbook(parts, number), *placed[i].chart->getDataSet());
     }
     require(document.toBytes() == bytes, "other bytes the second time");
 }

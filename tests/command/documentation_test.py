@@ -55,8 +55,8 @@ class DocumentationTest(CommandTest):
         result = subprocess.run(["man", "--warnings", "-E", "UTF-8", "-l", "page.1"], cwd=self.folder, capture_output=True,
                                 text=True, env=os.environ | {"MANWIDTH": "80"}, check=False)
         self.assertEqual(result.stderr, "")
-        self.assertIn(".B \\-\\-type WORD\n", self.read("page.1").decode())
-        for word in ["--type WORD", "quillon-report fill", "EXIT STATUS"]:
+        self.assertIn(".B \\-\\-type TYPE\n", self.read("page.1").decode())
+        for word in ["--type TYPE", "quillon-report fill", "EXIT STATUS"]:
             self.assertIn(word, result.stdout)
 
     def complete(self, *words):
@@ -82,8 +82,7 @@ class DocumentationTest(CommandTest):
 
     def test_zsh_has_a_line_for_each_option(self):
         script = self.succeed("--completion", "zsh")
-        self.assertIn("'*--type[the type of the chart\\: column, bar, line or pie (default\\: column)]:WORD:"
-                      "(column bar line pie)'", script)
+        self.assertIn(":TYPE:(column bar line pie area doughnut scatter bubble radar stock waterfall)'", script)
         self.assertEqual(script.count("'*--chart["), 2)
         self.assertIn("'*--check[", script)
 

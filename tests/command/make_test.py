@@ -101,7 +101,8 @@ REFUSED_CALLS = [
     (1, ["t.csv", "-o", "./t.csv"], 'Cannot write "./t.csv": the document is made from it.\n'),
     (1, ["t.csv", "--force", "-o", "./t.csv"], 'Cannot write "./t.csv": the document is made from it.\n'),
     (1, ["t.csv", "--type", "colunm", "-o", "out.docx"],
-     'Chart type "colunm": expected column, bar, line or pie; did you mean "column"?\n'),
+     '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "colunm"; '
+     'did you mean "column"?\n'),
     (1, ["t.csv", "-o", "no/out.docx"], 'Cannot write "no/out.docx": No such file or directory.\n'),
     (1, ["t.csv", "-o", "taken"], 'Cannot write "taken": Is a directory.\n'),
 ]

@@ -158,6 +158,55 @@ def read_chart(path):
     return {name: read(trees[part], place, attribute) for name, (part, place, attribute) in PLACES.items()}
 
 
+MORE_TABLE = b"X,North,South,East\n1,1000,200,5\n2,3000,4000,6\n3,3500,4200,7\n4,3600,4300,8\n"
+SECOND = ["--second", "South"]
+SCATTER = ["--type", "scatter", "--columns", "North"]
+TREND = ["--trendline", "linear"]
+BARS = ["--error-bars", "fixed"]
+SECOND_AXIS = ".//c:valAx[2]"
+X_AXIS = ".//c:valAx[1]"
+
+# Options, where they show in the chart part (behind "@" an attribute), and what stands there.
+MORE_OPTIONS = [
+    (["--line", "South"], ".//c:lineChart/c:ser/c:idx@val", ["1"]),
+    (["--type", "line", "--area", "South"], ".//c:areaChart/c:ser/c:idx@val", ["1"]),
+    (["--type", "line", "--column", "East"], ".//c:barChart/c:ser/c:idx@val", ["2"]),
+    (SECOND, ".//c:barChart[2]/c:ser/c:idx@val", ["1"]),
+    ([*SECOND, "--second-title", "EUR"], SECOND_AXIS + "/c:title//a:t", ["EUR"]),
+    ([*SECOND, "--second-format", "0.0"], SECOND_AXIS + "/c:numFmt@formatCode", ["0.0"]),
+    ([*SECOND, "--second-min=-5"], SECOND_AXIS + "/c:scaling/c:min@val", ["-5"]),
+    ([*SECOND, "--second-max", "5000"], SECOND_AXIS + "/c:scaling/c:max@val", ["5000"]),
+    ([*SECOND, "--second-step", "500"], SECOND_AXIS + "/c:majorUnit@val", ["500"]),
+    ([*SECOND, "--second-log", "10"], SECOND_AXIS + "/c:scaling/c:logBase@val", ["10"]),
+    ([*SCATTER, "--x-title", "Year"], X_AXIS + "/c:title//a:t", ["Year"]),
+    ([*SCATTER, "--x-format", "0.0"], X_AXIS + "/c:numFmt@formatCode", ["0.0"]),
+    ([*SCATTER, "--x-min", "1"], X_AXIS + "/c:scaling/c:min@val", ["1"]),
+    ([*SCATTER, "--x-max", "4"], X_AXIS + "/c:scaling/c:max@val", ["4"]),
+    ([*SCATTER, "--x-step", "0.5"], X_AXIS + "/c:majorUnit@val", ["0.5"]),
+    ([*SCATTER, "--x-log", "2"], X_AXIS + "/c:scaling/c:logBase@val", ["2"]),
+    ([*SCATTER, "--scatter-style", "both"], ".//c:scatterStyle@val", ["lineMarker"]),
+    (["--type", "doughnut", "--columns", "North", "--hole", "40"], ".//c:holeSize@val", ["40"]),
+    (["--type", "radar", "--filled"], ".//c:radarStyle@val", ["filled"]),
+    (["--type", "bubble", "--size-series", "East"], ".//c:ser[1]/c:bubbleSize//c:v", ["5", "6", "7", "8"]),
+    (["--type", "waterfall", "--columns", "East", "--totals", "3"], ".//c:grouping@val", ["stacked"]),
+    (["--category-type", "number"], ".//c:ser[1]/c:cat/c:numRef//c:v", ["1", "2", "3", "4"]),
+    (["--type", "line", "--drop-lines"], ".//c:lineChart/c:dropLines", [""]),
+    (["--type", "line", "--high-low-lines"], ".//c:lineChart/c:hiLowLines", [""]),
+    (["--type", "line", "--up-down-bars"], ".//c:lineChart/c:upDownBars", [""]),
+    (TREND, ".//c:trendlineType@val", ["linear"] * 3),
+    ([*TREND, "--trendline-series", "South"], ".//c:ser[2]/c:trendline/c:trendlineType@val", ["linear"]),
+    (["--trendline", "polynomial", "--order", "3"], ".//c:ser[1]/c:trendline/c:order@val", ["3"]),
+    (["--trendline", "moving-average", "--period", "2"], ".//c:ser[1]/c:trendline/c:period@val", ["2"]),
+    ([*TREND, "--forecast", "1.5"], ".//c:ser[1]/c:trendline/c:forward@val", ["1.5"]),
+    ([*TREND, "--backcast", "0.5"], ".//c:ser[1]/c:trendline/c:backward@val", ["0.5"]),
+    ([*TREND, "--equation"], ".//c:ser[1]/c:trendline/c:dispEq@val", ["1"]),
+    ([*TREND, "--r-squared"], ".//c:ser[1]/c:trendline/c:dispRSqr@val", ["1"]),
+    ([*BARS, "--error-value", "3"], ".//c:ser[1]/c:errBars/c:val@val", ["3"]),
+    (["--plus-series", "East"], ".//c:ser[1]/c:errBars/c:plus//c:v", ["5", "6", "7", "8"]),
+    (["--minus-series", "East"], ".//c:ser[1]/c:errBars/c:minus//c:v", ["5", "6", "7", "8"]),
+]
+
+
 class OptionsTest(unittest.TestCase):
     maxDiff = None
 
@@ -167,6 +216,8 @@ class OptionsTest(unittest.TestCase):
         self.folder = folder.name
         with open(os.path.join(self.folder, "t.csv"), "wb") as file:
             file.write(TABLE)
+        with open(os.path.join(self.folder, "m.csv"), "wb") as file:
+            file.write(MORE_TABLE)
 
     def run_command(self, *arguments):
         return subprocess.run([COMMAND, *arguments], cwd=self.folder, capture_output=True, text=True, check=False)
@@ -178,10 +229,23 @@ class OptionsTest(unittest.TestCase):
                 self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""))
                 self.assertEqual(read_chart(os.path.join(self.folder, "out.docx")), COLUMNS | changes)
 
+    def test_each_option_of_other_types_is_written(self):
+        for options, place, expected in MORE_OPTIONS:
+            with self.subTest(options=options):
+                result = self.run_command("m.csv", *options, "-o", "out.docx")
+                self.assertEqual((result.returncode, result.stderr), (0, ""))
+                with zipfile.ZipFile(os.path.join(self.folder, "out.docx")) as package:
+                    chart = ElementTree.fromstring(package.read("word/charts/chart1.xml"))
+                path, _, attribute = place.partition("@")
+                found = [element.get(attribute) if attribute else element.text or ""
+                         for element in chart.iterfind(path, NAMESPACES)]
+                self.assertEqual(found, expected)
+
     def test_no_option_is_forgotten(self):
         page = self.run_command("--options").stdout
         names = {line[len("### `"):-1] for line in page.splitlines() if line.startswith("### ")}
-        tested = {option.lstrip("-").partition("=")[0] for options, _ in OPTIONS for option in options
+        tested = {option.lstrip("-").partition("=")[0] for options in
+                  [*(row[0] for row in OPTIONS), *(row[0] for row in MORE_OPTIONS)] for option in options
                   if option.startswith("--")}
         # Needs dates or numbers as categories.
         self.assertEqual(names - tested, {"category-format"})
@@ -193,7 +257,7 @@ class OptionsTest(unittest.TestCase):
             (["--type", "pie", "--columns", "North", "--gap", "5"],
              "gap is for column, bar or waterfall charts; this is a pie chart."),
             (["--number-format", '0"'], '--number-format: "0"" is no number format; a quote stays open.'),
-            (["--labels", "values"], '--labels: expected value, percent, category or series, got "values".'),
+            (["--labels", "values"], '--labels: expected value, percent, category or series, got "values"; did you mean "value"?'),
             (["--label-position", "t"],
              "label-position: the labels of a column chart stand at ctr, inEnd, inBase or outEnd, not at t."),
         ]
