@@ -13,8 +13,9 @@
 namespace quillon::report {
 namespace {
 
-/// The data of a chart with `change` points and series more, or fewer; names and numbers are partly the same.
-ChartData vary(const ChartData& data, int change)
+/// The data of a chart with more points and series, or fewer where `change` is negative; names and numbers
+/// are partly the same.
+ChartData vary(const ChartData& data, int change, bool keepsSeries)
 {
     const auto resize = [&](std::size_t size) {
         return change < 0 ? std::max<std::size_t>(1, size - 1) : size + 2;
@@ -29,7 +30,7 @@ ChartData vary(const ChartData& data, int change)
     varied.levels = data.levels;
     for (auto& level : varied.levels) level.resize(categories.size());
     const auto series = data.dataSet->getSeriesList();
-    for (std::size_t s = 0; s < (series->size() == 1 ? 1 : resize(series->size())); ++s) {
+    for (std::size_t s = 0; s < (keepsSeries ? series->size() : resize(series->size())); ++s) {
         const bool isOld = s < series->size();
         auto one = chart::DataSeries::create(isOld ? (*series)[s]->getName()
                                                    : u"New & " + num2str(static_cast<double>(s)));
@@ -47,9 +48,9 @@ ChartData vary(const ChartData& data, int change)
     return varied;
 }
 
-bool isWaterfall(const FoundChart& chart)
+bool isOf(const FoundChart& chart, const char* type)
 {
-    return std::ranges::find(chart.types, "waterfall") != chart.types.end();
+    return std::ranges::find(chart.types, type) != chart.types.end();
 }
 
 void fillAll(const std::filesystem::path& folder, const std::string& path)
@@ -61,8 +62,9 @@ void fillAll(const std::filesystem::path& folder, const std::string& path)
             const auto key = std::to_string(chart.number);
             const auto data = document.getChartData(key);
             // The bars of a waterfall are computed; it is read, and made anew.
-            if (isWaterfall(chart)) continue;
-            const auto report = document.fill(key, vary(data, change));
+            if (isOf(chart, "waterfall")) continue;
+            const bool keepsSeries = chart.series.size() == 1 || isOf(chart, "stock");
+            const auto report = document.fill(key, vary(data, change, keepsSeries));
             for (const auto& warning : report.warnings)
                 std::cout << path << ", chart " << key << ": " << warning << "\n";
         }

@@ -295,10 +295,14 @@ def read_cells(workbook, formula):
     return [to_excel(value) if isinstance(value, datetime.datetime) else value for row in rows for value in row]
 
 
+#: What the invisible base of a waterfall carries.
+WATERFALL = b"{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}"
+
+
 def check_filled_chart(place, part):
     chart = ElementTree.fromstring(part.blob)
-    if chart.find(f".//{qn('c:ser')}") is None:
-        return  # There was nothing to fill.
+    if chart.find(f".//{qn('c:ser')}") is None or WATERFALL in part.blob:
+        return  # There was nothing to fill, or a chart that is made anew in place of being filled.
     data, = chart.iter(qn("c:externalData"))
     workbook = openpyxl.load_workbook(io.BytesIO(part.rels[data.get(qn("r:id"))].target_part.blob))
     for reference in (element for kind in ("c:strRef", "c:numRef") for element in chart.iter(qn(kind))):
