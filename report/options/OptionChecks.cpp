@@ -75,8 +75,15 @@ void checkSecond(const ChartOptions& o, ChartKind /*kind*/)
     if (isUsed && o.second.empty())
         refuse(
             "second-title, second-format, second-min, second-max, second-step and second-log are for a "
-            "second "
-            "axis; name the series on it (second).");
+            "second axis; name the series on it (second).");
+}
+
+void checkStacking(const ChartOptions& o, ChartKind /*kind*/)
+{
+    if (!o.stacking) return;
+    if (o.overlap && *o.overlap != 100) refuse("overlap is 100 where bars are stacked; leave it out.");
+    if (o.stacking == Stacking::Percent && o.log)
+        refuse("stacking percent shows shares from 0 to 100 %; a logarithmic axis (log) has no 0.");
 }
 
 /// Options of lines suit a column or area chart only where it shows lines.
@@ -104,8 +111,7 @@ void checkTrendline(const ChartOptions& o, ChartKind /*kind*/)
         if (isUsed)
             refuse(
                 "trendline-series, order, period, forecast, backcast, equation and r-squared are for "
-                "trendlines; "
-                "say which (trendline).");
+                "trendlines; say which (trendline).");
         return;
     }
     if (o.stacking) refuse("trendline is for series that are not stacked.");
@@ -122,9 +128,7 @@ void checkErrorBars(const ChartOptions& o, ChartKind /*kind*/)
     if (o.errorBars && isOwn)
         refuse(
             "error-bars computes the lengths of error bars, and plus-series and minus-series name series "
-            "that "
-            "hold "
-            "them; give one of both.");
+            "that hold them; give one of both.");
     if (o.errorValue && (!o.errorBars || o.errorBars == ErrorAmount::Error))
         refuse("error-value is for error-bars fixed, percent and deviation.");
 }
@@ -183,7 +187,7 @@ void checkLabels(const ChartOptions& options, ChartKind kind)
                " say value, category or series.");
 }
 
-constexpr std::array checks = {checkAxes,      checkSecond,    checkLines,         checkMarkers,
+constexpr std::array checks = {checkAxes,      checkSecond,    checkStacking,      checkLines, checkMarkers,
                                checkTrendline, checkErrorBars, checkLabelPosition, checkLabels};
 
 }  // namespace
