@@ -630,7 +630,8 @@ void checkOptions(const ChartOptions& options, ChartKind kind)
         checkValue(option, value, option.name);
         if (!option.kinds.contains(kind))
             throw ChartError("", std::string(option.name) + " is for " + nameKinds(option.kinds) +
-                                     " charts; this is a " + findRow(kindRows, kind).name + " chart.");
+                                     " charts; this is " + (kind == ChartKind::Area ? "an " : "a ") +
+                                     findRow(kindRows, kind).name + " chart.");
     }
     checkTogether(options, kind);
 }

@@ -280,7 +280,7 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(refusal(data, {{"trendline", "linear"}, {"stacking", "normal"}}),
               "trendline is for series that are not stacked.");
     EXPECT_EQ(refusal(data, {{"trendline", "linear"}, {"type", "area"}}),
-              "trendline is for column, bar, line, scatter or bubble charts; this is a area chart.");
+              "trendline is for column, bar, line, scatter or bubble charts; this is an area chart.");
     EXPECT_EQ(refusal(data, {{"trendline", "linear"}, {"order", "3"}}), "order is for trendline polynomial.");
     EXPECT_EQ(
         refusal(negative, {{"trendline", "exponential"}}),
