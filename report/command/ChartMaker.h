@@ -1,8 +1,6 @@
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <string>
 
 #include "chart/model/Chart.h"
 #include "report/command/ChartJob.h"
@@ -14,9 +12,8 @@ namespace quillon::report {
 /// The data of the job's table. Throws: as readChartData.
 ChartData readData(const ChartJob& job, const Listener& listener);
 
-/// Makes the chart that `job` asks for of the data of its table; `note` gets a sentence on what a pie does
-/// not show. Throws: std::runtime_error that says what was wrong, where, and what is allowed.
-std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data,
-                                        const std::function<void(const std::string&)>& note);
+/// Makes the chart that `job` asks for of the data of its table.
+/// Throws: std::runtime_error that says what was wrong, where, and what is allowed.
+std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data);
 
 }  // namespace quillon::report

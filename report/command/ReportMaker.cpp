@@ -156,7 +156,7 @@ void BlockAdder::addChart(const JsonNode& block)
     const auto job = readChartJob(*block.find("chart"), folder_);
     const auto data = readData(job, listener_);
     if (!job.heading.empty()) document_.addHeading(job.heading, 1);
-    document_.addChart(makeChart(job, data, listener_.warning), job.options, data);
+    document_.addChart(makeChart(job, data), job.options, data);
     if (getFlag(block, "table")) document_.addTable(makeTable(data));
 }
 
@@ -166,7 +166,7 @@ void BlockAdder::addCharts(const JsonNode& block)
     for (const auto& node : block.find("charts")->items) {
         const auto job = readChartJob(node, folder_);
         const auto data = readData(job, listener_);
-        charts.push_back({makeChart(job, data, listener_.warning), job.options, data});
+        charts.push_back({makeChart(job, data), job.options, data});
     }
     document_.addCharts(charts);
 }
@@ -263,7 +263,7 @@ void addChart(Document& document, const ChartJob& job, std::size_t number, const
 {
     try {
         const auto data = readData(job, listener);
-        const auto chart = makeChart(job, data, listener.warning);
+        const auto chart = makeChart(job, data);
         if (!job.heading.empty()) document.addHeading(job.heading, 1);
         document.addChart(chart, job.options, data);
     } catch (const std::runtime_error& error) {

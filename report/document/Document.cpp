@@ -152,11 +152,6 @@ void Document::addCaption(const Caption& caption)
     readXmlText(caption.label, "Caption label");
     if (caption.label.empty()) throw std::runtime_error("Caption label: expected a text, as in Figure.");
     auto& content = change();
-    if (!content.blocks.empty())
-        if (const auto* block = std::get_if<ChartBlock>(&content.blocks.back()))
-            for (const auto& placed : block->charts)
-                if (placed.options.floating)
-                    throw std::runtime_error("A chart that floats has no caption; leave out \"float\".");
     if (!caption.name.empty()) checkName(caption.name);
     for (const auto& block : content.blocks)
         if (const auto* other = std::get_if<Caption>(&block))

@@ -319,8 +319,8 @@ void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& place
     if (listener_.warning && parseLength(options.width) > textWidth_)
         listener_.warning("chart " + std::to_string(number) +
                           ": the chart is wider than the text of its page.");
-    auto written = writeChart(
-        main_.get(), {*placed.chart, placed.data, options, getKind(*placed.chart, placed.options), number, id, listener_});
+    auto written = writeChart(main_.get(), {*placed.chart, placed.data, options,
+                                            getKind(*placed.chart, placed.options), number, id, listener_});
     paragraph->appendChild(written.run);
     target_->addPart(name, std::move(written.chart), content_type::chart);
     if (options.workbook) addWorkbook(std::move(written.workbook), name);
@@ -339,8 +339,13 @@ void DocumentWriter::addWorkbook(std::string bytes, const std::string& chartPart
 void DocumentWriter::add(const Caption& block)
 {
     auto* paragraph = addParagraph("caption");
-    const bool isAbove = position_ == 0 || !isPictured(content_.blocks[position_ - 1]);
-    if (isAbove && findNext<TextTable>() != nullptr) appendElement(getProperties(paragraph), u"w:keepNext");
+    const auto* before = position_ == 0 ? nullptr : &content_.blocks[position_ - 1];
+    const bool isAboveTable = findNext<TextTable>() != nullptr;
+    const bool isBehindFloat = before != nullptr && floats(*before);
+    if (isBehindFloat && !isAboveTable)
+        throw std::runtime_error("A chart that floats has no caption; leave out \"float\".");
+    const bool isBelow = before != nullptr && isPictured(*before) && !isBehindFloat;
+    if (isAboveTable && !isBelow) appendElement(getProperties(paragraph), u"w:keepNext");
     const auto label = toUtf16(block.label);
     const auto id = toNumber(++bookmarks_);
     if (!block.name.empty()) startBookmark(paragraph, nameBookmark(block.name), id);
@@ -349,6 +354,13 @@ void DocumentWriter::add(const Caption& block)
                 toNumber(++counts_[block.label]));
     if (!block.name.empty()) endBookmark(paragraph, id);
     if (!block.text.empty()) appendRun(paragraph, u": " + toUtf16(block.text));
+}
+
+bool DocumentWriter::floats(const Block& block)
+{
+    const auto* charts = std::get_if<ChartBlock>(&block);
+    return charts != nullptr && std::any_of(charts->charts.begin(), charts->charts.end(),
+                                            [](const auto& placed) { return placed.options.floating; });
 }
 
 bool DocumentWriter::isPictured(const Block& block)

@@ -99,6 +99,7 @@ class DocumentWriter {
     void addFixedParts();
     ChartOptions fit(const ChartOptions& options, std::size_t sharing) const;
     bool hasContents() const;
+    static bool floats(const Block& block);
     static bool isPictured(const Block& block);
     template <typename Wanted>
     const Wanted* findNext() const;

@@ -20,7 +20,7 @@ using SeriesList = std::vector<std::shared_ptr<chart::DataSeries>>;
 SeriesList getShownSeries(const ChartContext& context)
 {
     auto shown = *context.data.dataSet->getSeriesList();
-    if (pieKinds.contains(context.kind) && shown.size() > 1) shown.resize(1);
+    if (context.kind == ChartKind::Pie && shown.size() > 1) shown.resize(1);
     return shown;
 }
 

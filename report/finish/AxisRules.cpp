@@ -38,8 +38,23 @@ void orderCategories(ChartPart& part)
     if (part.secondAxes.value != nullptr) turn(part.secondAxes, u"autoZero");
 }
 
+void tellOfEmptyPlot(ChartPart& part, const Scale& scale)
+{
+    const auto range = findRange(part, scale);
+    const auto tell = [&](const char* end, double limit, const std::string& values) {
+        part.warn("", std::string(scale.prefix) + end + " is " + toUtf8(toText(limit)) + ", and " + values +
+                          "; the plot shows none of them.");
+    };
+    if (!(range.low <= range.high)) return;
+    if (scale.minimum && *scale.minimum > range.high)
+        tell("min", *scale.minimum, "the numbers end at " + toUtf8(toText(range.high)));
+    if (scale.maximum && *scale.maximum < range.low)
+        tell("max", *scale.maximum, "the numbers start at " + toUtf8(toText(range.low)));
+}
+
 void limit(ChartPart& part, const Scale& scale)
 {
+    if (scale.minimum || scale.maximum) tellOfEmptyPlot(part, scale);
     auto* scaling = findChild(findAxis(part, scale.kind), u"c:scaling");
     if (scale.minimum) replaceInOrder(scaling, u"c:min", toText(*scale.minimum).c_str());
     if (scale.maximum) replaceInOrder(scaling, u"c:max", toText(*scale.maximum).c_str());
@@ -148,7 +163,7 @@ void addTitle(DOMElement* axis, const std::u16string& text, bool isVertical)
     if (text.empty()) return;
     constexpr int upwards = -90;
     auto* title = insertInOrder(axis, u"c:title");
-    fillText(appendElement(appendElement(title, u"c:tx"), u"c:rich"), text, isVertical ? upwards : 0);
+    fillAxisText(appendElement(appendElement(title, u"c:tx"), u"c:rich"), text, isVertical ? upwards : 0);
     appendElement(title, u"c:overlay", u"0");
 }
 

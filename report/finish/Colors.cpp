@@ -104,13 +104,25 @@ struct Targets {
     const char* many;
 };
 
+/// Of the longest ring; a pie shows its first series alone.
+std::size_t countSlices(const ChartContext& context)
+{
+    std::size_t count = 0;
+    const auto rings = *context.chart.getDataSet()->getSeriesList();
+    for (const auto& ring : rings) {
+        count = std::max<std::size_t>(count, ring->getSize());
+        if (context.kind == ChartKind::Pie) break;
+    }
+    return count;
+}
+
 Targets findTargets(const ChartContext& context)
 {
     const auto& dataSet = *context.chart.getDataSet();
     std::vector<std::u16string> names;
     if (sliceKinds.contains(context.kind)) {
         names = dataSet.getCategories();
-        names.resize(dataSet.getSeriesCount() > 0 ? dataSet.getSeries(0)->getSize() : 0);
+        names.resize(countSlices(context));
         return {names, "slice", "slices"};
     }
     for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)

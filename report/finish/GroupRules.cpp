@@ -276,7 +276,7 @@ void hideBase(ChartPart& part)
 
 void cutHole(ChartPart& part)
 {
-    constexpr std::uint32_t standard = 60;
+    const std::uint32_t standard = part.series.size() > 1 ? 40 : 60;
     const auto size = static_cast<unsigned long>(part.context.options.hole.value_or(standard));
     replaceInOrder(part.groups.front(), u"c:holeSize", num2str(size).c_str());
 }

@@ -96,13 +96,25 @@ bool canStandAt(LabelPosition position, const ChartPart& part, const SeriesPart&
     return canLabelsStandAt(position, kind, part.context.options.stacking.has_value());
 }
 
+/// Word processors differ in whether the format of a label is for its value or its share. Where it has both,
+/// the value looks as its cell, and the share as a percentage.
+void formatCells(const SeriesPart& series, const std::u16string& format)
+{
+    findPath(series.element, {u"c:val", u"c:numRef", u"c:numCache", u"c:formatCode"})
+        ->setTextContent(format.c_str());
+}
+
 /// Place and number format, of which the objects of the chart say nothing.
 void complete(LabelSettings& settings, const ChartPart& part, const SeriesPart& series)
 {
     settings.position = part.context.options.labelPosition;
     if (settings.position && !canStandAt(*settings.position, part, series)) settings.position.reset();
     const bool isShare = settings.percent && !settings.value;
-    settings.numberFormat = readXmlText(chooseLabelFormat(part, series, isShare), "label-format");
+    const auto format = readXmlText(chooseLabelFormat(part, series, isShare), "label-format");
+    if (settings.percent && settings.value && part.context.options.labelFormat.empty())
+        formatCells(series, format);
+    else
+        settings.numberFormat = format;
 }
 
 /// Leader lines belong to all labels of a series: one that asks for them gets them for all.
@@ -138,7 +150,7 @@ void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPar
         complete(settings, part, above);
         addPointLabel(labels, i, settings);
         auto* text = insertInOrder(findChildren(labels, u"c:dLbl").back(), u"c:tx");
-        fillText(appendElement(text, u"c:rich"), toUtf16(formatNumber(height, format)), 0);
+        fillLabelText(appendElement(text, u"c:rich"), toUtf16(formatNumber(height, format)));
     }
 }
 

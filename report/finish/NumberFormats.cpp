@@ -14,17 +14,6 @@ namespace {
 
 constexpr auto percentFormat = "0%";
 
-struct Range {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -std::numeric_limits<double>::infinity();
-
-    void add(double value)
-    {
-        low = std::fmin(low, value);
-        high = std::fmax(high, value);
-    }
-};
-
 double getUnit(const std::optional<Units>& units)
 {
     if (!units) return 1;
@@ -64,9 +53,9 @@ int countValueDecimals(const ChartPart& part, const Scale& scale)
     return std::min(decimals, maximumDecimals);
 }
 
-Range findRange(const ChartPart& part, ScaleKind kind)
+NumberRange findPlainRange(const ChartPart& part, ScaleKind kind)
 {
-    Range range;
+    NumberRange range;
     visitNumbers(part, kind, [&range](double number) {
         range.add(number);
         return false;
@@ -75,7 +64,7 @@ Range findRange(const ChartPart& part, ScaleKind kind)
 }
 
 /// From the lowest to the highest end of the stacks.
-Range findStackedRange(const ChartPart& part, ScaleKind kind)
+NumberRange findStackedRange(const ChartPart& part, ScaleKind kind)
 {
     std::vector<double> ups;
     std::vector<double> downs;
@@ -90,7 +79,7 @@ Range findStackedRange(const ChartPart& part, ScaleKind kind)
             ++index;
         }
     }
-    Range range;
+    NumberRange range;
     for (const double up : ups) range.add(up);
     for (const double down : downs) range.add(down);
     return range;
@@ -102,7 +91,7 @@ double findStepUnit(const ChartPart& part, const Scale& scale)
 {
     if (scale.step) return *scale.step;
     if (scale.log) {
-        const double low = findRange(part, scale.kind).low;
+        const double low = findPlainRange(part, scale.kind).low;
         return low > 0 && low < 1 ? std::pow(*scale.log, std::floor(std::log(low) / std::log(*scale.log)))
                                   : 1;
     }
@@ -125,10 +114,16 @@ std::string chooseShareFormat(const ChartOptions& options)
 
 }  // namespace
 
+NumberRange findRange(const ChartPart& part, const Scale& scale)
+{
+    if (scale.isShare) return {0, 1};
+    return scale.isStacked ? findStackedRange(part, scale.kind) : findPlainRange(part, scale.kind);
+}
+
 double findSpan(const ChartPart& part, const Scale& scale)
 {
     if (scale.isShare) return 1;
-    const auto range = scale.isStacked ? findStackedRange(part, scale.kind) : findRange(part, scale.kind);
+    const auto range = findRange(part, scale);
     if (!(range.low <= range.high)) return 0;
     double low = std::fmin(range.low, 0);
     double high = std::fmax(range.high, 0);

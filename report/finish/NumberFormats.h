@@ -1,10 +1,26 @@
 #pragma once
 
+#include <cmath>
+#include <limits>
 #include <string>
 
 #include "report/finish/Scales.h"
 
 namespace quillon::report {
+
+/// From the lowest to the highest number on an axis; low is above high where there is none.
+struct NumberRange {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
+
+    void add(double value)
+    {
+        low = std::fmin(low, value);
+        high = std::fmax(high, value);
+    }
+};
+/// Of the values, the ends of their stacks, or their shares of 1.
+NumberRange findRange(const ChartPart& part, const Scale& scale);
 
 /// How far an axis reaches from end to end, as far as options and values tell; shares reach 1.
 double findSpan(const ChartPart& part, const Scale& scale);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "chart/model/PieChartDataSeriesFormatOptions.h"
@@ -59,6 +60,20 @@ void finishPie(ChartPart& part)
     }
 }
 
+/// Word processors draw such a slice as if the value had no sign.
+void tellOfNegativeSlices(ChartPart& part)
+{
+    for (const auto& series : part.series) {
+        const auto& points = series.series.getPoints();
+        const auto negative = std::find_if(points.begin(), points.end(),
+                                           [](const auto& point) { return point->getValue() < 0; });
+        if (negative == points.end()) continue;
+        const auto index = static_cast<std::size_t>(negative - points.begin());
+        part.warn({&series, index}, "the value is " + toUtf8(num2str((*negative)->getValue())) +
+                                        "; a slice shows only its size.");
+    }
+}
+
 bool isSet(const chart::DataSeriesFormatOptions* options)
 {
     const auto settings = read(options);
@@ -77,7 +92,8 @@ void refuseOptionsOfPies(ChartPart& part)
             part.warn(Place{&series}, "an explosion or first slice angle is for pies. It is left out.");
 }
 
-constexpr std::array rules = {Rule{allKinds, finishPie}, Rule{allKinds, refuseOptionsOfPies}};
+constexpr std::array rules = {Rule{allKinds, finishPie}, Rule{pieKinds, tellOfNegativeSlices},
+                              Rule{allKinds, refuseOptionsOfPies}};
 
 }  // namespace
 

@@ -2,13 +2,26 @@
 
 #include <algorithm>
 
+#include "report/package/Xml.h"
+
 namespace quillon::report {
 namespace {
 
-/// A waterfall stands upon an invisible base.
-bool isStacked(const ChartContext& context)
+using xercesc::DOMElement;
+
+bool isSecond(const ChartPart& part, const DOMElement* group)
 {
-    return context.options.stacking || context.kind == ChartKind::Waterfall;
+    return std::find(part.secondGroups.begin(), part.secondGroups.end(), group) != part.secondGroups.end();
+}
+
+/// Whether a group on that value axis stacks its series in that way.
+bool hasGrouping(const ChartPart& part, ScaleKind kind, std::u16string_view wanted)
+{
+    return std::any_of(part.groups.begin(), part.groups.end(), [&](const DOMElement* group) {
+        const auto* grouping = findChild(group, u"c:grouping");
+        return isSecond(part, group) == (kind == ScaleKind::Second) && grouping != nullptr &&
+               grouping->getAttribute(u"val") == wanted;
+    });
 }
 
 }  // namespace
@@ -16,28 +29,20 @@ bool isStacked(const ChartContext& context)
 Scale getScale(const ChartPart& part, ScaleKind kind)
 {
     const auto& o = part.context.options;
+    const bool isShare = hasGrouping(part, kind, u"percentStacked");
+    const bool isStacked = isShare || hasGrouping(part, kind, u"stacked");
     switch (kind) {
         case ScaleKind::Second:
             return {kind,        "second-", "second-log", o.secondMin, o.secondMax,    o.secondStep,
-                    o.secondLog, {},        false,        false,       o.secondFormat, o.secondTitle};
+                    o.secondLog, {},        isShare,      isStacked,   o.secondFormat, o.secondTitle};
         case ScaleKind::X:
             return {kind,   "x-", "x-log", o.xMin, o.xMax,    o.xStep,
                     o.xLog, {},   false,   false,  o.xFormat, o.xTitle};
         case ScaleKind::Value:
             break;
     }
-    return {kind,
-            "value-",
-            "log",
-            o.valueMin,
-            o.valueMax,
-            o.valueStep,
-            o.log,
-            o.units,
-            o.stacking == Stacking::Percent,
-            isStacked(part.context),
-            "",
-            o.valueTitle};
+    return {kind,  "value-", "log",   o.valueMin, o.valueMax, o.valueStep,
+            o.log, o.units,  isShare, isStacked,  "",         o.valueTitle};
 }
 
 xercesc::DOMElement* findAxis(const ChartPart& part, ScaleKind kind)
@@ -54,10 +59,8 @@ double getNumber(const chart::DataPoint& point, ScaleKind kind)
 
 bool standsOn(const ChartPart& part, const SeriesPart& series, ScaleKind kind)
 {
-    const auto* group = static_cast<const xercesc::DOMElement*>(series.element->getParentNode());
-    const bool isSecond =
-        std::find(part.secondGroups.begin(), part.secondGroups.end(), group) != part.secondGroups.end();
-    return isSecond == (kind == ScaleKind::Second);
+    const auto* group = static_cast<const DOMElement*>(series.element->getParentNode());
+    return isSecond(part, group) == (kind == ScaleKind::Second);
 }
 
 }  // namespace quillon::report

@@ -9,6 +9,9 @@ namespace {
 /// A pie repeats its first series; a word processor wants it once.
 void keepOneSeriesOfPie(ChartPart& part)
 {
+    if (part.series.size() > 1)
+        part.warn("", "a pie shows its first series alone; type doughnut shows all " +
+                          std::to_string(part.series.size()) + " as rings.");
     while (part.series.size() > 1) {
         part.groups.front()->removeChild(part.series.back().element)->release();
         part.series.pop_back();
@@ -73,10 +76,14 @@ void keepColorOfPoints(ChartPart& part)
 }
 
 constexpr std::array rules = {
-    Rule{pieKinds, keepOneSeriesOfPie},   Rule{barKinds, finishBarSeries},
-    Rule{lineKinds, finishLineSeries},    Rule{pieKinds, finishPieSeries},
-    Rule{lineKinds, dropGapWidthOfLines}, Rule{barKinds, addGroupingOfBars},
-    Rule{pieKinds, varyColorsOfSlices},   Rule{lineKinds, keepColorOfPoints},
+    Rule{ChartKinds(ChartKind::Pie), keepOneSeriesOfPie},
+    Rule{barKinds, finishBarSeries},
+    Rule{lineKinds, finishLineSeries},
+    Rule{pieKinds, finishPieSeries},
+    Rule{lineKinds, dropGapWidthOfLines},
+    Rule{barKinds, addGroupingOfBars},
+    Rule{pieKinds, varyColorsOfSlices},
+    Rule{lineKinds, keepColorOfPoints},
 };
 
 }  // namespace

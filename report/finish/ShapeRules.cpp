@@ -25,15 +25,19 @@ void shapeSeries(const SeriesPart& series, const ShapeSettings& settings, const 
     if (!isOutlineHidden(settings)) setLine(line, settings.border, resolve(settings.border.fill, white));
 }
 
-/// The outline of a point stays 1.5 pt wide until its border says otherwise.
-void shapePoint(const SeriesPart& series, DOMElement* point, const ShapeSettings& settings,
-                const Paint& paint)
+/// The outline of a point stays 1.5 pt wide until its border says otherwise. Rings whose slices have the same
+/// colours would run into each other: white keeps them apart.
+void shapePoint(const ChartPart& part, const SeriesPart& series, DOMElement* point,
+                const ShapeSettings& settings, const Paint& paint)
 {
+    const bool isRing = hasSlices(series) && part.series.size() > 1;
     auto* properties = findChild(point, u"c:spPr");
     setPaint(properties, paint);
     const bool isOwn = settings.hasBorder && !isLine(series);
     setLine(findChild(properties, u"a:ln"), settings.border,
-            isOwn ? resolve(settings.border.fill, white) : paint);
+            isOwn    ? resolve(settings.border.fill, white)
+            : isRing ? white
+                     : paint);
 }
 
 /// A slice without a format of its own has that of its series. What a point leaves open is as its series has
@@ -47,11 +51,11 @@ void shapePoints(ChartPart& part, const SeriesPart& series, const ShapeSettings&
         const Paint standard{part.colors.get(isSliced ? index : part.getColorPosition(series))};
         const auto ofSeries = resolve(series, seriesSettings, standard);
         if (!own) {
-            shapePoint(series, element, seriesSettings, ofSeries);
+            shapePoint(part, series, element, seriesSettings, ofSeries);
             continue;
         }
         const auto settings = readShape(part, own.get(), {&series, index});
-        shapePoint(series, element, settings, resolve(series, settings, ofSeries));
+        shapePoint(part, series, element, settings, resolve(series, settings, ofSeries));
     }
 }
 

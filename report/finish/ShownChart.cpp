@@ -10,6 +10,7 @@
 #include "chart/model/PieChart.h"
 #include "report/finish/CategoryValues.h"
 #include "report/finish/ChartPart.h"
+#include "report/finish/RingChart.h"
 #include "report/finish/SeriesNames.h"
 #include "report/finish/Waterfall.h"
 #include "report/options/ChartError.h"
@@ -98,9 +99,24 @@ class Preparation {
     void setFormats()
     {
         if (!options_.categoryFormat.empty()) data().categoryFormat = options_.categoryFormat;
-        if (options_.numberFormat.empty()) return;
-        data().series.resize(std::max<std::size_t>(data().series.size(), dataSet().getSeriesCount()));
-        for (auto& details : data().series) details.numberFormat = options_.numberFormat;
+        if (options_.numberFormat.empty() && options_.secondFormat.empty()) return;
+        const auto count = dataSet().getSeriesCount();
+        data().series.resize(std::max<std::size_t>(data().series.size(), count));
+        std::vector<bool> isSecond(data().series.size());
+        for (const auto index : findSeries(dataSet(), options_.second, "second")) isSecond[index] = true;
+        for (std::size_t i = 0; i < isSecond.size(); ++i)
+            setFormat(data().series[i].numberFormat,
+                      isSecond[i] ? options_.secondFormat : options_.numberFormat);
+    }
+
+    /// What the author says of an axis wins over the formats in the data. The first axis speaks for series of
+    /// the second that nothing else is said of.
+    void setFormat(std::string& own, const std::string& ofAxis) const
+    {
+        if (!ofAxis.empty())
+            own = ofAxis;
+        else if (own.empty())
+            own = options_.numberFormat;
     }
 
     struct AmountRow {
@@ -428,11 +444,10 @@ class Preparation {
             case ChartKind::Column:
             case ChartKind::Line:
             case ChartKind::Pie:
+            case ChartKind::Doughnut:
                 return context_.kind;
             case ChartKind::Waterfall:
                 return ChartKind::Column;
-            case ChartKind::Doughnut:
-                return ChartKind::Pie;
             default:
                 return ChartKind::Line;
         }
@@ -447,6 +462,8 @@ class Preparation {
                 return chart::ColumnChart::create();
             case ChartKind::Pie:
                 return chart::PieChart::create();
+            case ChartKind::Doughnut:
+                return std::make_shared<RingChart>();
             default:
                 return chart::LineChart::create();
         }

@@ -1,6 +1,7 @@
 #include <array>
 
 #include "report/finish/Rules.h"
+#include "report/finish/TextBody.h"
 #include "report/options/ColorText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -36,6 +37,23 @@ DOMElement* insertRun(DOMElement* paragraph, const std::u16string& text)
     return run;
 }
 
+/// The text of a run has no breaks: each line of it becomes a run, with a break before it.
+void breakLines(DOMElement* run, const std::u16string& text)
+{
+    const auto lines = splitLines(text);
+    if (lines.size() == 1) return;
+    auto* paragraph = static_cast<DOMElement*>(run->getParentNode());
+    findChild(run, u"a:t")->setTextContent(lines.front().c_str());
+    for (auto line = lines.begin() + 1; line != lines.end(); ++line) {
+        auto* lineBreak = run->getOwnerDocument()->createElement(u"a:br");
+        lineBreak->appendChild(findChild(run, u"a:rPr")->cloneNode(true));
+        insertAfter(paragraph, lineBreak, run);
+        run = static_cast<DOMElement*>(run->cloneNode(true));
+        findChild(run, u"a:t")->setTextContent(line->c_str());
+        insertAfter(paragraph, run, lineBreak);
+    }
+}
+
 /// The writer made the first run; the others follow it. A run without a colour has that of its paragraph.
 void finishTitle(ChartPart& part)
 {
@@ -50,6 +68,7 @@ void finishTitle(ChartPart& part)
         if (element == nullptr) element = insertRun(paragraph, run->getContent());
         const auto color = readColor(part, *run, {.what = "title"});
         if (color || standard) setColor(element, color ? *color : *standard);
+        breakLines(element, run->getContent());
         element = nullptr;
     }
 }

@@ -90,7 +90,8 @@ struct ChartOptions {
     /// Default, for an empty text: none.
     std::string categoryTitle = {};
     std::string valueTitle = {};
-    /// As in a cell of a worksheet, "#,##0.00": for the value axis, labels, and the workbook's cells.
+    /// As in a cell of a worksheet, "#,##0.00": for the value axis, and for the labels and the workbook's
+    /// cells of the series on it. Default: the formats in the data. Series on the second axis keep theirs.
     std::string numberFormat = {};
     /// The same for categories that are dates or numbers.
     std::string categoryFormat = {};
@@ -176,7 +177,7 @@ struct ChartOptions {
     std::vector<std::string> line = {};
     std::vector<std::string> area = {};
     std::vector<std::string> column = {};
-    /// The hole of a doughnut: percent of its diameter, 10 to 90. Default: 60.
+    /// The hole of a doughnut: percent of its diameter, 10 to 90. Default: 60, or 40 for several rings.
     std::optional<std::uint32_t> hole = {};
     /// Whether the lines of a radar chart are filled.
     bool filled = false;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <stdexcept>
 #include <type_traits>
 
@@ -190,7 +191,22 @@ void checkColors(const OptionValue& value)
 
 void checkSeriesColors(const OptionValue& value)
 {
-    for (const auto& [name, color] : std::get<TextPairs>(value)) requireColor(color);
+    std::set<std::string> names;
+    for (const auto& [name, color] : std::get<TextPairs>(value)) {
+        requireColor(color);
+        if (!names.insert(name).second)
+            throw std::runtime_error(quoteText(name) + " has two colours; give one for each name.");
+    }
+}
+
+/// Word processors take no longer names of typefaces.
+void checkFont(const OptionValue& value)
+{
+    constexpr std::size_t longest = 31;
+    const auto length = toUtf16(std::get<std::string>(value)).size();
+    if (length > longest)
+        throw std::runtime_error("expected the name of a typeface, of at most " + std::to_string(longest) +
+                                 " characters, got " + std::to_string(length) + ".");
 }
 
 // --- The table ---
@@ -307,9 +323,10 @@ constexpr std::array optionTable = {
                     "none"),
     row<&O::secondTitle>("second-title", Axes, combinedKinds, "TEXT", "title of the second value axis",
                          "none"),
-    row<&O::secondFormat>("second-format", Axes, combinedKinds, "CODE",
-                          "how numbers look on the second value axis, as in a cell: 0%", "suits the data", {},
-                          checkFormat),
+    row<&O::secondFormat>(
+        "second-format", Axes, combinedKinds, "CODE",
+        "how numbers look on the second value axis, and of its series on labels and in the workbook",
+        "the format of its data, or as --number-format", {}, checkFormat),
     row<&O::secondMin>("second-min", Axes, combinedKinds, "NUMBER", "lower end of the second value axis",
                        "chosen by the word processor"),
     row<&O::secondMax>("second-max", Axes, combinedKinds, "NUMBER", "upper end of the second value axis",
@@ -367,7 +384,7 @@ constexpr std::array optionTable = {
     row<&O::area>("area", Series, combinedKinds, "LIST", "series that are drawn as areas", "none"),
     row<&O::column>("column", Series, combinedKinds, "LIST", "series that are drawn as columns", "none"),
     row<&O::hole>("hole", Series, ChartKinds(K::Doughnut), "PERCENT",
-                  "how wide the hole of a doughnut is, 10 to 90", "60", {10, 90}),
+                  "how wide the hole of a doughnut is, 10 to 90", "60, or 40 for several rings", {10, 90}),
     row<&O::filled>("filled", Series, ChartKinds(K::Radar), "", "fill the lines of a radar chart", ""),
     row<&O::scatterStyle>("scatter-style", Series, ChartKinds(K::Scatter), "STYLE",
                           "how the points are shown", "points"),
@@ -413,7 +430,7 @@ constexpr std::array optionTable = {
     row<&O::errorMinus>("minus-series", Trends, withErrors, "LIST",
                         "series that say how far error bars reach down", "none"),
 
-    row<&O::font>("font", Look, everyKind, "NAME", "typeface of all texts", "the theme's"),
+    row<&O::font>("font", Look, everyKind, "NAME", "typeface of all texts", "the theme's", {}, checkFont),
     row<&O::fontSize>("font-size", Look, everyKind, "POINTS",
                       "size of the texts, 1 to 400; the title is half as large again",
                       "9, and 14 for the title", {1, 400}),

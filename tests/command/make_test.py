@@ -137,7 +137,7 @@ class MakeTest(CommandTest):
         self.assertEqual(
             result.stderr,
             'quillon-report: warning: t.csv: column "C" holds no numbers, as in -1.5, and is left out.\n'
-            'quillon-report: warning: t.csv: the value of "y" is negative; a pie shows only its size.\n',
+            'quillon-report: warning: chart 1, series 1 ("B"), point 2: the value is -2; a slice shows only its size.\n',
         )
         self.assertEqual(result.returncode, 0)
 

@@ -296,6 +296,7 @@ TEST(Blocks, AreRefusedWithASentence)
         {[&](auto& d) {
              d.addChart(makeColumns(), floating);
              d.addCaption({.text = "x"});
+             d.addParagraph("y");
          },
          "A chart that floats has no caption"},
         {[](auto& d) {
