@@ -136,7 +136,7 @@ void DataTable::addSeries(const ChartData& data, std::size_t index, const ChartO
 {
     const auto series = data.dataSet->getSeries(static_cast<unsigned long>(index));
     const auto& details = data.getDetails(index);
-    const auto& format = choose(details.numberFormat, options.numberFormat);
+    const auto& format = choose(options.numberFormat, details.numberFormat);
     Column column{true, {makeText(series->getName())}};
     for (const auto& point : series->getPoints())
         column.texts.push_back(formatNumber(point->getValue(), format));

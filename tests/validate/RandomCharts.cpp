@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <random>
+#include <set>
 #include <string>
 
 #include "chart/model/BarChart.h"
@@ -22,7 +24,8 @@
 #include "report/options/Options.h"
 #include "support/Text.h"
 
-// Writes documents with random charts, the same in every run, for the validators: random_charts FOLDER.
+// Writes documents with 1,000 random charts, the same in every run, for the validators: random_charts FOLDER.
+// Each option is seen in some of them.
 
 namespace quillon {
 namespace {
@@ -313,7 +316,9 @@ report::OptionValue makeValue(const report::Option& option, const chart::DataSet
         case OptionForm::TextPairs:
             break;
     }
-    return std::vector<std::pair<std::string, std::string>>{};
+    std::vector<std::pair<std::string, std::string>> pairs;
+    for (const auto& name : makeTexts(option.name, data)) pairs.emplace_back(name, "teal");
+    return pairs;
 }
 
 bool canWrite(const chart::Chart& chart, const report::ChartOptions& options, const report::ChartData& data)
@@ -326,6 +331,8 @@ bool canWrite(const chart::Chart& chart, const report::ChartOptions& options, co
         return false;
     }
 }
+
+std::set<std::string> usedOptions;
 
 /// Of all that the kind of chart takes, some; what does not go together with the others, or with the data, is
 /// dropped.
@@ -342,7 +349,9 @@ report::ChartOptions makeOptions(const chart::Chart& chart, report::ChartKind ki
         } catch (const std::runtime_error&) {
             continue;
         }
-        if (canWrite(chart, tried, data)) options = tried;
+        if (!canWrite(chart, tried, data)) continue;
+        options = tried;
+        usedOptions.insert(option.name);
     }
     return options;
 }
@@ -350,17 +359,29 @@ report::ChartOptions makeOptions(const chart::Chart& chart, report::ChartKind ki
 report::Document makeDocument()
 {
     report::Document document;
-    for (unsigned i = 0; i < chartsInDocument; ++i) {
-        document.addHeading(pickOf(plainTexts), static_cast<int>(1 + pick(9)));
-        document.addParagraph(pickOf(plainTexts));
+    for (unsigned count = 0; count < chartsInDocument;) {
         const auto kind = pickOf(report::kindRows).value;
         const auto chart = makeChart(makeDataSet(pickNeeds(kind)));
         const auto data = makeData(chart->getDataSet(), kind);
         // X values of points, say, cannot come from categories that are texts.
         if (!canWrite(*chart, {.kind = kind}, data)) continue;
+        document.addHeading(pickOf(plainTexts), static_cast<int>(1 + pick(9)));
+        document.addParagraph(pickOf(plainTexts));
         document.addChart(chart, makeOptions(*chart, kind, data), data);
+        ++count;
     }
     return document;
+}
+
+bool areAllOptionsUsed()
+{
+    usedOptions.insert("type");
+    for (const auto& option : report::getOptions())
+        if (usedOptions.count(option.name) == 0) {
+            std::fprintf(stderr, "No random chart has the option %s.\n", option.name);
+            return false;
+        }
+    return true;
 }
 
 }  // namespace
@@ -371,4 +392,5 @@ int main(int argc, char** argv)
     const std::string folder = argc > 1 ? argv[1] : ".";
     for (unsigned i = 1; i <= quillon::documentCount; ++i)
         quillon::makeDocument().save(folder + "/random-" + std::to_string(i) + ".docx");
+    return quillon::areAllOptionsUsed() ? 0 : 1;
 }

@@ -239,6 +239,11 @@ def check_group(place, group, plot_area):
     across = [read_values(axis, "c:crosses") for axis in axes if turned and axis not in turned]
     is_second = any(read_values(axis, "c:delete") == ["1"] for axis in axes)
     require(across in ([], [["autoZero" if is_second else "max"]]), f"{place}: {name} is turned around, its other axis crosses at {across}")
+    if stacking == ["percentStacked"]:
+        first, = (axis for axis in axes if local_name(axis) == "valAx")
+        logarithm = first.findall(f"{qn('c:scaling')}/{qn('c:logBase')}")
+        code = first.find(qn("c:numFmt")).get("formatCode")
+        require(not logarithm and (is_second or "%" in code), f"{place}: shares on an axis that counts in {code}")
     for series in group.iterfind(qn("c:ser")):
         points = read_numbers(series, f"{qn('c:dPt')}/{qn('c:idx')}")
         require(points == sorted(points), f"{place}: points {points}")

@@ -132,6 +132,13 @@ TEST(Blocks, AreWrittenAsTheMarkupHasThem)
              d.addTable({{"a"}, {{"1"}}});
          },
          "keepNext", "val", "-"},
+        {"caption above a table behind a floating chart",
+         [](auto& d) {
+             d.addChart(makeColumns(), {.floating = Float::Left});
+             d.addCaption({.text = "x", .label = "Table"});
+             d.addTable({{"a"}, {{"1"}}});
+         },
+         "keepNext", "val", "-|-"},
         {"names of captions", [](auto& d) { d.addCaption({.text = "x", .name = "fig"}); }, "bookmarkStart",
          "name", "fig"},
         {"links to headings",

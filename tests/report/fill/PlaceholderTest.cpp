@@ -326,9 +326,12 @@ TEST(Placeholder, BecomesATableOfTheData)
 {
     const std::string look = "<w:rPr><w:rFonts w:ascii=\"Arial\"/><w:sz w:val=\"16\"/></w:rPr>";
     auto document = makeDocument(paragraph(run("{{table:sales}}", look)) + paragraph(""));
-    insertTable(document, "sales", makeData(), {.numberFormat = "0%"});
+    insertTable(document, "sales", makeData());
     const auto body = readBody(document);
-    EXPECT_EQ(readTable(body), "/||North|South/|Jan|1,234.50|123450%/|Feb &lt;1&gt;||");
+    EXPECT_EQ(readTable(body), "/||North|South/|Jan|1,234.50|1234.5/|Feb &lt;1&gt;||");
+    auto other = makeDocument(paragraph(run("{{table:sales}}")));
+    insertTable(other, "sales", makeData(), {.numberFormat = "0%"});
+    EXPECT_EQ(readTable(readBody(other)), "/||North|South/|Jan|123450%|123450%/|Feb &lt;1&gt;||");
     EXPECT_EQ(body.find("<w:tbl "), 0U);
     EXPECT_TRUE(body.ends_with("</w:tbl><w:p></w:p>"));
     EXPECT_EQ(count(body, "<w:tblHeader/>"), 1U);

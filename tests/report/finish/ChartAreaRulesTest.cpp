@@ -42,6 +42,19 @@ TEST(Titles, HaveAllRunsAndTheirColours)
               "chart 1, title: character 1 (U+0001) cannot s");
 }
 
+TEST(Titles, HaveABreakBetweenLines)
+{
+    auto chart = makeChart<chart::ColumnChart>();
+    const auto title = chart::Title::create(u"Sales\r\nin\n");
+    title->getText()->appendText(chart::Text::create(u"2026"))->setColor(chart::Color::create(u"red"));
+    chart->setTitle(title);
+    const FinishedPart part(chart);
+    EXPECT_EQ(part.find("c:title/c:tx/c:rich/a:p/a:r/a:t | c:title/c:tx/c:rich/a:p/a:br/a:rPr/@lang"),
+              "Sales en-US in en-US  2026");
+    EXPECT_EQ(part.find("count(c:title/c:tx/c:rich/a:p/a:r[2]/preceding-sibling::*[1][self::a:br])"), "1");
+    EXPECT_EQ(part.find(std::string(runs) + "a:rPr//a:srgbClr/@val"), "FF0000");
+}
+
 TEST(PlotAreas, StandWhereTheyAreTold)
 {
     // Of a chart of 10 by 10 cm: the lengths, and the layout or the sentence that refuses them.

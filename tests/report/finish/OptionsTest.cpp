@@ -370,8 +370,16 @@ TEST(NumberFormats, OfSeriesShowInCachesAndLabels)
     EXPECT_EQ(readXPath(part, "//c:formatCode"), "General|0%|General");
     EXPECT_EQ(readXPath(part, "//c:ser/c:dLbls/c:numFmt/@formatCode"), "#,##0|0%|#,##0");
     EXPECT_EQ(readXPath(part, "//c:valAx/c:numFmt/@formatCode"), "0%");
-    part = write(chart, {.numberFormat = "0.0"}, data).chart;
-    EXPECT_EQ(readXPath(part, "//c:formatCode"), "0.0|0.0|0.0");
+    // What the author says of an axis wins.
+    const std::pair<ChartOptions, const char*> cases[] = {
+        {{.numberFormat = "0.0"}, "0.0|0.0|0.0"},
+        {{.numberFormat = "0.0", .second = {"S2"}}, "0.0|0.0|0%"},
+        {{.numberFormat = "0.0", .second = {"S3"}}, "0.0|0%|0.0"},
+        {{.second = {"S2"}, .secondFormat = "0"}, "General|General|0"},
+        {{.second = {"S3"}, .secondFormat = "0"}, "General|0%|0"},
+    };
+    for (const auto& [given, codes] : cases)
+        EXPECT_EQ(readXPath(write(chart, given, data).chart, "//c:formatCode"), codes);
 }
 
 TEST(Labels, OfTheChartTreeWinOverOptions)
@@ -587,6 +595,12 @@ TEST(ChartOptions, AreRefusedInASentence)
          {.labels = {Label::Value}, .labelFormat = "\x01"},
          control("label-format: character 1")},
         {ChartKind::Pie, {.font = "a\x01"}, control("font: character 2")},
+        {ChartKind::Bar,
+         {.font = std::string(32, 'f')},
+         "font: expected the name of a typeface, of at most 31 characters, got 32."},
+        {ChartKind::Bar,
+         {.seriesColors = {{"S1", "red"}, {"S2", "red"}, {"S1", "blue"}}},
+         "series-colors: \"S1\" has two colours; give one for each name."},
     };
     for (const auto& [kind, options, sentence] : cases)
         EXPECT_EQ(thrownText([&, &kind = kind, &options = options] {

@@ -107,7 +107,7 @@ TEST(ChartTypes, HaveTheirGroupsAndAxes)
     for (const auto& [type, element, axisCount, seriesCount] :
          {Kind{"bar", "c:barChart", "2", "3"}, Kind{"column", "c:barChart", "2", "3"},
           Kind{"line", "c:lineChart", "2", "3"}, Kind{"pie", "c:pieChart", "0", "1"},
-          Kind{"area", "c:areaChart", "2", "3"}, Kind{"doughnut", "c:doughnutChart", "0", "1"},
+          Kind{"area", "c:areaChart", "2", "3"}, Kind{"doughnut", "c:doughnutChart", "0", "3"},
           Kind{"scatter", "c:scatterChart", "2", "3"}, Kind{"radar", "c:radarChart", "2", "3"},
           Kind{"stock", "c:stockChart", "2", "3"}}) {
         const auto made = make(makeData(three), {{"type", type}});
@@ -154,8 +154,28 @@ TEST(ChartTypes, ShowTheirOptions)
     expectRows(
         makeData(three),
         {
-            {{{"type", "doughnut"}}, "//c:holeSize/@val", "60"},
+            {{{"type", "doughnut"}}, "//c:holeSize/@val", "40"},
             {{{"type", "doughnut"}, {"hole", "35"}}, "//c:holeSize/@val", "35"},
+            {{{"type", "doughnut"}},
+             "//c:ser/c:val//c:f",
+             "Sheet1!$B$2:$B$5|Sheet1!$C$2:$C$5|Sheet1!$D$2:$D$5"},
+            {{{"type", "doughnut"}}, "//c:ser[3]/c:val//c:v", "4|1|2|2"},
+            {{{"type", "doughnut"}}, "//c:ser[3]/c:dPt[2]//a:solidFill/*/@val", "accent2|FFFFFF"},
+            {{{"type", "doughnut"}, {"colors", "red,lime"}},
+             "//c:dPt[2]/c:spPr/a:solidFill/*/@val",
+             "00FF00|00FF00|00FF00"},
+            {{{"type", "doughnut"}, {"labels", "percent"}}, "//c:ser/c:dLbls/c:showPercent/@val", "1|1|1"},
+            {{{"type", "doughnut"}, {"explosion", "5"}}, "//c:ser/c:explosion/@val", "5|5|5"},
+            {{{"type", "doughnut"}, {"labels", "value,percent"}},
+             "//c:ser[1]//c:formatCode|//c:ser[1]/c:dLbls/c:numFmt",
+             "#,##0"},
+            {{{"type", "doughnut"}, {"labels", "value,percent"}, {"label-format", "0.0"}},
+             "//c:ser[1]//c:formatCode|//c:ser[1]/c:dLbls/c:numFmt/@formatCode",
+             "0.0|General"},
+            {{{"stacking", "percent"}, {"second", "C"}}, "//c:valAx/c:numFmt/@formatCode", "0%|0%"},
+            {{{"stacking", "percent"}, {"line", "A,B"}, {"second", "C"}},
+             "//c:valAx/c:numFmt/@formatCode",
+             "#,##0.0|0%"},
             {{{"type", "radar"}}, "//c:radarStyle/@val", "marker"},
             {{{"type", "radar"}, {"filled", ""}}, "//c:radarStyle/@val", "filled"},
             {{{"type", "radar"}, {"filled", ""}}, "count(//c:ser/c:spPr/a:solidFill//a:alpha)", "3"},
@@ -201,6 +221,39 @@ TEST(ChartTypes, ShowTheirOptions)
             {with(combined, "second-step", "2"), secondStep.c_str(), "2"},
             {with(combined, "second-log", "10"), secondLog.c_str(), "10"},
         });
+}
+
+TEST(ChartTypes, TellWhatTheyDoNotShow)
+{
+    const Values rings = {{1, -2}, {3, 4}};
+    const std::string start = "chart 1: ";
+    const std::string negative =
+        "chart 1, series 1 (\"A\"), point 2: the value is -2; a slice shows only its size.";
+    const std::tuple<Values, Texts, std::vector<std::string>> cases[] = {
+        {rings, {{"type", "doughnut"}}, {negative}},
+        {rings,
+         {{"type", "pie"}},
+         {start + "a pie shows its first series alone; type doughnut shows all 2 as rings.", negative}},
+        {three,
+         {{"value-min", "6"}},
+         {start + "value-min is 6, and the numbers end at 5; the plot shows none of them."}},
+        {three, {{"value-min", "6"}, {"stacking", "normal"}}, {}},
+        {three,
+         {{"value-min", "2"}, {"stacking", "percent"}},
+         {start + "value-min is 2, and the numbers end at 1; the plot shows none of them."}},
+        {three,
+         {{"type", "line"}, {"value-max", "0.5"}},
+         {start + "value-max is 0.5, and the numbers start at 1; the plot shows none of them."}},
+        {three,
+         {{"second", "C"}, {"second-max", "0.5"}},
+         {start + "second-max is 0.5, and the numbers start at 1; the plot shows none of them."}},
+        {three, {{"type", "scatter"}, {"x-min", "4"}}, {}},
+        {three,
+         {{"type", "scatter"}, {"x-min", "4.5"}},
+         {start + "x-min is 4.5, and the numbers end at 4; the plot shows none of them."}},
+    };
+    for (const auto& [values, options, warnings] : cases)
+        EXPECT_EQ(make(makeData(values), options).warnings, warnings) << testing::PrintToString(options);
 }
 
 TEST(ChartTypes, CombineEachSeriesInItsOwnWay)
@@ -506,7 +559,7 @@ Values listValues(const ChartData& data)
 
 TEST(ChartTypes, GiveTheirDataBack)
 {
-    for (const auto* type : {"bar", "column", "line", "area", "scatter", "radar", "stock"}) {
+    for (const auto* type : {"bar", "column", "line", "area", "scatter", "radar", "stock", "doughnut"}) {
         const auto data = readBack(makeData(three), {{"type", type}});
         EXPECT_EQ(listValues(data), three) << type;
         if (std::string(type) == "scatter") {
