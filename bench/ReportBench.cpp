@@ -1,7 +1,3 @@
-#include <malloc.h>
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <array>
 #include <cstdio>
 #include <stdexcept>
@@ -67,28 +63,6 @@ double runOtherLibrary(const Size& size)
     return std::stod(seconds.data());
 }
 
-/// What the process needs at most for a document, in bytes; measured in a child, which starts without any.
-double measurePeakMemory(const Size& size)
-{
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
-    if (fork() == 0) {
-        rusage before{};
-        rusage after{};
-        getrusage(RUSAGE_SELF, &before);
-        makeDocument(size);
-        getrusage(RUSAGE_SELF, &after);
-        const double bytes = 1024.0 * static_cast<double>(after.ru_maxrss - before.ru_maxrss);
-        _exit(write(ends[1], &bytes, sizeof bytes) == sizeof bytes ? 0 : 1);
-    }
-    double bytes = 0;
-    const bool isRead = read(ends[0], &bytes, sizeof bytes) == sizeof bytes;
-    close(ends[0]);
-    close(ends[1]);
-    if (!isRead) throw std::runtime_error("The child that measures memory failed.");
-    return bytes;
-}
-
 void compareWithOtherLibrary(benchmark::State& state, const Size& size, double peakMemory)
 {
     compare(
@@ -123,7 +97,8 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
     const report::ChartData data;
     const report::Listener listener;
     stages.finishing += seconds([&] {
-        report::finishChartPart(doc.get(), {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
+        report::finishChartPart(doc.get(),
+                                {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
     });
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });
@@ -172,7 +147,7 @@ void registerReportBenchmarks()
 {
     for (const auto& size : {manySmall, oneLarge}) {
         // Now, while the process is still small.
-        const double peakMemory = measurePeakMemory(size);
+        const double peakMemory = measurePeakMemory([&] { makeDocument(size); });
         benchmark::RegisterBenchmark(
             size.name,
             [size, peakMemory](benchmark::State& state) { compareWithOtherLibrary(state, size, peakMemory); })

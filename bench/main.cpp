@@ -13,6 +13,7 @@ int main(int argc, char** argv)
     quillon::bench::registerHostBenchmarks();
     quillon::bench::registerReportBenchmarks();
     quillon::bench::registerFillBenchmarks();
+    quillon::bench::registerTypeBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     quillon::bench::TableReporter table;

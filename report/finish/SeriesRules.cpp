@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "report/finish/Rules.h"
@@ -9,7 +10,8 @@ namespace {
 /// A pie repeats its first series; a word processor wants it once.
 void keepOneSeriesOfPie(ChartPart& part)
 {
-    if (part.series.size() > 1)
+    const auto all = *part.context.data.dataSet->getSeriesList();
+    if (std::any_of(all.begin(), all.end(), [&all](const auto& one) { return one != all.front(); }))
         part.warn("", "a pie shows its first series alone; type doughnut shows all " +
                           std::to_string(part.series.size()) + " as rings.");
     while (part.series.size() > 1) {

@@ -149,7 +149,7 @@ std::vector<Row> makeTreeRows()
         {"Chart.PlotArea", "PieChart", make("PlotArea", {u"1cm", u"2cm", u"3cm", u"4cm"}),
          "c:manualLayout/c:w/@val", "0.4"},
         {"DataPoint.Value", "ColumnChart.point", 5, "c:ser[2]/c:val/c:numRef/c:numCache/c:pt[2]/c:v", "5"},
-        {"DataPoint.Value", "PieChart.point", -0.5, "c:ser/c:val/c:numRef/c:numCache/c:pt[2]/c:v", "-0.5"},
+        {"DataPoint.Value", "PieChart.point", 0.5, "c:ser/c:val/c:numRef/c:numCache/c:pt[2]/c:v", "0.5"},
         {"DataPoint.Format", "ColumnChart.point", make("DataPointShapeFormat", {u"red"}),
          "c:ser[2]/c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "FF0000"},
         {"DataPoint.Format", "BarChart.point", make("DataPointShapeFormat", {u"red", u"blue"}),

@@ -32,7 +32,7 @@ TEST(Colors, OfOptionsTakeTheirTurns)
         {{}, {"red", "#00ff00"}, {}, "FF0000 00FF00 FF0000"},
         {{"blue"}, {"red", "#00ff00"}, {}, "0000FF 00FF00 FF0000"},
         {{"blue", "blue", "blue"}, {"red"}, {{"A", "rgb(1,2,3)"}}, "010203 0000FF 010203"},
-        {{}, {}, {{"A", "red"}, {"B", "blue"}, {"A", "lime"}}, "00FF00 0000FF 00FF00"},
+        {{}, {}, {{"B", "blue"}, {"A", "lime"}}, "00FF00 0000FF 00FF00"},
     };
     for (const auto& [colors, palette, named, expected] : cases) {
         ChartOptions options;

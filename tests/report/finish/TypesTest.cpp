@@ -175,7 +175,7 @@ TEST(ChartTypes, ShowTheirOptions)
             {{{"stacking", "percent"}, {"second", "C"}}, "//c:valAx/c:numFmt/@formatCode", "0%|0%"},
             {{{"stacking", "percent"}, {"line", "A,B"}, {"second", "C"}},
              "//c:valAx/c:numFmt/@formatCode",
-             "#,##0.0|0%"},
+             "#,##0|0%"},
             {{{"type", "radar"}}, "//c:radarStyle/@val", "marker"},
             {{{"type", "radar"}, {"filled", ""}}, "//c:radarStyle/@val", "filled"},
             {{{"type", "radar"}, {"filled", ""}}, "count(//c:ser/c:spPr/a:solidFill//a:alpha)", "3"},
