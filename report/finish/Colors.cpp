@@ -33,7 +33,7 @@ constexpr std::array rounds = {
 void setAutomatic(DOMElement* element, std::size_t position)
 {
     element->getOwnerDocument()->renameNode(element, nullptr, u"a:schemeClr");
-    element->setAttribute(u"val", accents[position % accents.size()]);
+    replaceAttribute(element, u"val", accents[position % accents.size()]);
     const auto& [factor, offset] = rounds[position / accents.size() % rounds.size()];
     if (factor != nullptr) appendElement(element, u"a:lumMod", factor);
     if (offset != nullptr) appendElement(element, u"a:lumOff", offset);
@@ -42,7 +42,7 @@ void setAutomatic(DOMElement* element, std::size_t position)
 void setColor(DOMElement* element, const PaintColor& color)
 {
     if (color.digits.empty()) return setAutomatic(element, color.position);
-    element->setAttribute(u"val", color.digits.c_str());
+    replaceAttribute(element, u"val", color.digits.c_str());
 }
 
 DOMElement* appendColor(DOMElement* parent, const PaintColor& color)

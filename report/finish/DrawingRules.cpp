@@ -23,10 +23,8 @@ void wrapInDrawing(Drawing& drawing)
 
 void nameEffectExtent(Drawing& drawing)
 {
-    auto* named = drawing.run->getOwnerDocument()->createElement(u"wp:effectExtent");
-    for (const auto* side : {u"l", u"t", u"r", u"b"}) named->setAttribute(side, u"0");
     auto* writers = findChild(drawing.inlineDrawing, u"wp:effectiveExtent");
-    drawing.inlineDrawing->replaceChild(named, writers)->release();
+    drawing.run->getOwnerDocument()->renameNode(writers, nullptr, u"wp:effectExtent");
 }
 
 void setSize(Drawing& drawing)
@@ -34,7 +32,7 @@ void setSize(Drawing& drawing)
     const auto& options = drawing.context.options;
     auto* extent = findChild(drawing.inlineDrawing, u"wp:extent");
     for (const auto& [name, length] : {std::pair(u"cx", options.width), std::pair(u"cy", options.height)})
-        extent->setAttribute(name, num2str(static_cast<unsigned long>(parseLength(length))).c_str());
+        replaceAttribute(extent, name, num2str(static_cast<unsigned long>(parseLength(length))).c_str());
 }
 
 void describe(Drawing& drawing)

@@ -175,8 +175,8 @@ void addSecondAxes(ChartPart& part)
     replaceInOrder(axes.value, u"c:crosses", u"max");
     for (auto* group : part.secondGroups) {
         const auto ids = findChildren(group, u"c:axId");
-        ids[0]->setAttribute(u"val", categoryId);
-        ids[1]->setAttribute(u"val", valueId);
+        replaceAttribute(ids[0], u"val", categoryId);
+        replaceAttribute(ids[1], u"val", valueId);
     }
 }
 

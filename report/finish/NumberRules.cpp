@@ -15,8 +15,8 @@ namespace {
 void setFormat(DOMElement* axis, const std::string& format, const char* option)
 {
     auto* numbers = findChild(axis, u"c:numFmt");
-    numbers->setAttribute(u"formatCode", readXmlText(format, option).c_str());
-    numbers->setAttribute(u"sourceLinked", u"0");
+    replaceAttribute(numbers, u"formatCode", readXmlText(format, option).c_str());
+    replaceAttribute(numbers, u"sourceLinked", u"0");
 }
 
 void formatValueAxes(ChartPart& part)

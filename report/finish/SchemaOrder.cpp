@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "report/package/Xml.h"
+
 namespace quillon::report {
 
 using xercesc::DOMElement;
@@ -166,7 +168,7 @@ DOMElement* replaceInOrder(DOMElement* parent, const char16_t* name, const char1
     for (auto* child = parent->getFirstElementChild(); child != nullptr;
          child = child->getNextElementSibling())
         if (std::u16string_view(child->getTagName()) == name) {
-            child->setAttribute(u"val", val);
+            replaceAttribute(child, u"val", val);
             return child;
         }
     return insertInOrder(parent, name, val);

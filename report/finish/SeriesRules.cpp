@@ -69,12 +69,12 @@ void addGroupingOfBars(ChartPart& part)
 /// own.
 void varyColorsOfSlices(ChartPart& part)
 {
-    findChild(part.groups.front(), u"c:varyColors")->setAttribute(u"val", u"1");
+    replaceAttribute(findChild(part.groups.front(), u"c:varyColors"), u"val", u"1");
 }
 
 void keepColorOfPoints(ChartPart& part)
 {
-    findChild(part.groups.front(), u"c:varyColors")->setAttribute(u"val", u"0");
+    replaceAttribute(findChild(part.groups.front(), u"c:varyColors"), u"val", u"0");
 }
 
 constexpr std::array rules = {

@@ -157,6 +157,16 @@ DOMElement* makeElement(xercesc::DOMDocument* doc, const char16_t* name, const s
     return element;
 }
 
+void replaceAttribute(DOMElement* element, const char16_t* name, const char16_t* value)
+{
+    auto* attribute = element->getAttributeNode(name);
+    auto* text = attribute == nullptr ? nullptr : attribute->getFirstChild();
+    if (text == nullptr)
+        element->setAttribute(name, value);
+    else
+        text->setNodeValue(value);
+}
+
 void insertAfter(DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* previous)
 {
     parent->insertBefore(child, previous == nullptr ? parent->getFirstChild() : previous->getNextSibling());
