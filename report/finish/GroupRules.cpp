@@ -236,6 +236,18 @@ bool isGroup(const DOMElement* group, std::u16string_view name)
     return group->getTagName() == name;
 }
 
+/// Areas reach from edge to edge, where no bars need room at both ends.
+void spreadAreas(ChartPart& part)
+{
+    const auto has = [&part](std::u16string_view name) {
+        return std::any_of(part.groups.begin(), part.groups.end(),
+                           [name](const DOMElement* group) { return isGroup(group, name); });
+    };
+    if (!has(u"c:areaChart") || has(u"c:barChart")) return;
+    for (auto* axis : {part.axes.value, part.secondAxes.value})
+        if (axis != nullptr) replaceInOrder(axis, u"c:crossBetween", u"midCat");
+}
+
 /// Bars of one stack stand on top of each other unless the author moves them apart.
 void placeBars(ChartPart& part)
 {
@@ -286,6 +298,7 @@ constexpr ChartKinds stackKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Li
 
 constexpr std::array rules = {
     Rule{allKinds, formGroups},
+    Rule{combinedKinds, spreadAreas},
     Rule{stackKinds, placeBars},
     Rule{stackKinds, stackSeries},
     Rule{ChartKinds(ChartKind::Waterfall), hideBase},
