@@ -134,14 +134,34 @@ void labelSeries(ChartPart& part, const SeriesPart& series)
     }
 }
 
+bool shows(const DOMElement* labels, const char16_t* what)
+{
+    return std::u16string_view(findChild(labels, what)->getAttribute(u"val")) == u"1";
+}
+
+/// What a label says that shows what those of its series do, of a point with another value.
+std::u16string composeLabel(const ChartPart& part, const SeriesPart& series, const DOMElement* labels,
+                            std::size_t point, double value)
+{
+    const auto& categories = part.context.chart.getDataSet()->getCategories();
+    const double inUnits = value / getUnit(part.context.options.units);
+    std::vector<std::u16string> texts;
+    if (shows(labels, u"c:showSerName")) texts.push_back(series.series.getName());
+    if (shows(labels, u"c:showCatName") && point < categories.size()) texts.push_back(categories[point]);
+    if (shows(labels, u"c:showVal"))
+        texts.push_back(toUtf16(formatNumber(inUnits, chooseLabelFormat(part, series, false))));
+    const auto* separator = findChild(labels, u"c:separator");
+    std::u16string label;
+    for (const auto& text : texts)
+        label += (label.empty() ? u"" : separator == nullptr ? u"; " : separator->getTextContent()) + text;
+    return escapeCharacters(label);
+}
+
 /// A bar of a waterfall that crosses 0 has one label, of the whole, on its part above.
 void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPart& below)
 {
     auto* labels = findChild(above.element, u"c:dLbls");
-    if (labels == nullptr) return;
-    const auto* shown = findChild(labels, u"c:showVal");
-    if (std::u16string_view(shown->getAttribute(u"val")) != u"1") return;
-    const auto format = chooseLabelFormat(part, above, false);
+    if (labels == nullptr || !shows(labels, u"c:showVal")) return;
     for (std::size_t i = 0; i < below.series.getSize(); ++i) {
         const double height = above.series.getPoint(i)->getValue() - below.series.getPoint(i)->getValue();
         if (std::isnan(height)) continue;
@@ -150,7 +170,7 @@ void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPar
         complete(settings, part, above);
         addPointLabel(labels, i, settings);
         auto* text = insertInOrder(findChildren(labels, u"c:dLbl").back(), u"c:tx");
-        fillLabelText(appendElement(text, u"c:rich"), toUtf16(formatNumber(height, format)));
+        fillLabelText(appendElement(text, u"c:rich"), composeLabel(part, above, labels, i, height));
     }
 }
 

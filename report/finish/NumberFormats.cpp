@@ -14,22 +14,6 @@ namespace {
 
 constexpr auto percentFormat = "0%";
 
-double getUnit(const std::optional<Units>& units)
-{
-    if (!units) return 1;
-    switch (*units) {
-        case Units::Hundreds:
-            return 1e2;
-        case Units::Thousands:
-            return 1e3;
-        case Units::Millions:
-            return 1e6;
-        case Units::Billions:
-            break;
-    }
-    return 1e9;
-}
-
 /// Calls `visit` with each number on the axis, until it says that it has seen enough.
 template <typename Visit>
 void visitNumbers(const ChartPart& part, ScaleKind kind, const Visit& visit)
@@ -113,6 +97,22 @@ std::string chooseShareFormat(const ChartOptions& options)
 }
 
 }  // namespace
+
+double getUnit(const std::optional<Units>& units)
+{
+    if (!units) return 1;
+    switch (*units) {
+        case Units::Hundreds:
+            return 1e2;
+        case Units::Thousands:
+            return 1e3;
+        case Units::Millions:
+            return 1e6;
+        case Units::Billions:
+            break;
+    }
+    return 1e9;
+}
 
 NumberRange findRange(const ChartPart& part, const Scale& scale)
 {

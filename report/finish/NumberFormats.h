@@ -8,6 +8,9 @@
 
 namespace quillon::report {
 
+/// What numbers are divided by on an axis and in its labels: 1000 for thousands.
+double getUnit(const std::optional<Units>& units);
+
 /// From the lowest to the highest number on an axis; low is above high where there is none.
 struct NumberRange {
     double low = std::numeric_limits<double>::infinity();

@@ -76,7 +76,7 @@ void fillAxisText(DOMElement* body, const std::u16string& text, int rotation)
 void fillLabelText(DOMElement* body, const std::u16string& text)
 {
     appendElement(body, u"a:bodyPr");
-    appendLine(body, text);
+    for (const auto& line : splitLines(text)) appendLine(body, line);
 }
 
 }  // namespace quillon::report

@@ -16,7 +16,7 @@ void fillTextProperties(xercesc::DOMElement* body);
 /// Fills a c:rich with a paragraph for each line of `text`, in the size and grey of the numbers of an axis.
 /// Rotation: degrees, clockwise.
 void fillAxisText(xercesc::DOMElement* body, const std::u16string& text, int rotation);
-/// Fills a c:rich with one line in the size and colour of labels.
+/// The same in the colour of labels, and upright.
 void fillLabelText(xercesc::DOMElement* body, const std::u16string& text);
 
 }  // namespace quillon::report

@@ -407,6 +407,10 @@ TEST(Waterfalls, SplitBarsThatCrossZero)
     EXPECT_EQ(readXPath(made.chart, decrease + "/c:numFmt/@formatCode"), "-#,##0;-#,##0");
     EXPECT_EQ(readXPath(made.chart, "//c:ser[c:tx//c:v='Decrease below 0']/c:spPr//a:schemeClr/@val"),
               "accent2");
+    const auto other =
+        make(makeData({{1000, -1500}}),
+             {{"type", "waterfall"}, {"labels", "value,category,series"}, {"units", "thousands"}});
+    EXPECT_EQ(readXPath(other.chart, decrease + "/c:dLbl//a:t"), "Decrease; 2; -1.5");
 }
 
 // --- Dates and levels ---
