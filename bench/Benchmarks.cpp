@@ -1,6 +1,7 @@
 #include "bench/Benchmarks.h"
 
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -42,6 +43,7 @@ double measurePeakMemory(const std::function<void()>& work)
     const bool isRead = read(ends[0], &bytes, sizeof bytes) == sizeof bytes;
     close(ends[0]);
     close(ends[1]);
+    wait(nullptr);
     if (!isRead) throw std::runtime_error("The child that measures memory failed.");
     return bytes;
 }

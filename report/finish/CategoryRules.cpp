@@ -125,11 +125,11 @@ void writeX(const ChartPart& part, const SeriesPart& series)
     const bool isShared = data.categoryKind != CategoryKind::Text;
     const auto column =
         isShared ? getCategoryColumn(data) : getFurtherColumn(data, series.index, part.context.workbook);
-    auto* x = part.doc->createElement(u"c:xVal");
+    series.element->removeChild(findChild(series.element, u"c:cat"))->release();
+    auto* x = insertInOrder(series.element, u"c:xVal");
     appendNumbers(x, getCellRange(column, series.series.getSize()),
                   isShared ? readXmlText(getCategoryFormat(data), "category-format") : u"General",
                   listX(series.series));
-    series.element->replaceChild(x, findChild(series.element, u"c:cat"))->release();
 }
 
 void writeSizes(const ChartPart& part, const SeriesPart& series)

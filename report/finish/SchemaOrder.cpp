@@ -153,14 +153,20 @@ DOMElement* insertInOrder(DOMElement* parent, const char16_t* name, const char16
 void putInOrder(DOMElement* parent)
 {
     const auto words = findOrder(parent).children;
-    std::vector<DOMElement*> children;
-    while (auto* child = parent->getFirstElementChild())
-        children.push_back(static_cast<DOMElement*>(parent->removeChild(child)));
-    for (auto* child : children)
-        if (findPosition(words, getLocalName(child)) < words.size())
-            insertInOrder(parent, child);
+    std::vector<DOMElement*> misplaced;
+    std::size_t last = 0;
+    for (auto* child = parent->getFirstElementChild(); child != nullptr;) {
+        auto* next = child->getNextElementSibling();
+        const auto position = findPosition(words, getLocalName(child));
+        if (position == words.size())
+            parent->removeChild(child)->release();
+        else if (position < last)
+            misplaced.push_back(static_cast<DOMElement*>(parent->removeChild(child)));
         else
-            child->release();
+            last = position;
+        child = next;
+    }
+    for (auto* child : misplaced) insertInOrder(parent, child);
 }
 
 DOMElement* replaceInOrder(DOMElement* parent, const char16_t* name, const char16_t* val)

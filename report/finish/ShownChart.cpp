@@ -82,7 +82,7 @@ class Preparation {
             findXValues();
         else
             findCategories();
-        drawn_ = data().dataSet;
+        drawn_ = pointKinds.contains(context_.kind) ? leaveCategories() : data().dataSet;
         if (is(ChartKind::Bubble)) requireSizes();
         if (is(ChartKind::Stock)) requireStock();
         if (is(ChartKind::Waterfall)) drawWaterfall();
@@ -329,6 +329,12 @@ class Preparation {
         }
         shareX(series);
         data().dataSet = makeDataSet(dataSet().getCategories(), series);
+    }
+
+    /// X values take the place of the categories, which need not be written first.
+    std::shared_ptr<chart::DataSet> leaveCategories() const
+    {
+        return makeDataSet({}, *dataSet().getSeriesList());
     }
 
     static bool areEqual(const std::vector<double>& a, const std::vector<double>& b)
