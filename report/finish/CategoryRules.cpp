@@ -166,6 +166,33 @@ void makeXAxis(ChartPart& part)
 
 // --- Waterfalls ---
 
+void appendName(DOMElement* waterfall, const chart::DataSeries& series, unsigned long column)
+{
+    auto* name = appendElement(appendElement(waterfall, u"c:tx"), u"c:strRef");
+    appendTextElement(name, u"c:f", getNameCell(column));
+    auto* cache = appendElement(name, u"c:strCache");
+    appendElement(cache, u"c:ptCount", u"1");
+    auto* point = appendElement(cache, u"c:pt");
+    point->setAttribute(u"idx", u"0");
+    appendTextElement(point, u"c:v", escapeCharacters(series.getName()));
+}
+
+void appendValues(DOMElement* waterfall, const ChartData& data, unsigned long column)
+{
+    std::vector<double> values;
+    for (const auto& point : data.dataSet->getSeries(0)->getPoints()) values.push_back(point->getValue());
+    appendNumbers(appendElement(waterfall, u"c:val"), getCellRange(column, values.size()),
+                  readXmlText(data.getDetails(0).numberFormat, "number-format"), values);
+}
+
+void appendTotals(DOMElement* waterfall, const ChartData& data)
+{
+    const auto& categories = data.dataSet->getCategories();
+    for (std::size_t i = 0; i < categories.size(); ++i)
+        if (std::find(data.totals.begin(), data.totals.end(), categories[i]) != data.totals.end())
+            appendElement(waterfall, u"q:total", num2str(static_cast<unsigned long>(i)).c_str());
+}
+
 /// What tells a waterfall from other stacks, and which series draw no data of their own: the author's series,
 /// for whoever reads or fills the chart.
 void markWaterfall(ChartPart& part)
@@ -173,27 +200,14 @@ void markWaterfall(ChartPart& part)
     constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
     if (part.series.size() <= base) return;
     const auto& data = part.context.data;
-    const auto& own = *data.dataSet->getSeries(0);
     const auto column = getValueColumn(data, 0, part.context.workbook);
     auto* extension = appendElement(insertInOrder(part.series[base].element, u"c:extLst"), u"c:ext");
     extension->setAttribute(u"uri", u"{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}");
     extension->setAttribute(u"xmlns:q", u"urn:quillon:chart");
     auto* waterfall = appendElement(extension, u"q:waterfall");
-    auto* name = appendElement(appendElement(waterfall, u"c:tx"), u"c:strRef");
-    appendTextElement(name, u"c:f", getNameCell(column));
-    auto* cache = appendElement(name, u"c:strCache");
-    appendElement(cache, u"c:ptCount", u"1");
-    auto* point = appendElement(cache, u"c:pt");
-    point->setAttribute(u"idx", u"0");
-    appendTextElement(point, u"c:v", escapeCharacters(own.getName()));
-    std::vector<double> values;
-    for (const auto& one : own.getPoints()) values.push_back(one->getValue());
-    appendNumbers(appendElement(waterfall, u"c:val"), getCellRange(column, values.size()),
-                  readXmlText(data.getDetails(0).numberFormat, "number-format"), values);
-    const auto& categories = data.dataSet->getCategories();
-    for (std::size_t i = 0; i < categories.size(); ++i)
-        if (std::find(data.totals.begin(), data.totals.end(), categories[i]) != data.totals.end())
-            appendElement(waterfall, u"q:total", num2str(static_cast<unsigned long>(i)).c_str());
+    appendName(waterfall, *data.dataSet->getSeries(0), column);
+    appendValues(waterfall, data, column);
+    appendTotals(waterfall, data);
 }
 
 constexpr std::array rules = {

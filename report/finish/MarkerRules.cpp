@@ -38,11 +38,7 @@ void fillMarker(DOMElement* marker, const DOMElement* shape)
 
 void hideLine(DOMElement* element)
 {
-    auto* line = findPath(element, {u"c:spPr", u"a:ln"});
-    if (line == nullptr) return;
-    for (const auto* name : {u"a:noFill", u"a:solidFill", u"a:gradFill", u"a:pattFill"})
-        removeChildren(line, name);
-    insertInOrder(line, u"a:noFill");
+    if (auto* line = findPath(element, {u"c:spPr", u"a:ln"})) hide(line);
 }
 
 DOMElement* renewMarker(DOMElement* parent)

@@ -68,13 +68,6 @@ void shapeAllSeries(ChartPart& part)
     }
 }
 
-void hide(DOMElement* shape)
-{
-    for (const auto* name : {u"a:noFill", u"a:solidFill", u"a:gradFill", u"a:pattFill"})
-        removeChildren(shape, name);
-    insertInOrder(shape, u"a:noFill");
-}
-
 /// Lines from the highest to the lowest value say it all.
 void hideLinesOfStocks(ChartPart& part)
 {

@@ -215,6 +215,13 @@ void setLine(DOMElement* line, const BorderSettings& border, const Paint& paint)
     if (std::u16string_view(border.join) == u"a:miter") join->setAttribute(u"lim", u"800000");
 }
 
+void hide(DOMElement* properties)
+{
+    for (const auto* name : {u"a:noFill", u"a:solidFill", u"a:gradFill", u"a:pattFill"})
+        removeChildren(properties, name);
+    insertInOrder(properties, u"a:noFill");
+}
+
 void setShape(DOMElement* properties, const ShapeSettings& settings)
 {
     const Paint white{{u"FFFFFF"}};

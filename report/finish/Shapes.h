@@ -64,6 +64,8 @@ bool isOutlineHidden(const ShapeSettings& settings);
 void setPaint(xercesc::DOMElement* properties, const Paint& paint);
 /// Gives an a:ln the paint, and what else is set of the border.
 void setLine(xercesc::DOMElement* line, const BorderSettings& border, const Paint& paint);
+/// Leaves a c:spPr, or an a:ln, without paint.
+void hide(xercesc::DOMElement* properties);
 /// Fills a new c:spPr of a label or plot area, whose colours are white where none is set.
 void setShape(xercesc::DOMElement* properties, const ShapeSettings& settings);
 

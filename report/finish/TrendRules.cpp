@@ -80,31 +80,43 @@ std::size_t countNeededPoints(const ChartOptions& options)
     return options.trendline == Trendline::MovingAverage ? options.period.value_or(2) : 2;
 }
 
-void addTrendline(ChartPart& part, const SeriesPart& series)
+void drawTrendline(ChartPart& part, const SeriesPart& series, DOMElement* element)
 {
-    const auto& options = part.context.options;
-    const auto trendline = *options.trendline;
-    requireNumbers(part, series, trendline);
-    if (countPoints(series) < countNeededPoints(options))
-        return part.warn(Place{&series}, "the trendline needs " + std::to_string(countNeededPoints(options)) +
-                                             " points, and there are " + std::to_string(countPoints(series)) +
-                                             ". It is left out.");
-    auto* element = insertInOrder(series.element, u"c:trendline");
     auto* line = appendElement(appendElement(element, u"c:spPr"), u"a:ln");
     line->setAttribute(u"w", u"19050");
     line->setAttribute(u"cap", u"rnd");
     line->appendChild(makeFill(part.doc, findPaint(part, series)));
     appendElement(line, u"a:prstDash", u"sysDot");
+}
+
+void setCourse(DOMElement* element, const ChartOptions& options)
+{
+    const auto trendline = *options.trendline;
+    const auto append = [element](const char16_t* name, unsigned long count) {
+        appendElement(element, name, num2str(count).c_str());
+    };
     appendElement(element, u"c:trendlineType", findRow(trendlineRows, trendline).token);
-    const auto number = [](std::uint32_t count) { return num2str(static_cast<unsigned long>(count)); };
-    if (trendline == Trendline::Polynomial)
-        appendElement(element, u"c:order", number(options.order.value_or(2)).c_str());
-    if (trendline == Trendline::MovingAverage)
-        appendElement(element, u"c:period", number(options.period.value_or(2)).c_str());
+    if (trendline == Trendline::Polynomial) append(u"c:order", options.order.value_or(2));
+    if (trendline == Trendline::MovingAverage) append(u"c:period", options.period.value_or(2));
     if (options.forecast) appendElement(element, u"c:forward", toText(*options.forecast).c_str());
     if (options.backcast) appendElement(element, u"c:backward", toText(*options.backcast).c_str());
     appendElement(element, u"c:dispRSqr", options.rSquared ? u"1" : u"0");
     appendElement(element, u"c:dispEq", options.equation ? u"1" : u"0");
+}
+
+void addTrendline(ChartPart& part, const SeriesPart& series)
+{
+    const auto& options = part.context.options;
+    requireNumbers(part, series, *options.trendline);
+    const auto needed = countNeededPoints(options);
+    const auto count = countPoints(series);
+    if (count < needed)
+        return part.warn(Place{&series}, "the trendline needs " + std::to_string(needed) +
+                                             " points, and there are " + std::to_string(count) +
+                                             ". It is left out.");
+    auto* element = insertInOrder(series.element, u"c:trendline");
+    drawTrendline(part, series, element);
+    setCourse(element, options);
 }
 
 /// Of a combination, areas have no trendline.
