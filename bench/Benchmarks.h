@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <functional>
 #include <string>
 
@@ -33,6 +34,15 @@ double seconds(const Work& work)
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// The seconds of the processor that `work` takes, whatever else runs on the machine.
+template <typename Work>
+double processorSeconds(const Work& work)
+{
+    const auto start = std::clock();
+    work();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 /// The value of a point of the charts that are measured: one decimal, of either sign.

@@ -182,6 +182,7 @@ TEST(ChartTypes, ShowTheirOptions)
             {{{"type", "area"}, {"stacking", "percent"}}, "//c:grouping/@val", "percentStacked"},
             {{{"type", "area"}, {"stacking", "normal"}}, "count(//c:ser//a:alpha)", "0"},
             {{{"type", "stock"}}, "count(//c:stockChart/c:hiLowLines)", "1"},
+            {{{"type", "stock"}}, "count(//c:stockChart/c:grouping | //c:stockChart/c:varyColors)", "0"},
             {{{"type", "stock"}}, "count(//c:ser/c:spPr/a:ln/a:noFill)", "3"},
             {{{"type", "stock"}}, "//c:ser[3]/c:marker/c:symbol/@val", "dash"},
             {{{"type", "stock"}}, "count(//c:upDownBars)", "0"},
@@ -238,6 +239,7 @@ TEST(ChartTypes, TellWhatTheyDoNotShow)
          {{"value-min", "6"}},
          {start + "value-min is 6, and the numbers end at 5; the plot shows none of them."}},
         {three, {{"value-min", "6"}, {"stacking", "normal"}}, {}},
+        {{{0, 2}}, {{"type", "pie"}}, {}},
         {three,
          {{"value-min", "2"}, {"stacking", "percent"}},
          {start + "value-min is 2, and the numbers end at 1; the plot shows none of them."}},
@@ -254,6 +256,15 @@ TEST(ChartTypes, TellWhatTheyDoNotShow)
     };
     for (const auto& [values, options, warnings] : cases)
         EXPECT_EQ(make(makeData(values), options).warnings, warnings) << testing::PrintToString(options);
+}
+
+TEST(ChartTypes, NameTheRingsAndColourTheLongest)
+{
+    auto data = makeData({{1, 2}, {3, 4}});
+    data.dataSet->getSeries(1)->appendPoint(5);
+    const auto made = make(data, {{"type", "doughnut"}, {"colors", "red,lime,blue"}});
+    EXPECT_NE(made.run.find("Doughnut chart; series A, B; values from 1 to 5"), std::string::npos);
+    EXPECT_EQ(readXPath(made.chart, "//c:ser[2]/c:dPt[3]/c:spPr/a:solidFill/*/@val"), "0000FF");
 }
 
 TEST(ChartTypes, CombineEachSeriesInItsOwnWay)
