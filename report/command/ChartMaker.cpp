@@ -18,8 +18,10 @@ std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& da
 {
     const auto& dataSet = *data.dataSet;
     if (job.options.kind == ChartKind::Pie && dataSet.getSeriesCount() > 1)
-        fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", job.table,
-             dataSet.getSeriesCount());
+        fail(
+            "{}: a pie shows one series, the table gives {}; choose one with --columns, or show all as "
+            "rings with --type doughnut.",
+            job.table, dataSet.getSeriesCount());
     // The type among the options says what it is drawn as.
     auto chart = chart::ColumnChart::create();
     chart->setDataSet(data.dataSet);

@@ -1,5 +1,5 @@
-#include <algorithm>
 #include <array>
+#include <unordered_set>
 
 #include "report/finish/CategoryValues.h"
 #include "report/finish/NumberCaches.h"
@@ -187,9 +187,10 @@ void appendValues(DOMElement* waterfall, const ChartData& data, unsigned long co
 
 void appendTotals(DOMElement* waterfall, const ChartData& data)
 {
+    const std::unordered_set<std::u16string_view> totals(data.totals.begin(), data.totals.end());
     const auto& categories = data.dataSet->getCategories();
     for (std::size_t i = 0; i < categories.size(); ++i)
-        if (std::find(data.totals.begin(), data.totals.end(), categories[i]) != data.totals.end())
+        if (totals.contains(categories[i]))
             appendElement(waterfall, u"q:total", num2str(static_cast<unsigned long>(i)).c_str());
 }
 

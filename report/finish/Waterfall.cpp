@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_set>
 
 #include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
@@ -37,8 +38,9 @@ struct Bar {
 
 void requireTotals(const std::vector<std::u16string>& categories, const std::vector<std::u16string>& totals)
 {
+    const std::unordered_set<std::u16string_view> known(categories.begin(), categories.end());
     for (const auto& total : totals)
-        if (std::find(categories.begin(), categories.end(), total) == categories.end())
+        if (!known.contains(total))
             throw ChartError("", "totals: there is no category \"" + toUtf8(escapeCharacters(total)) +
                                      "\"; the categories are" + listNames(categories) + ".");
 }
@@ -46,11 +48,11 @@ void requireTotals(const std::vector<std::u16string>& categories, const std::vec
 std::vector<Bar> makeBars(const std::vector<std::u16string>& categories, const chart::DataSeries& series,
                           const std::vector<std::u16string>& totals)
 {
+    const std::unordered_set<std::u16string_view> sums(totals.begin(), totals.end());
     std::vector<Bar> bars;
     double sum = 0;
     for (std::size_t i = 0; i < series.getSize(); ++i) {
-        const bool isTotal =
-            i < categories.size() && std::find(totals.begin(), totals.end(), categories[i]) != totals.end();
+        const bool isTotal = i < categories.size() && sums.contains(categories[i]);
         const double value = series.getPoint(i)->getValue();
         if (isTotal) {
             if (!std::isnan(value)) sum = value;

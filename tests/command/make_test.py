@@ -70,7 +70,8 @@ REFUSED = [
     (LONG[:-12], AS_LONG, 't.csv: no value for source "Coal" and category "2002"; add the row, or ask for --gaps.'),
     (LONG, ["--series", "source"],
      "A long table needs both --series, the column of series names, and --value, the column of values."),
-    (WIDE, ["--type", "pie"], "t.csv: a pie shows one series, the table gives 2; choose one with --columns."),
+    (WIDE, ["--type", "pie"], "t.csv: a pie shows one series, the table gives 2; choose one with --columns, "
+     "or show all as rings with --type doughnut."),
     (WIDE, ["--type", "donut"], '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "donut".'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
     (WIDE, ["--delimiter", "pipe"], 'Delimiter "pipe": expected comma, semicolon or tab.'),
