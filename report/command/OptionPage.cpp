@@ -55,6 +55,7 @@ constexpr Example examples[] = {
     {"units", "visits.csv --gaps --units thousands",
      "Word says the unit beside the axis; LibreOffice 7.4 shows the plain numbers."},
     {"gridlines", "visits.csv --type line --gaps --gridlines both"},
+    {"no-value-axis", "revenue.csv --no-value-axis --labels value --gridlines none"},
     {"tick-labels", "revenue.csv --tick-labels high"},
     {"tick-rotation", "temperature.csv --series Place --value Temperature --tick-rotation 90"},
     {"tick-interval", "temperature.csv --type line --series Place --value Temperature --tick-interval 3",

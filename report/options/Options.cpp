@@ -292,6 +292,8 @@ constexpr std::array optionTable = {
     row<&O::reverse>("reverse", Axes, withCategories, "", "let the categories run the other way", ""),
     row<&O::units>("units", Axes, withValues, "UNITS", "what the numbers of the value axis count", "ones"),
     row<&O::gridlines>("gridlines", Axes, withValues, "AXES", "axes with gridlines", "value"),
+    row<&O::noValueAxis>("no-value-axis", Axes, withValues, "",
+                         "leave out the numbers of the value axis, where labels say them", ""),
     row<&O::tickLabels>("tick-labels", Axes, withCategories, "PLACE", "where the category labels stand",
                         "low"),
     row<&O::tickRotation>("tick-rotation", Axes, withCategories, "DEGREES",

@@ -172,6 +172,8 @@ const Row rows[] = {
     {"gridlines", "both", basicKinds,
      "count(//c:catAx/c:majorGridlines//a:ln | //c:valAx/c:majorGridlines//a:ln)", "2"},
     {"gridlines", nullptr, basicKinds, "name(//c:majorGridlines/..)", "c:valAx"},
+    {"no-value-axis", "", basicKinds, "//c:valAx/c:tickLblPos/@val", "none"},
+    {"no-value-axis", nullptr, basicKinds, "//c:valAx/c:tickLblPos/@val", "nextTo"},
     {"tick-labels", "high", basicKinds, "//c:catAx/c:tickLblPos/@val", "high"},
     {"tick-labels", "next", basicKinds, "//c:catAx/c:tickLblPos/@val", "nextTo"},
     {"tick-labels", nullptr, basicKinds, "//c:catAx/c:tickLblPos/@val", "low"},
