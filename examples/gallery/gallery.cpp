@@ -119,7 +119,8 @@ void population()
           .valueMax = 8,
           .valueStep = 2,
           .gap = 10,
-          .overlap = 100});
+          .overlap = 100,
+          .colors = {"#8E6C9E", "#3E8E8C"}});
 }
 
 void iceCream()
@@ -128,10 +129,12 @@ void iceCream()
     save("ice-cream.docx", data, u"Each degree sells thirteen more ice creams",
          {.kind = ChartKind::Scatter,
           .valueTitle = "Ice creams a day",
+          .valueStep = 100,
           .xTitle = "Temperature at noon, °C",
           .xMin = 10,
           .xMax = 40,
           .xStep = 5,
+          .colors = {"#D9603B"},
           .trendline = Trendline::Linear,
           .equation = true});
 }
@@ -152,13 +155,9 @@ void products()
 void bicycles()
 {
     const auto data = readChartData("bicycles.csv", {});
-    save("bicycles.docx", data, u"Two bicycles, two purposes",
-         {.kind = ChartKind::Radar,
-          .height = "4in",
-          .legend = Legend::Right,
-          .valueMax = 10,
-          .valueStep = 2,
-          .markers = true});
+    save(
+        "bicycles.docx", data, u"Two bicycles, two purposes",
+        {.kind = ChartKind::Radar, .legend = Legend::Right, .valueMax = 10, .valueStep = 2, .markers = true});
 }
 
 void sharePrice()
@@ -180,6 +179,7 @@ void smallMultiples()
                                .valueMax = 150,
                                .valueStep = 50,
                                .gap = 20,
+                               .colors = {"#2E86AB"},
                                .fontSize = 8};
     std::vector<PlacedChart> charts;
     for (const auto& [city, title] :
@@ -204,6 +204,7 @@ void seedlings()
           .valueMax = 140,
           .valueStep = 20,
           .markers = true,
+          .colors = {"#5B8C3A"},
           .errorPlus = {"Spread"},
           .errorMinus = {"Spread"}});
 }
@@ -212,7 +213,10 @@ void electricity()
 {
     const auto data = readChartData("electricity.csv", {});
     save("electricity.docx", data, u"Wind has overtaken water",
-         {.kind = ChartKind::Area, .valueTitle = "TWh", .stacking = Stacking::Normal});
+         {.kind = ChartKind::Area,
+          .valueTitle = "TWh",
+          .stacking = Stacking::Normal,
+          .colors = {"#3D7EA6", "#9CC5A1", "#F2C14E"}});
 }
 
 void branches()
@@ -238,6 +242,7 @@ void day()
           .labels = {Label::Category, Label::Value},
           .labelPosition = LabelPosition::OutsideEnd,
           .labelFormat = "0.0\" h\"",
+          .palette = {"#34568B", "#E98973", "#88B2CC", "#E7B10A", "#7FA99B", "#A9907E"},
           .explosion = 6});
 }
 
@@ -245,7 +250,11 @@ void guests()
 {
     const auto data = readChartData("guests.csv", {.category = {"Year", "Quarter"}});
     save("guests.docx", data, u"Each summer brings more guests",
-         {.kind = ChartKind::Column, .numberFormat = "#,##0", .gap = 30});
+         {.kind = ChartKind::Column,
+          .numberFormat = "#,##0",
+          .valueStep = 4000,
+          .gap = 30,
+          .colors = {"#E0A030"}});
 }
 
 void users()
@@ -263,7 +272,8 @@ void complaints()
           .gridlines = Gridlines::None,
           .noValueAxis = true,
           .labels = {Label::Value},
-          .gap = 40});
+          .gap = 40,
+          .colors = {"#B5483F"}});
 }
 
 void downtime()

@@ -62,6 +62,7 @@ def population():
     frame = pandas.read_csv("population.csv", index_col="Age")
     report.chart(
         frame, "Women live longer", type="bar", number_format="0;0", overlap=100, gap=10, legend="none",
+        colors=["#8E6C9E", "#3E8E8C"],
         value_title="←  Women          Share of each, %          Men  →", value_min=-8, value_max=8, value_step=2,
     ).save("population.docx")
 
@@ -70,7 +71,8 @@ def ice_cream():
     frame = pandas.read_csv("ice-cream.csv", index_col="Temperature")
     report.chart(
         frame, "Each degree sells thirteen more ice creams", type="scatter", trendline="linear", equation=True,
-        x_title="Temperature at noon, °C", x_min=10, x_max=40, x_step=5, value_title="Ice creams a day",
+        x_title="Temperature at noon, °C", x_min=10, x_max=40, x_step=5, value_title="Ice creams a day", value_step=100,
+        colors=["#D9603B"],
     ).save("ice-cream.docx")
 
 
@@ -86,7 +88,7 @@ def bicycles():
     frame = pandas.read_csv("bicycles.csv", index_col="Criterion")
     report.chart(
         frame, "Two bicycles, two purposes", type="radar", markers=True, value_max=10, value_step=2,
-        legend="right", height="4in",
+        legend="right",
     ).save("bicycles.docx")
 
 
@@ -101,7 +103,8 @@ def share_price():
 def small_multiples():
     frame = pandas.read_csv("small-multiples.csv", parse_dates=["Month"])
     titles = {"Coastal": "Rain on the coast, mm", "Inland": "Rain inland, mm", "Southern": "Rain in the south, mm"}
-    look = {"category_format": "mmmmm", "height": "2.2in", "font_size": 8, "gap": 20, "value_max": 150, "value_step": 50}
+    look = {"category_format": "mmmmm", "height": "2.2in", "font_size": 8, "gap": 20, "value_max": 150, "value_step": 50,
+            "colors": ["#2E86AB"]}
     document = report.Document()
     document.add_charts([
         (ColumnChart(title=titles[city]), report.ChartData.from_dataframe(rows.set_index("Month")[["Rain"]]), look)
@@ -115,6 +118,7 @@ def seedlings():
     report.chart(
         frame, "Growth slows after two weeks", type="line", markers=True,
         plus_series=["Spread"], minus_series=["Spread"], value_title="Height, mm", value_max=140, value_step=20,
+        colors=["#5B8C3A"],
     ).save("seedlings.docx")
 
 
@@ -122,6 +126,7 @@ def electricity():
     frame = pandas.read_csv("electricity.csv", index_col="Year", parse_dates=True)
     report.chart(
         frame, "Wind has overtaken water", type="area", stacking="normal", category_format="yyyy", value_title="TWh",
+        colors=["#3D7EA6", "#9CC5A1", "#F2C14E"],
     ).save("electricity.docx")
 
 
@@ -139,13 +144,15 @@ def day():
     report.chart(
         frame, "Where the hours of a day go", type="pie", labels=["category", "value"], label_position="outEnd",
         label_format='0.0" h"', explosion=6, legend="none",
+        palette=["#34568B", "#E98973", "#88B2CC", "#E7B10A", "#7FA99B", "#A9907E"],
     ).save("day.docx")
 
 
 def guests():
     frame = pandas.read_csv("guests.csv", index_col=["Year", "Quarter"])
     report.chart(
-        frame, "Each summer brings more guests", type="column", number_format="#,##0", gap=30,
+        frame, "Each summer brings more guests", type="column", number_format="#,##0", value_step=4000, gap=30,
+        colors=["#E0A030"],
     ).save("guests.docx")
 
 
@@ -163,7 +170,7 @@ def complaints():
     top.loc["Other"] = frame.drop(top.index).sum()
     report.chart(
         top, "Four in ten complaints are about late deliveries", type="bar",
-        labels="value", gridlines="none", no_value_axis=True, gap=40,
+        labels="value", gridlines="none", no_value_axis=True, gap=40, colors=["#B5483F"],
     ).save("complaints.docx")
 
 

@@ -50,7 +50,7 @@ quillon-report heating.csv --type column --line 2024 --markers \
 # Bars back to back: one series is negative in the table, and the number format hides the sign.
 quillon-report population.csv --type bar --title "Women live longer" --number-format '0;0' --overlap 100 \
     --gap 10 --value-title "←  Women          Share of each, %          Men  →" --value-min=-8 --value-max 8 \
-    --value-step 2 --legend none -o population.docx
+    --value-step 2 --legend none --colors "#8E6C9E,#3E8E8C" -o population.docx
 
 # Doughnut
 # Shares of a whole, the largest first.
@@ -61,13 +61,14 @@ quillon-report heat-sources.csv --type doughnut --title "Three quarters of all h
 # Each row of the table is a point; the trendline shows its equation.
 quillon-report ice-cream.csv --type scatter --title "Each degree sells thirteen more ice creams" \
     --x Temperature --x-title "Temperature at noon, °C" --x-min 10 --x-max 40 --x-step 5 \
-    --value-title "Ice creams a day" --trendline linear --equation -o ice-cream.docx
+    --value-title "Ice creams a day" --value-step 100 --trendline linear --equation \
+    --colors "#D9603B" -o ice-cream.docx
 
 # The largest, and all others
 # The six most frequent of ten, sorted; the rest is added up and stands last.
 quillon-report complaints.csv --type bar --top 6 --sort descending \
     --title "Four in ten complaints are about late deliveries" --labels value --gridlines none --no-value-axis \
-    --gap 40 -o complaints.docx
+    --gap 40 --colors "#B5483F" -o complaints.docx
 
 # Grouped columns with labels
 # Years in shades of one colour; the labels make an axis unnecessary.
@@ -78,7 +79,7 @@ quillon-report branches.csv --type column --title "Harbour and Station grow fast
 # Stacked areas
 # Parts and their sum over the years.
 quillon-report electricity.csv --type area --stacking normal --title "Wind has overtaken water" \
-    --value-title "TWh" -o electricity.docx
+    --value-title "TWh" --colors "#3D7EA6,#9CC5A1,#F2C14E" -o electricity.docx
 
 # High, low and close
 # The order of the columns tells which is which.
@@ -89,12 +90,12 @@ quillon-report share-price.csv --type stock --title "Shares recovered in the sec
 # Categories on two levels
 # Two columns of the table make the levels, the outer one first.
 quillon-report guests.csv --category Year,Quarter --title "Each summer brings more guests" \
-    --number-format "#,##0" --gap 30 -o guests.docx
+    --number-format "#,##0" --value-step 4000 --gap 30 --colors "#E0A030" -o guests.docx
 
 # Line with error bars
 # A column of the table holds the lengths of the error bars.
 quillon-report seedlings.csv --type line --markers --title "Growth slows after two weeks" --plus-series Spread \
-    --minus-series Spread --value-title "Height, mm" --value-max 140 --value-step 20 -o seedlings.docx
+    --minus-series Spread --value-title "Height, mm" --value-max 140 --value-step 20 --colors "#5B8C3A" -o seedlings.docx
 
 # Logarithmic axis
 # Growth by a constant factor is a straight line.
@@ -104,12 +105,13 @@ quillon-report users.csv --type line --log 10 --markers --title "Users grow tenf
 # Radar
 # Two profiles over the same criteria.
 quillon-report bicycles.csv --type radar --title "Two bicycles, two purposes" --value-max 10 --value-step 2 \
-    --markers --height 4in --legend right -o bicycles.docx
+    --markers --legend right -o bicycles.docx
 
 # Pie, pulled apart
 # Few slices, labelled where they are.
 quillon-report day.csv --type pie --title "Where the hours of a day go" --labels category,value \
-    --label-position outEnd --label-format '0.0" h"' --explosion 6 --legend none -o day.docx
+    --label-position outEnd --label-format '0.0" h"' --explosion 6 --legend none \
+    --palette "#34568B,#E98973,#88B2CC,#E7B10A,#7FA99B,#A9907E" -o day.docx
 
 # A chart for a margin
 # No axis, no gridlines, labels only, three inches wide.

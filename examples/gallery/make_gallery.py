@@ -20,6 +20,8 @@ from pathlib import Path
 import make_theme
 
 HERE = Path(__file__).resolve().parent
+#: The documents with the same four charts.
+THEMES = ["themes", "themes-harbour"]
 COLUMNS = 4
 
 
@@ -162,10 +164,14 @@ def make_pictures(folder, images):
     images.mkdir(parents=True, exist_ok=True)
     for document in documents:
         name = document.removesuffix(".docx")
-        run(folder, "pdftoppm", "-png", "-r", "130", "-singlefile", f"{name}.pdf", images / name)
-    # A page becomes its charts, in few colours.
-    run(images, "mogrify", "-trim", "+repage", "-bordercolor", "white", "-border", "10", "+dither", "-colors", "64", "-strip",
-        *(f"{Path(document).stem}.png" for document in documents))
+        run(folder, "pdftoppm", "-png", "-r", "160", "-singlefile", f"{name}.pdf", images / name)
+    # A page becomes its charts, in few colours; those of one chart are of one size.
+    pictures = [f"{one.name}.png" for one in read_examples()]
+    themes = [f"{name}.png" for name in THEMES]
+    run(images, "mogrify", "-trim", "+repage", *pictures, *themes)
+    run(images, "mogrify", "-gravity", "center", "-background", "white", "-extent", "1000x570", *pictures)
+    run(images, "mogrify", "-background", "white", "-extent", "980x780", *themes)
+    run(images, "mogrify", "+dither", "-colors", "64", "-white-threshold", "98%", "-strip", *pictures, *themes)
 
 
 def main():

@@ -6,17 +6,17 @@ import sys
 import zipfile
 
 COLORS = {
-    "dk1": "22313F",
+    "dk1": "2D2A26",
     "lt1": "FFFFFF",
     "dk2": "264653",
     "lt2": "F4F1EA",
-    "accent1": "1D5C63",
+    "accent1": "2A9D8F",
     "accent2": "E76F51",
     "accent3": "E9B44C",
     "accent4": "8AB17D",
     "accent5": "7A9CC6",
     "accent6": "9A6D8E",
-    "hlink": "1D5C63",
+    "hlink": "2A9D8F",
     "folHlink": "9A6D8E",
 }
 FONT = "Cambria"
