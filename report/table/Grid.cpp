@@ -85,8 +85,8 @@ double combine(double a, double b, const std::string& aggregate)
     return a + b;
 }
 
-/// The categories with the largest sums, in the order of the table, and behind them the others as one. Whether
-/// there are others.
+/// The categories with the largest sums, in the order of the table, and behind them the others as one.
+/// Whether there are others.
 bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
 {
     if (count == 0 || count >= grid.categories.size()) return false;

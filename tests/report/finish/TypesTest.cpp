@@ -225,6 +225,8 @@ TEST(ChartTypes, CombineEachSeriesInItsOwnWay)
     expectRows(
         makeData(three),
         {
+            {{{"type", "area"}, {"second", "C"}}, "//c:valAx/c:crossBetween/@val", "midCat|midCat"},
+            {{{"type", "area"}, {"column", "A"}}, "//c:valAx/c:crossBetween/@val", "between"},
             {{{"line", "A"}}, "count(//c:lineChart/c:ser/c:spPr/a:solidFill)", "0"},
             {{{"line", "A"}}, "count(//c:lineChart//c:invertIfNegative)", "0"},
             {{{"line", "A"}, {"stacking", "normal"}}, "//c:grouping/@val", "stacked|standard"},
@@ -266,7 +268,7 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(
         refusal(data, {{"type", "bubble"}}),
         "chart 1, series 1 (\"A\"): a bubble chart needs the sizes of its bubbles; name the series that hold "
-        "them (sizes).");
+        "them (size-series).");
     EXPECT_EQ(refusal(makeData({{1}, {1}, {1}, {1}, {1}}), {{"type", "bubble"}, {"size-series", "A,B"}}),
               "chart 1: size-series: 2 series hold amounts for 3 others; name one for each, or one for all.");
     EXPECT_EQ(refusal(data, {{"type", "waterfall"}}),
