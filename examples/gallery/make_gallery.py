@@ -144,34 +144,36 @@ def run(folder, *words):
     subprocess.run(words, cwd=folder, check=True)
 
 
+def make_from_job(folder, name, job):
+    (folder / f"{name}.json").write_text(job)
+    run(folder, "quillon-report", "--job", f"{name}.json", "-o", f"{name}.docx")
+
+
 def make_documents(folder):
     """All of the gallery, and the four charts in both themes."""
     for pattern in ("*.csv", "*.json"):
         for file in HERE.glob(pattern):
             shutil.copy(file, folder)
     run(folder, HERE / "gallery.sh")
-    make_theme.make_theme(folder / "downtime.docx", folder / "harbour.docx")
-    run(folder, "quillon-report", "--job", "themes.json", "-o", "themes-harbour.docx")
-    plain = (HERE / "themes.json").read_text().replace('"template": "harbour.docx",', "")
-    (folder / "themes-plain.json").write_text(plain)
-    run(folder, "quillon-report", "--job", "themes-plain.json", "-o", "themes.docx")
+    make_from_job(folder, "plain", '{"blocks": [{"paragraph": "Harbour"}]}')
+    make_theme.make_theme(folder / "plain.docx", folder / "harbour.docx")
+    job = (HERE / "themes.json").read_text()
+    make_from_job(folder, "themes-harbour", job)
+    make_from_job(folder, "themes", job.replace('"template": "harbour.docx",', ""))
 
 
 def make_pictures(folder, images):
-    documents = sorted(path.name for path in folder.glob("*.docx") if path.name != "harbour.docx")
+    charts = [one.name for one in read_examples()]
+    documents = [f"{name}.docx" for name in charts + THEMES]
     with tempfile.TemporaryDirectory() as profile:
         run(folder, "soffice", "--headless", f"-env:UserInstallation=file://{profile}", "--convert-to", "pdf", *documents)
     images.mkdir(parents=True, exist_ok=True)
-    for document in documents:
-        name = document.removesuffix(".docx")
+    for name in charts + THEMES:
         run(folder, "pdftoppm", "-png", "-r", "160", "-singlefile", f"{name}.pdf", images / name)
-    # A page becomes its charts, in few colours; those of one chart are of one size.
-    pictures = [f"{one.name}.png" for one in read_examples()]
-    themes = [f"{name}.png" for name in THEMES]
-    run(images, "mogrify", "-trim", "+repage", *pictures, *themes)
-    run(images, "mogrify", "-gravity", "center", "-background", "white", "-extent", "1000x570", *pictures)
-    run(images, "mogrify", "-background", "white", "-extent", "980x780", *themes)
-    run(images, "mogrify", "+dither", "-colors", "64", "-white-threshold", "98%", "-strip", *pictures, *themes)
+    # A page becomes its charts, in few colours; pictures beside each other are of one size.
+    for names, size in ((charts, "1000x570"), (THEMES, "980x780")):
+        run(images, "mogrify", "-trim", "+repage", "-gravity", "center", "-background", "white", "-extent", size,
+            "+dither", "-colors", "64", "-white-threshold", "98%", "-strip", *(f"{name}.png" for name in names))
 
 
 def main():

@@ -34,7 +34,7 @@ def make_theme(document, template):
             content = source.read(entry)
             if entry.filename == "word/theme/theme1.xml":
                 content = paint(content.decode()).encode()
-            target.writestr(entry.filename, content)
+            target.writestr(entry, content)
 
 
 if __name__ == "__main__":

@@ -79,8 +79,8 @@ COLUMNS = dict.fromkeys(PLACES) | {
     "description": "Column chart; series North, South; values from 200 to 4000",
     "legend": "b", "workbook": True, "second color": "accent2", "first color": "accent1",
     "direction": "col", "axis format": "#,##0", "cache format": "General", "foot": "autoZero", "order": "minMax",
-    "crossing": "autoZero", "value lines": True, "category lines": False, "value ticks": "nextTo", "tick labels": "low", "rotation": "-60000000",
-    "gap": "219", "grouping": "clustered", "blank": "gap", "size": "900", "frame": False, "table": False,
+    "crossing": "autoZero", "value lines": True, "category lines": False, "value ticks": "nextTo", "tick labels": "low",
+    "rotation": "-60000000", "gap": "219", "grouping": "clustered", "blank": "gap", "size": "900", "frame": False, "table": False,
 }
 
 # The differences of other charts without options.
