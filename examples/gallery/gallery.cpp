@@ -155,9 +155,13 @@ void products()
 void bicycles()
 {
     const auto data = readChartData("bicycles.csv", {});
-    save(
-        "bicycles.docx", data, u"Two bicycles, two purposes",
-        {.kind = ChartKind::Radar, .legend = Legend::Right, .valueMax = 10, .valueStep = 2, .markers = true});
+    save("bicycles.docx", data, u"Two bicycles, two purposes",
+         {.kind = ChartKind::Radar,
+          .legend = Legend::Right,
+          .valueMax = 10,
+          .valueStep = 2,
+          .noValueAxis = true,
+          .markers = true});
 }
 
 void sharePrice()

@@ -88,7 +88,7 @@ def bicycles():
     frame = pandas.read_csv("bicycles.csv", index_col="Criterion")
     report.chart(
         frame, "Two bicycles, two purposes", type="radar", markers=True, value_max=10, value_step=2,
-        legend="right",
+        no_value_axis=True, legend="right",
     ).save("bicycles.docx")
 
 

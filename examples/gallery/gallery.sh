@@ -103,9 +103,9 @@ quillon-report users.csv --type line --log 10 --markers --title "Users grow tenf
     --value-title Users -o users.docx
 
 # Radar
-# Two profiles over the same criteria.
+# Two profiles over the same criteria, in points from 0 to 10.
 quillon-report bicycles.csv --type radar --title "Two bicycles, two purposes" --value-max 10 --value-step 2 \
-    --markers --legend right -o bicycles.docx
+    --no-value-axis --markers --legend right -o bicycles.docx
 
 # Pie, pulled apart
 # Few slices, labelled where they are.
