@@ -115,14 +115,6 @@ void drawGridlines(ChartPart& part)
     if (wanted == Gridlines::Category || wanted == Gridlines::None) axes.value->removeChild(lines)->release();
 }
 
-/// Areas reach from edge to edge; columns among them need room at both ends.
-void spreadAreas(ChartPart& part)
-{
-    if (!part.context.options.column.empty()) return;
-    for (auto* axis : {part.axes.value, part.secondAxes.value})
-        if (axis != nullptr) replaceInOrder(axis, u"c:crossBetween", u"midCat");
-}
-
 // --- Texts ---
 
 void hideNumbers(ChartPart& part)
@@ -182,7 +174,6 @@ constexpr std::array rules = {
     Rule{axisKinds, scaleAxes},
     Rule{axisKinds, countInUnits},
     Rule{axisKinds, drawGridlines},
-    Rule{ChartKinds(ChartKind::Area), spreadAreas},
     Rule{axisKinds, hideNumbers},
     Rule{categoryKinds, placeCategoryLabels},
     Rule{categoryKinds, turnCategoryLabels},

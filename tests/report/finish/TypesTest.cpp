@@ -225,8 +225,6 @@ TEST(ChartTypes, CombineEachSeriesInItsOwnWay)
     expectRows(
         makeData(three),
         {
-            {{{"type", "area"}, {"second", "C"}}, "//c:valAx/c:crossBetween/@val", "midCat|midCat"},
-            {{{"type", "area"}, {"column", "A"}}, "//c:valAx/c:crossBetween/@val", "between"},
             {{{"line", "A"}}, "count(//c:lineChart/c:ser/c:spPr/a:solidFill)", "0"},
             {{{"line", "A"}}, "count(//c:lineChart//c:invertIfNegative)", "0"},
             {{{"line", "A"}, {"stacking", "normal"}}, "//c:grouping/@val", "stacked|standard"},
