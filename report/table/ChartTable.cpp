@@ -374,7 +374,7 @@ class GridMaker {
         if (column.kind == ColumnKind::Text || (categoryColumns_.size() > 1 && xColumn_ == nullptr)) return;
         for (const auto row : categories_.firstRow) grid_.positions.push_back(column.numbers[row]);
         const bool isDate = column.kind == ColumnKind::Date;
-        // An axis of days chooses its format by its span.
+        // Days that are all first of a month, or of a year, are shown as such.
         if (!isDate || column.dateUnit != DateUnit::Day) grid_.positionFormat = column.numberFormat;
         if (!isDate)
             grid_.kind = CategoryKind::Number;
