@@ -31,7 +31,8 @@ quillon-report price.csv --type line --title "The price rose by a third, after a
     -o price.docx
 
 # Small multiples
-# Three charts side by side with one scale, from one long table. The months are dates that show their initials.
+# Three charts side by side with one scale, from one long table, whose months are dates that show their initials. The job
+# file is [small-multiples.json](../examples/gallery/small-multiples.json).
 quillon-report --job small-multiples.json -o small-multiples.docx
 
 # Bubbles

@@ -75,7 +75,7 @@ def write_example(example):
 
 ## {example.heading}
 
-{example.text}
+{example.text} [The table](../examples/gallery/{name}.csv)
 
 ![{example.heading}](images/gallery/{name}.png)
 
@@ -123,7 +123,7 @@ from quillon import report
 from quillon.chart import ColumnChart
 ```
 
-{"".join(map(write_example, examples))}
+{chr(10).join(map(write_example, examples))}
 ## Another theme
 
 Colours and fonts that a chart does not set come from the theme of its document. Below are four charts in the theme of new
