@@ -57,7 +57,7 @@ const std::string* findText(const NamedTexts& texts, const std::string& name)
 Table readTexts(const ChartJob& job, std::size_t& byColumn, const std::string& by)
 {
     const Note ignore = [](const std::string&) {};
-    const TableScan scan(openSource(job.table, job, nullptr), job, ignore);
+    const TableScan scan(openSource(job.table, job, ignore, nullptr), job, ignore);
     byColumn = scan.findColumn(by);
     std::vector<ColumnRequest> requests;
     for (std::size_t column = 0; column < scan.getNames().size(); ++column)

@@ -2,10 +2,21 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 
 namespace quillon::report {
+namespace {
+
+constexpr std::array<std::string_view, 21> totalNames = {
+    "total",         "totals",    "grand total", "subtotal",       "sum",           "summe",
+    "gesamt",        "insgesamt", "gesamtsumme", "gesamtergebnis", "zwischensumme", "total general",
+    "total général", "totale",    "totaal",      "totalt",         "i alt",         "suma",
+    "razem",         "celkem",    "yhteensä"};
+
+}  // namespace
 
 std::string writeNumber(double number)
 {
@@ -33,6 +44,14 @@ std::string writeCell(const Cell& cell)
     if (cell.kind == CellKind::Number) return writeNumber(cell.number);
     if (cell.kind == CellKind::Date) return writeDate(cell.number);
     return std::string(cell.text);
+}
+
+bool namesTotal(std::string text)
+{
+    for (auto& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    if (text.ends_with(':')) text.pop_back();
+    return std::find(totalNames.begin(), totalNames.end(), text) != totalNames.end();
 }
 
 }  // namespace quillon::report

@@ -15,4 +15,7 @@ std::string writeDate(double serial);
 /// A cell as people read it.
 std::string writeCell(const Cell& cell);
 
+/// Whether a row of that name adds up others: "Total", "Summe:", in any case.
+bool namesTotal(std::string text);
+
 }  // namespace quillon::report

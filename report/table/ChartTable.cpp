@@ -1,7 +1,6 @@
 #include "report/table/ChartTable.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -9,6 +8,7 @@
 #include <unordered_map>
 
 #include "report/options/QuotedText.h"
+#include "report/table/CellText.h"
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
@@ -89,8 +89,8 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
     roles.values =
         options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
     if (roles.values.empty())
-        fail("{}: no column beside {} holds numbers.", scan.getPlace().name,
-             quoteText(scan.getNames()[roles.categories.front()]));
+        fail("{}: no column beside {} holds numbers{}.", scan.getPlace().name,
+             quoteText(scan.getNames()[roles.categories.front()]), scan.getPlace().hint);
     return roles;
 }
 
@@ -210,9 +210,7 @@ class GridMaker {
             ask({*roles_.x}, isDate ? ColumnRole::Label : ColumnRole::Value);
         }
         auto table = readColumns(scan, requests, options_, note_);
-        if (roles_.x && table.columns.back().kind == ColumnKind::Text)
-            fail("{}: column {}: expected numbers or dates for --x.", table.place.name,
-                 quoteText(table.columns.back().name));
+        if (roles_.x && table.columns.back().kind == ColumnKind::Text) refuseX(scan);
         auto next = table.columns.begin();
         const auto take = [&](std::size_t count) {
             std::vector<const TableColumn*> taken;
@@ -227,6 +225,15 @@ class GridMaker {
         minusColumns_ = take(roles_.errorsMinus.size());
         xColumn_ = roles_.x ? take(1).front() : nullptr;
         return table;
+    }
+
+    [[noreturn]] void refuseX(const TableScan& scan) const
+    {
+        const auto& place = scan.getPlace();
+        const auto misfit = scan.getProfile(*roles_.x).getMisfit(DateOrder::DayMonthYear);
+        fail("{}: column {}: expected numbers or dates for --x{}.",
+             misfit.isSet() ? place.at(misfit.line) : place.name, quoteText(scan.getNames()[*roles_.x]),
+             misfit.isSet() ? ", got " + quoteText(misfit.text) : "");
     }
 
     /// Wide tables name each category once; a name that comes again is the mark of a long one.
@@ -346,15 +353,6 @@ class GridMaker {
             note_(fmt::format("{}: the columns have different units: {}.", grid_.name, list));
     }
 
-    /// "%" or the currency of a worksheet format.
-    static std::string findUnit(const std::string& format)
-    {
-        if (format.find('%') != std::string::npos) return "%";
-        const auto start = format.find('"');
-        const auto end = start == std::string::npos ? start : format.find('"', start + 1);
-        return end == std::string::npos ? "" : format.substr(start + 1, end - start - 1);
-    }
-
     void readCategories()
     {
         const auto read = [&](const TableColumn& column) {
@@ -396,20 +394,6 @@ class GridMaker {
     Grid grid_;
 };
 
-constexpr std::array<std::string_view, 21> totalNames = {
-    "total",         "totals",    "grand total", "subtotal",       "sum",           "summe",
-    "gesamt",        "insgesamt", "gesamtsumme", "gesamtergebnis", "zwischensumme", "total general",
-    "total général", "totale",    "totaal",      "totalt",         "i alt",         "suma",
-    "razem",         "celkem",    "yhteensä"};
-
-bool namesTotal(std::string text)
-{
-    for (auto& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    if (text.ends_with(':')) text.pop_back();
-    return std::find(totalNames.begin(), totalNames.end(), text) != totalNames.end();
-}
-
 /// A row that adds up the others dwarfs them in a chart.
 std::vector<std::u16string> noteTotals(const Grid& grid, const Note& note)
 {
@@ -428,10 +412,12 @@ std::vector<std::u16string> noteTotals(const Grid& grid, const Note& note)
 ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
 {
     checkTableOptions(options);
-    const Note note = [&listener](const std::string& sentence) {
-        if (listener.warning) listener.warning(sentence);
+    // A column that is read for two ends has one sentence.
+    std::set<std::string> heard;
+    const Note note = [&](const std::string& sentence) {
+        if (listener.warning && heard.insert(sentence).second) listener.warning(sentence);
     };
-    const TableScan scan(openSource(path, options, listener.progress), options, note);
+    const TableScan scan(openSource(path, options, note, listener.progress), options, note);
     const auto roles = findRoles(scan, options, note);
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();

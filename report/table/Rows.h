@@ -33,10 +33,15 @@ struct Row {
     std::span<const Cell> cells = {};
 };
 
+/// Hears a sentence on what was understood, replaced or left out.
+using Note = std::function<void(const std::string&)>;
+
 /// How rows are named in sentences: "sales.csv:3", or "sales.xlsx, row 3".
 struct Place {
     std::string name;
     bool countsLines = true;
+    /// Where else the table may be; ends sentences on a table that cannot be one.
+    std::string hint = {};
 
     const char* getUnit() const { return countsLines ? "line" : "row"; }
     std::string at(std::size_t line) const

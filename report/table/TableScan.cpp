@@ -29,6 +29,11 @@ std::optional<DateOrder> findOrder(std::string_view name)
     return name == "ymd" ? std::optional(DateOrder::YearMonthDay) : std::nullopt;
 }
 
+std::string describeCell(const Sample& cell)
+{
+    return cell.text.empty() ? "an empty cell" : quoteText(cell.text);
+}
+
 bool holdsWords(std::string_view text)
 {
     return text.find(' ') != std::string_view::npos || text.starts_with('*');
@@ -53,7 +58,8 @@ TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& opti
     filter_ = std::make_unique<RowFilter>(makeFilter());
     profileRows(note);
     requireNames();
-    if (rowCount_ == 0) fail("{}: the table has a header row and no rows of data.", getPlace().name);
+    if (rowCount_ == 0)
+        fail("{}: the table has a header row and no rows of data{}.", getPlace().name, getPlace().hint);
     filter_->noteUnknown(getPlace(), note);
     if (keptCount_ == 0) fail("{}: no row is left by --where and --drop.", getPlace().name);
 }
@@ -145,9 +151,14 @@ void TableScan::requireWidth(const Row& row) const
 
 void TableScan::requireNames() const
 {
-    for (std::size_t i = 1; i < profiles_.size(); ++i)
+    const bool isChosen = !options_.columns.empty() || !options_.value.empty();
+    for (std::size_t i = 1; i < profiles_.size() && !isChosen; ++i)
         if (layout_.names[i].empty() && (profiles_[i].getFilled() > 0 || rowCount_ == 0))
-            fail("{}: column {} has no name.", getPlace().at(layout_.headerLine), i + 1);
+            fail(
+                "{}: column {} has no name; name it, choose others by --columns, or leave out lines above "
+                "the "
+                "header by --skip.",
+                getPlace().at(layout_.headerLine), i + 1);
 }
 
 std::size_t TableScan::findColumn(const std::string& name) const
@@ -188,10 +199,14 @@ std::optional<char> TableScan::findDecimal() const
 const ColumnProfile::Reading& TableScan::chooseReading(std::size_t column) const
 {
     const auto& profile = profiles_[column];
-    if (const auto& other = profile.getOtherUnit(); other.isSet())
-        fail("{}: column {}: {} stands among values in {}; the values of a column have one unit.",
-             getPlace().at(other.line), quoteText(layout_.names[column]), quoteText(other.text),
-             profile.getUnit());
+    if (const auto conflict = profile.findUnitConflict()) {
+        const auto& [usual, other] = *conflict;
+        fail(
+            "{}: column {}: {} stands among values {}; the values of a column have one unit; --columns "
+            "chooses others.",
+            getPlace().at(other.first.line), quoteText(layout_.names[column]), quoteText(other.first.text),
+            usual.symbol.empty() ? "without a unit" : "in " + usual.symbol);
+    }
     const auto& readings = profile.getReadings();
     if (readings.size() == 1) return readings.front();
     const auto& point = readings[0];
@@ -223,9 +238,11 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
     if (options_.dates == "none") return std::nullopt;
     if (const auto asked = findOrder(options_.dates)) {
         if (isDate(*asked)) return asked;
+        const auto misfit = profile.getMisfit(*asked);
         note(fmt::format(
-            "{}: column {} does not hold dates as --dates {} says; its texts are shown as they are.",
-            getPlace().name, quoteText(layout_.names[column]), options_.dates));
+            "{}: column {} does not hold dates as --dates {} says{}; its texts are shown as they are.",
+            misfit.isSet() ? getPlace().at(misfit.line) : getPlace().name, quoteText(layout_.names[column]),
+            options_.dates, misfit.isSet() ? ": got " + describeCell(misfit) : ""));
         return std::nullopt;
     }
     const bool dayFirst = isDate(DateOrder::DayMonthYear);
@@ -241,7 +258,25 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
         return std::nullopt;
     }
     if (dayFirst) return DateOrder::DayMonthYear;
-    return monthFirst ? std::optional(DateOrder::MonthDayYear) : std::nullopt;
+    if (monthFirst) return DateOrder::MonthDayYear;
+    noteMisfit(column, note);
+    return std::nullopt;
+}
+
+/// A column that would be all dates but for one cell names that cell.
+void TableScan::noteMisfit(std::size_t column, const Note& note) const
+{
+    const auto& profile = profiles_[column];
+    const auto dayFirst = profile.getMisfit(DateOrder::DayMonthYear);
+    const auto misfit = dayFirst.isSet() ? dayFirst : profile.getMisfit(DateOrder::MonthDayYear);
+    // A total is told of by itself.
+    if (!misfit.isSet() || namesTotal(misfit.text)) return;
+    note(
+        fmt::format("{}: column {}: {} stands among dates and is none, so that the texts are shown as they "
+                    "are; {}--dates "
+                    "none says that this is right.",
+                    getPlace().at(misfit.line), quoteText(layout_.names[column]), describeCell(misfit),
+                    misfit.text.empty() ? "" : "--drop leaves its row out, and "));
 }
 
 void TableScan::readRows(const RowSource::Handler& handler) const

@@ -63,6 +63,7 @@ class TableScan {
     bool decides(const ColumnProfile& profile, char decimal) const;
     std::optional<char> findDecimal() const;
     [[noreturn]] void refuseAmbiguous(std::size_t column) const;
+    void noteMisfit(std::size_t column, const Note& note) const;
 
     std::unique_ptr<RowSource> source_;
     const TableOptions& options_;

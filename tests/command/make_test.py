@@ -73,7 +73,7 @@ REFUSED = [
     (WIDE, ["--type", "pie"], "t.csv: a pie shows one series, the table gives 2; choose one with --columns."),
     (WIDE, ["--type", "donut"], '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "donut".'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
-    (WIDE, ["--delimiter", "pipe"], 'Delimiter "pipe": expected comma, semicolon or tab.'),
+    (WIDE, ["--delimiter", "dot"], 'Delimiter "dot": expected comma, semicolon, tab or pipe.'),
     (WIDE, ["--width", "wide"], '--width: expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".'),
     (WIDE, ["--colors", "red,rgb(0,0,256)"],
      '--colors: "rgb(0,0,256)" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.'),
