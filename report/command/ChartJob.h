@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "report/options/ChartOptions.h"
+#include "report/table/Rows.h"
 #include "report/table/TableOptions.h"
 
 namespace quillon::report {
@@ -13,6 +15,8 @@ namespace quillon::report {
 /// the default.
 struct ChartJob : TableOptions {
     std::string table;
+    /// The rows of the table that are shown, where they have been read.
+    std::shared_ptr<RowSource> rows;
     std::string title;
     std::string heading;
     /// Of a template: the chart that takes the data, or else the placeholder that becomes a chart.

@@ -29,7 +29,8 @@ ChartData readData(const ChartJob& job, const Listener& listener)
 {
     TableOptions reading = job;
     reading.gaps = job.gaps || job.options.blank;
-    return readChartData(job.table, reading, listener);
+    return job.rows ? readChartData(job.rows, reading, listener)
+                    : readChartData(job.table, reading, listener);
 }
 
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& note)

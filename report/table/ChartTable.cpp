@@ -407,17 +407,17 @@ std::vector<std::u16string> noteTotals(const Grid& grid, const Note& note)
     return totals;
 }
 
-}  // namespace
-
-ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+/// A column that is read for two ends has one sentence.
+Note hearOnce(const Listener& listener)
 {
-    checkTableOptions(options);
-    // A column that is read for two ends has one sentence.
-    std::set<std::string> heard;
-    const Note note = [&](const std::string& sentence) {
+    return [&listener, heard = std::set<std::string>()](const std::string& sentence) mutable {
         if (listener.warning && heard.insert(sentence).second) listener.warning(sentence);
     };
-    const TableScan scan(openSource(path, options, note, listener.progress), options, note);
+}
+
+ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
+{
+    const TableScan scan(std::move(source), options, note);
     const auto roles = findRoles(scan, options, note);
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();
@@ -426,6 +426,25 @@ ChartData readChartData(const std::string& path, const TableOptions& options, co
     auto data = makeChartData(grid);
     if (!options.transpose) data.totals = std::move(totals);
     return data;
+}
+
+}  // namespace
+
+ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+{
+    checkTableOptions(options);
+    const auto note = hearOnce(listener);
+    return readFrom(openSource(path, options, note, listener.progress), options, note);
+}
+
+ChartData readChartData(const std::shared_ptr<RowSource>& rows, const TableOptions& options,
+                        const Listener& listener)
+{
+    checkTableOptions(options);
+    auto shaping = options;
+    shaping.skip = 0;
+    shaping.noHeader = false;
+    return readFrom(rows, shaping, hearOnce(listener));
 }
 
 }  // namespace quillon::report

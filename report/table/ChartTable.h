@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "report/options/ChartData.h"
 #include "report/options/Listener.h"
+#include "report/table/Rows.h"
 #include "report/table/TableOptions.h"
 
 namespace quillon::report {
@@ -14,5 +16,8 @@ namespace quillon::report {
 /// In place of gaps one point stands in all series. Throws: std::runtime_error with a sentence that names
 /// file, line, column and the option that helps.
 ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener = {});
+/// The same of rows that have been read; the options of files are not looked at.
+ChartData readChartData(const std::shared_ptr<RowSource>& rows, const TableOptions& options,
+                        const Listener& listener = {});
 
 }  // namespace quillon::report

@@ -62,8 +62,11 @@ class RowSource {
     virtual void read(const Handler& handler) = 0;
 
     const Place& getPlace() const { return place_; }
+    void setNumbersRows(bool numbersRows) { numbersRows_ = numbersRows; }
     /// Whether the first row holds the names of the columns beyond doubt, as in rows of objects.
     bool namesColumns() const { return namesColumns_; }
+    /// Whether the first column is known to number the rows.
+    bool numbersRows() const { return numbersRows_; }
     /// '.' or ',' where the kind of source speaks for it, when the numbers themselves leave it open.
     std::optional<char> getLikelyDecimal() const { return likelyDecimal_; }
 
@@ -78,6 +81,7 @@ class RowSource {
     Place place_;
     bool namesColumns_;
     std::optional<char> likelyDecimal_;
+    bool numbersRows_ = false;
 };
 
 }  // namespace quillon::report

@@ -146,6 +146,14 @@ const std::array<TableOption, 28> tableOptions = {{
     {"cumulative", &TableOptions::cumulative, "", "add to each value all values before it", shape},
 }};
 
+bool haveSameSource(const TableOptions& a, const TableOptions& b)
+{
+    return std::ranges::all_of(tableOptions, [&](const TableOption& option) {
+        const auto isSame = [&](auto member) { return a.*member == b.*member; };
+        return option.group != source || std::visit(isSame, option.member);
+    });
+}
+
 void checkTableOptions(const TableOptions& options)
 {
     for (const auto& option : tableOptions)

@@ -80,6 +80,9 @@ struct TableOption {
 
 extern const std::array<TableOption, 28> tableOptions;
 
+/// Whether both read the same rows of a file: sheet, range, encoding and the like.
+bool haveSameSource(const TableOptions& a, const TableOptions& b);
+
 /// Throws: std::runtime_error that lists what is allowed, for a value that is not, or options that exclude
 /// each other.
 void checkTableOptions(const TableOptions& options);

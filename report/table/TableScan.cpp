@@ -50,7 +50,7 @@ std::string listNames(const std::vector<std::string>& names)
     return list;
 }
 
-TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& options, const Note& note)
+TableScan::TableScan(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
     : source_(std::move(source)), options_(options), layout_(findLayout(*source_, options, note))
 {
     const ColumnProfile empty(listStyles(options), options.missing);
@@ -62,6 +62,13 @@ TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& opti
         fail("{}: the table has a header row and no rows of data{}.", getPlace().name, getPlace().hint);
     filter_->noteUnknown(getPlace(), note);
     if (keptCount_ == 0) fail("{}: no row is left by --where and --drop.", getPlace().name);
+}
+
+std::shared_ptr<StoredRows> TableScan::makeEmptyRows() const
+{
+    auto rows = std::make_shared<StoredRows>(getPlace(), true, source_->getLikelyDecimal(), 0);
+    rows->setNumbersRows(hasRowNumbers());
+    return rows;
 }
 
 bool TableScan::hasUnnamedFirst() const
