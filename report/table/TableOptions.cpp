@@ -90,8 +90,7 @@ void checkTogether(const TableOptions& o)
 
 const std::array<TableOption, 28> tableOptions = {{
     {"delimiter", &TableOptions::delimiter, "comma|semicolon|tab|pipe",
-     "what parts the cells of a line: comma, semicolon, tab or pipe, the bar | (default: what the rows show)",
-     source},
+     "what parts the cells of a line: comma, semicolon, tab or pipe (default: what the rows show)", source},
     {"sheet", &TableOptions::sheet, "",
      "the sheet of a workbook, by name or as #2 for the second (default: the first)", source},
     {"range", &TableOptions::range, "", "the cells of the sheet, as in B3:F20 (default: all that are filled)",
