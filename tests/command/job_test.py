@@ -106,7 +106,7 @@ class JobTest(CommandTest):
         self.write("jobs/t.csv", WIDE)
         self.write("jobs/long.csv", LONG)
         self.write("jobs/job.json", {"charts": [
-            {"table": "t.csv", "type": "column", "colors": ["red"], "gaps": True},
+            {"table": "t.csv", "type": "column", "palette": ["red"], "gaps": True},
             {"table": "long.csv", "type": "line", "series": "source", "value": "net"},
         ]})
         self.succeed("--job", "jobs/job.json", "-o", "out.docx")
@@ -193,12 +193,17 @@ class JobTest(CommandTest):
         self.write("data/t.csv", "\"A \"\"b\"\"\",Größe\nx,1\ny,\n".encode())
         self.write("jobs/.keep", b"")
         self.succeed("init", "data/t.csv", "-o", "jobs/job.json")
-        self.write("jobs/job2.json", self.read("jobs/job.json").replace(b'"legend"', b'"gaps": true, "legend"').replace(
-            b']}}\n', b'], "gaps": true}}\n'))
-        self.succeed("--job", "jobs/job2.json", "-o", "out.docx")
+        self.succeed("--job", "jobs/job.json", "-o", "out.docx")
         self.assertEqual(self.read_charts("out.docx"), [("bar", ["x", "y"], {"Größe": ["1", None]})])
         self.assertIn('"table": "../data/t.csv"', self.read("jobs/job.json").decode())
         self.assertIn('"table": "data/t.csv"', self.succeed("init", "data/t.csv"))
+        self.write("long.csv", b"a;m;v\nx;p;1\nx;q;2\n")
+        self.succeed("init", "long.csv", "--series", "m", "--value", "v", "--category", "a", "--type", "bar", "--gap",
+                     "30", "--palette", "red,blue", "--series-colors", "q=red", "--delimiter", "semicolon", "-o", "l.json")
+        self.succeed("--job", "l.json", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx")[0][1:], (["x"], {"p": ["1"], "q": ["2"]}))
+        for member in (b'"gap": 30', b'"palette": ["red","blue"]', b'"series-colors": {"q":"red"}', b'"delimiter": "semicolon"'):
+            self.assertIn(member, self.read("l.json"))
         self.require_refusal(1, 'Cannot write "data/t.csv"', "init", "data/t.csv", "-o", "data/t.csv")
 
 
