@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "chart/model/ColumnChart.h"
 #include "report/options/QuotedText.h"
 #include "report/table/ChartTable.h"
@@ -23,6 +26,57 @@ void noteNegativeSlice(const std::string& table, const chart::DataSet& dataSet, 
                                     quoteText(toUtf8(dataSet.getCategories().at(i)))));
 }
 
+/// Narrow columns merge into one another.
+void noteManyColumns(const ChartJob& job, const ChartData& data, const Note& note)
+{
+    constexpr std::size_t most = 300;
+    const auto count = data.dataSet->getCategories().size() * data.dataSet->getSeriesCount();
+    if (job.options.kind.value_or(ChartKind::Column) != ChartKind::Column || count <= most) return;
+    note(fmt::format("{}: {} columns are too many to tell apart; {}.", job.table, count,
+                     data.categoryKind == CategoryKind::Date
+                         ? "--type line shows how they run"
+                         : "--top 20 keeps the largest, --columns fewer series"));
+}
+
+struct SeriesSize {
+    std::size_t series;
+    double most;
+};
+
+/// The series with their largest values, the smallest first.
+std::vector<SeriesSize> sortBySize(const chart::DataSet& dataSet)
+{
+    std::vector<SeriesSize> sizes;
+    for (std::size_t i = 0; i < dataSet.getSeriesCount(); ++i) {
+        double most = 0;
+        for (const auto& point : dataSet.getSeries(i)->getPoints())
+            most = std::fmax(most, std::abs(point->getValue()));
+        if (most > 0) sizes.push_back({i, most});
+    }
+    std::ranges::sort(sizes, {}, &SeriesSize::most);
+    return sizes;
+}
+
+/// Beside values that are a thousand times as large others lie flat on the axis.
+void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const Note& note)
+{
+    constexpr double flat = 1000;
+    const auto kind = job.options.kind.value_or(ChartKind::Column);
+    if (!combinedKinds.contains(kind) || !job.options.second.empty() || job.options.log) return;
+    const auto sizes = sortBySize(dataSet);
+    if (sizes.size() < 2 || sizes.back().most < flat * sizes.front().most) return;
+    const auto name = [&](const SeriesSize& one) {
+        return quoteText(toUtf8(dataSet.getSeries(one.series)->getName()));
+    };
+    const auto large = name(sizes.back());
+    // Columns on two axes would hide one another.
+    const auto asLine = kind == ChartKind::Column ? " --line " + large : "";
+    note(fmt::format(
+        "{}: the values of {} are over 1,000 times those of {}, which lie flat on the axis; --second {}{} "
+        "gives them an axis of their own.",
+        job.table, large, name(sizes.front()), large, asLine));
+}
+
 }  // namespace
 
 ChartData readData(const ChartJob& job, const Listener& listener)
@@ -33,14 +87,17 @@ ChartData readData(const ChartJob& job, const Listener& listener)
                     : readChartData(job.table, reading, listener);
 }
 
-std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& note)
+std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& heard)
 {
+    const Note note = heard ? heard : [](const std::string&) {};
     const auto& dataSet = *data.dataSet;
     const bool isPie = job.options.kind && sliceKinds.contains(*job.options.kind);
     if (isPie && dataSet.getSeriesCount() > 1)
         fail("{}: a pie shows one series, the table gives {}; choose one with --columns.", job.table,
              dataSet.getSeriesCount());
     if (isPie) noteNegativeSlice(job.table, dataSet, note);
+    noteManyColumns(job, data, note);
+    noteFlatSeries(job, dataSet, note);
     // The type among the options says what it is drawn as.
     auto chart = chart::ColumnChart::create();
     chart->setDataSet(data.dataSet);
