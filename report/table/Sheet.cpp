@@ -95,7 +95,7 @@ CellAddress takeAddress(std::string_view& text)
     return address;
 }
 
-std::optional<SheetRange> parseRange(std::string_view text)
+std::optional<SheetRange> readSheetRange(std::string_view text)
 {
     const auto first = takeAddress(text);
     if (!text.starts_with(':')) return std::nullopt;

@@ -82,7 +82,7 @@ struct CellAddress {
 /// Takes "B3" or "$B$3" off the front of a text.
 CellAddress takeAddress(std::string_view& text);
 /// Reads "B3:F20". Nothing where the text is no range, or one beyond the limits of columns.
-std::optional<SheetRange> parseRange(std::string_view text);
+std::optional<SheetRange> readSheetRange(std::string_view text);
 
 /// The sheets of a workbook; each is read on demand.
 class WorkbookReader {

@@ -19,7 +19,7 @@ SheetRange readRange(const std::string& text)
 {
     constexpr auto last = std::numeric_limits<std::int32_t>::max();
     if (text.empty()) return {0, 0, last, last};
-    const auto range = parseRange(text);
+    const auto range = readSheetRange(text);
     if (!range) fail("Range {}: expected two cells, as in B3:F20.", quoteText(text));
     return *range;
 }

@@ -194,7 +194,7 @@ class SheetListener : public XmlListener {
             sheet_.hideColumns(readInteger(getAttribute(attributes, "min")) - 1,
                                readInteger(getAttribute(attributes, "max")) - 1);
         if (name == "mergeCell")
-            if (const auto range = parseRange(getAttribute(attributes, "ref"))) sheet_.addMerge(*range);
+            if (const auto range = readSheetRange(getAttribute(attributes, "ref"))) sheet_.addMerge(*range);
         if (name == "rPh") isPronunciation_ = true;
         isValue_ = name == "v" || (name == "t" && !isPronunciation_);
     }
