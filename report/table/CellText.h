@@ -10,7 +10,7 @@ namespace quillon::report {
 std::string writeNumber(double number);
 
 /// A date of a worksheet as ISO text: "2024-03-31", with the time where it has one.
-std::string writeDate(double serial);
+std::string writeIsoDate(double serial);
 
 /// A cell as people read it.
 std::string writeCell(const Cell& cell);

@@ -260,8 +260,8 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
             "{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
             "shown as they are.",
             getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
-            writeDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
-            writeDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
+            writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
+            writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
         return std::nullopt;
     }
     if (dayFirst) return DateOrder::DayMonthYear;
