@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "chart/model/ColumnChart.h"
 #include "report/options/QuotedText.h"
@@ -57,6 +58,16 @@ std::vector<SeriesSize> sortBySize(const chart::DataSet& dataSet)
     return sizes;
 }
 
+/// The names of series as an option takes them.
+template <typename Sizes>
+std::string listSeries(const chart::DataSet& dataSet, const Sizes& sizes)
+{
+    std::string names;
+    for (const SeriesSize& one : sizes)
+        names += (names.empty() ? "" : ",") + quoteText(toUtf8(dataSet.getSeries(one.series)->getName()));
+    return names;
+}
+
 /// Beside values that are a thousand times as large others lie flat on the axis.
 void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const Note& note)
 {
@@ -65,16 +76,19 @@ void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const No
     if (!combinedKinds.contains(kind) || !job.options.second.empty() || job.options.log) return;
     const auto sizes = sortBySize(dataSet);
     if (sizes.size() < 2 || sizes.back().most < flat * sizes.front().most) return;
-    const auto name = [&](const SeriesSize& one) {
-        return quoteText(toUtf8(dataSet.getSeries(one.series)->getName()));
-    };
-    const auto large = name(sizes.back());
+    // The widest step between two sizes parts the small from the large; the fewer get the second axis.
+    std::size_t small = 1;
+    for (std::size_t i = 2; i < sizes.size(); ++i)
+        if (sizes[i].most / sizes[i - 1].most > sizes[small].most / sizes[small - 1].most) small = i;
+    const auto all = std::span(sizes);
+    const auto fewer = small <= sizes.size() - small ? all.first(small) : all.subspan(small);
+    const auto moved = listSeries(dataSet, fewer);
     // Columns on two axes would hide one another.
-    const auto asLine = kind == ChartKind::Column ? " --line " + large : "";
+    const auto asLine = kind == ChartKind::Column ? " --line " + moved : "";
     note(fmt::format(
         "{}: the values of {} are over 1,000 times those of {}, which lie flat on the axis; --second {}{} "
-        "gives them an axis of their own.",
-        job.table, large, name(sizes.front()), large, asLine));
+        "gives an axis of its own.",
+        job.table, listSeries(dataSet, all.last(1)), listSeries(dataSet, all.first(1)), moved, asLine));
 }
 
 }  // namespace
