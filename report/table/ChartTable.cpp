@@ -21,6 +21,7 @@ namespace {
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
 
 using Columns = std::vector<std::size_t>;
+using TableColumns = std::vector<const TableColumn*>;
 
 /// What the columns of the table are for, by position.
 struct Roles {
@@ -36,6 +37,11 @@ struct Roles {
 bool contains(const Columns& columns, std::size_t column)
 {
     return std::find(columns.begin(), columns.end(), column) != columns.end();
+}
+
+Columns listColumn(std::optional<std::size_t> column)
+{
+    return column ? Columns{*column} : Columns{};
 }
 
 Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
@@ -136,7 +142,7 @@ struct Categories {
     std::vector<std::uint32_t> firstRow;
 };
 
-Categories groupRows(const std::vector<const TableColumn*>& columns, std::size_t rowCount)
+Categories groupRows(const TableColumns& columns, std::size_t rowCount)
 {
     Categories categories;
     std::map<std::vector<std::uint32_t>, std::uint32_t> known;
@@ -195,38 +201,35 @@ class GridMaker {
     /// The columns stand in the order in which they are asked for here.
     Table readRoles(const TableScan& scan)
     {
+        const bool hasDates = roles_.x && !scan.getProfile(*roles_.x).isNumeric();
+        TableColumns series;
+        TableColumns x;
+        struct Part {
+            Columns columns;
+            ColumnRole role;
+            TableColumns& read;
+        };
+        const Part parts[] = {
+            {roles_.categories, ColumnRole::Label, categoryColumns_},
+            {listColumn(roles_.series), ColumnRole::Label, series},
+            {roles_.values, ColumnRole::Value, valueColumns_},
+            {roles_.sizes, ColumnRole::Value, sizeColumns_},
+            {roles_.errorsPlus, ColumnRole::Value, plusColumns_},
+            {roles_.errorsMinus, ColumnRole::Value, minusColumns_},
+            {listColumn(roles_.x), hasDates ? ColumnRole::Label : ColumnRole::Value, x},
+        };
         std::vector<ColumnRequest> requests;
-        const auto ask = [&](const Columns& columns, ColumnRole role) {
-            for (const auto column : columns) requests.push_back({column, role});
-        };
-        ask(roles_.categories, ColumnRole::Label);
-        if (roles_.series) ask({*roles_.series}, ColumnRole::Label);
-        ask(roles_.values, ColumnRole::Value);
-        ask(roles_.sizes, ColumnRole::Value);
-        ask(roles_.errorsPlus, ColumnRole::Value);
-        ask(roles_.errorsMinus, ColumnRole::Value);
-        if (roles_.x) {
-            const bool isDate = !scan.getProfile(*roles_.x).isNumeric();
-            ask({*roles_.x}, isDate ? ColumnRole::Label : ColumnRole::Value);
-        }
+        for (const auto& part : parts)
+            for (const auto column : part.columns) requests.push_back({column, part.role});
         auto table = readColumns(scan, requests, options_, note_);
-        if (roles_.x && table.columns.back().kind == ColumnKind::Text) refuseX(scan);
         auto next = table.columns.begin();
-        const auto take = [&](std::size_t count) {
-            std::vector<const TableColumn*> taken;
-            for (std::size_t i = 0; i < count; ++i) taken.push_back(&*next++);
-            return taken;
-        };
-        categoryColumns_ = take(roles_.categories.size());
-        seriesColumn_ = roles_.series ? take(1).front() : nullptr;
-        valueColumns_ = take(roles_.values.size());
-        sizeColumns_ = take(roles_.sizes.size());
-        plusColumns_ = take(roles_.errorsPlus.size());
-        minusColumns_ = take(roles_.errorsMinus.size());
-        xColumn_ = roles_.x ? take(1).front() : nullptr;
+        for (const auto& part : parts)
+            for (std::size_t i = 0; i < part.columns.size(); ++i) part.read.push_back(&*next++);
+        seriesColumn_ = series.empty() ? nullptr : series.front();
+        xColumn_ = x.empty() ? nullptr : x.front();
+        if (xColumn_ != nullptr && xColumn_->kind == ColumnKind::Text) refuseX(scan);
         return table;
     }
-
     [[noreturn]] void refuseX(const TableScan& scan) const
     {
         const auto& place = scan.getPlace();
@@ -266,7 +269,7 @@ class GridMaker {
     }
 
     /// One column for each series, or one for all.
-    const std::vector<double>& getExtra(const std::vector<const TableColumn*>& columns, std::size_t series,
+    const std::vector<double>& getExtra(const TableColumns& columns, std::size_t series,
                                         const char* option) const
     {
         static const std::vector<double> none;
@@ -326,8 +329,7 @@ class GridMaker {
         const auto& category = *categoryColumns_.back();
         fail(
             "{}: a second value for {} {} and {} {}; a long table has one for each pair, and --aggregate "
-            "makes one of "
-            "several.",
+            "makes one of several.",
             table_.place.at(table_.lines[row]), seriesColumn_->name, quoteText(seriesColumn_->texts[row]),
             category.name, quoteText(category.texts[row]));
     }
@@ -383,12 +385,12 @@ class GridMaker {
     const Roles& roles_;
     const TableOptions& options_;
     const Note& note_;
-    std::vector<const TableColumn*> categoryColumns_;
+    TableColumns categoryColumns_;
     const TableColumn* seriesColumn_ = nullptr;
-    std::vector<const TableColumn*> valueColumns_;
-    std::vector<const TableColumn*> sizeColumns_;
-    std::vector<const TableColumn*> plusColumns_;
-    std::vector<const TableColumn*> minusColumns_;
+    TableColumns valueColumns_;
+    TableColumns sizeColumns_;
+    TableColumns plusColumns_;
+    TableColumns minusColumns_;
     const TableColumn* xColumn_ = nullptr;
     Table table_;
     Categories categories_;

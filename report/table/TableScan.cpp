@@ -152,8 +152,11 @@ void TableScan::requireWidth(const Row& row) const
     const auto width = layout_.names.size();
     if (row.cells.size() == width || (row.cells.size() > width && countCells(row) <= width)) return;
     const auto got = row.cells.size() > width ? countCells(row) : row.cells.size();
-    fail("{}: expected {} {}{}, got {}.", getPlace().at(row.line), width, width == 1 ? "field" : "fields",
-         layout_.headerLine > 0 ? ", as in the header row" : ", as in the rows above", got);
+    fail(
+        "{}: expected {} {}{}, got {}; a field that holds the delimiter stands in quotes, --delimiter names "
+        "another, and --skip leaves out lines above the header.",
+        getPlace().at(row.line), width, width == 1 ? "field" : "fields",
+        layout_.headerLine > 0 ? ", as in the header row" : ", as in the rows above", got);
 }
 
 void TableScan::requireNames() const
@@ -163,8 +166,7 @@ void TableScan::requireNames() const
         if (layout_.names[i].empty() && (profiles_[i].getFilled() > 0 || rowCount_ == 0))
             fail(
                 "{}: column {} has no name; name it, choose others by --columns, or leave out lines above "
-                "the "
-                "header by --skip.",
+                "the header by --skip.",
                 getPlace().at(layout_.headerLine), i + 1);
 }
 
@@ -231,8 +233,7 @@ void TableScan::refuseAmbiguous(std::size_t column) const
     const auto& readings = profiles_[column].getReadings();
     fail(
         "{}: column {}: {} can be {} (decimal point) or {} (decimal comma); --decimal point or --decimal "
-        "comma "
-        "settles it.",
+        "comma settles it.",
         getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
         writeNumber(readDigits(digits, readings[0].style)->value),
         writeNumber(readDigits(digits, readings[1].style)->value));
@@ -245,29 +246,37 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
     if (options_.dates == "none") return std::nullopt;
     if (const auto asked = findOrder(options_.dates)) {
         if (isDate(*asked)) return asked;
-        const auto misfit = profile.getMisfit(*asked);
-        note(fmt::format(
-            "{}: column {} does not hold dates as --dates {} says{}; its texts are shown as they are.",
-            misfit.isSet() ? getPlace().at(misfit.line) : getPlace().name, quoteText(layout_.names[column]),
-            options_.dates, misfit.isSet() ? ": got " + describeCell(misfit) : ""));
+        noteOtherOrder(column, *asked, note);
         return std::nullopt;
     }
     const bool dayFirst = isDate(DateOrder::DayMonthYear);
     const bool monthFirst = isDate(DateOrder::MonthDayYear);
-    const auto& sample = profile.getDifferingDate();
-    if (dayFirst && monthFirst && sample.isSet()) {
-        note(fmt::format(
-            "{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
-            "shown as they are.",
-            getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
-            writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
-            writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
-        return std::nullopt;
-    }
-    if (dayFirst) return DateOrder::DayMonthYear;
-    if (monthFirst) return DateOrder::MonthDayYear;
-    noteMisfit(column, note);
-    return std::nullopt;
+    const bool isAmbiguous = dayFirst && monthFirst && profile.getDifferingDate().isSet();
+    if (isAmbiguous) noteAmbiguousDate(column, note);
+    if (!dayFirst && !monthFirst) noteMisfit(column, note);
+    if (isAmbiguous || (!dayFirst && !monthFirst)) return std::nullopt;
+    return dayFirst ? DateOrder::DayMonthYear : DateOrder::MonthDayYear;
+}
+
+void TableScan::noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const
+{
+    const auto misfit = profiles_[column].getMisfit(asked);
+    note(fmt::format(
+        "{}: column {} does not hold dates as --dates {} says{}; its texts are shown as they are.",
+        misfit.isSet() ? getPlace().at(misfit.line) : getPlace().name, quoteText(layout_.names[column]),
+        options_.dates, misfit.isSet() ? ": got " + describeCell(misfit) : ""));
+}
+
+void TableScan::noteAmbiguousDate(std::size_t column, const Note& note) const
+{
+    const auto& sample = profiles_[column].getDifferingDate();
+    note(
+        fmt::format("{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
+                    "shown as they "
+                    "are.",
+                    getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
+                    writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
+                    writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
 }
 
 /// A column that would be all dates but for one cell names that cell.

@@ -35,13 +35,18 @@ ACCEPTED = [
 ]
 
 # A table, options, and the sentence with which they are refused.
+OTHER_FIELDS = (
+    "; a field that holds the delimiter stands in quotes, --delimiter names another, and --skip leaves out lines above "
+    "the header."
+)
+
 REFUSED = [
     (b"", [], "t.csv: the table is empty; expected a header row and rows of data."),
     (b"\n\n", [], "t.csv: the table is empty; expected a header row and rows of data."),
     (b"A,B\n", [], "t.csv: the table has a header row and no rows of data."),
     (b"A,\nx,1\n", [], "t.csv:1: column 2 has no name; name it, choose others by --columns, or leave out lines above the header by --skip."),
-    (b'A,B\n"x\ny",1\nz,1,2\n', [], "t.csv:4: expected 2 fields, as in the header row, got 3."),
-    (b"A,B\r\nx,1\r\ny\r\n", [], "t.csv:3: expected 2 fields, as in the header row, got 1."),
+    (b'A,B\n"x\ny",1\nz,1,2\n', [], "t.csv:4: expected 2 fields, as in the header row, got 3" + OTHER_FIELDS),
+    (b"A,B\r\nx,1\r\ny\r\n", [], "t.csv:3: expected 2 fields, as in the header row, got 1" + OTHER_FIELDS),
     (b'A,B\nx,"1\n', [],
      "t.csv:2: a quote is not closed, or stands inside a field; quote the whole field and double each quote in it."),
     (b"A,B\nx,1\n\xff,2\n", [], "t.csv:3: field 1 is not in UTF-8; name its encoding, as in --encoding windows-1252."),
