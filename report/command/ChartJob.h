@@ -58,9 +58,6 @@ struct JobOption {
 /// The options of the job itself, and behind them the options of the table.
 const std::vector<JobOption>& getJobOptions();
 
-/// "a|b" in parts; none for an empty text.
-std::vector<std::string> splitValues(const std::string& values);
-
 /// Sets the option of that name, of the job or of the chart, from the text that an author typed.
 /// Throws: std::runtime_error that names the option and says what is allowed.
 void setFromText(ChartJob& job, const std::string& name, const std::string& text);

@@ -14,17 +14,6 @@ constexpr auto reading = "How cells are read";
 constexpr auto choice = "What becomes the chart";
 constexpr auto shape = "How the data is shaped";
 
-std::vector<std::string> splitValues(const std::string& values)
-{
-    std::vector<std::string> items(1);
-    for (const char c : values)
-        if (c == '|')
-            items.emplace_back();
-        else
-            items.back() += c;
-    return items;
-}
-
 /// "a, b or c".
 std::string enumerate(const std::vector<std::string>& items)
 {
@@ -144,6 +133,17 @@ const std::array<TableOption, 28> tableOptions = {{
     {"share", &TableOptions::share, "", "show each value as a percentage of its series' total", shape},
     {"cumulative", &TableOptions::cumulative, "", "add to each value all values before it", shape},
 }};
+
+std::vector<std::string> splitValues(const std::string& values)
+{
+    std::vector<std::string> items;
+    for (std::size_t at = 0; at < values.size();) {
+        const auto end = std::min(values.find('|', at), values.size());
+        items.push_back(values.substr(at, end - at));
+        at = end + 1;
+    }
+    return items;
+}
 
 bool haveSameSource(const TableOptions& a, const TableOptions& b)
 {

@@ -80,6 +80,9 @@ struct TableOption {
 
 extern const std::array<TableOption, 28> tableOptions;
 
+/// "a|b" in parts; none for an empty text.
+std::vector<std::string> splitValues(const std::string& values);
+
 /// Whether both read the same rows of a file: sheet, range, encoding and the like.
 bool haveSameSource(const TableOptions& a, const TableOptions& b);
 
