@@ -171,6 +171,25 @@ class JobTest(CommandTest):
             self.assertEqual(self.read_paragraphs(document), [heading])
             self.assertEqual(self.read_charts(document), [("bar", ["Jan", "Feb"], {"net": values})])
 
+    def test_groups_are_read_as_the_whole_table_is(self):
+        # The first column numbers all rows, and the rows of a group only together with the others.
+        self.write("t.csv", b"T\n,region,month,net\n0,a,Jan,1\n1,b,Jan,2\n2,a,Feb,3\n3,b,Feb,4\n")
+        chart = {"table": "./t.csv", "category": "month", "type": "line"}
+        self.write("job.json", {
+            "for-each": {"table": "t.csv", "by": "region", "output": "{region}.docx"},
+            "blocks": [{"chart": {"table": "t.csv"}}, {"chart": chart}, {"chart": {**chart, "skip": 1}}],
+        })
+        result = self.run_command("--job", "job.json")
+        self.assertEqual(result.stdout, "a.docx\nb.docx\n")
+        self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)
+        months = ["Jan", "Feb"]
+        self.assertEqual(self.read_charts("b.docx"), [("bar", ["b", "b"], {"net": ["2", "4"]}),
+                                                      ("line", months, {"net": ["2", "4"]}),
+                                                      ("line", months, {"net": ["2", "4"]})])
+        self.write("one.json", {"blocks": [{"chart": chart}, {"table": {"table": "./t.csv", "columns": "net"}}]})
+        result = self.run_command("--job", "one.json", "--check")
+        self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)
+
     def test_refuses_groups_before_anything_is_written(self):
         self.write("t.csv", b"region,net\na/b,1\na:b,2\n,3\n")
         self.write("u.csv", b"region,net\na/b,1\na:b,2\n..,3\n")
