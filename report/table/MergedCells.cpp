@@ -4,7 +4,6 @@
 #include <cmath>
 #include <iterator>
 #include <map>
-#include <set>
 
 #include "report/table/CellText.h"
 #include "report/table/Fail.h"
@@ -23,14 +22,15 @@ using Merges = std::map<std::pair<std::int32_t, std::int32_t>, SheetRange>;
 /// Repeats labels in the rows that they stand for; numbers stay in one row, as sums would count them twice.
 void fillDown(Sheet& sheet, const Merges& merges)
 {
-    std::set<std::int32_t> rows;
-    for (const auto& cell : sheet.getCells()) rows.insert(cell.row);
+    std::vector<std::int32_t> rows;
+    for (const auto& cell : sheet.getCells())
+        if (rows.empty() || rows.back() != cell.row) rows.push_back(cell.row);
     std::vector<SheetCell> cells;
     for (const auto& cell : sheet.getCells()) {
         const auto merge = merges.find({cell.row, cell.column});
         if (merge == merges.end() || cell.kind == CellKind::Number) continue;
-        for (auto row = rows.upper_bound(cell.row); row != rows.end() && *row <= merge->second.lastRow;
-             ++row) {
+        for (auto row = std::ranges::upper_bound(rows, cell.row);
+             row != rows.end() && *row <= merge->second.lastRow; ++row) {
             cells.push_back(cell);
             cells.back().row = *row;
         }

@@ -65,7 +65,8 @@ void Sheet::add(const SheetCell& cell)
 std::pair<std::size_t, std::size_t> Sheet::removeHidden()
 {
     using Hidden = std::vector<std::pair<std::int32_t, std::int32_t>>;
-    std::set<std::int32_t> rows;
+    std::size_t rows = 0;
+    std::int32_t lastRow = -1;
     std::set<std::int32_t> columns;
     // Of the ranges, which stand in order, the last that begins before the place.
     const auto isHidden = [](const Hidden& ranges, std::int32_t place) {
@@ -78,11 +79,11 @@ std::pair<std::size_t, std::size_t> Sheet::removeHidden()
     std::erase_if(cells_, [&](const SheetCell& cell) {
         const bool inRow = isHidden(hiddenRows_, cell.row);
         const bool inColumn = isHidden(hiddenColumns_, cell.column);
-        if (inRow) rows.insert(cell.row);
+        if (inRow && std::exchange(lastRow, cell.row) != cell.row) ++rows;
         if (inColumn) columns.insert(cell.column);
         return inRow || inColumn;
     });
-    return {rows.size(), columns.size()};
+    return {rows, columns.size()};
 }
 
 CellAddress takeAddress(std::string_view& text)
