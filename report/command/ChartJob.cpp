@@ -80,17 +80,6 @@ const std::vector<JobOption>& getJobOptions()
     return options;
 }
 
-std::vector<std::string> splitValues(const std::string& values)
-{
-    std::vector<std::string> items;
-    for (std::size_t at = 0; at < values.size();) {
-        const auto end = std::min(values.find('|', at), values.size());
-        items.push_back(values.substr(at, end - at));
-        at = end + 1;
-    }
-    return items;
-}
-
 void setFromText(ChartJob& job, const std::string& name, const std::string& text)
 {
     for (const auto& option : getJobOptions())

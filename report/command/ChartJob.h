@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "report/options/ChartOptions.h"
+#include "report/table/Rows.h"
 #include "report/table/TableOptions.h"
 
 namespace quillon::report {
@@ -13,6 +15,8 @@ namespace quillon::report {
 /// the default.
 struct ChartJob : TableOptions {
     std::string table;
+    /// The rows of the table that are shown, where they have been read.
+    std::shared_ptr<RowSource> rows;
     std::string title;
     std::string heading;
     /// Of a template: the chart that takes the data, or else the placeholder that becomes a chart.
@@ -53,9 +57,6 @@ struct JobOption {
 
 /// The options of the job itself, and behind them the options of the table.
 const std::vector<JobOption>& getJobOptions();
-
-/// "a|b" in parts; none for an empty text.
-std::vector<std::string> splitValues(const std::string& values);
 
 /// Sets the option of that name, of the job or of the chart, from the text that an author typed.
 /// Throws: std::runtime_error that names the option and says what is allowed.

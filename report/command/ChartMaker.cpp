@@ -1,27 +1,107 @@
 #include "report/command/ChartMaker.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
 #include "chart/model/ColumnChart.h"
+#include "report/options/QuotedText.h"
 #include "report/table/ChartTable.h"
 #include "report/table/Fail.h"
 #include "support/Text.h"
 
 namespace quillon::report {
+namespace {
+
+using Note = std::function<void(const std::string&)>;
+
+/// Narrow columns merge into one another.
+void noteManyColumns(const ChartJob& job, const ChartData& data, const Note& note)
+{
+    constexpr std::size_t most = 300;
+    const auto count = data.dataSet->getCategories().size() * data.dataSet->getSeriesCount();
+    if (job.options.kind.value_or(ChartKind::Column) != ChartKind::Column || count <= most) return;
+    note(fmt::format("{}: {} columns are too many to tell apart; {}.", job.table, count,
+                     data.categoryKind == CategoryKind::Date
+                         ? "--type line shows how they run"
+                         : "--top 20 keeps the largest, --columns fewer series"));
+}
+
+struct SeriesSize {
+    std::size_t series;
+    double most;
+};
+
+/// The series with their largest values, the smallest first.
+std::vector<SeriesSize> sortBySize(const chart::DataSet& dataSet)
+{
+    std::vector<SeriesSize> sizes;
+    for (std::size_t i = 0; i < dataSet.getSeriesCount(); ++i) {
+        double most = 0;
+        for (const auto& point : dataSet.getSeries(i)->getPoints())
+            most = std::fmax(most, std::abs(point->getValue()));
+        if (most > 0) sizes.push_back({i, most});
+    }
+    std::ranges::sort(sizes, {}, &SeriesSize::most);
+    return sizes;
+}
+
+/// The names of series as an option takes them.
+template <typename Sizes>
+std::string listSeries(const chart::DataSet& dataSet, const Sizes& sizes)
+{
+    std::string names;
+    for (const SeriesSize& one : sizes)
+        names += (names.empty() ? "" : ",") + quoteText(toUtf8(dataSet.getSeries(one.series)->getName()));
+    return names;
+}
+
+/// Beside values that are a thousand times as large others lie flat on the axis.
+void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const Note& note)
+{
+    constexpr double flat = 1000;
+    const auto kind = job.options.kind.value_or(ChartKind::Column);
+    if (!combinedKinds.contains(kind) || !job.options.second.empty() || job.options.log) return;
+    const auto sizes = sortBySize(dataSet);
+    if (sizes.size() < 2 || sizes.back().most < flat * sizes.front().most) return;
+    // The widest step between two sizes parts the small from the large; the fewer get the second axis.
+    std::size_t small = 1;
+    for (std::size_t i = 2; i < sizes.size(); ++i)
+        if (sizes[i].most / sizes[i - 1].most > sizes[small].most / sizes[small - 1].most) small = i;
+    const auto all = std::span(sizes);
+    const auto fewer = small <= sizes.size() - small ? all.first(small) : all.subspan(small);
+    const auto moved = listSeries(dataSet, fewer);
+    // Columns on two axes would hide one another.
+    const auto asLine = kind == ChartKind::Column ? " --line " + moved : "";
+    note(fmt::format(
+        "{}: the values of {} are over 1,000 times those of {}, which lie flat on the axis; --second {}{} "
+        "gives an axis of its own.",
+        job.table, listSeries(dataSet, all.last(1)), listSeries(dataSet, all.first(1)), moved, asLine));
+}
+
+}  // namespace
 
 ChartData readData(const ChartJob& job, const Listener& listener)
 {
     TableOptions reading = job;
     reading.gaps = job.gaps || job.options.blank;
-    return readChartData(job.table, reading, listener);
+    return job.rows ? readChartData(job.rows, reading, listener)
+                    : readChartData(job.table, reading, listener);
 }
 
-std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data)
+std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& heard)
 {
+    const Note note = heard ? heard : [](const std::string&) {};
     const auto& dataSet = *data.dataSet;
     if (job.options.kind == ChartKind::Pie && dataSet.getSeriesCount() > 1)
         fail(
             "{}: a pie shows one series, the table gives {}; choose one with --columns, or show all as "
             "rings with --type doughnut.",
             job.table, dataSet.getSeriesCount());
+    noteManyColumns(job, data, note);
+    noteFlatSeries(job, dataSet, note);
     // The type among the options says what it is drawn as.
     auto chart = chart::ColumnChart::create();
     chart->setDataSet(data.dataSet);

@@ -71,17 +71,18 @@ OptionValue readOptionValue(const JsonNode& value, const Option& option)
     return pairs;
 }
 
-ChartJob readChartJob(const JsonNode& chart, const std::filesystem::path& folder)
+ChartJob readChartJob(const JsonNode& chart, const JobPlace& place)
 {
     ChartJob job;
     for (const auto& [name, position, value] : chart.members) {
         if (name == "table")
-            job.table = value.text == "-" ? value.text : (folder / value.text).string();
+            job.table = value.text == "-" ? value.text : (place.folder / value.text).string();
         else if (const auto* option = findOption(name))
             setOption(job.options, *option, readOptionValue(value, *option), "\"" + name + "\"");
         else if (const auto* jobOption = findJobOption(name))
             std::visit(Store{job, value}, jobOption->member);
     }
+    if (place.group != nullptr) showGroup(job, *place.group);
     return job;
 }
 

@@ -50,7 +50,7 @@ std::vector<DataColumn> makeCategories(const ChartData& data)
     for (std::size_t i = 0; i < categories.size(); ++i) {
         const bool hasValue = i < data.categoryValues.size() && std::isfinite(data.categoryValues[i]);
         if (hasValue && data.categoryKind == CategoryKind::Date)
-            column.cells.push_back({false, 0, writeDate(data.categoryValues[i])});
+            column.cells.push_back({false, 0, writeIsoDate(data.categoryValues[i])});
         else
             column.cells.push_back(hasValue ? makeCell(data.categoryValues[i]) : makeCell(categories[i]));
     }

@@ -1,11 +1,15 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <cmath>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <type_traits>
 
 #include "report/command/ChartMaker.h"
+#include "report/command/Messages.h"
 #include "report/command/Output.h"
+#include "report/command/TableArguments.h"
 #include "report/command/Verbs.h"
 #include "report/options/Options.h"
 #include "support/Text.h"
@@ -23,28 +27,94 @@ std::string findRelativePath(const std::string& table, const std::string& job)
     return std::filesystem::absolute(table).lexically_relative(folder.lexically_normal()).string();
 }
 
-/// One column of numbers over dates is a line, everything else columns.
-const char* chooseType(const ChartData& data)
+Json toJson(const OptionValue& value)
 {
-    return data.categoryKind == CategoryKind::Date ? "line" : "column";
+    if (const auto* pairs = std::get_if<std::vector<std::pair<std::string, std::string>>>(&value)) {
+        auto object = Json::object();
+        for (const auto& [name, text] : *pairs) object[name] = text;
+        return object;
+    }
+    return std::visit(
+        [](const auto& held) -> Json {
+            if constexpr (std::is_constructible_v<Json, decltype(held)>)
+                return held;
+            else
+                return nullptr;
+        },
+        value);
 }
 
-std::string quote(const std::string& text)
+bool hasGaps(const ChartData& data)
 {
-    return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+    for (std::size_t i = 0; i < data.dataSet->getSeriesCount(); ++i)
+        for (const auto& point : data.dataSet->getSeries(i)->getPoints())
+            if (std::isnan(point->getValue())) return true;
+    return false;
+}
+
+/// Whether the series of the data are columns of the table.
+bool showsColumns(const ChartJob& job)
+{
+    return job.series.empty() && !job.transpose && job.aggregate != "count";
 }
 
 Json listSeries(const ChartData& data)
 {
+    constexpr std::size_t most = 3;
     auto names = Json::array();
-    for (std::size_t i = 0; i < data.dataSet->getSeriesCount() && i < 3; ++i)
+    for (std::size_t i = 0; i < data.dataSet->getSeriesCount() && i < most; ++i)
         names.push_back(toUtf8(data.dataSet->getSeries(i)->getName()));
     return names;
 }
 
-std::string makeExample(const std::string& table, const ChartData& data)
+/// The members that name the table and say how it is read, for a chart and for a table.
+Json describeTable(const ChartJob& job, const std::string& path, const ChartData& data)
 {
-    const auto title = std::filesystem::path(table).stem().string();
+    Json members = {{"table", path}};
+    for (const auto& option : tableOptions)
+        std::visit(
+            [&](auto member) {
+                if (job.*member != TableOptions().*member) members[option.name] = job.*member;
+            },
+            option.member);
+    if (hasGaps(data)) members["gaps"] = true;
+    if (job.columns.empty() && showsColumns(job)) members["columns"] = listSeries(data);
+    return members;
+}
+
+/// Numbers over dates are lines, everything else columns, unless the author says more.
+Json describeChart(const ChartJob& job, const Json& table, const std::string& title, const ChartData& data)
+{
+    auto members = table;
+    members["type"] = data.categoryKind == CategoryKind::Date ? "line" : "column";
+    members["title"] = job.title.empty() ? title : job.title;
+    members["legend"] = "bottom";
+    for (const auto& option : getOptions())
+        if (option.get(job.options) != option.get({})) members[option.name] = toJson(option.get(job.options));
+    return members;
+}
+
+std::string write(const Json& value)
+{
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/// A member on each line.
+std::string writeLines(const Json& object, const std::string& indent)
+{
+    std::string lines;
+    std::string comment;
+    for (const auto& [name, value] : object.items()) {
+        lines += (lines.empty() ? "" : "," + comment + "\n") + indent + write(name) + ": " + write(value);
+        comment = name == "type" ? fmt::format(" // {}", fmt::join(findOption("type")->choices, "|")) : "";
+    }
+    return lines;
+}
+
+std::string makeExample(const ChartJob& job, const std::string& path, const ChartData& data)
+{
+    const auto title = path == "-" ? "Report" : std::filesystem::path(path).stem().string();
+    const auto table = describeTable(job, path, data);
     return fmt::format(
         R"text({{
   // Run it:  quillon-report --job FILE -o report.docx
@@ -56,39 +126,35 @@ std::string makeExample(const std::string& table, const ChartData& data)
     {{"heading": "Overview"}},
     {{"paragraph": ["Text may be ", {{"text": "bold", "bold": true}}, ", and lead to ", {{"reference": "overview"}}, "."]}},
     {{"chart": {{
-      "table": {table},
-      "type": "{type}", // {types}
-      "columns": {columns},
-      "title": {title},
-      "legend": "bottom"
+{chart}
     }}}},
     {{"caption": "What the table shows", "name": "overview"}},
-    {{"table": {{"table": {table}, "columns": {columns}}}}}
+    {{"table": {table}}}
   ]
 }}
 )text",
-        fmt::arg("title", quote(title)), fmt::arg("table", quote(table)), fmt::arg("type", chooseType(data)),
-        fmt::arg("types", fmt::join(findOption("type")->choices, "|")),
-        fmt::arg("columns", listSeries(data).dump(-1, ' ', false, Json::error_handler_t::replace)));
+        fmt::arg("title", write(title)),
+        fmt::arg("chart", writeLines(describeChart(job, table, title, data), "      ")),
+        fmt::arg("table", write(table)));
 }
 
 }  // namespace
 
 void writeExampleJob(const CommandLine& commandLine)
 {
-    const auto files = commandLine.getFiles();
-    if (files.size() != 1) throw UsageError("Expected one TABLE to write an example for.");
+    const auto jobs = readTables(commandLine);
+    if (jobs.size() != 1) throw UsageError("Expected one TABLE to write an example for.");
     const Output output{commandLine.get("output"), commandLine.has("force")};
-    ChartJob job;
-    job.table = files.front();
+    auto job = jobs.front();
     job.gaps = true;
-    const auto example = makeExample(findRelativePath(job.table, output.path), readData(job, {}));
+    const auto data = readData(job, {nullptr, warn});
+    job.gaps = jobs.front().gaps;
+    const auto example = makeExample(job, findRelativePath(job.table, output.path), data);
     output.requireOther(job.table);
-    if (output.path.empty() || output.isStandard()) {
+    if (output.path.empty() || output.isStandard())
         fmt::print("{}", example);
-        return;
-    }
-    output.writePlain(example);
+    else
+        output.writePlain(example);
 }
 
 }  // namespace quillon::report

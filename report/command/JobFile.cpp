@@ -89,21 +89,22 @@ struct Making {
 };
 
 /// Makes and writes one document, and returns what was filled.
-FillResult makeOne(const Making& making, const JsonNode& tree, const NamedTexts& groupTexts,
-                   const Output& output, const Listener& listener)
+FillResult makeOne(const Making& making, const JsonNode& tree, const Group* group, const Output& output,
+                   const Listener& listener)
 {
+    const JobPlace place{making.job.folder, group};
     FillResult result;
     std::string bytes;
     if (making.document) {
-        Filling filling{.texts = readTexts(tree), .furtherTexts = groupTexts};
+        Filling filling{.texts = readTexts(tree)};
+        if (group != nullptr) filling.furtherTexts = group->texts;
         if (const auto* charts = tree.find("charts"))
-            for (const auto& chart : charts->items)
-                filling.charts.push_back(readChartJob(chart, making.job.folder));
+            for (const auto& chart : charts->items) filling.charts.push_back(readChartJob(chart, place));
         auto document = *making.document;
         result = fillTemplate(document, filling, listener);
         bytes = document.toBytes();
     } else {
-        bytes = makeReport(fillInTexts(tree, readTexts(tree)), making.job.folder, listener).toBytes(listener);
+        bytes = makeReport(fillInTexts(tree, readTexts(tree)), place, listener).toBytes(listener);
     }
     if (!making.options.isCheck) output.write(bytes);
     return result;
@@ -164,7 +165,7 @@ class GroupRun {
                                     if (known_.insert(sentence).second) warnings_.push_back(sentence);
                                 }};
         try {
-            results_[index] = makeOne(making_, makeGroupJob(making_.job.tree, group), group.texts,
+            results_[index] = makeOne(making_, makeGroupJob(making_.job.tree, group), &group,
                                       {group.output, making_.options.output.force}, listener);
         } catch (const std::runtime_error& error) {
             fail("{}: {}", quoteText(group.name), error.what());
@@ -188,7 +189,7 @@ void runGroups(const Making& making)
 {
     if (!making.options.output.path.empty())
         throw UsageError("--output is for one document; \"for-each\" names those of its groups.");
-    const auto groups = readGroups(*making.job.tree.find("for-each"), making.job.folder);
+    const auto groups = readGroups(*making.job.tree.find("for-each"), making.job.folder, warn);
     for (const auto& group : groups) making.requireOutput({group.output, making.options.output.force});
     GroupRun(making, groups).run();
 }
@@ -216,7 +217,7 @@ void runJob(const Job& job, const JobOptions& options)
         throw UsageError("Expected --output, the document to write.");
     if (!options.isCheck) making.requireOutput(options.output);
     ProgressLine progress;
-    const auto result = makeOne(making, job.tree, {}, options.output, progress.getListener("chart"));
+    const auto result = makeOne(making, job.tree, nullptr, options.output, progress.getListener("chart"));
     progress.clear();
     tell(making, result, options.output.path);
 }

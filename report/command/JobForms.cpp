@@ -135,7 +135,7 @@ struct JobForms {
             form.members.push_back({option.jobName, formOf(option), option.help});
         for (const auto& option : getOptions())
             form.members.push_back({option.name, formOf(option), describe(option)});
-        form.check = [](const JsonNode& node) { checkChartJob(readChartJob(node, {})); };
+        form.check = [](const JsonNode& node) { checkChartJob(readChartJob(node, JobPlace{})); };
         return form;
     }
 
@@ -189,7 +189,7 @@ struct JobForms {
             {"number-format", formOf(*findOption("number-format")), "how its numbers look"});
         form.members.insert(form.members.end(), {widths, style});
         addTableOptions(form.members);
-        form.check = [](const JsonNode& node) { checkTableOptions(readChartJob(node, {})); };
+        form.check = [](const JsonNode& node) { checkTableOptions(readChartJob(node, JobPlace{})); };
         return form;
     }
 

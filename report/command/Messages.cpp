@@ -44,6 +44,7 @@ Listener ProgressLine::getListener(const std::string& what)
                 show(fmt::format("{} {} of {}", what, done, total));
             },
             [this](const std::string& sentence) {
+                if (!warnings_.insert(sentence).second) return;
                 clear();
                 warn(sentence);
             }};

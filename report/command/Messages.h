@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <mutex>
+#include <set>
 #include <string>
 
 #include "report/options/Listener.h"
@@ -23,13 +24,14 @@ class ProgressLine {
 
     void clear();
     void show(const std::string& text);
-    /// Shows "what 3 of 10", and prints warnings beside it.
+    /// Shows "what 3 of 10", and prints warnings beside it, each once: a chart and a table may read one file.
     Listener getListener(const std::string& what);
 
  private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::mutex mutex_;
     bool shown_ = false;
+    std::set<std::string> warnings_;
 };
 
 }  // namespace quillon::report

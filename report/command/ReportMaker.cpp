@@ -79,8 +79,8 @@ std::string readFile(const std::string& path)
 /// Adds blocks, one after the other, to the document.
 class BlockAdder {
  public:
-    BlockAdder(Document& document, const std::filesystem::path& folder, const Listener& listener)
-        : document_(document), folder_(folder), listener_(listener)
+    BlockAdder(Document& document, const JobPlace& place, const Listener& listener)
+        : document_(document), place_(place), listener_(listener)
     {
     }
 
@@ -117,7 +117,7 @@ class BlockAdder {
     static const std::array<Row, 11> rows;
 
     Document& document_;
-    const std::filesystem::path& folder_;
+    const JobPlace& place_;
     const Listener& listener_;
 };
 
@@ -153,10 +153,10 @@ void BlockAdder::addList(const JsonNode& block)
 
 void BlockAdder::addChart(const JsonNode& block)
 {
-    const auto job = readChartJob(*block.find("chart"), folder_);
+    const auto job = readChartJob(*block.find("chart"), place_);
     const auto data = readData(job, listener_);
     if (!job.heading.empty()) document_.addHeading(job.heading, 1);
-    document_.addChart(makeChart(job, data), job.options, data);
+    document_.addChart(makeChart(job, data, listener_.warning), job.options, data);
     if (getFlag(block, "table")) document_.addTable(makeTable(data));
 }
 
@@ -164,9 +164,9 @@ void BlockAdder::addCharts(const JsonNode& block)
 {
     std::vector<PlacedChart> charts;
     for (const auto& node : block.find("charts")->items) {
-        const auto job = readChartJob(node, folder_);
+        const auto job = readChartJob(node, place_);
         const auto data = readData(job, listener_);
-        charts.push_back({makeChart(job, data), job.options, data});
+        charts.push_back({makeChart(job, data, listener_.warning), job.options, data});
     }
     document_.addCharts(charts);
 }
@@ -183,7 +183,7 @@ TextTable BlockAdder::makeOwnTable(const JsonNode& table) const
 
 TextTable BlockAdder::makeDataTable(const JsonNode& table) const
 {
-    const auto job = readChartJob(table, folder_);
+    const auto job = readChartJob(table, place_);
     auto data = readData(job, listener_);
     data.series.resize(data.dataSet->getSeriesCount());
     if (!job.options.numberFormat.empty())
@@ -202,7 +202,7 @@ void BlockAdder::addTable(const JsonNode& block)
 
 void BlockAdder::addImage(const JsonNode& block)
 {
-    document_.addImage(readFile((folder_ / getText(block, "image")).string()),
+    document_.addImage(readFile((place_.folder / getText(block, "image")).string()),
                        {.width = getText(block, "width"),
                         .height = getText(block, "height"),
                         .altText = getText(block, "alt-text")});
@@ -227,10 +227,9 @@ void BlockAdder::startSection(const JsonNode& block)
                             .left = getText(node, "left", usual.left.c_str())});
 }
 
-void addBlocks(Document& document, const JsonNode& blocks, const std::filesystem::path& folder,
-               const Listener& listener)
+void addBlocks(Document& document, const JsonNode& blocks, const JobPlace& place, const Listener& listener)
 {
-    BlockAdder adder(document, folder, listener);
+    BlockAdder adder(document, place, listener);
     for (std::size_t i = 0; i < blocks.items.size(); ++i) {
         try {
             adder.add(blocks.items[i]);
@@ -263,7 +262,7 @@ void addChart(Document& document, const ChartJob& job, std::size_t number, const
 {
     try {
         const auto data = readData(job, listener);
-        const auto chart = makeChart(job, data);
+        const auto chart = makeChart(job, data, listener.warning);
         if (!job.heading.empty()) document.addHeading(job.heading, 1);
         document.addChart(chart, job.options, data);
     } catch (const std::runtime_error& error) {
@@ -272,14 +271,14 @@ void addChart(Document& document, const ChartJob& job, std::size_t number, const
     }
 }
 
-Document makeReport(const JsonNode& job, const std::filesystem::path& folder, const Listener& listener)
+Document makeReport(const JsonNode& job, const JobPlace& place, const Listener& listener)
 {
-    auto document = startDocument(job, folder);
+    auto document = startDocument(job, place.folder);
     setPageLines(document, job);
-    if (const auto* blocks = job.find("blocks")) addBlocks(document, *blocks, folder, listener);
+    if (const auto* blocks = job.find("blocks")) addBlocks(document, *blocks, place, listener);
     if (const auto* charts = job.find("charts"))
         for (std::size_t i = 0; i < charts->items.size(); ++i)
-            addChart(document, readChartJob(charts->items[i], folder), charts->items.size() == 1 ? 0 : i + 1,
+            addChart(document, readChartJob(charts->items[i], place), charts->items.size() == 1 ? 0 : i + 1,
                      listener);
     return document;
 }

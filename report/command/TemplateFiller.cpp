@@ -63,7 +63,8 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
     if (hasChart || !hasTable)
-        insertChart(document.getPackage(), job.at, *makeChart(job, data), job.options, listener, data);
+        insertChart(document.getPackage(), job.at, *makeChart(job, data, listener.warning), job.options,
+                    listener, data);
 }
 
 void fillCharts(Template& document, const std::vector<ChartJob>& charts, const Listener& listener,

@@ -101,8 +101,9 @@ const std::vector<Argument>& getFillArguments()
 
 const std::vector<Argument>& getInitArguments()
 {
-    static const std::vector<Argument> arguments = {
-        makeOutput("the job file to write (default: standard output)"), makeForce(), help};
+    static const auto arguments =
+        append({makeOutput("the job file to write (default: standard output)"), makeForce(), help},
+               makeTableArguments(JobUse::New));
     return arguments;
 }
 
@@ -140,9 +141,13 @@ quillon-report --job report.json -o report.docx)text",
 quillon-report fill report.docx margin.csv --at margin --type line --text month=October -o october.docx
 quillon-report fill report.docx revenue.csv --chart Revenue --check)text",
         getFillArguments, fillDocument},
-    Verb{"init", "TABLE [-o JOB]", "write an example of a job file from a table",
-         "The example makes a report with a chart and a table; change it, and run it with --job.",
-         "quillon-report init sales.csv -o report.json", getInitArguments, writeExampleJob},
+    Verb{
+        "init", "TABLE [OPTION ...] [-o JOB]", "write an example of a job file from a table",
+        "The example makes a report with a chart and a table, and has the options that are given; change it, "
+        "and run it with --job.",
+        R"text(quillon-report init sales.csv -o report.json
+quillon-report init shop.sqlite --query "SELECT month, total FROM sales" -o report.json)text",
+        getInitArguments, writeExampleJob},
 };
 
 }  // namespace

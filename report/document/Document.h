@@ -66,8 +66,9 @@ class QUILLON_EXPORT Document {
     /// For all pages of the document.
     void setHeader(const PageLine& line);
     void setFooter(const PageLine& line);
-    /// A table of the headings of levels 1 to `levels`. A word processor fills in the numbers of the pages
-    /// when its fields are updated. Levels: 1 to 9.
+    /// A table of the headings of levels 1 to `levels`; where there are none it is left out with a warning. A
+    /// word processor fills in the numbers of the pages when it opens the document, and may ask before.
+    /// Levels: 1 to 9.
     void addTableOfContents(int levels = 3);
     void setProperties(const Properties& properties);
 

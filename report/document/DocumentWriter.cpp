@@ -103,6 +103,12 @@ std::vector<PageLineReference> readPageLines(const XmlElement& section)
     return references;
 }
 
+bool hasTab(const PageLine& line)
+{
+    return std::ranges::any_of(line.runs,
+                               [](const auto& run) { return run.text.find('\t') != std::string::npos; });
+}
+
 /// The stretches of a page line's text between "{page}" and "{pages}", and these two.
 void appendPageText(DOMElement* paragraph, const TextRun& run, TextPlace& place)
 {
@@ -398,7 +404,9 @@ void DocumentWriter::add(const PageSetup& block)
     if (position_ > 0) {
         auto* last = body_->getLastElementChild();
         const bool isParagraph = last != nullptr && std::u16string_view(last->getTagName()) == u"w:p";
-        endSection(getProperties(isParagraph ? last : appendParagraph(body_)));
+        // Where a field ends LibreOffice does not see the fields of a header.
+        const bool endsField = std::holds_alternative<ContentsBlock>(content_.blocks[position_ - 1]);
+        endSection(getProperties(isParagraph && !endsField ? last : appendParagraph(body_)));
     }
     setup_ = block;
     hasPagesOfLook_ = false;
@@ -407,26 +415,29 @@ void DocumentWriter::add(const PageSetup& block)
 
 void DocumentWriter::add(const ContentsBlock& block)
 {
-    unsigned heading = 0;
-    DOMElement* first = nullptr;
+    std::size_t number = 0;
     DOMElement* last = nullptr;
     for (const auto& other : content_.blocks) {
-        const auto* text = std::get_if<TextBlock>(&other);
-        if (text == nullptr || text->headingLevel == 0) continue;
-        ++heading;
-        if (text->headingLevel > block.levels) continue;
-        last = addParagraph(("toc " + std::to_string(text->headingLevel)).c_str());
-        if (first == nullptr) {
-            first = last;
-            startField(first, u" TOC \\o \"1-" + toNumber(static_cast<std::size_t>(block.levels)) +
-                                  u"\" \\h \\z \\u ");
-        }
+        const auto* heading = std::get_if<TextBlock>(&other);
+        if (heading == nullptr || heading->headingLevel == 0) continue;
+        ++number;
+        if (heading->headingLevel > block.levels) continue;
+        const bool isFirst = last == nullptr;
+        last = addParagraph(("toc " + std::to_string(heading->headingLevel)).c_str());
+        if (isFirst)
+            startField(
+                last,
+                u" TOC \\o \"1-" + toNumber(static_cast<std::size_t>(block.levels)) + u"\" \\h \\z \\u ",
+                true);
         auto* link = appendElement(last, u"w:hyperlink");
-        link->setAttribute(u"w:anchor", (u"_Toc" + toNumber(heading)).c_str());
-        for (const auto& run : text->runs) appendRun(link, toUtf16(run.text));
+        link->setAttribute(u"w:anchor", (u"_Toc" + toNumber(number)).c_str());
+        for (const auto& run : heading->runs) appendRun(link, toUtf16(run.text));
     }
-    if (last == nullptr) return;
-    endField(last);
+    if (last != nullptr) return endField(last);
+    if (listener_.warning)
+        listener_.warning(
+            "The table of contents is left out: the document has no heading of level 1" +
+            (block.levels == 1 ? std::string(".") : " to " + std::to_string(block.levels) + "."));
 }
 
 std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
@@ -438,6 +449,9 @@ std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
     declareNamespaces(root);
     doc->appendChild(root);
     auto* paragraph = appendParagraph(root, styles_.use("paragraph", kind));
+    const auto width = textWidth_ / emuPerTwip;
+    if (hasTab(line) && !hasPagesOfLook_)
+        setTabStops(paragraph, {{u"center", width / 2}, {u"right", width}}, styles_.getTabStops(kind));
     TextPlace place{*target_, styles_, name, captions_};
     for (const auto& run : line.runs) {
         if (run.reference.empty())
@@ -449,7 +463,8 @@ std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
     return target_->relate(mainPart_, kind, name);
 }
 
-/// The first section has the references to headers and footers; further ones go on with them.
+/// The first section has the references to headers and footers. Further ones go on with them, but for those
+/// whose tabs lead elsewhere on wider or narrower pages.
 void DocumentWriter::endSection(DOMElement* parent)
 {
     addPageLines();
@@ -463,10 +478,11 @@ void DocumentWriter::endSection(DOMElement* parent)
 /// Puts the document's own header and footer in the place of those of its look.
 void DocumentWriter::addPageLines()
 {
-    if (std::exchange(hasPageLines_, true)) return;
+    const auto before = std::exchange(pageLineWidth_, textWidth_);
+    if (before == textWidth_) return;
     for (const bool isHeader : {true, false}) {
         const auto& line = isHeader ? content_.header : content_.footer;
-        if (line.runs.empty()) continue;
+        if (line.runs.empty() || (before > 0 && !hasTab(line))) continue;
         const std::u16string element = isHeader ? u"w:headerReference" : u"w:footerReference";
         std::erase_if(pageLines_, [&](const auto& other) {
             return other.element == element && other.type == u"default";

@@ -123,7 +123,8 @@ class DocumentWriter {
     bool hasPagesOfLook_ = false;
     std::int64_t textWidth_ = 0;
     std::vector<PageLineReference> pageLines_;
-    bool hasPageLines_ = false;
+    /// The width of the text that the header and footer suit; 0: there are none yet.
+    std::int64_t pageLineWidth_ = 0;
     std::size_t position_ = 0;
     std::size_t chartsDone_ = 0;
     std::size_t imagesDone_ = 0;

@@ -1,5 +1,6 @@
 #include "report/document/Styles.h"
 
+#include <charconv>
 #include <stdexcept>
 #include <utility>
 
@@ -20,6 +21,21 @@ std::string getName(const XmlElement& style)
     return style.findChild("name").getAttribute(Ns::Word, "val").value_or("");
 }
 
+/// In twentieths of a point.
+std::vector<std::int64_t> readTabStops(const XmlElement& style)
+{
+    std::vector<std::int64_t> stops;
+    const auto tabs = style.findPath({"pPr", "tabs"});
+    if (!tabs) return stops;
+    for (const auto tab : tabs.getChildren()) {
+        const auto text = tab.getAttribute(Ns::Word, "pos").value_or("");
+        std::int64_t position = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), position);
+        if (error == std::errc()) stops.push_back(position);
+    }
+    return stops;
+}
+
 }  // namespace
 
 Styles::Styles() : part_(parts::styles) {}
@@ -32,7 +48,7 @@ void Styles::read(Table& table, const std::string& part, bool isOwn)
         const auto kind = style.getAttribute(Ns::Word, "type").value_or("paragraph");
         table.try_emplace({kind, toLower(getName(style))},
                           Style{style.getAttribute(Ns::Word, "styleId").value_or(""),
-                                isOwn ? "" : std::string(style.getSource())});
+                                isOwn ? "" : std::string(style.getSource()), readTabStops(style)});
     }
 }
 
@@ -69,6 +85,12 @@ std::u16string Styles::use(std::string_view kind, std::string_view name)
     }
     added_ += std::exchange(found->second.markup, "");
     return toUtf16(found->second.id);
+}
+
+std::vector<std::int64_t> Styles::getTabStops(std::string_view name) const
+{
+    const auto found = getTable().find({"paragraph", toLower(name)});
+    return found == getTable().end() ? std::vector<std::int64_t>() : found->second.tabStops;
 }
 
 void Styles::setLanguage(const std::string& language)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quillon::report {
 
@@ -22,6 +24,8 @@ class Styles {
     /// The id that paragraphs, runs and tables name it by.
     /// Throws: std::runtime_error that lists the styles of the kind when there is none of that name.
     std::u16string use(std::string_view kind, std::string_view name);
+    /// The tab stops of a paragraph style, in twentieths of a point.
+    std::vector<std::int64_t> getTabStops(std::string_view name) const;
     /// Sets the language of all texts.
     void setLanguage(const std::string& language);
 
@@ -33,6 +37,7 @@ class Styles {
         std::string id;
         /// Markup that is added when the style is used; empty for one that the part has.
         std::string markup;
+        std::vector<std::int64_t> tabStops;
     };
     /// By kind and name in lower case.
     using Table = std::map<std::pair<std::string, std::string>, Style>;

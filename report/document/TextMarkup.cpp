@@ -1,5 +1,6 @@
 #include "report/document/TextMarkup.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "report/package/Xml.h"
@@ -17,9 +18,18 @@ void appendText(DOMElement* run, const char16_t* name, std::u16string_view text)
     appendTextElement(run, name, std::u16string(text))->setAttribute(u"xml:space", u"preserve");
 }
 
-void appendFieldMark(DOMElement* parent, const char16_t* type)
+DOMElement* appendFieldMark(DOMElement* parent, const char16_t* type)
 {
-    appendElement(appendElement(parent, u"w:r"), u"w:fldChar")->setAttribute(u"w:fldCharType", type);
+    auto* mark = appendElement(appendElement(parent, u"w:r"), u"w:fldChar");
+    mark->setAttribute(u"w:fldCharType", type);
+    return mark;
+}
+
+void appendTabStop(DOMElement* tabs, const TabStop& stop)
+{
+    auto* tab = appendElement(tabs, u"w:tab");
+    tab->setAttribute(u"w:val", stop.alignment);
+    tab->setAttribute(u"w:pos", num2str(static_cast<unsigned long>(stop.twips)).c_str());
 }
 
 /// The look of a run; its elements stand in the order of the schema.
@@ -103,9 +113,23 @@ void appendRuns(DOMElement* parent, const TextRuns& runs, TextPlace& place)
     }
 }
 
-void startField(DOMElement* parent, const std::u16string& instruction)
+void setTabStops(DOMElement* paragraph, const std::vector<TabStop>& stops,
+                 const std::vector<std::int64_t>& stopsOfStyle)
 {
-    appendFieldMark(parent, u"begin");
+    if (std::ranges::equal(stops, stopsOfStyle, {}, &TabStop::twips)) return;
+    auto* tabs = appendElement(getProperties(paragraph), u"w:tabs");
+    const auto isWanted = [&stops](std::int64_t twips) {
+        return std::ranges::find(stops, twips, &TabStop::twips) != stops.end();
+    };
+    for (const auto twips : stopsOfStyle)
+        if (!isWanted(twips)) appendTabStop(tabs, {u"clear", twips});
+    for (const auto& stop : stops) appendTabStop(tabs, stop);
+}
+
+void startField(DOMElement* parent, const std::u16string& instruction, bool isStale)
+{
+    auto* begin = appendFieldMark(parent, u"begin");
+    if (isStale) begin->setAttribute(u"w:dirty", u"true");
     appendText(appendElement(parent, u"w:r"), u"w:instrText", instruction);
     appendFieldMark(parent, u"separate");
 }

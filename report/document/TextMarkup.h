@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 #include <xercesc/dom/DOM.hpp>
 
 #include "report/document/Blocks.h"
@@ -36,8 +38,18 @@ xercesc::DOMElement* appendRun(xercesc::DOMElement* parent, std::u16string_view 
 /// Appends runs with their looks, links and references.
 /// Throws: std::runtime_error that lists the captions for a reference to none.
 void appendRuns(xercesc::DOMElement* parent, const TextRuns& runs, TextPlace& place);
-/// A field is its instruction and, between the calls, the text that it has until it is updated.
-void startField(xercesc::DOMElement* parent, const std::u16string& instruction);
+/// The tab stop of a paragraph. Twips: from the margin, in twentieths of a point.
+struct TabStop {
+    const char16_t* alignment;
+    std::int64_t twips;
+};
+/// Sets the tab stops of a paragraph in place of those of its style, where they are others.
+void setTabStops(xercesc::DOMElement* paragraph, const std::vector<TabStop>& stops,
+                 const std::vector<std::int64_t>& stopsOfStyle);
+
+/// A field is its instruction and, between the calls, the text that it has until it is updated, which a word
+/// processor does when it opens a document with a stale field.
+void startField(xercesc::DOMElement* parent, const std::u16string& instruction, bool isStale = false);
 void endField(xercesc::DOMElement* parent);
 /// Appends a field with its text.
 void appendField(xercesc::DOMElement* parent, const std::u16string& instruction, std::u16string_view text,

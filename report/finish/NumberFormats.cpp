@@ -146,6 +146,9 @@ std::string chooseAxisFormat(const ChartPart& part, const Scale& scale)
             return own;
     const int stepDecimals = countStepDecimals(part, scale);
     if (stepDecimals > maximumDecimals) return "General";
+    // Beside thousands the decimals of the values say nothing.
+    constexpr double large = 1000;
+    if (findStepUnit(part, scale) / getUnit(scale.units) >= large) return makeNumberFormat(0);
     return makeNumberFormat(std::max(countValueDecimals(part, scale), stepDecimals));
 }
 

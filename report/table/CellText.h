@@ -10,9 +10,12 @@ namespace quillon::report {
 std::string writeNumber(double number);
 
 /// A date of a worksheet as ISO text: "2024-03-31", with the time where it has one.
-std::string writeDate(double serial);
+std::string writeIsoDate(double serial);
 
 /// A cell as people read it.
 std::string writeCell(const Cell& cell);
+
+/// Whether a row of that name adds up others: "Total", "Summe:", in any case.
+bool namesTotal(std::string text);
 
 }  // namespace quillon::report

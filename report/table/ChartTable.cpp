@@ -1,7 +1,6 @@
 #include "report/table/ChartTable.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -9,6 +8,7 @@
 #include <unordered_map>
 
 #include "report/options/QuotedText.h"
+#include "report/table/CellText.h"
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
@@ -21,6 +21,7 @@ namespace {
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
 
 using Columns = std::vector<std::size_t>;
+using TableColumns = std::vector<const TableColumn*>;
 
 /// What the columns of the table are for, by position.
 struct Roles {
@@ -36,6 +37,11 @@ struct Roles {
 bool contains(const Columns& columns, std::size_t column)
 {
     return std::find(columns.begin(), columns.end(), column) != columns.end();
+}
+
+Columns listColumn(std::optional<std::size_t> column)
+{
+    return column ? Columns{*column} : Columns{};
 }
 
 Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
@@ -89,8 +95,8 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
     roles.values =
         options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
     if (roles.values.empty())
-        fail("{}: no column beside {} holds numbers.", scan.getPlace().name,
-             quoteText(scan.getNames()[roles.categories.front()]));
+        fail("{}: no column beside {} holds numbers{}.", scan.getPlace().name,
+             quoteText(scan.getNames()[roles.categories.front()]), scan.getPlace().hint);
     return roles;
 }
 
@@ -136,7 +142,7 @@ struct Categories {
     std::vector<std::uint32_t> firstRow;
 };
 
-Categories groupRows(const std::vector<const TableColumn*>& columns, std::size_t rowCount)
+Categories groupRows(const TableColumns& columns, std::size_t rowCount)
 {
     Categories categories;
     std::map<std::vector<std::uint32_t>, std::uint32_t> known;
@@ -195,38 +201,42 @@ class GridMaker {
     /// The columns stand in the order in which they are asked for here.
     Table readRoles(const TableScan& scan)
     {
+        const bool hasDates = roles_.x && !scan.getProfile(*roles_.x).isNumeric();
+        TableColumns series;
+        TableColumns x;
+        struct Part {
+            Columns columns;
+            ColumnRole role;
+            TableColumns& read;
+        };
+        const Part parts[] = {
+            {roles_.categories, ColumnRole::Label, categoryColumns_},
+            {listColumn(roles_.series), ColumnRole::Label, series},
+            {roles_.values, ColumnRole::Value, valueColumns_},
+            {roles_.sizes, ColumnRole::Value, sizeColumns_},
+            {roles_.errorsPlus, ColumnRole::Value, plusColumns_},
+            {roles_.errorsMinus, ColumnRole::Value, minusColumns_},
+            {listColumn(roles_.x), hasDates ? ColumnRole::Label : ColumnRole::Value, x},
+        };
         std::vector<ColumnRequest> requests;
-        const auto ask = [&](const Columns& columns, ColumnRole role) {
-            for (const auto column : columns) requests.push_back({column, role});
-        };
-        ask(roles_.categories, ColumnRole::Label);
-        if (roles_.series) ask({*roles_.series}, ColumnRole::Label);
-        ask(roles_.values, ColumnRole::Value);
-        ask(roles_.sizes, ColumnRole::Value);
-        ask(roles_.errorsPlus, ColumnRole::Value);
-        ask(roles_.errorsMinus, ColumnRole::Value);
-        if (roles_.x) {
-            const bool isDate = !scan.getProfile(*roles_.x).isNumeric();
-            ask({*roles_.x}, isDate ? ColumnRole::Label : ColumnRole::Value);
-        }
+        for (const auto& part : parts)
+            for (const auto column : part.columns) requests.push_back({column, part.role});
         auto table = readColumns(scan, requests, options_, note_);
-        if (roles_.x && table.columns.back().kind == ColumnKind::Text)
-            fail("{}: column {}: expected numbers or dates for --x.", table.place.name,
-                 quoteText(table.columns.back().name));
         auto next = table.columns.begin();
-        const auto take = [&](std::size_t count) {
-            std::vector<const TableColumn*> taken;
-            for (std::size_t i = 0; i < count; ++i) taken.push_back(&*next++);
-            return taken;
-        };
-        categoryColumns_ = take(roles_.categories.size());
-        seriesColumn_ = roles_.series ? take(1).front() : nullptr;
-        valueColumns_ = take(roles_.values.size());
-        sizeColumns_ = take(roles_.sizes.size());
-        plusColumns_ = take(roles_.errorsPlus.size());
-        minusColumns_ = take(roles_.errorsMinus.size());
-        xColumn_ = roles_.x ? take(1).front() : nullptr;
+        for (const auto& part : parts)
+            for (std::size_t i = 0; i < part.columns.size(); ++i) part.read.push_back(&*next++);
+        seriesColumn_ = series.empty() ? nullptr : series.front();
+        xColumn_ = x.empty() ? nullptr : x.front();
+        if (xColumn_ != nullptr && xColumn_->kind == ColumnKind::Text) refuseX(scan);
         return table;
+    }
+    [[noreturn]] void refuseX(const TableScan& scan) const
+    {
+        const auto& place = scan.getPlace();
+        const auto misfit = scan.getProfile(*roles_.x).getMisfit(DateOrder::DayMonthYear);
+        fail("{}: column {}: expected numbers or dates for --x{}.",
+             misfit.isSet() ? place.at(misfit.line) : place.name, quoteText(scan.getNames()[*roles_.x]),
+             misfit.isSet() ? ", got " + quoteText(misfit.text) : "");
     }
 
     /// Wide tables name each category once; a name that comes again is the mark of a long one.
@@ -259,7 +269,7 @@ class GridMaker {
     }
 
     /// One column for each series, or one for all.
-    const std::vector<double>& getExtra(const std::vector<const TableColumn*>& columns, std::size_t series,
+    const std::vector<double>& getExtra(const TableColumns& columns, std::size_t series,
                                         const char* option) const
     {
         static const std::vector<double> none;
@@ -319,8 +329,7 @@ class GridMaker {
         const auto& category = *categoryColumns_.back();
         fail(
             "{}: a second value for {} {} and {} {}; a long table has one for each pair, and --aggregate "
-            "makes one of "
-            "several.",
+            "makes one of several.",
             table_.place.at(table_.lines[row]), seriesColumn_->name, quoteText(seriesColumn_->texts[row]),
             category.name, quoteText(category.texts[row]));
     }
@@ -344,15 +353,6 @@ class GridMaker {
         }
         if (units.size() > 1 && options_.aggregate != "count")
             note_(fmt::format("{}: the columns have different units: {}.", grid_.name, list));
-    }
-
-    /// "%" or the currency of a worksheet format.
-    static std::string findUnit(const std::string& format)
-    {
-        if (format.find('%') != std::string::npos) return "%";
-        const auto start = format.find('"');
-        const auto end = start == std::string::npos ? start : format.find('"', start + 1);
-        return end == std::string::npos ? "" : format.substr(start + 1, end - start - 1);
     }
 
     void readCategories()
@@ -385,31 +385,17 @@ class GridMaker {
     const Roles& roles_;
     const TableOptions& options_;
     const Note& note_;
-    std::vector<const TableColumn*> categoryColumns_;
+    TableColumns categoryColumns_;
     const TableColumn* seriesColumn_ = nullptr;
-    std::vector<const TableColumn*> valueColumns_;
-    std::vector<const TableColumn*> sizeColumns_;
-    std::vector<const TableColumn*> plusColumns_;
-    std::vector<const TableColumn*> minusColumns_;
+    TableColumns valueColumns_;
+    TableColumns sizeColumns_;
+    TableColumns plusColumns_;
+    TableColumns minusColumns_;
     const TableColumn* xColumn_ = nullptr;
     Table table_;
     Categories categories_;
     Grid grid_;
 };
-
-constexpr std::array<std::string_view, 21> totalNames = {
-    "total",         "totals",    "grand total", "subtotal",       "sum",           "summe",
-    "gesamt",        "insgesamt", "gesamtsumme", "gesamtergebnis", "zwischensumme", "total general",
-    "total général", "totale",    "totaal",      "totalt",         "i alt",         "suma",
-    "razem",         "celkem",    "yhteensä"};
-
-bool namesTotal(std::string text)
-{
-    for (auto& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    if (text.ends_with(':')) text.pop_back();
-    return std::find(totalNames.begin(), totalNames.end(), text) != totalNames.end();
-}
 
 /// A row that adds up the others dwarfs them in a chart.
 std::vector<std::u16string> noteTotals(const Grid& grid, const Note& note)
@@ -424,15 +410,17 @@ std::vector<std::u16string> noteTotals(const Grid& grid, const Note& note)
     return totals;
 }
 
-}  // namespace
-
-ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+/// A column that is read for two ends has one sentence.
+Note hearOnce(const Listener& listener)
 {
-    checkTableOptions(options);
-    const Note note = [&listener](const std::string& sentence) {
-        if (listener.warning) listener.warning(sentence);
+    return [&listener, heard = std::set<std::string>()](const std::string& sentence) mutable {
+        if (listener.warning && heard.insert(sentence).second) listener.warning(sentence);
     };
-    const TableScan scan(openSource(path, options, listener.progress), options, note);
+}
+
+ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
+{
+    const TableScan scan(std::move(source), options, note);
     const auto roles = findRoles(scan, options, note);
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();
@@ -441,6 +429,25 @@ ChartData readChartData(const std::string& path, const TableOptions& options, co
     auto data = makeChartData(grid);
     if (!options.transpose) data.totals = std::move(totals);
     return data;
+}
+
+}  // namespace
+
+ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+{
+    checkTableOptions(options);
+    const auto note = hearOnce(listener);
+    return readFrom(openSource(path, options, note, listener.progress), options, note);
+}
+
+ChartData readChartData(const std::shared_ptr<RowSource>& rows, const TableOptions& options,
+                        const Listener& listener)
+{
+    checkTableOptions(options);
+    auto shaping = options;
+    shaping.skip = 0;
+    shaping.noHeader = false;
+    return readFrom(rows, shaping, hearOnce(listener));
 }
 
 }  // namespace quillon::report

@@ -44,16 +44,29 @@ ColumnProfile::ColumnProfile(const std::vector<NumberStyle>& styles, const std::
 void ColumnProfile::add(const Cell& cell, std::size_t line)
 {
     ++rows_;
-    if (datesFit_ != std::array<bool, 3>{}) addDate(cell, line);
+    if (mayBeDates_) addDate(cell, line);
+    mayBeDates_ = mayBeDates_ && staysDates();
     if (cell.isEmpty()) return;
     ++filled_;
     if (cell.kind == CellKind::Text) return addText(cell.text, line);
     ++values_;
     if (cell.kind == CellKind::Date) return;
     for (auto& reading : readings_) ++reading.count;
-    const bool isBare = cell.number != 0 && cell.format.find('%') == std::string_view::npos;
-    if (isBare && !bare_.isSet()) bare_.setOnce(line, writeNumber(cell.number));
+    addFormat(cell, line);
+}
+
+/// A format tells the currency of a number. Percentages are numbers already, and a zero has any unit.
+void ColumnProfile::addFormat(const Cell& cell, std::size_t line)
+{
     if (cellFormat_.empty()) cellFormat_ = cell.format;
+    if (cell.format != lastFormat_) {
+        lastFormat_ = cell.format;
+        lastFormatUnit_ = findUnit(lastFormat_);
+    }
+    if (cell.number == 0 || lastFormatUnit_ == "%") return;
+    auto& unit = getUnit({lastFormatUnit_});
+    ++unit.count;
+    if (!unit.first.isSet()) unit.first = {line, writeNumber(cell.number)};
 }
 
 void ColumnProfile::addText(std::string_view text, std::size_t line)
@@ -76,7 +89,7 @@ bool ColumnProfile::addPlain(std::string_view text, std::size_t line)
         ++reading.count;
         reading.decimals = std::max(reading.decimals, decimals);
     }
-    if (whole > 1 || text != "0") bare_.setOnce(line, text);
+    if (whole > 1 || text != "0") addBare(text, line);
     return true;
 }
 
@@ -94,19 +107,45 @@ void ColumnProfile::addNumber(const NumberText& number, std::string_view text, s
         if (first && *first != digits->value) differing_.setOnce(line, text);
         first = digits->value;
     }
-    if (isNumber) addUnit(number, text, line);
+    if (!isNumber) return;
+    auto& unit = getUnit(number.unit);
+    ++unit.count;
+    unit.first.setOnce(line, text);
 }
 
-void ColumnProfile::addUnit(const NumberText& number, std::string_view text, std::size_t line)
+void ColumnProfile::addBare(std::string_view text, std::size_t line)
 {
-    const auto& unit = number.unit;
-    if (unit.symbol.empty()) return bare_.setOnce(line, text);
-    if (unitSymbol_.empty()) {
-        unitSymbol_ = unit.symbol;
-        unitIsBefore_ = unit.isBefore;
-        unitIsSpaced_ = unit.isSpaced;
-    }
-    if (unit.symbol != unitSymbol_) otherUnit_.setOnce(line, text);
+    ++units_.front().count;
+    units_.front().first.setOnce(line, text);
+}
+
+ColumnProfile::UnitCount& ColumnProfile::getUnit(const Unit& unit)
+{
+    for (auto& known : units_)
+        if (known.symbol == unit.symbol) return known;
+    return units_.emplace_back(UnitCount{std::string(unit.symbol), unit.isBefore, unit.isSpaced});
+}
+
+const ColumnProfile::UnitCount* ColumnProfile::findSymbol() const
+{
+    return units_.size() > 1 ? &units_[1] : nullptr;
+}
+
+std::optional<ColumnProfile::UnitConflict> ColumnProfile::findUnitConflict() const
+{
+    const bool hasPercent =
+        std::any_of(units_.begin(), units_.end(), [](const UnitCount& unit) { return unit.symbol == "%"; });
+    std::vector<const UnitCount*> units;
+    for (const auto& unit : units_)
+        if (unit.count > 0 && (hasPercent || !unit.symbol.empty())) units.push_back(&unit);
+    if (units.size() < 2) return std::nullopt;
+    const auto isRarer = [](const UnitCount* a, const UnitCount* b) {
+        return a->count != b->count ? a->count < b->count : a->symbol.empty() && !b->symbol.empty();
+    };
+    // Of two that are as frequent, the later one is the other.
+    std::reverse(units.begin(), units.end());
+    std::stable_sort(units.begin(), units.end(), isRarer);
+    return UnitConflict{*units.back(), *units.front()};
 }
 
 bool ColumnProfile::isNumeric() const
@@ -118,46 +157,75 @@ bool ColumnProfile::isNumeric() const
 
 std::string ColumnProfile::makeFormat(const Reading& reading) const
 {
-    if (unitSymbol_.empty() && !cellFormat_.empty()) return cellFormat_;
-    return makeNumberFormat({unitSymbol_, unitIsBefore_, unitIsSpaced_}, reading.decimals, reading.isGrouped);
+    const auto* unit = findSymbol();
+    if (!cellFormat_.empty() && (unit == nullptr || findUnit(cellFormat_) == unit->symbol))
+        return cellFormat_;
+    if (unit == nullptr) return makeNumberFormat({}, reading.decimals, reading.isGrouped);
+    return makeNumberFormat({unit->symbol, unit->isBefore, unit->isSpaced}, reading.decimals,
+                            reading.isGrouped);
+}
+
+/// Where no more cells are misfits than dates. A column of years has none: four digits are any number.
+bool ColumnProfile::staysDates() const
+{
+    return std::any_of(misfits_.begin(), misfits_.end(), [this](const Misfits& misfits) {
+        const bool areYears = dateUnit_ == DateUnit::Year;
+        return misfits.count == 0 || (!areYears && misfits.count * 2 <= rows_);
+    });
 }
 
 void ColumnProfile::addDate(const Cell& cell, std::size_t line)
 {
     if (cell.kind == CellKind::Date) {
         const bool hasTime = cell.number != std::floor(cell.number);
-        noteDate({cell.number, hasTime ? DateUnit::Time : DateUnit::Day});
-    } else {
-        addDateText(cell.kind == CellKind::Number ? writeNumber(cell.number) : std::string(cell.text), line);
+        const DateText date{cell.number, hasTime ? DateUnit::Time : DateUnit::Day};
+        return addDates({date, date, date}, {}, line);
     }
-}
-
-void ColumnProfile::addDateText(std::string_view text, std::size_t line)
-{
+    const auto text = writeCell(cell);
     std::array<std::optional<DateText>, 3> dates;
-    for (std::size_t order = 0; order < dates.size(); ++order) {
-        if (datesFit_.at(order)) dates.at(order) = readDate(text, static_cast<DateOrder>(order));
-        datesFit_.at(order) = dates.at(order).has_value();
-    }
-    const auto& [dayFirst, monthFirst, yearFirst] = dates;
-    if (dayFirst && monthFirst && dayFirst->serial != monthFirst->serial) differingDate_.setOnce(line, text);
-    if (const auto& date = dayFirst ? dayFirst : monthFirst ? monthFirst : yearFirst) noteDate(*date);
+    for (std::size_t order = 0; order < dates.size(); ++order)
+        dates.at(order) = readDate(text, static_cast<DateOrder>(order));
+    addDates(dates, text, line);
 }
 
-void ColumnProfile::noteDate(const DateText& date)
+void ColumnProfile::addDates(const std::array<std::optional<DateText>, 3>& dates, std::string_view text,
+                             std::size_t line)
+{
+    const auto& [dayFirst, monthFirst, yearFirst] = dates;
+    const auto& date = dayFirst ? dayFirst : monthFirst ? monthFirst : yearFirst;
+    const bool isDate = date && suitsUnit(*date);
+    for (std::size_t order = 0; order < dates.size(); ++order) {
+        if (isDate && dates.at(order)) continue;
+        ++misfits_.at(order).count;
+        misfits_.at(order).first.setOnce(line, text);
+    }
+    if (dayFirst && monthFirst && dayFirst->serial != monthFirst->serial) differingDate_.setOnce(line, text);
+    if (!isDate) return;
+    hasEarly_ = hasEarly_ || date->serial < firstSerial;
+    isAscending_ = isAscending_ && (rows_ == 1 || date->serial > lastDate_);
+    lastDate_ = date->serial;
+}
+
+/// Days may have a time; other units do not mix.
+bool ColumnProfile::suitsUnit(const DateText& date)
 {
     const auto isDay = [](DateUnit unit) { return unit == DateUnit::Day || unit == DateUnit::Time; };
-    if (dateUnit_ && *dateUnit_ != date.unit && !(isDay(*dateUnit_) && isDay(date.unit))) datesFit_ = {};
+    if (dateUnit_ && *dateUnit_ != date.unit && !(isDay(*dateUnit_) && isDay(date.unit))) return false;
     dateUnit_ = dateUnit_ ? std::max(*dateUnit_, date.unit) : date.unit;
-    hasEarly_ = hasEarly_ || date.serial < firstSerial;
-    isAscending_ = isAscending_ && (rows_ == 1 || date.serial > lastDate_);
-    lastDate_ = date.serial;
+    return true;
 }
 
 bool ColumnProfile::isDate(DateOrder order) const
 {
     const bool isPlausible = dateUnit_ != DateUnit::Year || (isAscending_ && lastDate_ <= lastYear);
-    return datesFit_.at(static_cast<std::size_t>(order)) && rows_ > 0 && !hasEarly_ && isPlausible;
+    return misfits_.at(static_cast<std::size_t>(order)).count == 0 && rows_ > 0 && !hasEarly_ && isPlausible;
+}
+
+Sample ColumnProfile::getMisfit(DateOrder order) const
+{
+    const auto& misfits = misfits_.at(static_cast<std::size_t>(order));
+    const bool isNamed = dateUnit_ && *dateUnit_ != DateUnit::Year && *dateUnit_ != DateUnit::Quarter;
+    return mayBeDates_ && isNamed && misfits.count * 2 <= rows_ ? misfits.first : Sample{};
 }
 
 }  // namespace quillon::report

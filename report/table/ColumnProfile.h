@@ -51,19 +51,30 @@ class ColumnProfile {
     /// A cell that is one number with a decimal point, and another with a decimal comma.
     const Sample& getDiffering() const { return differing_; }
 
-    const std::string& getUnit() const { return unitSymbol_; }
-    /// A cell whose unit is not that of the first. 45 among percentages is one; 45 among amounts of money is
-    /// none.
-    const Sample& getOtherUnit() const
-    {
-        return !otherUnit_.isSet() && unitSymbol_ == "%" ? bare_ : otherUnit_;
-    }
+    /// Numbers in one unit, which is empty for those that have none.
+    struct UnitCount {
+        std::string symbol = {};
+        bool isBefore = false;
+        bool isSpaced = false;
+        std::size_t count = 0;
+        Sample first = {};
+    };
+    /// The unit of most cells, and another that some have. 45 among percentages has another; 45 among amounts
+    /// of money has not.
+    struct UnitConflict {
+        const UnitCount& usual;
+        const UnitCount& other;
+    };
+    std::optional<UnitConflict> findUnitConflict() const;
     /// The worksheet format that suits the cells. Empty: General.
     std::string makeFormat(const Reading& reading) const;
 
     /// Whether all cells are dates, none is empty, and a worksheet can hold them. Four digits are years where
     /// each is later than the one before.
     bool isDate(DateOrder order) const;
+    /// The first cell that is no date, where the others are months, days or times in this order; not set
+    /// where all are dates, or fewer than half.
+    Sample getMisfit(DateOrder order) const;
     /// A date that is another day where the month comes first.
     const Sample& getDifferingDate() const { return differingDate_; }
     DateUnit getDateUnit() const { return dateUnit_.value_or(DateUnit::Day); }
@@ -72,10 +83,15 @@ class ColumnProfile {
     void addText(std::string_view text, std::size_t line);
     bool addPlain(std::string_view text, std::size_t line);
     void addNumber(const NumberText& number, std::string_view text, std::size_t line);
-    void addUnit(const NumberText& number, std::string_view text, std::size_t line);
+    UnitCount& getUnit(const Unit& unit);
+    void addBare(std::string_view text, std::size_t line);
+    void addFormat(const Cell& cell, std::size_t line);
     void addDate(const Cell& cell, std::size_t line);
-    void addDateText(std::string_view text, std::size_t line);
-    void noteDate(const DateText& date);
+    void addDates(const std::array<std::optional<DateText>, 3>& dates, std::string_view text,
+                  std::size_t line);
+    bool suitsUnit(const DateText& date);
+    bool staysDates() const;
+    const UnitCount* findSymbol() const;
 
     const std::vector<std::string>* missing_;
     std::vector<Reading> readings_;
@@ -84,15 +100,20 @@ class ColumnProfile {
     std::size_t values_ = 0;
     Sample differing_;
 
-    std::string unitSymbol_;
-    bool unitIsBefore_ = false;
-    bool unitIsSpaced_ = false;
-    Sample otherUnit_;
-    Sample bare_;
+    /// The first counts numbers without a unit.
+    std::vector<UnitCount> units_ = {{}};
     std::string cellFormat_;
+    std::string lastFormat_;
+    std::string lastFormatUnit_;
 
+    /// Cells that are no dates.
+    struct Misfits {
+        std::size_t count = 0;
+        Sample first = {};
+    };
     /// By DateOrder; the last, with the year first, is asked for by the author alone.
-    std::array<bool, 3> datesFit_ = {true, true, true};
+    std::array<Misfits, 3> misfits_;
+    bool mayBeDates_ = true;
     Sample differingDate_;
     std::optional<DateUnit> dateUnit_;
     double lastDate_ = 0;

@@ -19,6 +19,8 @@ class Reader {
         : scan_(scan), request_(request), options_(options)
     {
         column.name = scan.getNames()[request.column];
+        if (column.name.empty() && request.column > 0)
+            column.name = fmt::format("Column {}", request.column + 1);
         if (request.role == ColumnRole::Value) {
             column.kind = ColumnKind::Number;
             reading_ = scan.chooseReading(request.column);

@@ -23,7 +23,7 @@ struct Delimiter {
 };
 /// In the order of preference where the lines speak for several: commas stand in numbers and sentences too.
 constexpr std::array delimiters = {Delimiter{"semicolon", ';'}, Delimiter{"tab", '\t'},
-                                   Delimiter{"comma", ','}};
+                                   Delimiter{"pipe", '|'}, Delimiter{"comma", ','}};
 
 /// How many bytes may come without the end of a cell; an open quote would take in the rest of the file.
 constexpr std::size_t longestCell = 1U << 20U;

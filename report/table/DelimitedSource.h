@@ -8,8 +8,8 @@
 
 namespace quillon::report {
 
-/// The rows of a text file whose cells are parted by commas, semicolons or tabs. The file is read block by
-/// block, each time anew; `progress` hears of the bytes.
+/// The rows of a text file whose cells are parted by commas, semicolons, tabs or bars. The file is read block
+/// by block, each time anew; `progress` hears of the bytes.
 class DelimitedSource : public RowSource {
  public:
     /// Throws: std::runtime_error for an unknown encoding; as Decoder.

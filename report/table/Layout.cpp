@@ -171,7 +171,8 @@ Layout findLayout(RowSource& source, const TableOptions& options, const Note& no
 {
     const auto& place = source.getPlace();
     const auto preview = readPreview(source);
-    if (preview.empty()) fail("{}: the table is empty; expected a header row and rows of data.", place.name);
+    if (preview.empty())
+        fail("{}: the table is empty; expected a header row and rows of data{}.", place.name, place.hint);
     const auto width = findWidth(preview);
     if (options.noHeader) return {numberColumns(width), 0, 0};
     const bool isSearched = !source.namesColumns() && options.skip == 0;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,9 +7,6 @@
 #include "report/table/TableOptions.h"
 
 namespace quillon::report {
-
-/// Hears a sentence on what was understood, replaced or left out.
-using Note = std::function<void(const std::string&)>;
 
 /// Where in the rows of a source the table stands, as its first rows show it.
 struct Layout {

@@ -169,18 +169,25 @@ class DigitReader {
         return isAllowed ? mark : GroupMark{};
     }
 
+    /// Groups have three digits; 12,34,567 counts lakhs: behind commas pairs may stand before the last three.
     bool readWhole()
     {
         const auto first = takeDigits();
         const auto mark = findGroup();
         if (mark.size == 0) return true;
         if (first == 0 || first > 3 || plain_.front() == '0') return false;
+        bool hasPairs = false;
+        bool hasTriplets = false;
+        std::size_t last = 0;
         for (auto next = mark; next.size > 0 && next.kind == mark.kind; next = findGroup()) {
+            hasPairs = hasPairs || last == 2;
+            hasTriplets = hasTriplets || last == 3;
             rest_.remove_prefix(next.size);
-            if (takeDigits() != 3) return false;
+            last = takeDigits();
+            if (last != 3 && last != 2) return false;
         }
         result_.isGrouped = true;
-        return true;
+        return last == 3 && (!hasPairs || (!hasTriplets && mark.kind == ',' && first <= 2));
     }
 
     bool readDecimals()
@@ -234,6 +241,18 @@ std::optional<double> readPlain(std::string_view cell)
     if (!isPlain || error != std::errc() || end != cell.data() + cell.size() || !std::isfinite(value))
         return std::nullopt;
     return value;
+}
+
+/// What stands between two marks, without the blanks around it. Empty: there are none.
+std::string_view findBetween(std::string_view text, std::string_view open, std::string_view closings)
+{
+    const auto start = text.find(open);
+    if (start == std::string_view::npos) return {};
+    text.remove_prefix(start + open.size());
+    text = text.substr(0, text.find_first_of(closings));
+    while (text.starts_with(' ')) text.remove_prefix(1);
+    while (text.ends_with(' ')) text.remove_suffix(1);
+    return text;
 }
 
 }  // namespace
@@ -300,6 +319,20 @@ std::string makeNumberFormat(const Unit& unit, std::size_t decimals, bool isGrou
     const auto symbol = "\"" + std::string(unit.symbol) + "\"";
     const std::string blank = unit.isSpaced ? " " : "";
     return unit.isBefore ? symbol + blank + format : format + blank + symbol;
+}
+
+std::string findUnit(std::string_view format)
+{
+    format = format.substr(0, format.find(';'));
+    if (format.find('%') != std::string_view::npos) return "%";
+    // [$€-407] is the euro as it stands in Germany.
+    for (const auto symbol : {findBetween(format, "[$", "-]"), findBetween(format, "\"", "\"")})
+        if (std::find(std::begin(currencies), std::end(currencies), symbol) != std::end(currencies))
+            return std::string(symbol);
+    if (format.find("[$") != std::string_view::npos) return {};
+    for (const auto* symbol : {"$", "€", "£", "¥"})
+        if (format.find(symbol) != std::string_view::npos) return symbol;
+    return {};
 }
 
 }  // namespace quillon::report

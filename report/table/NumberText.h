@@ -50,7 +50,7 @@ struct Digits {
     bool isGrouped = false;
 };
 /// Nothing where the digits do not fit the style, or the number is beyond all bounds. Groups have three
-/// digits.
+/// digits; behind commas also two, before the last: 12,34,567.
 std::optional<Digits> readDigits(std::string_view digits, const NumberStyle& style);
 
 /// The value of a cell: sign applied, percent divided. Nothing where it holds no number in this style.
@@ -64,5 +64,8 @@ std::vector<NumberStyle> listStyles(const TableOptions& options);
 
 /// As in a cell of a worksheet: `"€" #,##0.00`. Empty (General) for a number without unit and groups.
 std::string makeNumberFormat(const Unit& unit, std::size_t decimals, bool isGrouped);
+
+/// "%", or the currency that such a format shows. Empty: none.
+std::string findUnit(std::string_view format);
 
 }  // namespace quillon::report

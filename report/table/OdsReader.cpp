@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <set>
 
 #include "report/table/DateText.h"
 #include "report/table/Fail.h"
@@ -36,8 +37,12 @@ class SheetListener : public XmlListener {
     void startElement(const std::string& name, const Attributes& attributes) override
     {
         if (name == "table" && depth_++ == 0) startTable(attributes);
+        if (name == "style") style_ = getAttribute(attributes, "name");
+        if (name == "table-properties" && getAttribute(attributes, "display") == "false")
+            hiddenStyles_.insert(style_);
         if (!isWanted()) return;
         if (name == "annotation") ++remarks_;
+        if (name == "table-column") addColumns(attributes);
         if (name == "table-row") startRow(attributes);
         if (name == "table-cell" || name == "covered-table-cell") startCell(attributes);
         if (name == "p") startParagraph();
@@ -50,7 +55,9 @@ class SheetListener : public XmlListener {
         if (isWanted()) {
             if (name == "annotation") --remarks_;
             if (name == "p") isInParagraph_ = false;
-            if (name == "table-cell" || name == "covered-table-cell") endCell();
+            if (name == "table-cell") endCell();
+            // What is covered by a merged cell is not shown.
+            if (name == "covered-table-cell") column_ = advance(column_, cellRepeats_);
             if (name == "table-row") endRow();
         }
         if (name == "table") --depth_;
@@ -66,14 +73,32 @@ class SheetListener : public XmlListener {
     }
 
     std::vector<std::string> names;
+    /// The first sheet that is not hidden.
+    std::size_t firstShown = 0;
 
  private:
     bool isWanted() const { return depth_ == 1 && names.size() == wanted_ + 1; }
 
     void startTable(const Attributes& attributes)
     {
+        const bool isHidden = hiddenStyles_.contains(getAttribute(attributes, "style-name"));
+        if (firstShown == names.size() && isHidden) ++firstShown;
         names.push_back(getAttribute(attributes, "name"));
         row_ = 0;
+        column_ = 0;
+    }
+
+    static bool isHidden(const Attributes& attributes)
+    {
+        const auto visibility = getAttribute(attributes, "visibility");
+        return visibility == "collapse" || visibility == "filter";
+    }
+
+    void addColumns(const Attributes& attributes)
+    {
+        const auto first = column_;
+        column_ = advance(column_, readCount(attributes, "number-columns-repeated"));
+        if (isHidden(attributes)) sheet_.hideColumns(first, column_ - 1);
     }
 
     void startRow(const Attributes& attributes)
@@ -81,6 +106,7 @@ class SheetListener : public XmlListener {
         column_ = 0;
         rowRepeats_ = readCount(attributes, "number-rows-repeated");
         rowCells_.clear();
+        if (isHidden(attributes)) sheet_.hideRows(row_, advance(row_, rowRepeats_) - 1);
     }
 
     void startParagraph()
@@ -97,6 +123,10 @@ class SheetListener : public XmlListener {
         type_ = getAttribute(attributes, "value-type");
         currency_ = getAttribute(attributes, "currency");
         value_ = getAttribute(attributes, type_ == "date" ? "date-value" : "value");
+        const auto rows = readCount(attributes, "number-rows-spanned");
+        const auto columns = readCount(attributes, "number-columns-spanned");
+        if (rows > 1 || columns > 1)
+            sheet_.addMerge({row_, column_, advance(row_, rows) - 1, advance(column_, columns) - 1});
     }
 
     void endCell()
@@ -145,6 +175,8 @@ class SheetListener : public XmlListener {
 
     Sheet& sheet_;
     std::size_t wanted_;
+    std::string style_;
+    std::set<std::string> hiddenStyles_;
     int depth_ = 0;
     int remarks_ = 0;
     std::int32_t row_ = 0;
@@ -167,9 +199,11 @@ class OdsReader : public WorkbookReader {
         SheetListener listener(none, limits::storedCells);
         readXml(content_, listener);
         names_ = std::move(listener.names);
+        firstShown_ = listener.firstShown < names_.size() ? listener.firstShown : 0;
     }
 
     const std::vector<std::string>& getSheetNames() const override { return names_; }
+    std::size_t getFirstSheet() const override { return firstShown_; }
 
     Sheet readSheet(std::size_t index) const override
     {
@@ -182,6 +216,7 @@ class OdsReader : public WorkbookReader {
  private:
     std::string content_;
     std::vector<std::string> names_;
+    std::size_t firstShown_ = 0;
 };
 
 }  // namespace

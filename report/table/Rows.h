@@ -33,10 +33,15 @@ struct Row {
     std::span<const Cell> cells = {};
 };
 
+/// Hears a sentence on what was understood, replaced or left out.
+using Note = std::function<void(const std::string&)>;
+
 /// How rows are named in sentences: "sales.csv:3", or "sales.xlsx, row 3".
 struct Place {
     std::string name;
     bool countsLines = true;
+    /// Where else the table may be; ends sentences on a table that cannot be one.
+    std::string hint = {};
 
     const char* getUnit() const { return countsLines ? "line" : "row"; }
     std::string at(std::size_t line) const
@@ -57,8 +62,11 @@ class RowSource {
     virtual void read(const Handler& handler) = 0;
 
     const Place& getPlace() const { return place_; }
+    void setNumbersRows(bool numbersRows) { numbersRows_ = numbersRows; }
     /// Whether the first row holds the names of the columns beyond doubt, as in rows of objects.
     bool namesColumns() const { return namesColumns_; }
+    /// Whether the first column is known to number the rows.
+    bool numbersRows() const { return numbersRows_; }
     /// '.' or ',' where the kind of source speaks for it, when the numbers themselves leave it open.
     std::optional<char> getLikelyDecimal() const { return likelyDecimal_; }
 
@@ -73,6 +81,7 @@ class RowSource {
     Place place_;
     bool namesColumns_;
     std::optional<char> likelyDecimal_;
+    bool numbersRows_ = false;
 };
 
 }  // namespace quillon::report

@@ -1,6 +1,7 @@
 #include "report/table/Sheet.h"
 
 #include <algorithm>
+#include <set>
 
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
@@ -61,6 +62,30 @@ void Sheet::add(const SheetCell& cell)
     cells_.push_back(cell);
 }
 
+std::pair<std::size_t, std::size_t> Sheet::removeHidden()
+{
+    using Hidden = std::vector<std::pair<std::int32_t, std::int32_t>>;
+    std::size_t rows = 0;
+    std::int32_t lastRow = -1;
+    std::set<std::int32_t> columns;
+    // Of the ranges, which stand in order, the last that begins before the place.
+    const auto isHidden = [](const Hidden& ranges, std::int32_t place) {
+        const auto next = std::upper_bound(ranges.begin(), ranges.end(), place,
+                                           [](std::int32_t a, const auto& range) { return a < range.first; });
+        return next != ranges.begin() && std::prev(next)->second >= place;
+    };
+    std::sort(hiddenRows_.begin(), hiddenRows_.end());
+    std::sort(hiddenColumns_.begin(), hiddenColumns_.end());
+    std::erase_if(cells_, [&](const SheetCell& cell) {
+        const bool inRow = isHidden(hiddenRows_, cell.row);
+        const bool inColumn = isHidden(hiddenColumns_, cell.column);
+        if (inRow && std::exchange(lastRow, cell.row) != cell.row) ++rows;
+        if (inColumn) columns.insert(cell.column);
+        return inRow || inColumn;
+    });
+    return {rows, columns.size()};
+}
+
 CellAddress takeAddress(std::string_view& text)
 {
     CellAddress address;
@@ -69,6 +94,18 @@ CellAddress takeAddress(std::string_view& text)
     skipDollar(text);
     address.row = takeNumber(text) - 1;
     return address;
+}
+
+std::optional<SheetRange> readSheetRange(std::string_view text)
+{
+    const auto first = takeAddress(text);
+    if (!text.starts_with(':')) return std::nullopt;
+    text.remove_prefix(1);
+    const auto last = takeAddress(text);
+    const bool isRange = text.empty() && first.row >= 0 && first.column >= 0 && last.row >= first.row &&
+                         last.column >= first.column &&
+                         last.column < static_cast<std::int32_t>(limits::columns);
+    return isRange ? std::optional(SheetRange{first.row, first.column, last.row, last.column}) : std::nullopt;
 }
 
 }  // namespace quillon::report

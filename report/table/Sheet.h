@@ -24,6 +24,20 @@ struct SheetCell {
     std::uint32_t format = 0;
 };
 
+/// A range of cells, 0-based, both ends in it.
+struct SheetRange {
+    std::int32_t firstRow = 0;
+    std::int32_t firstColumn = 0;
+    std::int32_t lastRow = -1;
+    std::int32_t lastColumn = -1;
+
+    bool contains(const SheetCell& cell) const
+    {
+        return cell.row >= firstRow && cell.row <= lastRow && cell.column >= firstColumn &&
+               cell.column <= lastColumn;
+    }
+};
+
 /// The cells of a sheet by row and column, with texts and number formats that they share.
 class Sheet {
  public:
@@ -39,11 +53,25 @@ class Sheet {
     /// Throws: std::runtime_error beyond the limits of stored cells.
     void add(const SheetCell& cell);
     const std::vector<SheetCell>& getCells() const { return cells_; }
+    /// `cells` by row and column.
+    void setCells(std::vector<SheetCell> cells) { cells_ = std::move(cells); }
+
+    /// Cells that are shown as one, with the content of the first.
+    void addMerge(const SheetRange& range) { merges_.push_back(range); }
+    const std::vector<SheetRange>& getMerges() const { return merges_; }
+    /// Both ends are hidden.
+    void hideRows(std::int32_t first, std::int32_t last) { hiddenRows_.push_back({first, last}); }
+    void hideColumns(std::int32_t first, std::int32_t last) { hiddenColumns_.push_back({first, last}); }
+    /// Takes cells in hidden rows and columns out, and returns how many rows and columns these are.
+    std::pair<std::size_t, std::size_t> removeHidden();
 
  private:
     std::deque<std::string> texts_;
     std::deque<std::string> formats_;
     std::vector<SheetCell> cells_;
+    std::vector<SheetRange> merges_;
+    std::vector<std::pair<std::int32_t, std::int32_t>> hiddenRows_;
+    std::vector<std::pair<std::int32_t, std::int32_t>> hiddenColumns_;
 };
 
 /// A cell's place, 0-based; -1 where it has no row or no column.
@@ -53,12 +81,16 @@ struct CellAddress {
 };
 /// Takes "B3" or "$B$3" off the front of a text.
 CellAddress takeAddress(std::string_view& text);
+/// Reads "B3:F20". Nothing where the text is no range, or one beyond the limits of columns.
+std::optional<SheetRange> readSheetRange(std::string_view text);
 
 /// The sheets of a workbook; each is read on demand.
 class WorkbookReader {
  public:
     virtual ~WorkbookReader() = default;
     virtual const std::vector<std::string>& getSheetNames() const = 0;
+    /// The first sheet that is not hidden.
+    virtual std::size_t getFirstSheet() const = 0;
     virtual Sheet readSheet(std::size_t index) const = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "report/table/Sources.h"
 
+#include <algorithm>
 #include <array>
 
 #include "report/options/QuotedText.h"
@@ -32,7 +33,35 @@ constexpr ForeignKind foreignKinds[] = {
     {"\xD0\xCF\x11\xE0"sv,
      "the file is a workbook of the old kind, or has a password; save it as .xlsx or .ods"},
     {"%PDF"sv, "the file is a PDF; expected a table"},
+    {"PAR1"sv, "the file is in the Parquet format; save it as CSV"},
 };
+
+/// The same for text, which may begin with blanks and is written in any case. Some programs give such files
+/// the name of a workbook.
+constexpr auto webPage =
+    "the file is a web page, whatever its name says; open it in a spreadsheet program and save it as .xlsx, "
+    ".ods or CSV";
+constexpr ForeignKind foreignTexts[] = {
+    {"<!doctype html", webPage},
+    {"<html", webPage},
+    {"<table", webPage},
+    {"<?xml", "the file is XML; open it in a spreadsheet program and save it as .xlsx, .ods or CSV"},
+    {"{\\rtf", "the file is a text document (RTF); expected a table"},
+};
+
+void refuseForeignText(std::string_view start, const std::string& name)
+{
+    if (start.starts_with("\xEF\xBB\xBF")) start.remove_prefix(3);
+    start.remove_prefix(std::min(start.find_first_not_of(" \t\r\n"), start.size()));
+    for (const auto& kind : foreignTexts) {
+        const auto isSame = [](char c, char wanted) {
+            return (c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c) == wanted;
+        };
+        const auto text = start.substr(0, kind.start.size());
+        if (std::equal(text.begin(), text.end(), kind.start.begin(), kind.start.end(), isSame))
+            fail("{}: {}.", name, kind.sentence);
+    }
+}
 
 bool isJsonStart(std::string_view start)
 {
@@ -55,6 +84,7 @@ SourceKind findKind(InputFile& file, const std::string& path)
     const auto start = file.peek(512);
     for (const auto& kind : foreignKinds)
         if (start.starts_with(kind.start)) fail("{}: {}.", file.getName(), kind.sentence);
+    refuseForeignText(start, file.getName());
     if (start.starts_with("SQLite format 3\0"sv)) return SourceKind::Database;
     if (start.starts_with("PK\x03\x04"sv)) return SourceKind::Workbook;
     return hasJsonName(path) || isJsonStart(start) ? SourceKind::Json : SourceKind::Delimited;
@@ -100,13 +130,13 @@ InputFile::Progress joinPasses(InputFile::Progress progress)
 
 }  // namespace
 
-std::unique_ptr<RowSource> openSource(const std::string& path, const TableOptions& options,
+std::unique_ptr<RowSource> openSource(const std::string& path, const TableOptions& options, const Note& note,
                                       InputFile::Progress progress)
 {
     auto file = std::make_shared<InputFile>(path);
     const auto kind = findKind(*file, path);
     refuseForeignOptions(kind, options, file->getName());
-    if (kind == SourceKind::Workbook) return readWorkbookRows(*file, options);
+    if (kind == SourceKind::Workbook) return readWorkbookRows(*file, options, note);
     if (kind == SourceKind::Json) return readJsonRows(*file);
     if (kind == SourceKind::Delimited)
         return std::make_unique<DelimitedSource>(std::move(file), options, joinPasses(std::move(progress)));

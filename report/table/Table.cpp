@@ -20,7 +20,7 @@ Table readTable(const std::string& path, const TableOptions& options, const List
     const Note note = [&listener](const std::string& sentence) {
         if (listener.warning) listener.warning(sentence);
     };
-    const TableScan scan(openSource(path, options, listener.progress), options, note);
+    const TableScan scan(openSource(path, options, note, listener.progress), options, note);
     std::vector<ColumnRequest> requests;
     const auto request = [&](std::size_t column) {
         const bool holdsNumbers = scan.getProfile(column).isNumeric();

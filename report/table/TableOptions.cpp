@@ -14,17 +14,6 @@ constexpr auto reading = "How cells are read";
 constexpr auto choice = "What becomes the chart";
 constexpr auto shape = "How the data is shaped";
 
-std::vector<std::string> splitValues(const std::string& values)
-{
-    std::vector<std::string> items(1);
-    for (const char c : values)
-        if (c == '|')
-            items.emplace_back();
-        else
-            items.back() += c;
-    return items;
-}
-
 /// "a, b or c".
 std::string enumerate(const std::vector<std::string>& items)
 {
@@ -89,8 +78,8 @@ void checkTogether(const TableOptions& o)
 }  // namespace
 
 const std::array<TableOption, 28> tableOptions = {{
-    {"delimiter", &TableOptions::delimiter, "comma|semicolon|tab",
-     "what parts the cells of a line: comma, semicolon or tab (default: what the rows show)", source},
+    {"delimiter", &TableOptions::delimiter, "comma|semicolon|tab|pipe",
+     "what parts the cells of a line: comma, semicolon, tab or pipe (default: what the rows show)", source},
     {"sheet", &TableOptions::sheet, "",
      "the sheet of a workbook, by name or as #2 for the second (default: the first)", source},
     {"range", &TableOptions::range, "", "the cells of the sheet, as in B3:F20 (default: all that are filled)",
@@ -144,6 +133,25 @@ const std::array<TableOption, 28> tableOptions = {{
     {"share", &TableOptions::share, "", "show each value as a percentage of its series' total", shape},
     {"cumulative", &TableOptions::cumulative, "", "add to each value all values before it", shape},
 }};
+
+std::vector<std::string> splitValues(const std::string& values)
+{
+    std::vector<std::string> items;
+    for (std::size_t at = 0; at < values.size();) {
+        const auto end = std::min(values.find('|', at), values.size());
+        items.push_back(values.substr(at, end - at));
+        at = end + 1;
+    }
+    return items;
+}
+
+bool haveSameSource(const TableOptions& a, const TableOptions& b)
+{
+    return std::ranges::all_of(tableOptions, [&](const TableOption& option) {
+        const auto isSame = [&](auto member) { return a.*member == b.*member; };
+        return option.group != source || std::visit(isSame, option.member);
+    });
+}
 
 void checkTableOptions(const TableOptions& options)
 {

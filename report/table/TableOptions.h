@@ -11,7 +11,7 @@ namespace quillon::report {
 /// How a table is read, and what of it becomes the data of a chart. An empty text or list, 0 and false stand
 /// for the default. Columns are named by their header, or by position: "#3" is the third.
 struct TableOptions {
-    /// comma, semicolon or tab. Default: what the rows show.
+    /// comma, semicolon, tab or pipe. Default: what the rows show.
     std::string delimiter = {};
     /// The name of a workbook's sheet, or its position: "#2". Default: the first.
     std::string sheet = {};
@@ -79,6 +79,12 @@ struct TableOption {
 };
 
 extern const std::array<TableOption, 28> tableOptions;
+
+/// "a|b" in parts; none for an empty text.
+std::vector<std::string> splitValues(const std::string& values);
+
+/// Whether both read the same rows of a file: sheet, range, encoding and the like.
+bool haveSameSource(const TableOptions& a, const TableOptions& b);
 
 /// Throws: std::runtime_error that lists what is allowed, for a value that is not, or options that exclude
 /// each other.

@@ -29,6 +29,11 @@ std::optional<DateOrder> findOrder(std::string_view name)
     return name == "ymd" ? std::optional(DateOrder::YearMonthDay) : std::nullopt;
 }
 
+std::string describeCell(const Sample& cell)
+{
+    return cell.text.empty() ? "an empty cell" : quoteText(cell.text);
+}
+
 bool holdsWords(std::string_view text)
 {
     return text.find(' ') != std::string_view::npos || text.starts_with('*');
@@ -45,7 +50,7 @@ std::string listNames(const std::vector<std::string>& names)
     return list;
 }
 
-TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& options, const Note& note)
+TableScan::TableScan(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
     : source_(std::move(source)), options_(options), layout_(findLayout(*source_, options, note))
 {
     const ColumnProfile empty(listStyles(options), options.missing);
@@ -53,9 +58,17 @@ TableScan::TableScan(std::unique_ptr<RowSource> source, const TableOptions& opti
     filter_ = std::make_unique<RowFilter>(makeFilter());
     profileRows(note);
     requireNames();
-    if (rowCount_ == 0) fail("{}: the table has a header row and no rows of data.", getPlace().name);
+    if (rowCount_ == 0)
+        fail("{}: the table has a header row and no rows of data{}.", getPlace().name, getPlace().hint);
     filter_->noteUnknown(getPlace(), note);
     if (keptCount_ == 0) fail("{}: no row is left by --where and --drop.", getPlace().name);
+}
+
+std::shared_ptr<StoredRows> TableScan::makeEmptyRows() const
+{
+    auto rows = std::make_shared<StoredRows>(getPlace(), true, source_->getLikelyDecimal(), 0);
+    rows->setNumbersRows(hasRowNumbers());
+    return rows;
 }
 
 bool TableScan::hasUnnamedFirst() const
@@ -139,15 +152,22 @@ void TableScan::requireWidth(const Row& row) const
     const auto width = layout_.names.size();
     if (row.cells.size() == width || (row.cells.size() > width && countCells(row) <= width)) return;
     const auto got = row.cells.size() > width ? countCells(row) : row.cells.size();
-    fail("{}: expected {} {}{}, got {}.", getPlace().at(row.line), width, width == 1 ? "field" : "fields",
-         layout_.headerLine > 0 ? ", as in the header row" : ", as in the rows above", got);
+    fail(
+        "{}: expected {} {}{}, got {}; a field that holds the delimiter stands in quotes, --delimiter names "
+        "another, and --skip leaves out lines above the header.",
+        getPlace().at(row.line), width, width == 1 ? "field" : "fields",
+        layout_.headerLine > 0 ? ", as in the header row" : ", as in the rows above", got);
 }
 
 void TableScan::requireNames() const
 {
-    for (std::size_t i = 1; i < profiles_.size(); ++i)
+    const bool isChosen = !options_.columns.empty() || !options_.value.empty();
+    for (std::size_t i = 1; i < profiles_.size() && !isChosen; ++i)
         if (layout_.names[i].empty() && (profiles_[i].getFilled() > 0 || rowCount_ == 0))
-            fail("{}: column {} has no name.", getPlace().at(layout_.headerLine), i + 1);
+            fail(
+                "{}: column {} has no name; name it, choose others by --columns, or leave out lines above "
+                "the header by --skip.",
+                getPlace().at(layout_.headerLine), i + 1);
 }
 
 std::size_t TableScan::findColumn(const std::string& name) const
@@ -188,10 +208,14 @@ std::optional<char> TableScan::findDecimal() const
 const ColumnProfile::Reading& TableScan::chooseReading(std::size_t column) const
 {
     const auto& profile = profiles_[column];
-    if (const auto& other = profile.getOtherUnit(); other.isSet())
-        fail("{}: column {}: {} stands among values in {}; the values of a column have one unit.",
-             getPlace().at(other.line), quoteText(layout_.names[column]), quoteText(other.text),
-             profile.getUnit());
+    if (const auto conflict = profile.findUnitConflict()) {
+        const auto& [usual, other] = *conflict;
+        fail(
+            "{}: column {}: {} stands among values {}; the values of a column have one unit; --columns "
+            "chooses others.",
+            getPlace().at(other.first.line), quoteText(layout_.names[column]), quoteText(other.first.text),
+            usual.symbol.empty() ? "without a unit" : "in " + usual.symbol);
+    }
     const auto& readings = profile.getReadings();
     if (readings.size() == 1) return readings.front();
     const auto& point = readings[0];
@@ -209,8 +233,7 @@ void TableScan::refuseAmbiguous(std::size_t column) const
     const auto& readings = profiles_[column].getReadings();
     fail(
         "{}: column {}: {} can be {} (decimal point) or {} (decimal comma); --decimal point or --decimal "
-        "comma "
-        "settles it.",
+        "comma settles it.",
         getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
         writeNumber(readDigits(digits, readings[0].style)->value),
         writeNumber(readDigits(digits, readings[1].style)->value));
@@ -223,25 +246,53 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
     if (options_.dates == "none") return std::nullopt;
     if (const auto asked = findOrder(options_.dates)) {
         if (isDate(*asked)) return asked;
-        note(fmt::format(
-            "{}: column {} does not hold dates as --dates {} says; its texts are shown as they are.",
-            getPlace().name, quoteText(layout_.names[column]), options_.dates));
+        noteOtherOrder(column, *asked, note);
         return std::nullopt;
     }
     const bool dayFirst = isDate(DateOrder::DayMonthYear);
     const bool monthFirst = isDate(DateOrder::MonthDayYear);
-    const auto& sample = profile.getDifferingDate();
-    if (dayFirst && monthFirst && sample.isSet()) {
-        note(fmt::format(
-            "{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
-            "shown as they are.",
-            getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
-            writeDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
-            writeDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
-        return std::nullopt;
-    }
-    if (dayFirst) return DateOrder::DayMonthYear;
-    return monthFirst ? std::optional(DateOrder::MonthDayYear) : std::nullopt;
+    const bool isAmbiguous = dayFirst && monthFirst && profile.getDifferingDate().isSet();
+    if (isAmbiguous) noteAmbiguousDate(column, note);
+    if (!dayFirst && !monthFirst) noteMisfit(column, note);
+    if (isAmbiguous || (!dayFirst && !monthFirst)) return std::nullopt;
+    return dayFirst ? DateOrder::DayMonthYear : DateOrder::MonthDayYear;
+}
+
+void TableScan::noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const
+{
+    const auto misfit = profiles_[column].getMisfit(asked);
+    note(fmt::format(
+        "{}: column {} does not hold dates as --dates {} says{}; its texts are shown as they are.",
+        misfit.isSet() ? getPlace().at(misfit.line) : getPlace().name, quoteText(layout_.names[column]),
+        options_.dates, misfit.isSet() ? ": got " + describeCell(misfit) : ""));
+}
+
+void TableScan::noteAmbiguousDate(std::size_t column, const Note& note) const
+{
+    const auto& sample = profiles_[column].getDifferingDate();
+    note(
+        fmt::format("{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
+                    "shown as they "
+                    "are.",
+                    getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
+                    writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
+                    writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
+}
+
+/// A column that would be all dates but for one cell names that cell.
+void TableScan::noteMisfit(std::size_t column, const Note& note) const
+{
+    const auto& profile = profiles_[column];
+    const auto dayFirst = profile.getMisfit(DateOrder::DayMonthYear);
+    const auto misfit = dayFirst.isSet() ? dayFirst : profile.getMisfit(DateOrder::MonthDayYear);
+    // A total is told of by itself.
+    if (!misfit.isSet() || namesTotal(misfit.text)) return;
+    note(
+        fmt::format("{}: column {}: {} stands among dates and is none, so that the texts are shown as they "
+                    "are; {}--dates "
+                    "none says that this is right.",
+                    getPlace().at(misfit.line), quoteText(layout_.names[column]), describeCell(misfit),
+                    misfit.text.empty() ? "" : "--drop leaves its row out, and "));
 }
 
 void TableScan::readRows(const RowSource::Handler& handler) const

@@ -8,6 +8,7 @@
 #include "report/table/Layout.h"
 #include "report/table/RowFilter.h"
 #include "report/table/Rows.h"
+#include "report/table/StoredRows.h"
 
 namespace quillon::report {
 
@@ -19,7 +20,7 @@ class TableScan {
     /// Makes the first pass. `options` must outlive the scan.
     /// Throws: std::runtime_error that names the line: a row with too many or too few cells, a column without
     /// a name; a table without rows.
-    TableScan(std::unique_ptr<RowSource> source, const TableOptions& options, const Note& note);
+    TableScan(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note);
 
     const Place& getPlace() const { return source_->getPlace(); }
     const std::vector<std::string>& getNames() const { return layout_.names; }
@@ -28,7 +29,12 @@ class TableScan {
     std::size_t getRowCount() const { return keptCount_; }
     /// Whether the first column numbers the rows, as programs write it beside their tables: it names no
     /// categories.
-    bool hasRowNumbers() const { return hasUnnamedFirst() && isCounting_ && rowCount_ > 1; }
+    bool hasRowNumbers() const
+    {
+        return source_->numbersRows() || (hasUnnamedFirst() && isCounting_ && rowCount_ > 1);
+    }
+    /// For a part of the rows, which is then read as the whole table is.
+    std::shared_ptr<StoredRows> makeEmptyRows() const;
 
     /// The position of a column by its name, or by "#3".
     /// Throws: std::runtime_error that lists the columns, and names the one that was probably meant.
@@ -63,8 +69,11 @@ class TableScan {
     bool decides(const ColumnProfile& profile, char decimal) const;
     std::optional<char> findDecimal() const;
     [[noreturn]] void refuseAmbiguous(std::size_t column) const;
+    void noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const;
+    void noteAmbiguousDate(std::size_t column, const Note& note) const;
+    void noteMisfit(std::size_t column, const Note& note) const;
 
-    std::unique_ptr<RowSource> source_;
+    std::shared_ptr<RowSource> source_;
     const TableOptions& options_;
     Layout layout_;
     std::unique_ptr<RowFilter> filter_;

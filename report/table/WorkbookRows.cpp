@@ -1,59 +1,40 @@
 #include "report/table/WorkbookRows.h"
 
 #include <algorithm>
+#include <limits>
+#include <set>
 
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
+#include "report/table/MergedCells.h"
 #include "report/table/Sheet.h"
 #include "report/table/TableScan.h"
 
 namespace quillon::report {
 namespace {
 
-/// A range of cells, 0-based, both ends in it.
-struct CellRange {
-    CellAddress first;
-    CellAddress last;
-
-    bool contains(const SheetCell& cell) const
-    {
-        return cell.row >= first.row && cell.row <= last.row && cell.column >= first.column &&
-               cell.column <= last.column;
-    }
-    void include(const SheetCell& cell)
-    {
-        if (last.row < 0) first = last = {cell.row, cell.column};
-        first = {std::min(first.row, cell.row), std::min(first.column, cell.column)};
-        last = {std::max(last.row, cell.row), std::max(last.column, cell.column)};
-    }
-};
-
-std::optional<CellRange> parseRange(std::string_view text)
+SheetRange readRange(const std::string& text)
 {
-    CellRange range;
-    range.first = takeAddress(text);
-    if (!text.starts_with(':')) return std::nullopt;
-    text.remove_prefix(1);
-    range.last = takeAddress(text);
-    const auto& [first, last] = range;
-    const bool isRange = text.empty() && first.row >= 0 && first.column >= 0 && last.row >= first.row &&
-                         last.column >= first.column &&
-                         last.column < static_cast<std::int32_t>(limits::columns);
-    return isRange ? std::optional(range) : std::nullopt;
+    constexpr auto last = std::numeric_limits<std::int32_t>::max();
+    if (text.empty()) return {0, 0, last, last};
+    const auto range = readSheetRange(text);
+    if (!range) fail("Range {}: expected two cells, as in B3:F20.", quoteText(text));
+    return *range;
 }
 
-CellRange findRange(const Sheet& sheet, const TableOptions& options)
+/// The part of a range that holds anything.
+SheetRange findUsed(const Sheet& sheet, const SheetRange& range)
 {
-    CellRange range;
-    if (options.range.empty()) {
-        for (const auto& cell : sheet.getCells()) range.include(cell);
-        return range;
+    SheetRange used;
+    for (const auto& cell : sheet.getCells()) {
+        if (!range.contains(cell)) continue;
+        if (used.lastRow < 0) used = {cell.row, cell.column, cell.row, cell.column};
+        used = {used.firstRow, std::min(used.firstColumn, cell.column), cell.row,
+                std::max(used.lastColumn, cell.column)};
     }
-    const auto parsed = parseRange(options.range);
-    if (!parsed) fail("Range {}: expected two cells, as in B3:F20.", quoteText(options.range));
-    return *parsed;
+    return used;
 }
 
 Cell toCell(const Sheet& sheet, const SheetCell& cell)
@@ -65,11 +46,22 @@ Cell toCell(const Sheet& sheet, const SheetCell& cell)
             cell.kind == CellKind::Number ? sheet.getFormat(cell) : std::string_view()};
 }
 
-/// The cells of the sheet, which stand in order, as rows.
-void addRows(const Sheet& sheet, const CellRange& range, StoredRows& rows)
+/// The rows whose first cell stands over several columns: titles and remarks.
+std::set<std::int32_t> findRemarks(const Sheet& sheet, const SheetRange& range)
 {
-    const auto width = static_cast<std::size_t>(range.last.column - range.first.column) + 1;
+    std::set<std::int32_t> rows;
+    for (const auto& merge : sheet.getMerges())
+        if (merge.firstColumn == range.firstColumn && merge.lastColumn > merge.firstColumn)
+            rows.insert(merge.firstRow);
+    return rows;
+}
+
+/// The cells of the sheet, which stand in order, as rows.
+void addRows(const Sheet& sheet, const SheetRange& range, StoredRows& rows)
+{
+    const auto width = static_cast<std::size_t>(range.lastColumn - range.firstColumn) + 1;
     std::vector<Cell> row;
+    const auto remarks = findRemarks(sheet, range);
     std::int32_t rowNumber = -1;
     const auto finishRow = [&] {
         if (rowNumber >= 0) rows.add(static_cast<std::size_t>(rowNumber) + 1, row);
@@ -79,21 +71,21 @@ void addRows(const Sheet& sheet, const CellRange& range, StoredRows& rows)
         if (cell.row != rowNumber) {
             finishRow();
             // An empty row parts the table from remarks below it.
-            if (rowNumber >= 0 && cell.row != rowNumber + 1)
+            if (rowNumber >= 0 && (cell.row != rowNumber + 1 || remarks.contains(cell.row)))
                 rows.add(static_cast<std::size_t>(cell.row), {Cell{}});
             row.assign(width, {});
             rowNumber = cell.row;
         }
-        row[static_cast<std::size_t>(cell.column - range.first.column)] = toCell(sheet, cell);
+        row[static_cast<std::size_t>(cell.column - range.firstColumn)] = toCell(sheet, cell);
     }
     finishRow();
 }
 
-std::size_t findSheet(const std::vector<std::string>& names, const std::string& wanted,
-                      const std::string& file)
+std::size_t findSheet(const WorkbookReader& workbook, const std::string& wanted, const std::string& file)
 {
+    const auto& names = workbook.getSheetNames();
     if (names.empty()) fail("{}: the workbook has no sheet.", file);
-    if (wanted.empty()) return 0;
+    if (wanted.empty()) return workbook.getFirstSheet();
     const auto found = std::find(names.begin(), names.end(), wanted);
     if (found != names.end()) return static_cast<std::size_t>(found - names.begin());
     for (std::size_t i = 0; i < names.size(); ++i)
@@ -122,18 +114,44 @@ std::unique_ptr<WorkbookReader> openWorkbook(const PartReader& parts)
     fail("it is compressed (zip), and no .xlsx or .ods; unpack it first");
 }
 
+/// "2 rows", "1 column"; empty for none.
+std::string describeCount(std::size_t count, const char* what)
+{
+    return count == 0 ? "" : fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+void removeHidden(Sheet& sheet, const std::string& file, const Note& note)
+{
+    const auto [rows, columns] = sheet.removeHidden();
+    if (rows + columns == 0) return;
+    note(fmt::format("{}: {}{}{} hidden and left out.", file, describeCount(rows, "row"),
+                     rows > 0 && columns > 0 ? " and " : "",
+                     describeCount(columns, "column") + (rows + columns == 1 ? " is" : " are")));
+}
+
+std::string hintAtSheets(const std::vector<std::string>& names, std::size_t read)
+{
+    if (names.size() < 2) return {};
+    return fmt::format("; this is sheet {} of {}, and --sheet names another", quoteText(names[read]),
+                       listNames(names));
+}
+
 }  // namespace
 
-std::unique_ptr<RowSource> readWorkbookRows(InputFile& file, const TableOptions& options)
+std::unique_ptr<RowSource> readWorkbookRows(InputFile& file, const TableOptions& options, const Note& note)
 {
     const auto& name = file.getName();
     const auto bytes = file.readAll(limits::wholeFile);
     const auto parts = readOrRefuse(name, [&] { return std::make_unique<PartReader>(bytes); });
     const auto workbook = readOrRefuse(name, [&] { return openWorkbook(*parts); });
-    const auto index = findSheet(workbook->getSheetNames(), options.sheet, name);
-    const auto sheet = readOrRefuse(name, [&] { return workbook->readSheet(index); });
-    auto rows = std::make_unique<StoredRows>(Place{name, false}, false, std::nullopt, options.skip);
-    addRows(sheet, findRange(sheet, options), *rows);
+    const auto index = findSheet(*workbook, options.sheet, name);
+    auto sheet = readOrRefuse(name, [&] { return workbook->readSheet(index); });
+    removeHidden(sheet, name, note);
+    const auto range = findUsed(sheet, readRange(options.range));
+    readOrRefuse(name, [&] { resolveMerges(sheet, range); });
+    const Place place{name, false, hintAtSheets(workbook->getSheetNames(), index)};
+    auto rows = std::make_unique<StoredRows>(place, false, std::nullopt, options.skip);
+    addRows(sheet, range, *rows);
     return rows;
 }
 

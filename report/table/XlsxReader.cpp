@@ -85,18 +85,24 @@ class Relationships : public QuietListener {
 struct SheetEntry {
     std::string name;
     std::string relationship;
+    bool isHidden;
 };
+
+bool isTrue(const Attributes& attributes, const char* name)
+{
+    const auto value = getAttribute(attributes, name);
+    return value == "1" || value == "true";
+}
 
 class WorkbookListener : public QuietListener {
  public:
     void startElement(const std::string& name, const Attributes& attributes) override
     {
-        if (name == "workbookPr") {
-            const auto from1904 = getAttribute(attributes, "date1904");
-            startsIn1904 = from1904 == "1" || from1904 == "true";
-        }
-        if (name == "sheet")
-            sheets.push_back({getAttribute(attributes, "name"), getAttribute(attributes, "id")});
+        if (name == "workbookPr") startsIn1904 = isTrue(attributes, "date1904");
+        if (name != "sheet") return;
+        const auto state = getAttribute(attributes, "state");
+        sheets.push_back({getAttribute(attributes, "name"), getAttribute(attributes, "id"),
+                          state == "hidden" || state == "veryHidden"});
     }
 
     std::vector<SheetEntry> sheets;
@@ -184,6 +190,11 @@ class SheetListener : public XmlListener {
     {
         if (name == "row") startRow(attributes);
         if (name == "c") startCell(attributes);
+        if (name == "col" && isTrue(attributes, "hidden"))
+            sheet_.hideColumns(readInteger(getAttribute(attributes, "min")) - 1,
+                               readInteger(getAttribute(attributes, "max")) - 1);
+        if (name == "mergeCell")
+            if (const auto range = readSheetRange(getAttribute(attributes, "ref"))) sheet_.addMerge(*range);
         if (name == "rPh") isPronunciation_ = true;
         isValue_ = name == "v" || (name == "t" && !isPronunciation_);
     }
@@ -206,6 +217,7 @@ class SheetListener : public XmlListener {
         cell_.row =
             number.empty() ? cell_.row + 1 : std::clamp(readInteger(number), 0, limits::sheetRows + 1) - 1;
         cell_.column = -1;
+        if (isTrue(attributes, "hidden")) sheet_.hideRows(cell_.row, cell_.row);
     }
 
     void startCell(const Attributes& attributes)
@@ -276,6 +288,14 @@ class XlsxReader : public WorkbookReader {
     }
 
     const std::vector<std::string>& getSheetNames() const override { return names_; }
+
+    std::size_t getFirstSheet() const override
+    {
+        const auto& sheets = workbook_.sheets;
+        const auto shown =
+            std::find_if(sheets.begin(), sheets.end(), [](const auto& sheet) { return !sheet.isHidden; });
+        return shown == sheets.end() ? 0 : static_cast<std::size_t>(shown - sheets.begin());
+    }
 
     Sheet readSheet(std::size_t index) const override
     {

@@ -106,7 +106,7 @@ class JobTest(CommandTest):
         self.write("jobs/t.csv", WIDE)
         self.write("jobs/long.csv", LONG)
         self.write("jobs/job.json", {"charts": [
-            {"table": "t.csv", "type": "column", "colors": ["red"], "gaps": True},
+            {"table": "t.csv", "type": "column", "palette": ["red"], "gaps": True},
             {"table": "long.csv", "type": "line", "series": "source", "value": "net"},
         ]})
         self.succeed("--job", "jobs/job.json", "-o", "out.docx")
@@ -171,6 +171,30 @@ class JobTest(CommandTest):
             self.assertEqual(self.read_paragraphs(document), [heading])
             self.assertEqual(self.read_charts(document), [("bar", ["Jan", "Feb"], {"net": values})])
 
+    def test_groups_are_read_as_the_whole_table_is(self):
+        # The first column numbers all rows, and the rows of a group only together with the others.
+        self.write("t.csv", b"T\n,region,month,net\n0,a,Jan,1\n1,b,Jan,2\n2,a,Feb,3\n3,b,Feb,4\n")
+        chart = {"table": "./t.csv", "category": "month", "type": "line"}
+        self.write("job.json", {
+            "for-each": {"table": "t.csv", "by": "region", "output": "{region}.docx"},
+            "blocks": [{"chart": {"table": "t.csv"}}, {"chart": chart}, {"chart": {**chart, "skip": 1}}],
+        })
+        result = self.run_command("--job", "job.json")
+        self.assertEqual(result.stdout, "a.docx\nb.docx\n")
+        self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)
+        months = ["Jan", "Feb"]
+        self.assertEqual(self.read_charts("b.docx"), [("bar", ["b", "b"], {"net": ["2", "4"]}),
+                                                      ("line", months, {"net": ["2", "4"]}),
+                                                      ("line", months, {"net": ["2", "4"]})])
+        self.write("job.json", {
+            "for-each": {"table": "t.csv", "by": "region", "output": "{region}.docx"},
+            "blocks": [{"chart": {"table": "t.csv", "delimiter": "semicolon"}}],
+        })
+        self.assertIn(': block 1: t.csv: there is no column "region"', self.run_command("--job", "job.json").stderr)
+        self.write("one.json", {"blocks": [{"chart": chart}, {"table": {"table": "./t.csv", "columns": "net"}}]})
+        result = self.run_command("--job", "one.json", "--check")
+        self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)
+
     def test_refuses_groups_before_anything_is_written(self):
         self.write("t.csv", b"region,net\na/b,1\na:b,2\n,3\n")
         self.write("u.csv", b"region,net\na/b,1\na:b,2\n..,3\n")
@@ -193,12 +217,17 @@ class JobTest(CommandTest):
         self.write("data/t.csv", "\"A \"\"b\"\"\",Größe\nx,1\ny,\n".encode())
         self.write("jobs/.keep", b"")
         self.succeed("init", "data/t.csv", "-o", "jobs/job.json")
-        self.write("jobs/job2.json", self.read("jobs/job.json").replace(b'"legend"', b'"gaps": true, "legend"').replace(
-            b']}}\n', b'], "gaps": true}}\n'))
-        self.succeed("--job", "jobs/job2.json", "-o", "out.docx")
+        self.succeed("--job", "jobs/job.json", "-o", "out.docx")
         self.assertEqual(self.read_charts("out.docx"), [("bar", ["x", "y"], {"Größe": ["1", None]})])
         self.assertIn('"table": "../data/t.csv"', self.read("jobs/job.json").decode())
         self.assertIn('"table": "data/t.csv"', self.succeed("init", "data/t.csv"))
+        self.write("long.csv", b"a;m;v\nx;p;1\nx;q;2\n")
+        self.succeed("init", "long.csv", "--series", "m", "--value", "v", "--category", "a", "--type", "bar", "--gap",
+                     "30", "--palette", "red,blue", "--series-colors", "q=red", "--delimiter", "semicolon", "-o", "l.json")
+        self.succeed("--job", "l.json", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx")[0][1:], (["x"], {"p": ["1"], "q": ["2"]}))
+        for member in (b'"gap": 30', b'"palette": ["red","blue"]', b'"series-colors": {"q":"red"}', b'"delimiter": "semicolon"'):
+            self.assertIn(member, self.read("l.json"))
         self.require_refusal(1, 'Cannot write "data/t.csv"', "init", "data/t.csv", "-o", "data/t.csv")
 
 

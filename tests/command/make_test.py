@@ -35,13 +35,18 @@ ACCEPTED = [
 ]
 
 # A table, options, and the sentence with which they are refused.
+OTHER_FIELDS = (
+    "; a field that holds the delimiter stands in quotes, --delimiter names another, and --skip leaves out lines above "
+    "the header."
+)
+
 REFUSED = [
     (b"", [], "t.csv: the table is empty; expected a header row and rows of data."),
     (b"\n\n", [], "t.csv: the table is empty; expected a header row and rows of data."),
     (b"A,B\n", [], "t.csv: the table has a header row and no rows of data."),
-    (b"A,\nx,1\n", [], "t.csv:1: column 2 has no name."),
-    (b'A,B\n"x\ny",1\nz,1,2\n', [], "t.csv:4: expected 2 fields, as in the header row, got 3."),
-    (b"A,B\r\nx,1\r\ny\r\n", [], "t.csv:3: expected 2 fields, as in the header row, got 1."),
+    (b"A,\nx,1\n", [], "t.csv:1: column 2 has no name; name it, choose others by --columns, or leave out lines above the header by --skip."),
+    (b'A,B\n"x\ny",1\nz,1,2\n', [], "t.csv:4: expected 2 fields, as in the header row, got 3" + OTHER_FIELDS),
+    (b"A,B\r\nx,1\r\ny\r\n", [], "t.csv:3: expected 2 fields, as in the header row, got 1" + OTHER_FIELDS),
     (b'A,B\nx,"1\n', [],
      "t.csv:2: a quote is not closed, or stands inside a field; quote the whole field and double each quote in it."),
     (b"A,B\nx,1\n\xff,2\n", [], "t.csv:3: field 1 is not in UTF-8; name its encoding, as in --encoding windows-1252."),
@@ -49,7 +54,7 @@ REFUSED = [
      "t.csv:2: the file holds a zero byte; expected text, in UTF-8 or in the --encoding that you name."),
     (b"A,B\nx,1\ny,1.5 kg\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "1.5 kg".'),
     (b"A,B\nx,1\ny,+-5\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "+-5".'),
-    (b"\n\nA;\nx;1\n", [], "t.csv:3: column 2 has no name."),
+    (b"\n\nA;\nx;1\n", [], "t.csv:3: column 2 has no name; name it, choose others by --columns, or leave out lines above the header by --skip."),
     (b"A,B\nx,1\ny,inf\n", [],
      't.csv:3: column "B": expected a number, as in -1.5, got "inf"; --missing names texts that stand for no value.'),
     (b"A,B\nx,1\ny,\n", [],
@@ -74,7 +79,7 @@ REFUSED = [
      "or show all as rings with --type doughnut."),
     (WIDE, ["--type", "donut"], '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "donut".'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
-    (WIDE, ["--delimiter", "pipe"], 'Delimiter "pipe": expected comma, semicolon or tab.'),
+    (WIDE, ["--delimiter", "dot"], 'Delimiter "dot": expected comma, semicolon, tab or pipe.'),
     (WIDE, ["--width", "wide"], '--width: expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".'),
     (WIDE, ["--colors", "red,rgb(0,0,256)"],
      '--colors: "rgb(0,0,256)" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.'),
@@ -141,6 +146,15 @@ class MakeTest(CommandTest):
             'quillon-report: warning: chart 1, series 1 ("B"), point 2: the value is -2; a slice shows only its size.\n',
         )
         self.assertEqual(result.returncode, 0)
+        self.write("t.csv", b"A,small,large,huge\n" + b"".join(b"%d,1,2000,9000\n" % row for row in range(300)))
+        self.assertEqual(
+            self.run_command("t.csv", "-o", "out.docx").stderr,
+            "quillon-report: warning: t.csv: 900 columns are too many to tell apart; --top 20 keeps the largest, "
+            "--columns fewer series.\n"
+            'quillon-report: warning: t.csv: the values of "huge" are over 1,000 times those of "small", which lie '
+            'flat on the axis; --second "small" --line "small" gives an axis of its own.\n',
+        )
+        self.succeed("t.csv", "--type", "line", "--second", "small", "-o", "out.docx")
 
     def test_options_before_the_first_table_are_for_all_and_give_way(self):
         self.write("a.csv", WIDE)

@@ -81,6 +81,8 @@ class Tables(unittest.TestCase):
             (from_dataframe, pandas.DataFrame({"a": [], "b": []}), ValueError, "the table has no rows"),
             (from_dataframe, [], ValueError, "the table has no rows"),
             (from_dataframe, {"a": ["x"], "b": ["y"]}, ValueError, "no column holds numbers"),
+            (from_dataframe, ["x", "y"], ValueError, "no column holds numbers"),
+            (from_dataframe, [[1, 2], [3, 4]], TypeError, "got one of list; from_rows takes rows"),
             (from_dataframe, {"a": ["x", "y"], "b": [1, "y"]}, ValueError, "'b', value 2: expected .*, got 'y'"),
             (from_dataframe, {"a": ["x", "y"], "b": [1]}, ValueError, "'b': expected 2 values, got 1"),
             (from_dataframe, {"a": ["x"], 1: [1], "1": [1]}, ValueError, "2 columns have the name '1'; give each"),

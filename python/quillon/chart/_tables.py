@@ -124,6 +124,9 @@ def _read_source(table: Any) -> _Source:
             f"{_FRAME}: expected a data frame, a series, a dictionary, an array or a list of numbers, got"
             f" {type(table).__name__}."
         )
+    if isinstance(table, Sequence) and table and isinstance(table[0], (list, tuple, Mapping)):
+        kind = type(table[0]).__name__
+        raise TypeError(f"{_FRAME}: expected a list of numbers, got one of {kind}; from_rows takes rows.")
     name = getattr(table, "name", None)
     return _Source(["Series 1" if name is None else name], lambda _: table, _index_of(table))
 
@@ -181,7 +184,7 @@ def _leave_out_words(columns: list[tuple[str, list[Any]]], stacklevel: int) -> l
             continue
         what = "dates" if _cells.as_date(given[0]) is not None else "text"
         warnings.warn(f"{_FRAME}: {name!r} holds {what} and is left out.", ChartWarning, stacklevel=stacklevel)
-    if columns and not kept:
+    if not kept:
         raise ValueError(f"{_FRAME}: no column holds numbers.")
     return kept
 

@@ -214,12 +214,40 @@ TEST(Blocks, PutHeaderAndFooterOnAllPages)
     const auto bytes = write([](Document& document) {
         document.setHeader({{{.text = "Left\tMiddle"}}});
         document.setFooter({{{.text = "Page {page} of {pages}", .italic = true}}});
-        document.addParagraph("a");
-        document.startSection({.landscape = true});
+        for (const bool landscape : {true, false, false}) {
+            document.addParagraph("a");
+            document.startSection({.landscape = landscape});
+        }
     });
-    EXPECT_EQ(findValues(readPart(bytes, body), "headerReference", "type"), "default");
+    // Tabs lead to the margins of wide and narrow pages alike.
+    const auto part = readPart(bytes, body);
+    EXPECT_EQ(findValues(part, "headerReference", "type"), "default|default|default");
+    EXPECT_EQ(findValues(part, "footerReference", "type"), "default");
+    EXPECT_EQ(findValues(readPart(bytes, "word/header1.xml"), "tab", "pos"), "-");
+    EXPECT_EQ(findValues(readPart(bytes, "word/header2.xml"), "tab", "pos"), "4513|9026|6979|13958|-");
+    EXPECT_EQ(findValues(readPart(bytes, "word/header2.xml"), "tab", "val"), "clear|clear|center|right|-");
     EXPECT_EQ(readTexts(readPart(bytes, "word/header1.xml")), "LeftMiddle");
     EXPECT_EQ(readTexts(readPart(bytes, "word/footer1.xml")), "Page  PAGE 1 of  NUMPAGES 1");
+}
+
+TEST(Blocks, ContentsAreBroughtUpToDateWhenOpened)
+{
+    const auto part = readPart(write([](Document& document) {
+                                   document.addHeading("One");
+                                   document.addTableOfContents(2);
+                                   document.addHeading("Two", 2);
+                                   document.addHeading("Three", 3);
+                               }),
+                               body);
+    EXPECT_EQ(findValues(part, "fldChar", "dirty"), "true|-|-");
+    EXPECT_EQ(findValues(part, "hyperlink", "anchor"), "_Toc1|_Toc2");
+    EXPECT_EQ(findValues(part, "bookmarkStart", "name"), "_Toc1|_Toc2|_Toc3");
+    Document document;
+    document.addHeading("Deep", 3);
+    document.addTableOfContents(2);
+    std::string warnings;
+    document.toBytes({nullptr, [&warnings](const std::string& sentence) { warnings += sentence; }});
+    EXPECT_EQ(warnings, "The table of contents is left out: the document has no heading of level 1 to 2.");
 }
 
 TEST(Blocks, SayWhatTheDocumentIs)

@@ -82,7 +82,7 @@ std::string describeCategories(const ChartData& data)
     text += "categories: " + join(data.dataSet->getCategories(), writeText) + "\n";
     if (data.categoryKind == CategoryKind::Date)
         text += (data.categoryFormat.empty() ? "dates: " : "dates (" + data.categoryFormat + "): ") +
-                join(data.categoryValues, writeDate) + "\n";
+                join(data.categoryValues, writeIsoDate) + "\n";
     if (data.categoryKind == CategoryKind::Number)
         text += "x: " + join(data.categoryValues, writeValue) + "\n";
     if (!data.totals.empty()) text += "totals: " + join(data.totals, writeText) + "\n";

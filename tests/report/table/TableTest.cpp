@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "report/table/ChartTable.h"
+#include "report/table/CellText.h"
 #include "report/table/DateText.h"
 #include "report/table/InputFile.h"
 #include "tests/ThrownText.h"
@@ -327,6 +328,8 @@ TEST(DateText, ReadsTheFormsThatPeopleWrite)
         EXPECT_EQ(date ? date->serial : 0, serial) << text;
         EXPECT_EQ(date ? date->unit : unit, unit) << text;
     }
+    EXPECT_EQ(writeIsoDate(45350.9999999), "2024-02-29");
+    EXPECT_EQ(writeIsoDate(45351.75), "2024-02-29 18:00");
 }
 
 }  // namespace
