@@ -7,6 +7,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "report/fill/WaterfallPlan.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "report/workbook/Workbook.h"
@@ -106,21 +107,20 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     : part_(part), data_(data), options_(options)
 {
     requireFillable();
-    requireNumbers();
+    requireNumbers(*data_.dataSet);
     requireTexts();
     planCategories();
     planSeries();
     planOrder();
-    for (std::size_t i = 0; i < series_.size(); ++i) planContent(series_[i], i);
+    for (std::size_t i = 0; i < series_.size(); ++i)
+        planContent(series_[i], *data_.dataSet->getSeries(i), data_.getDetails(i));
+    drawnCount_ = series_.size();
+    if (part_.isWaterfall()) planWaterfall();
     shareCategories();
 }
 
 void FillPlan::requireFillable() const
 {
-    if (part_.isWaterfall())
-        throw std::runtime_error(
-            "The chart cannot be filled: it is a waterfall, whose bars are computed; make it anew from its "
-            "data.");
     if (!part_.getProblem().empty())
         throw std::runtime_error("The chart cannot be filled: " + part_.getProblem() + ".");
     if (!data_.dataSet || data_.dataSet->getSeriesCount() == 0)
@@ -130,6 +130,9 @@ void FillPlan::requireFillable() const
     if (data_.dataSet->getSeries(0)->getSize() > PointCache::maximumCount - 1)
         throw std::runtime_error(
             "The data has more points than a worksheet has rows, 1,048,575 below the names.");
+    if (part_.isWaterfall() && data_.dataSet->getSeriesCount() != 1)
+        throw std::runtime_error("A waterfall shows one series, of changes and totals; the data has " +
+                                 std::to_string(data_.dataSet->getSeriesCount()) + ".");
     for (const auto& group : part_.getGroups()) {
         const auto before = part_.getSeries().size();
         const auto after = data_.dataSet->getSeriesCount();
@@ -140,9 +143,9 @@ void FillPlan::requireFillable() const
     }
 }
 
-void FillPlan::requireNumbers() const
+void FillPlan::requireNumbers(const chart::DataSet& dataSet) const
 {
-    const auto series = data_.dataSet->getSeriesList();
+    const auto series = dataSet.getSeriesList();
     for (std::size_t s = 0; s < series->size(); ++s)
         for (std::size_t i = 0; i < (*series)[s]->getSize(); ++i) {
             const auto& point = *(*series)[s]->getPoints()[i];
@@ -265,14 +268,14 @@ bool FillPlan::hasCells(const PointSource& source) const
     return !source.isLiteral() || part_.getWorkbookId().empty();
 }
 
-void FillPlan::planContent(SeriesPlan& plan, std::size_t index)
+void FillPlan::planContent(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details)
 {
-    planName(plan, toCellText(data_.dataSet->getSeries(index)->getName()));
+    planName(plan, toCellText(series.getName()));
     if (part_.getShape(*plan.look) == GroupShape::Categories) {
         plan.points = categoryMatches_;
         planNames(plan);
     }
-    planPoints(plan, index);
+    planPoints(plan, series, details);
 }
 
 void FillPlan::planName(SeriesPlan& plan, const std::string& name) const
@@ -323,24 +326,24 @@ std::size_t FillPlan::countPoints(const SeriesPlan& plan, const std::vector<doub
     return hasOwnCount ? std::max(countUsed(numbers), std::min(before, numbers.size())) : numbers.size();
 }
 
-void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
+void FillPlan::planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details)
 {
-    auto values = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getY);
+    auto values = getNumbers(series, &chart::DataPoint::getY);
     const auto count = countPoints(plan, values);
     values.resize(count);
     if (part_.getShape(*plan.look) != GroupShape::Categories) {
         plan.points = std::make_shared<Matches>(matchPositions(part_.countPoints(plan.look->values), count));
-        planX(plan, index, count);
+        planX(plan, series, count);
     }
     plan.values = planNumbers(plan, plan.look->values, std::move(values));
     plan.values.format = options_.numberFormat;
-    planDetails(plan, index, count);
+    planDetails(plan, details, count);
 }
 
-void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
+void FillPlan::planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count)
 {
     const auto& source = plan.look->categories;
-    auto numbers = readX(index);
+    auto numbers = readX(series);
     numbers.resize(count, missing);
     const bool isNumber = source.kind == Kind::Number || source.kind == Kind::NumberLiteral;
     if (!isNumber && isCounting(numbers)) return;
@@ -349,9 +352,9 @@ void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
 }
 
 /// The x values of the data; a table of categories has them there: numbers, or names that stand at 1, 2, 3.
-std::vector<double> FillPlan::readX(std::size_t index) const
+std::vector<double> FillPlan::readX(const chart::DataSeries& series) const
 {
-    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
+    auto numbers = getNumbers(series, &chart::DataPoint::getX);
     const bool isSet = std::any_of(numbers.begin(), numbers.end(), [](double number) { return number != 0; });
     if (isSet || data_.dataSet->getCategories().empty()) return numbers;
     auto categories =
@@ -380,9 +383,8 @@ SourcePlan FillPlan::keepNumbers(const SeriesPlan& plan, const PointSource& sour
     return kept;
 }
 
-void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t count)
+void FillPlan::planDetails(SeriesPlan& plan, const SeriesDetails& details, std::size_t count)
 {
-    const auto& details = data_.getDetails(index);
     const auto choose = [&](const PointSource& source, std::vector<double> numbers) {
         const auto before = part_.readCache(source).read(false);
         const bool isSame = isForAll(source, before) && std::count(numbers.begin(), numbers.end(),
@@ -408,6 +410,37 @@ void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
 {
     report_.warnings.push_back(
         "series " + quoteText(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
+}
+
+/// The categories that showed a total still do, unless the data says which.
+std::vector<std::u16string> FillPlan::findTotals(const std::vector<std::u16string>& categories)
+{
+    auto names = data_.totals;
+    const auto& before = part_.getTotals();
+    for (std::size_t i = 0; data_.totals.empty() && i < categories.size(); ++i)
+        if (std::find(before.begin(), before.end(), categoryMatches_->at(i)) != before.end())
+            names.push_back(categories[i]);
+    for (std::size_t i = 0; i < categories.size(); ++i)
+        if (std::find(names.begin(), names.end(), categories[i]) != names.end()) totals_.push_back(i);
+    return names;
+}
+
+/// The series of the author moves behind those that draw it.
+void FillPlan::planWaterfall()
+{
+    auto own = std::move(series_[0]);
+    own.categories = {};
+    auto categories = data_.dataSet->getCategories();
+    if (categories.empty())
+        for (const auto& name : getNames(*categories_, part_.is1904()))
+            categories.push_back(fromCellText(name));
+    const auto totals = findTotals(categories);
+    const auto drawn = drawWaterfall(part_, categories, *data_.dataSet->getSeries(0), totals);
+    requireNumbers(*drawn.dataSet);
+    series_ = drawn.series;
+    drawnCount_ = series_.size();
+    for (std::size_t i = 0; i < drawnCount_; ++i) planContent(series_[i], *drawn.dataSet->getSeries(i), {});
+    series_.push_back(std::move(own));
 }
 
 void FillPlan::shareCategories()
