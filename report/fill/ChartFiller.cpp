@@ -152,6 +152,7 @@ void ChartFiller::takeLook(Edits& edits, const SeriesPlan& plan)
     gone.insert(gone.end(), labels.begin(), labels.end());
     for (const auto& trend : findAll(series, "trendline"))
         if (const auto name = trend.findChild("name")) gone.push_back(name);
+    if (plan.leavesErrorBars && plan.look->errors.holder) gone.push_back(plan.look->errors.holder);
     for (const auto& element : gone) edits.remove(element.getOuter());
     ids_.renew(edits, series, gone);
     if (plan.hasOwnColor) recolor(edits, series, findNextColor(plan.index));

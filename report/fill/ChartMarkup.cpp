@@ -240,7 +240,7 @@ ErrorBars ChartMarkup::readErrorBars(const XmlElement& series) const
         if (!bars.is(Ns::Chart, "errBars")) continue;
         const bool isCustom = bars.findChild("errValType").getAttribute("val") == "cust";
         if (isCustom && bars.findChild("errDir").getAttribute("val").value_or("y") == "y")
-            return {readSource(bars.findChild("plus")), readSource(bars.findChild("minus"))};
+            return {bars, readSource(bars.findChild("plus")), readSource(bars.findChild("minus"))};
     }
     return {};
 }

@@ -45,6 +45,8 @@ struct PointSource {
 
 /// Custom error bars along the values.
 struct ErrorBars {
+    /// c:errBars; false when the series has none.
+    XmlElement holder = {};
     PointSource plus = {};
     PointSource minus = {};
 };

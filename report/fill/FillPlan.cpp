@@ -39,6 +39,15 @@ std::size_t countUsed(const std::vector<double>& numbers)
     return static_cast<std::size_t>(numbers.rend() - last);
 }
 
+/// Of the longest series.
+std::size_t countLongest(const chart::DataSet& dataSet)
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < dataSet.getSeriesCount(); ++i)
+        count = std::max<std::size_t>(count, dataSet.getSeries(i)->getSize());
+    return count;
+}
+
 bool isCounting(const std::vector<double>& numbers)
 {
     for (std::size_t i = 0; i < numbers.size(); ++i)
@@ -125,9 +134,10 @@ void FillPlan::requireFillable() const
         throw std::runtime_error("The chart cannot be filled: " + part_.getProblem() + ".");
     if (!data_.dataSet || data_.dataSet->getSeriesCount() == 0)
         throw std::runtime_error("The data has no series; a chart shows one at least.");
-    if (data_.dataSet->getSeries(0)->getSize() == 0)
+    const auto count = countLongest(*data_.dataSet);
+    if (count == 0)
         throw std::runtime_error("The data has no points; a chart shows one at least.");
-    if (data_.dataSet->getSeries(0)->getSize() > PointCache::maximumCount - 1)
+    if (count > PointCache::maximumCount - 1)
         throw std::runtime_error(
             "The data has more points than a worksheet has rows, 1,048,575 below the names.");
     if (part_.isWaterfall() && data_.dataSet->getSeriesCount() != 1)
@@ -178,7 +188,7 @@ void FillPlan::planCategories()
     }
     const auto* named = part_.findCategories();
     if (named != nullptr) categoriesBefore_ = readCategories(part_, *named);
-    const auto count = data_.dataSet->getSeries(0)->getSize();
+    const auto count = countLongest(*data_.dataSet);
     auto after = makeCategories(data_, categoriesBefore_, part_.is1904());
     if (named == nullptr && isCounting(getNames(after, part_.is1904()))) after = {};
     areCategoriesMissing_ = named == nullptr && after.kind != Categories::Kind::None;
@@ -329,12 +339,17 @@ std::size_t FillPlan::countPoints(const SeriesPlan& plan, const std::vector<doub
 void FillPlan::planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details)
 {
     auto values = getNumbers(series, &chart::DataPoint::getY);
-    const auto count = countPoints(plan, values);
-    values.resize(count);
+    auto count = countPoints(plan, values);
     if (part_.getShape(*plan.look) != GroupShape::Categories) {
+        // A place without a value is one that the data names.
+        count = std::max(count, countUsed(getNumbers(series, &chart::DataPoint::getX)));
         plan.points = std::make_shared<Matches>(matchPositions(part_.countPoints(plan.look->values), count));
         planX(plan, series, count);
+    } else if (count < plan.points->size()) {
+        plan.points = std::make_shared<Matches>(plan.points->begin(),
+                                                plan.points->begin() + static_cast<std::ptrdiff_t>(count));
     }
+    values.resize(count);
     plan.values = planNumbers(plan, plan.look->values, std::move(values));
     plan.values.format = options_.numberFormat;
     planDetails(plan, details, count);
@@ -395,13 +410,15 @@ void FillPlan::planDetails(SeriesPlan& plan, const SeriesDetails& details, std::
     };
     if (part_.getShape(*plan.look) == GroupShape::Bubbles) {
         plan.sizes = choose(plan.look->sizes, details.sizes);
-        if (details.sizes.empty() && count > part_.countPoints(plan.look->sizes))
+        if (details.sizes.empty() && (plan.isAdded || count > part_.countPoints(plan.look->sizes)))
             warn(plan, "the data has no sizes; new points have none, and do not show.");
     }
     const auto& bars = plan.look->errors;
+    const bool hasErrors = !details.errorsPlus.empty() || !details.errorsMinus.empty();
+    plan.leavesErrorBars = plan.isAdded && !hasErrors;
+    if (plan.leavesErrorBars) return;
     if (bars.plus.kind != Kind::None) plan.errorsPlus = choose(bars.plus, details.errorsPlus);
     if (bars.minus.kind != Kind::None) plan.errorsMinus = choose(bars.minus, details.errorsMinus);
-    const bool hasErrors = !details.errorsPlus.empty() || !details.errorsMinus.empty();
     if (hasErrors && bars.plus.kind == Kind::None && bars.minus.kind == Kind::None)
         warn(plan, "the chart has no error bars of custom amounts; those of the data are left out.");
 }
@@ -446,10 +463,10 @@ void FillPlan::planWaterfall()
 void FillPlan::shareCategories()
 {
     std::map<std::string, std::size_t> firsts;
-    for (std::size_t i = 0; i < series_.size(); ++i) {
+    const auto share = [&](std::size_t i) {
         auto& categories = series_[i].categories;
         series_[i].categoriesOf = i;
-        if (categories.kind == Kind::None || !categories.hasCells) continue;
+        if (categories.kind == Kind::None || !categories.hasCells) return;
         const auto first = firsts.emplace(categories.formula, i).first->second;
         const auto& content = series_[first].categories.content;
         if (content == categories.content || *content == *categories.content) {
@@ -460,7 +477,11 @@ void FillPlan::shareCategories()
             // own.
             categories.formula.clear();
         }
-    }
+    };
+    // Series that are there already keep their cells; new ones share them.
+    for (const bool isAdded : {false, true})
+        for (std::size_t i = 0; i < series_.size(); ++i)
+            if (series_[i].isAdded == isAdded) share(i);
 }
 
 bool FillPlan::isAnywhere(SourcePlan SeriesPlan::*source) const

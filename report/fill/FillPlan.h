@@ -46,6 +46,8 @@ struct SeriesPlan {
     bool isAdded = false;
     /// Whether a series that is added takes a colour of its own.
     bool hasOwnColor = true;
+    /// Whether it does without the error bars of that look, whose amounts are those of another series.
+    bool leavesErrorBars = false;
     std::uint32_t index = 0;
     std::uint32_t order = 0;
     SourcePlan name = {};

@@ -129,6 +129,22 @@ constexpr std::array<std::string_view, 11> labelSettings = {
     "numFmt",     "spPr",        "txPr",        "dLblPos",        "showLegendKey", "showVal",
     "showCatName", "showSerName", "showPercent", "showBubbleSize", "separator"};
 
+/// A text in the look of labels.
+std::string makeLabelText(const XmlSpans& xml, const XmlElement& look, const std::string& text)
+{
+    const auto run = "<a:r xmlns:a=\"" + std::string(getUri(Ns::Drawing, xml.isStrict())) + "\"><a:t>" +
+                     escapeText(text) + "</a:t></a:r>";
+    const auto paragraph = look.findChild(Ns::Drawing, "p");
+    if (!paragraph || paragraph.isEmptyTag()) {
+        const auto uri = " xmlns:a=\"" + std::string(getUri(Ns::Drawing, xml.isStrict())) + "\"";
+        return "<a:bodyPr" + uri + "/><a:p" + uri + ">" + run + "</a:p>";
+    }
+    Edits edits;
+    const auto end = paragraph.findChild("endParaRPr");
+    edits.insert(end ? end.getOuter().begin : paragraph.getInner().end, run);
+    return edits.apply(xml.getText(), look.getInner());
+}
+
 /// A label that says `text`: the one that the point has, or one like those of the series.
 std::string makeLabel(const XmlSpans& xml, const XmlElement& labels, const XmlElement& old, std::size_t index,
                       const std::string& text)
@@ -140,11 +156,9 @@ std::string makeLabel(const XmlSpans& xml, const XmlElement& labels, const XmlEl
         return edits.apply(xml.getText(), old.getOuter());
     }
     const std::string prefix(labels.getPrefix());
-    const auto uri = getUri(Ns::Drawing, xml.isStrict());
     auto markup = "<" + prefix + "dLbl><" + prefix + "idx val=\"" + std::to_string(index) + "\"/><" +
-                  prefix + "tx><" + prefix + "rich xmlns:a=\"" + std::string(uri) +
-                  "\"><a:bodyPr/><a:p><a:r><a:t>" + escapeText(text) + "</a:t></a:r></a:p></" + prefix +
-                  "rich></" + prefix + "tx>";
+                  prefix + "tx><" + prefix + "rich>" + makeLabelText(xml, labels.findChild("txPr"), text) +
+                  "</" + prefix + "rich></" + prefix + "tx>";
     for (const auto setting : labels.getChildren())
         if (std::find(labelSettings.begin(), labelSettings.end(), setting.getName()) != labelSettings.end())
             markup += setting.getSource();

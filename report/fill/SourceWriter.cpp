@@ -149,7 +149,7 @@ void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series
         if (source.reference.getText() != text) edits.setInner(source.reference, escapeText(text));
         return;
     }
-    const std::string prefix(series.getPrefix());
+    const std::string prefix((source.holder ? source.holder : series).getPrefix());
     const CacheMarkup cache(part, source, content, prefix);
     if (cache.isKept()) {
         writeReference(edits, source, content, prefix);

@@ -109,8 +109,11 @@ class Filler {
 
     void closeGaps(std::vector<Places>& removed);
     void placeNewSeries(std::vector<SeriesCells>& series);
-    Places placeBeside(const Places& last, std::int64_t steps) const;
-    bool isFree(const Places& places, SeriesCells& series);
+    Places placeBeside(const Places& last, std::int64_t steps, const std::vector<CellBlock*>& blocks) const;
+    bool isShared(const Places& last, std::size_t block) const;
+    bool isFree(const Place& place, const CellBlock& block);
+    std::optional<std::size_t> findLast() const;
+    void placeRest(std::vector<SeriesCells>& series);
     void resizePlaces(std::vector<SeriesCells>& series);
     void makeRoom();
     bool canMoveRows(const Sheet& sheet) const;
@@ -307,74 +310,116 @@ void Filler::closeGaps(std::vector<Places>& removed)
     for (std::size_t i = 0; i < order.size(); ++i) now_[order[i]] = slots[i];
 }
 
-/// The cells that a new series has `steps` places beside the last one; what all series share stays.
-Places Filler::placeBeside(const Places& last, std::int64_t steps) const
+/// The cells that a new series has `steps` places beside the last one; what all series share stays, and what
+/// the last one does without stands behind.
+Places Filler::placeBeside(const Places& last, std::int64_t steps, const std::vector<CellBlock*>& blocks) const
 {
-    const auto oldCount =
-        std::ranges::count_if(before_, [](const auto& p) { return p[valuesBlock].isSet(); });
-    const auto isShared = [&](std::size_t block) {
-        if (block == categoriesBlock && oldCount == 1) return true;
-        return std::ranges::count_if(before_, [&](const Places& p) { return p[block] == last[block]; }) > 1;
-    };
-    auto places = last;
-    std::optional<Area> own;
-    for (std::size_t i = 0; i < last.size(); ++i)
-        for (const auto& area : last[i].range.areas)
-            if (!isShared(i)) own = own ? own->join(area) : area;
-    if (!own) refuse("all series share their cells");
     const bool isRow = last[valuesBlock].range.isRow;
-    const std::int64_t size = isRow ? own->getHeight() : own->getWidth();
-    for (std::size_t i = 0; i < places.size(); ++i)
-        if (!isShared(i)) {
-            places[i].range = last[i].range.shift(isRow ? steps * size : 0, isRow ? 0 : steps * size);
-            places[i].definedName.clear();
-        }
+    const auto getEnd = [&](const Place& place) {
+        return isRow ? place.range.areas.back().bottom : place.range.areas.back().right;
+    };
+    auto end = getEnd(last[valuesBlock]);
+    for (std::size_t i = 0; i < last.size(); ++i)
+        if (last[i].isSet() && !isShared(last, i)) end = std::max(end, getEnd(last[i]));
+    Places places(last.size());
+    for (std::size_t i = 0; i < last.size(); ++i) {
+        if (blocks[i] == nullptr || blocks[i]->lines.empty()) continue;
+        const bool isThere = last[i].isSet();
+        auto by = steps;
+        if (!isThere) by += ++end - getEnd(last[valuesBlock]);
+        const auto& like = last[isThere ? i : valuesBlock].range;
+        places[i].range = isShared(last, i) ? like : like.shift(isRow ? by : 0, isRow ? 0 : by);
+    }
     return places;
 }
 
-bool Filler::isFree(const Places& places, SeriesCells& series)
+/// Whether other series have a block in the same cells. New categories are their own.
+bool Filler::isShared(const Places& last, std::size_t block) const
 {
-    const auto blocks = getBlocks(series);
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        if (blocks[i] == nullptr || !places[i].isSet()) continue;
-        const auto& sheet = openSheet(places[i].range.getSheet());
-        for (const auto& area : places[i].range.resize(getLength(*blocks[i])).areas) {
-            if (area.right > maximumColumn || area.bottom > maximumRow) refuse("the sheet has no room left");
-            if (std::ranges::any_of(sheet.before, [&](const Area& old) { return old.overlaps(area); }))
-                continue;
-            for (auto row = area.top; row <= area.bottom; ++row)
-                for (auto column = area.left; column <= area.right; ++column)
-                    if (!sheet.cells->isEmpty(row, column)) return false;
-        }
+    return block != categoriesBlock && last[block].isSet() &&
+           std::ranges::count_if(before_, [&](const Places& p) { return p[block] == last[block]; }) > 1;
+}
+
+/// Whether a block may stand there: cells that nobody has, or that a series has left.
+bool Filler::isFree(const Place& place, const CellBlock& block)
+{
+    const auto& sheet = openSheet(place.range.getSheet());
+    const auto isIn = [&](const Area& area, const Place& other) {
+        return other.range.prefix == place.range.prefix &&
+               std::ranges::any_of(other.range.areas, [&](const Area& own) { return own.overlaps(area); });
+    };
+    for (const auto& area : place.range.resize(getLength(block)).areas) {
+        if (area.right > maximumColumn || area.bottom > maximumRow) refuse("the sheet has no room left");
+        for (const auto& places : now_)
+            if (std::ranges::any_of(places, [&](const Place& other) { return isIn(area, other); }))
+                return false;
+        if (std::ranges::any_of(sheet.before, [&](const Area& old) { return old.overlaps(area); })) continue;
+        for (auto row = area.top; row <= area.bottom; ++row)
+            for (auto column = area.left; column <= area.right; ++column)
+                if (!sheet.cells->isEmpty(row, column)) return false;
     }
     return true;
+}
+
+/// The series whose values stand behind all others; nothing when none has cells.
+std::optional<std::size_t> Filler::findLast() const
+{
+    std::optional<std::size_t> last;
+    const auto getStart = [&](std::size_t i) {
+        const auto& range = now_[i][valuesBlock].range;
+        return range.isRow ? range.areas[0].top : range.areas[0].left;
+    };
+    for (std::size_t i = 0; i < before_.size(); ++i)
+        if (before_[i][valuesBlock].isSet() && (!last || getStart(i) >= getStart(*last))) last = i;
+    return last;
 }
 
 /// A series without cells gets some beside those of the last one, as near as there is room.
 void Filler::placeNewSeries(std::vector<SeriesCells>& series)
 {
-    std::optional<std::size_t> last;
-    const auto isNew = [&](std::size_t i) { return !before_[i][valuesBlock].isSet(); };
-    const auto getStart = [&](std::size_t i) {
-        const auto& range = now_[i][valuesBlock].range;
-        return range.isRow ? range.areas[0].top : range.areas[0].left;
-    };
-    for (std::size_t i = 0; i < series.size(); ++i)
-        if (!isNew(i) && (!last || getStart(i) >= getStart(*last))) last = i;
-    constexpr std::int64_t farthest = 1000;
+    const auto last = findLast();
+    constexpr std::int64_t farthest = 10'000;
     std::int64_t steps = 0;
     for (std::size_t i = 0; i < series.size(); ++i) {
-        if (!isNew(i) || !series[i].values) continue;
-        if (!last || getBlocks(series[i]).size() != now_[*last].size())
+        if (before_[i][valuesBlock].isSet() || !series[i].values) continue;
+        const auto blocks = getBlocks(series[i]);
+        if (!last || blocks.size() != now_[*last].size())
             refuse("no series has cells beside which a new one could stand");
+        if (isShared(now_[*last], valuesBlock)) refuse("all series share their cells");
+        const auto areFree = [&](const Places& places) {
+            for (std::size_t b = 0; b < blocks.size(); ++b)
+                if (places[b].isSet() && !isShared(now_[*last], b) && !isFree(places[b], *blocks[b]))
+                    return false;
+            return true;
+        };
+        Places places;
         do {
             if (++steps > farthest) refuse("there is no room for a new series");
-            now_[i] = placeBeside(now_[*last], steps);
-        } while (!isFree(now_[i], series[i]));
+            places = placeBeside(now_[*last], steps, blocks);
+        } while (!areFree(places));
+        now_[i] = std::move(places);
         looks_[i] = looks_[*last];
+    }
+}
+
+/// What a series had no cells for, such as categories that differ from those of the others, stands behind it.
+void Filler::placeRest(std::vector<SeriesCells>& series)
+{
+    constexpr std::int64_t farthest = 10'000;
+    for (std::size_t i = 0; i < series.size(); ++i) {
         const auto blocks = getBlocks(series[i]);
-        for (std::size_t block = 0; block < blocks.size(); ++block)
-            if (blocks[block] == nullptr) now_[i][block] = {};
+        for (std::size_t b = 0; b < blocks.size(); ++b) {
+            if (blocks[b] == nullptr || blocks[b]->lines.empty() || now_[i][b].isSet()) continue;
+            const auto& values = now_[i][valuesBlock];
+            if (b == nameBlock || !values.isSet()) refuse("a series has no cells for all of its data");
+            Place place;
+            std::int64_t steps = 0;
+            do {
+                if (++steps > farthest) refuse("there is no room for all data of a series");
+                place.range = values.range.shift(values.range.isRow ? steps : 0, values.range.isRow ? 0 : steps);
+            } while (!isFree(place, *blocks[b]));
+            now_[i][b] = std::move(place);
+        }
     }
 }
 
@@ -386,7 +431,8 @@ void Filler::resizePlaces(std::vector<SeriesCells>& series)
             if (blocks[b] == nullptr) continue;
             auto& place = now_[i][b];
             const auto& lines = blocks[b]->lines;
-            if (!place.isSet()) refuse("a series has no cells for all of its data");
+            // Others may have sizes and error bars that this series does without.
+            if (!place.isSet()) continue;
             if (lines.size() > place.range.getLineCount())
                 refuse("it has no cells for more levels of categories");
             if (lines.size() < place.range.getLineCount() && place.range.areas.size() == 1 && !lines.empty())
@@ -488,7 +534,7 @@ void Filler::write(std::vector<SeriesCells>& series, CellStyles& styles)
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto blocks = getBlocks(series[i]);
         for (std::size_t b = 0; b < blocks.size(); ++b) {
-            if (blocks[b] == nullptr) continue;
+            if (blocks[b] == nullptr || !now_[i][b].isSet()) continue;
             // Categories that all series share are written once.
             const bool isDone = std::ranges::any_of(done, [&](const auto& other) {
                 return *other.second == now_[i][b] && other.first->lines == blocks[b]->lines;
@@ -627,6 +673,7 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
     collectAreas(before_, &Sheet::before);
     collectAreas(gone, &Sheet::before);
     placeNewSeries(series);
+    placeRest(series);
     resizePlaces(series);
     collectAreas(now_, &Sheet::now);
     noteNames();

@@ -245,12 +245,14 @@ TEST(WorkbookFill, NewSeriesStandBesideTheLastWithNamesOfTheirOwn)
 {
     auto series = std::vector{
         makeSeries(u"North", "B", twoDates, {1.5, 3}), makeSeries(u"South", "C", twoDates, {2, 4}),
-        makeSeries(u"north", "", twoDates, {5, 6}), makeSeries(u"", "", twoDates, {7, 8})};
+        makeSeries(u"north", "", twoDates, {5, 6}), makeSeries(u"", "", {1, 2}, {7, 8})};
+    series[2].categories.reset();
     const auto filled = fillWorkbook(makeBook(), series);
     ASSERT_EQ(filled.reason, "");
     EXPECT_EQ(getReferences(filled)[8], sheet + "$D$2:$D$3");
-    EXPECT_EQ(getReferences(filled)[10], sheet + "$A$2:$A$3");
-    EXPECT_EQ(getReferences(filled)[11], sheet + "$E$2:$E$3");
+    // Categories of its own stand before the values, as far as those of the last.
+    EXPECT_EQ(getReferences(filled)[10], sheet + "$E$2:$E$3");
+    EXPECT_EQ(getReferences(filled)[11], sheet + "$G$2:$G$3");
     const auto table = readPart(filled.bytes, "xl/tables/table1.xml");
     EXPECT_NE(table.find("ref=\"A1:E3\""), std::string::npos);
     EXPECT_NE(table.find("<tableColumn id=\"6\" name=\"north2\"/><tableColumn id=\"7\" name=\"Column5\"/>"),
