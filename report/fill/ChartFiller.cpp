@@ -155,7 +155,7 @@ void ChartFiller::takeLook(Edits& edits, const SeriesPlan& plan)
     if (plan.leavesErrorBars && plan.look->errors.holder) gone.push_back(plan.look->errors.holder);
     for (const auto& element : gone) edits.remove(element.getOuter());
     ids_.renew(edits, series, gone);
-    if (plan.hasOwnColor) recolor(edits, series, findNextColor(plan.index));
+    if (plan.hasOwnColor) recolor(edits, series, findNextColor(plan.index), gone);
 }
 
 /// The series of the author, which stands among those that draw it.
@@ -191,22 +191,13 @@ Palette::Color ChartFiller::findNextColor(std::uint32_t index)
 
 void ChartFiller::removeEmptyGroups()
 {
-    const auto hasSeries = [&](std::size_t group) {
-        return std::any_of(plan_.getSeries().begin(), plan_.getSeries().end(),
-                           [&](const SeriesPlan& plan) { return plan.look->group == group; });
-    };
     std::vector<std::string> kept;
     std::vector<std::string> gone;
     for (std::size_t i = 0; i < part_.getGroups().size(); ++i) {
         const auto& group = part_.getGroups()[i];
-        const auto& before = part_.getDrawnSeries();
-        const bool isFilled = std::any_of(before.begin(), before.end(),
-                                          [&](const SeriesMarkup& series) { return series.group == i; });
-        // A group that was empty already is none of ours.
-        const bool isGone = isFilled && !hasSeries(i);
-        auto& axes = isGone ? gone : kept;
+        auto& axes = plan_.isEmptied(i) ? gone : kept;
         axes.insert(axes.end(), group.axes.begin(), group.axes.end());
-        if (isGone) edits_.remove(group.element.getOuter());
+        if (plan_.isEmptied(i)) edits_.remove(group.element.getOuter());
     }
     for (const auto axis : part_.getPlotArea().getChildren()) {
         const auto id = axis.findChild("axId").getAttribute("val");

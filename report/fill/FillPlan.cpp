@@ -423,6 +423,14 @@ void FillPlan::planDetails(SeriesPlan& plan, const SeriesDetails& details, std::
         warn(plan, "the chart has no error bars of custom amounts; those of the data are left out.");
 }
 
+bool FillPlan::isEmptied(std::size_t group) const
+{
+    const auto isRemoved = [&](const auto* series) { return series->group == group; };
+    const auto isThere = [&](const SeriesPlan& plan) { return plan.look->group == group; };
+    return std::any_of(removed_.begin(), removed_.end(), isRemoved) &&
+           std::none_of(series_.begin(), series_.end(), isThere);
+}
+
 void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
 {
     report_.warnings.push_back(

@@ -81,6 +81,8 @@ class FillPlan {
     /// The 0-based categories of a waterfall that show a total.
     const std::vector<std::size_t>& getTotals() const { return totals_; }
     const std::vector<const SeriesMarkup*>& getRemoved() const { return removed_; }
+    /// Whether all series of a group go, and the group with them; one that had none already stays.
+    bool isEmptied(std::size_t group) const;
     const Categories& getCategoriesBefore() const { return categoriesBefore_; }
     const Categories& getCategories() const { return *categories_; }
     /// For each category, the old one whose formats it takes.
