@@ -148,7 +148,8 @@ void ChartFiller::takeLook(Edits& edits, const SeriesPlan& plan)
     // What belongs to single points stays with them, and a trend line takes the name of its new series.
     std::vector<XmlElement> gone = findAll(series, "dPt");
     // A part of a waterfall below 0 is labelled above.
-    const auto labels = plan.hasOwnColor ? findAll(series.findChild("dLbls"), "dLbl") : findAll(series, "dLbls");
+    const auto labels =
+        plan.hasOwnColor ? findAll(series.findChild("dLbls"), "dLbl") : findAll(series, "dLbls");
     gone.insert(gone.end(), labels.begin(), labels.end());
     for (const auto& trend : findAll(series, "trendline"))
         if (const auto name = trend.findChild("name")) gone.push_back(name);
@@ -167,8 +168,8 @@ void ChartFiller::writeWaterfall(const SeriesPlan& plan)
     for (const auto child : mark.getChildren())
         if (child.getName() == "total") edits_.remove(child.getOuter());
     for (const auto total : plan_.getTotals())
-        edits_.append(mark, "<" + std::string(mark.getPrefix()) + "total val=\"" + std::to_string(total) +
-                                "\"/>");
+        edits_.append(mark,
+                      "<" + std::string(mark.getPrefix()) + "total val=\"" + std::to_string(total) + "\"/>");
 }
 
 Palette::Color ChartFiller::findNextColor(std::uint32_t index)

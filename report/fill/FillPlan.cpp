@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "report/fill/WaterfallPlan.h"
+#include "report/finish/Waterfall.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "report/workbook/Workbook.h"
@@ -75,26 +76,14 @@ Kind getKind(const Categories& categories)
     return categories.kind == Categories::Kind::Text ? Kind::Text : Kind::Number;
 }
 
-std::vector<CellValue> toCells(const Points& points)
-{
-    std::vector<CellValue> cells;
-    cells.reserve(points.getSize());
-    for (const double number : points.numbers) {
-        cells.emplace_back();
-        if (!std::isnan(number)) cells.back() = number;
-    }
-    for (const auto& text : points.texts) {
-        cells.emplace_back();
-        if (!text.empty()) cells.back() = fromCellText(text);
-    }
-    return cells;
-}
-
 CellBlock makeBlock(const SourcePlan& plan)
 {
     CellBlock block{.reference = plan.formula, .lines = {}, .numberFormat = plan.format};
-    for (const auto& level : plan.content->levels) block.lines.push_back(toCells(level));
-    block.lines.push_back(toCells(plan.content->points));
+    const auto add = [&](const Points& points) {
+        block.lines.emplace_back(std::shared_ptr<const Points>(plan.content, &points));
+    };
+    for (const auto& level : plan.content->levels) add(level);
+    add(plan.content->points);
     return block;
 }
 
@@ -135,8 +124,7 @@ void FillPlan::requireFillable() const
     if (!data_.dataSet || data_.dataSet->getSeriesCount() == 0)
         throw std::runtime_error("The data has no series; a chart shows one at least.");
     const auto count = countLongest(*data_.dataSet);
-    if (count == 0)
-        throw std::runtime_error("The data has no points; a chart shows one at least.");
+    if (count == 0) throw std::runtime_error("The data has no points; a chart shows one at least.");
     if (count > PointCache::maximumCount - 1)
         throw std::runtime_error(
             "The data has more points than a worksheet has rows, 1,048,575 below the names.");
@@ -438,16 +426,22 @@ void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
 }
 
 /// The categories that showed a total still do, unless the data says which.
-std::vector<std::u16string> FillPlan::findTotals(const std::vector<std::u16string>& categories)
+std::vector<bool> FillPlan::chooseTotals() const
 {
-    auto names = data_.totals;
+    auto categories = data_.dataSet->getCategories();
+    if (categories.empty())
+        for (const auto& name : getNames(*categories_, part_.is1904()))
+            categories.push_back(fromCellText(name));
     const auto& before = part_.getTotals();
-    for (std::size_t i = 0; data_.totals.empty() && i < categories.size(); ++i)
-        if (std::find(before.begin(), before.end(), categoryMatches_->at(i)) != before.end())
-            names.push_back(categories[i]);
-    for (std::size_t i = 0; i < categories.size(); ++i)
-        if (std::find(names.begin(), names.end(), categories[i]) != names.end()) totals_.push_back(i);
-    return names;
+    std::vector<bool> kept;
+    std::vector<std::u16string> names;
+    for (std::size_t i = 0; i < categories.size(); ++i) {
+        const auto old = i < categoryMatches_->size() ? (*categoryMatches_)[i] : noMatch;
+        kept.push_back(std::find(before.begin(), before.end(), old) != before.end());
+        if (kept.back()) names.push_back(categories[i]);
+    }
+    // Of categories with one name, some may be totals and some not.
+    return data_.totals.empty() || data_.totals == names ? kept : findTotals(categories, data_.totals);
 }
 
 /// The series of the author moves behind those that draw it.
@@ -455,12 +449,10 @@ void FillPlan::planWaterfall()
 {
     auto own = std::move(series_[0]);
     own.categories = {};
-    auto categories = data_.dataSet->getCategories();
-    if (categories.empty())
-        for (const auto& name : getNames(*categories_, part_.is1904()))
-            categories.push_back(fromCellText(name));
-    const auto totals = findTotals(categories);
-    const auto drawn = drawWaterfall(part_, categories, *data_.dataSet->getSeries(0), totals);
+    const auto totals = chooseTotals();
+    for (std::size_t i = 0; i < totals.size(); ++i)
+        if (totals[i]) totals_.push_back(i);
+    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals);
     requireNumbers(*drawn.dataSet);
     series_ = drawn.series;
     drawnCount_ = series_.size();

@@ -37,8 +37,8 @@ class Palette {
 /// is automatic, or one of text and background.
 XmlElement findOwnColor(const XmlElement& element);
 
-/// Changes, in a copy of `element`, its own colour into `color` wherever it stands. A child of `without` is not
-/// in the copy.
+/// Changes, in a copy of `element`, its own colour into `color` wherever it stands. A child of `without` is
+/// not in the copy.
 void recolor(Edits& edits, const XmlElement& element, const Palette::Color& color,
              const std::vector<XmlElement>& without = {});
 

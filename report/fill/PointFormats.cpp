@@ -120,13 +120,12 @@ void writeFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan,
         moved.push_back(row.make(i));
         isMoved = true;
     }
-    if (isMoved)
-        replaceAll(edits, part.getXml(), elements, std::move(moved), elements.back().getOuter().end);
+    if (isMoved) replaceAll(edits, part.getXml(), elements, std::move(moved), elements.back().getOuter().end);
 }
 
 /// What all labels of a series say of themselves, as a label of one point repeats it.
 constexpr std::array<std::string_view, 11> labelSettings = {
-    "numFmt",     "spPr",        "txPr",        "dLblPos",        "showLegendKey", "showVal",
+    "numFmt",      "spPr",        "txPr",        "dLblPos",        "showLegendKey", "showVal",
     "showCatName", "showSerName", "showPercent", "showBubbleSize", "separator"};
 
 /// A text in the look of labels.
@@ -156,9 +155,9 @@ std::string makeLabel(const XmlSpans& xml, const XmlElement& labels, const XmlEl
         return edits.apply(xml.getText(), old.getOuter());
     }
     const std::string prefix(labels.getPrefix());
-    auto markup = "<" + prefix + "dLbl><" + prefix + "idx val=\"" + std::to_string(index) + "\"/><" +
-                  prefix + "tx><" + prefix + "rich>" + makeLabelText(xml, labels.findChild("txPr"), text) +
-                  "</" + prefix + "rich></" + prefix + "tx>";
+    auto markup = "<" + prefix + "dLbl><" + prefix + "idx val=\"" + std::to_string(index) + "\"/><" + prefix +
+                  "tx><" + prefix + "rich>" + makeLabelText(xml, labels.findChild("txPr"), text) + "</" +
+                  prefix + "rich></" + prefix + "tx>";
     for (const auto setting : labels.getChildren())
         if (std::find(labelSettings.begin(), labelSettings.end(), setting.getName()) != labelSettings.end())
             markup += setting.getSource();
@@ -185,7 +184,8 @@ void writeComputedLabels(Edits& edits, const XmlSpans& xml, const XmlElement& la
     std::erase_if(moved, [&](const Moved& one) { return texts.after.contains(one.index); });
     for (const auto& [index, text] : texts.after) {
         const auto own = computed.find(index);
-        moved.push_back({index, makeLabel(xml, labels, own == computed.end() ? like : own->second, index, text)});
+        moved.push_back(
+            {index, makeLabel(xml, labels, own == computed.end() ? like : own->second, index, text)});
     }
     const auto end = elements.empty() ? labels.getInner().begin : elements.back().getOuter().end;
     replaceAll(edits, xml, elements, std::move(moved), end);

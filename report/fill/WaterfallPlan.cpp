@@ -38,8 +38,7 @@ std::vector<double> readNumbers(const ChartMarkup& part, std::size_t index)
 }
 
 /// A bar that crosses 0 has one label, on its part above, which says how high all of it is.
-LabelTexts makeLabels(const ChartMarkup& part, std::size_t above,
-                      const std::vector<WaterfallSeries>& drawn)
+LabelTexts makeLabels(const ChartMarkup& part, std::size_t above, const std::vector<WaterfallSeries>& drawn)
 {
     const auto labels = findPart(part, above)->element.findChild("dLbls");
     const auto format = labels.findChild("numFmt").getAttribute("formatCode");
@@ -74,10 +73,10 @@ SeriesPlan addPart(const ChartMarkup& part, std::size_t index)
 
 }  // namespace
 
-DrawnWaterfall drawWaterfall(const ChartMarkup& part, const std::vector<std::u16string>& categories,
-                             const chart::DataSeries& series, const std::vector<std::u16string>& totals)
+DrawnWaterfall drawWaterfall(const ChartMarkup& part, const chart::DataSeries& series,
+                             const std::vector<bool>& totals)
 {
-    const auto parts = makeWaterfall(categories, series, totals);
+    const auto parts = makeWaterfall(series, totals);
     const std::vector<double> empty(series.getSize(), nothing);
     DrawnWaterfall drawn{.dataSet = chart::DataSet::create()};
     for (const auto& old : part.getDrawnSeries()) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "report/fill/FillPlan.h"
@@ -17,8 +16,7 @@ struct DrawnWaterfall {
 };
 
 /// The series that draw `series` in a chart that is a waterfall, with the labels of bars that cross 0.
-/// Throws: ChartError for a total that is no category.
-DrawnWaterfall drawWaterfall(const ChartMarkup& part, const std::vector<std::u16string>& categories,
-                             const chart::DataSeries& series, const std::vector<std::u16string>& totals);
+DrawnWaterfall drawWaterfall(const ChartMarkup& part, const chart::DataSeries& series,
+                             const std::vector<bool>& totals);
 
 }  // namespace quillon::report

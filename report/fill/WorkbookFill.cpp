@@ -45,7 +45,7 @@ constexpr std::size_t valuesBlock = 2;
 
 std::size_t getLength(const CellBlock& block)
 {
-    return block.lines.empty() ? 0 : block.lines[0].size();
+    return block.lines.empty() ? 0 : block.lines[0].getSize();
 }
 
 /// Where a block stands; without areas, nowhere.
@@ -312,7 +312,8 @@ void Filler::closeGaps(std::vector<Places>& removed)
 
 /// The cells that a new series has `steps` places beside the last one; what all series share stays, and what
 /// the last one does without stands behind.
-Places Filler::placeBeside(const Places& last, std::int64_t steps, const std::vector<CellBlock*>& blocks) const
+Places Filler::placeBeside(const Places& last, std::int64_t steps,
+                           const std::vector<CellBlock*>& blocks) const
 {
     const bool isRow = last[valuesBlock].range.isRow;
     const auto getEnd = [&](const Place& place) {
@@ -416,7 +417,8 @@ void Filler::placeRest(std::vector<SeriesCells>& series)
             std::int64_t steps = 0;
             do {
                 if (++steps > farthest) refuse("there is no room for all data of a series");
-                place.range = values.range.shift(values.range.isRow ? steps : 0, values.range.isRow ? 0 : steps);
+                place.range =
+                    values.range.shift(values.range.isRow ? steps : 0, values.range.isRow ? 0 : steps);
             } while (!isFree(place, *blocks[b]));
             now_[i][b] = std::move(place);
         }
@@ -517,14 +519,13 @@ void Filler::writeBlock(const CellBlock& block, const Place& place, const Place&
     visit(look.range, [&](std::size_t, std::uint32_t line, std::uint32_t row, std::uint32_t column) {
         if (line < looks.size()) looks[line].push_back(cells.getStyle(row, column));
     });
-    static const CellValue nothing;
     visit(place.range, [&](std::size_t index, std::uint32_t line, std::uint32_t row, std::uint32_t column) {
-        const bool isThere = line < block.lines.size() && index < block.lines[line].size();
         const auto& known = looks[line];
         const int style = known.empty() ? SheetCells::noStyle : known[std::min(index, known.size() - 1)];
-        const auto& value = isThere ? block.lines[line][index] : nothing;
-        const bool isNumber = std::holds_alternative<double>(value);
-        cells.write(row, column, value, isNumber ? styles.withFormat(style, block.numberFormat) : style);
+        const auto* values = line < block.lines.size() ? &block.lines[line] : nullptr;
+        const bool isNumber = values != nullptr && values->isNumber(index);
+        cells.write(row, column, values, index,
+                    isNumber ? styles.withFormat(style, block.numberFormat) : style);
     });
 }
 
@@ -548,13 +549,12 @@ void Filler::write(std::vector<SeriesCells>& series, CellStyles& styles)
 /// Empties the cells that the chart had and has no longer.
 void Filler::clearRest(Sheet& sheet)
 {
-    static const CellValue nothing;
     for (const auto& area : sheet.before)
         for (auto row = area.top; row <= area.bottom; ++row)
             for (auto column = area.left; column <= area.right; ++column) {
                 const auto isKept = [&](const Area& now) { return now.contains(row, column); };
                 if (std::ranges::none_of(sheet.now, isKept))
-                    sheet.cells->write(row, column, nothing, sheet.cells->getStyle(row, column));
+                    sheet.cells->write(row, column, nullptr, 0, sheet.cells->getStyle(row, column));
             }
 }
 
@@ -698,6 +698,13 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
 }
 
 }  // namespace
+
+CellValue CellLine::get(std::size_t index) const
+{
+    if (isNumber(index)) return points_->numbers[index];
+    if (index >= points_->texts.size() || points_->texts[index].empty()) return {};
+    return points_->texts[index];
+}
 
 FilledWorkbook fillWorkbook(const std::string& workbook, std::vector<SeriesCells> series,
                             const std::vector<SeriesCells>& removed)

@@ -358,7 +358,8 @@ RandomChart makeRandomChart(std::optional<report::ChartKind> wanted)
         const auto chart = makeChart(makeDataSet(pickNeeds(kind)));
         const auto data = makeData(chart->getDataSet(), kind);
         // X values of points, say, cannot come from categories that are texts.
-        if (canWrite(*chart, {.kind = kind}, data)) return {kind, chart, data, makeOptions(*chart, kind, data)};
+        if (canWrite(*chart, {.kind = kind}, data))
+            return {kind, chart, data, makeOptions(*chart, kind, data)};
     }
 }
 

@@ -30,7 +30,8 @@ std::string print(const ChartData& data, ChartKind kind, bool hasErrors)
     std::string text;
     if (!pointKinds.contains(kind)) {
         const bool areTexts = data.categoryKind == CategoryKind::Text;
-        for (const auto& name : set.getCategories()) text += areTexts ? toUtf8(escapeCharacters(name)) + "," : "";
+        for (const auto& name : set.getCategories())
+            text += areTexts ? toUtf8(escapeCharacters(name)) + "," : "";
         if (!areTexts) text += print(data.categoryValues);
         for (const auto& level : data.levels)
             for (std::size_t i = 0; i < set.getCategories().size(); ++i)
@@ -81,7 +82,8 @@ Template makeTemplate(const RandomChart& random)
 
 bool isFillable(const RandomChart& random)
 {
-    return random.chart->getDataSet()->getSeriesCount() > 0 && !random.data.dataSet->getCategories().empty() &&
+    return random.chart->getDataSet()->getSeriesCount() > 0 &&
+           !random.data.dataSet->getCategories().empty() &&
            makeTemplate(random).getCharts()[0].problem.empty();
 }
 
@@ -111,7 +113,8 @@ TEST(RandomCharts, GiveBackTheDataThatTheyWereMadeOfAndFilledWith)
             other.dataSet->getSeriesCount() != own.dataSet->getSeriesCount())
             continue;
         EXPECT_EQ(document.fill("1", other).warnings, std::vector<std::string>()) << i;
-        EXPECT_EQ(print(document.getChartData("1"), random.kind, false), print(other, random.kind, false)) << i;
+        EXPECT_EQ(print(document.getChartData("1"), random.kind, false), print(other, random.kind, false))
+            << i;
         const auto filled = document.toBytes();
         document.fill("1", document.getChartData("1"));
         EXPECT_TRUE(document.toBytes() == filled) << i;
