@@ -288,10 +288,12 @@ void FillPlan::planName(SeriesPlan& plan, const std::string& name) const
         else
             points.resize(std::max<std::size_t>(before.getSize(), 1));
     }
+    // Where the old series have no cells for their names, the chart itself holds the new ones.
+    const bool isLiteral = source.kind == Kind::None && !part_.getWorkbookId().empty();
     plan.name = {.kind = Kind::Text,
                  .content = share(std::move(points)),
                  .formula = plan.isAdded ? "" : source.formula,
-                 .hasCells = hasCells(source)};
+                 .hasCells = !isLiteral && hasCells(source)};
 }
 
 void FillPlan::planNames(SeriesPlan& plan)

@@ -156,6 +156,10 @@ void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series
         if (!cache.isUnchanged()) edits.setInner(source.cache, cache.make());
         return;
     }
+    if (source.kind == Kind::None && content.formula.empty())
+        return insertIntoSeries(
+            edits, series, name,
+            wrap(prefix, name, wrap(prefix, "v", escapeText(content.points.texts.at(0)))));
     const auto [reference, cacheName] = getNames(content.kind);
     const auto markup =
         wrap(prefix, reference,

@@ -39,6 +39,9 @@ std::vector<CellBlock*> getBlocks(SeriesCells& series)
     return blocks;
 }
 
+/// How many places a new block may stand from those that there are.
+constexpr std::int64_t farthest = 10'000;
+
 constexpr std::size_t nameBlock = 0;
 constexpr std::size_t categoriesBlock = 1;
 constexpr std::size_t valuesBlock = 2;
@@ -53,6 +56,8 @@ struct Place {
     CellRange range;
     /// The defined name that the chart has for it; empty for cells.
     std::string definedName;
+    /// Whether the name computes its cells, and so follows them by itself.
+    bool isComputed = false;
 
     bool isSet() const { return !range.areas.empty(); }
     bool operator==(const Place& other) const { return range == other.range && isSet() == other.isSet(); }
@@ -101,7 +106,8 @@ class Filler {
     void load(Sheet& sheet);
 
     Place resolve(const CellBlock& block);
-    Place resolveName(std::string_view text);
+    Place resolveName(std::string_view text, int depth = 0);
+    std::optional<CellRange> computeOffset(std::string_view formula, int depth);
     std::optional<Place> resolveColumn(std::string_view text);
     void cutWholeLines(CellRange& range);
     Places resolve(SeriesCells& series);
@@ -114,12 +120,14 @@ class Filler {
     bool isFree(const Place& place, const CellBlock& block);
     std::optional<std::size_t> findLast() const;
     void placeRest(std::vector<SeriesCells>& series);
+    Place placeBeside(const Place& values, const CellBlock& block);
     void resizePlaces(std::vector<SeriesCells>& series);
     void makeRoom();
     bool canMoveRows(const Sheet& sheet) const;
 
     void collectAreas(const std::vector<Places>& places, std::vector<Area> Sheet::*areas);
-    void requireRoom(const Sheet& sheet) const;
+    static std::optional<Area> findForeign(const Sheet& sheet, const Area& area);
+    static void requireRoom(const Sheet& sheet);
     void write(std::vector<SeriesCells>& series, CellStyles& styles);
     void writeBlock(const CellBlock& block, const Place& place, const Place& look, CellStyles& styles);
     void clearRest(Sheet& sheet);
@@ -208,7 +216,7 @@ Place Filler::resolve(const CellBlock& block)
 }
 
 /// A name stands for cells: "Sales", "Sheet1!Sales", "[0]!Sales".
-Place Filler::resolveName(std::string_view text)
+Place Filler::resolveName(std::string_view text, int depth)
 {
     const auto mark = text.rfind('!');
     const auto name = std::string(mark == std::string_view::npos ? text : text.substr(mark + 1));
@@ -216,10 +224,37 @@ Place Filler::resolveName(std::string_view text)
     for (const auto& defined : names_)
         if (fold(defined.name) == fold(name) && (found == nullptr || defined.sheet >= 0)) found = &defined;
     if (found == nullptr) refuse("\"" + std::string(text) + "\" names no cells");
-    auto range = parseRange(found->text);
-    if (!range) refuse("the name \"" + name + "\" is computed");
-    cutWholeLines(*range);
-    return {std::move(*range), found->name};
+    if (auto range = parseRange(found->text)) {
+        cutWholeLines(*range);
+        return {std::move(*range), found->name};
+    }
+    if (auto range = computeOffset(found->text, depth)) return {std::move(*range), found->name, true};
+    refuse("the name \"" + name + "\" is computed");
+}
+
+/// The cells of "OFFSET(Sheet1!$B$1,1,0,COUNTA(Sheet1!$B:$B)-1,1)", as names that grow by themselves are
+/// written, or of "OFFSET(Dates,0,1)"; down to the first that is empty where the height is computed.
+std::optional<CellRange> Filler::computeOffset(std::string_view formula, int depth)
+{
+    constexpr int deepest = 8;
+    const auto offset = parseOffset(formula);
+    if (!offset || depth > deepest) return {};
+    auto range = parseRange(offset->base);
+    if (!range) range = resolveName(offset->base, depth + 1).range;
+    auto& area = range->areas[0];
+    const auto bottom = area.bottom + offset->rows;
+    const auto right = area.right + offset->columns;
+    if (range->areas.size() != 1 || area.top + offset->rows < 0 || area.left + offset->columns < 0 ||
+        std::cmp_greater(bottom, maximumRow) || std::cmp_greater(right, maximumColumn))
+        return {};
+    *range = range->shift(offset->rows, offset->columns);
+    if (!offset->hasHeight) return range;
+    auto& moved = range->areas[0];
+    const auto& cells = *openSheet(range->getSheet()).cells;
+    moved.right = moved.left;
+    moved.bottom = moved.top;
+    while (moved.bottom < maximumRow && !cells.isEmpty(moved.bottom + 1, moved.left)) ++moved.bottom;
+    return range;
 }
 
 /// A column of a table: "Table1[North]", "Table1[[#Headers],[North]]".
@@ -354,10 +389,7 @@ bool Filler::isFree(const Place& place, const CellBlock& block)
         for (const auto& places : now_)
             if (std::ranges::any_of(places, [&](const Place& other) { return isIn(area, other); }))
                 return false;
-        if (std::ranges::any_of(sheet.before, [&](const Area& old) { return old.overlaps(area); })) continue;
-        for (auto row = area.top; row <= area.bottom; ++row)
-            for (auto column = area.left; column <= area.right; ++column)
-                if (!sheet.cells->isEmpty(row, column)) return false;
+        if (findForeign(sheet, area)) return false;
     }
     return true;
 }
@@ -379,7 +411,6 @@ std::optional<std::size_t> Filler::findLast() const
 void Filler::placeNewSeries(std::vector<SeriesCells>& series)
 {
     const auto last = findLast();
-    constexpr std::int64_t farthest = 10'000;
     std::int64_t steps = 0;
     for (std::size_t i = 0; i < series.size(); ++i) {
         if (before_[i][valuesBlock].isSet() || !series[i].values) continue;
@@ -403,26 +434,42 @@ void Filler::placeNewSeries(std::vector<SeriesCells>& series)
     }
 }
 
-/// What a series had no cells for, such as categories that differ from those of the others, stands behind it.
+/// What a series had no cells for, such as categories that differ from those of the others, stands before its
+/// values, or as near behind them as there is room.
 void Filler::placeRest(std::vector<SeriesCells>& series)
 {
-    constexpr std::int64_t farthest = 10'000;
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto blocks = getBlocks(series[i]);
         for (std::size_t b = 0; b < blocks.size(); ++b) {
-            if (blocks[b] == nullptr || blocks[b]->lines.empty() || now_[i][b].isSet()) continue;
-            const auto& values = now_[i][valuesBlock];
-            if (b == nameBlock || !values.isSet()) refuse("a series has no cells for all of its data");
-            Place place;
-            std::int64_t steps = 0;
-            do {
-                if (++steps > farthest) refuse("there is no room for all data of a series");
-                place.range =
-                    values.range.shift(values.range.isRow ? steps : 0, values.range.isRow ? 0 : steps);
-            } while (!isFree(place, *blocks[b]));
-            now_[i][b] = std::move(place);
+            if (blocks[b] == nullptr || blocks[b]->lines.empty()) continue;
+            auto& place = now_[i][b];
+            if (place.isSet() && blocks[b]->lines.size() <= place.range.getLineCount()) continue;
+            if (b == nameBlock || !now_[i][valuesBlock].isSet())
+                refuse("a series has no cells for all of its data");
+            place = {};
+            place = placeBeside(now_[i][valuesBlock], *blocks[b]);
         }
     }
+}
+
+Place Filler::placeBeside(const Place& values, const CellBlock& block)
+{
+    const bool isRow = values.range.isRow;
+    const auto lines = static_cast<std::uint32_t>(block.lines.size());
+    auto area = values.range.areas[0];
+    const auto start = isRow ? area.top : area.left;
+    (isRow ? area.bottom : area.right) = start + lines - 1;
+    const CellRange like{values.range.prefix, {area}, false, isRow};
+    const auto isFreeAt = [&](std::int64_t steps) {
+        return isFree({like.shift(isRow ? steps : 0, isRow ? 0 : steps), {}}, block);
+    };
+    std::int64_t steps = -std::int64_t{lines};
+    if (start < lines || !isFreeAt(steps)) {
+        steps = 1;
+        while (steps <= farthest && !isFreeAt(steps)) ++steps;
+        if (steps > farthest) refuse("there is no room for all data of a series");
+    }
+    return {like.shift(isRow ? steps : 0, isRow ? 0 : steps), {}};
 }
 
 void Filler::resizePlaces(std::vector<SeriesCells>& series)
@@ -435,8 +482,6 @@ void Filler::resizePlaces(std::vector<SeriesCells>& series)
             const auto& lines = blocks[b]->lines;
             // Others may have sizes and error bars that this series does without.
             if (!place.isSet()) continue;
-            if (lines.size() > place.range.getLineCount())
-                refuse("it has no cells for more levels of categories");
             if (lines.size() < place.range.getLineCount() && place.range.areas.size() == 1 && !lines.empty())
                 place.range = place.range.keepLines(lines.size());
             place.range = place.range.resize(getLength(*blocks[b]));
@@ -457,17 +502,24 @@ void Filler::collectAreas(const std::vector<Places>& places, std::vector<Area> S
             }
 }
 
+/// The first cell that holds what is none of the chart's; nothing when all are empty, or were the chart's.
+std::optional<Area> Filler::findForeign(const Sheet& sheet, const Area& area)
+{
+    for (auto row = area.top; row <= area.bottom; ++row)
+        for (auto column = area.left; column <= area.right; ++column) {
+            const auto isOwn = [&](const Area& old) { return old.contains(row, column); };
+            if (!sheet.cells->isEmpty(row, column) && std::ranges::none_of(sheet.before, isOwn))
+                return Area{row, column, row, column};
+        }
+    return {};
+}
+
 /// What else stands in the sheet is never overwritten.
-void Filler::requireRoom(const Sheet& sheet) const
+void Filler::requireRoom(const Sheet& sheet)
 {
     for (const auto& area : sheet.now)
-        for (auto row = area.top; row <= area.bottom; ++row)
-            for (auto column = area.left; column <= area.right; ++column) {
-                const auto isOwn = [&](const Area& old) { return old.contains(row, column); };
-                if (!sheet.cells->isEmpty(row, column) && std::ranges::none_of(sheet.before, isOwn))
-                    refuse("cell " + formatArea({row, column, row, column}) +
-                           ", into which the data would grow, is taken");
-            }
+        if (const auto cell = findForeign(sheet, area))
+            refuse("cell " + formatArea(*cell) + ", into which the data would grow, is taken");
 }
 
 /// Moving rows is safe where nothing refers to them.
@@ -608,7 +660,7 @@ void Filler::noteNames()
     for (const auto& places : now_)
         for (const auto& place : places)
             for (std::size_t i = 0; i < names_.size(); ++i)
-                if (!place.definedName.empty() && names_[i].name == place.definedName)
+                if (!place.definedName.empty() && !place.isComputed && names_[i].name == place.definedName)
                     newNames_[i] = place.range.format();
 }
 

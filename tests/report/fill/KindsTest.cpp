@@ -216,11 +216,25 @@ TEST(Kinds, OfCategoriesFollowTheData)
     };
     for (const auto& row : cases) {
         auto document = makeTemplate({row.part});
-        document.fill("1", row.data);
+        EXPECT_EQ(document.fill("1", row.data).warnings, Texts());
         EXPECT_NE(getChartPart(document).find(row.categories), std::string::npos) << getChartPart(document);
         EXPECT_NE(getChartPart(document).find(row.axis), std::string::npos) << getChartPart(document);
         EXPECT_EQ(document.getChartData("1").dataSet->getCategories(), row.data.dataSet->getCategories());
     }
+}
+
+TEST(Kinds, WithoutNamesOfSeriesHoldThemThemselves)
+{
+    auto part = makeColumns(makeTextReference('A', {"a", "b"}), {"1", "2"});
+    part.erase(part.find("<c:tx>"), part.find("</c:tx>") + 7 - part.find("<c:tx>"));
+    auto document = makeTemplate({part});
+    document.fill("1", document.getChartData("1"));
+    EXPECT_EQ(getChartPart(document), part);
+    const auto report = document.fill("1", makeData({"a", "b"}, {{"East & <b>", {1, 2}}, {"West", {3, 4}}}));
+    EXPECT_EQ(report.warnings, Texts());
+    EXPECT_NE(getChartPart(document).find("<c:order val=\"1\"/><c:tx><c:v>East &amp; &lt;b&gt;</c:v></c:tx>"),
+              std::string::npos);
+    EXPECT_EQ(print(document.getChartData("1")), "1|a,b,|East & <b>:0;1,0;2,|West:0;3,0;4,");
 }
 
 TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)

@@ -99,7 +99,6 @@ TEST(RandomCharts, GiveBackTheDataThatTheyWereMadeOfAndFilledWith)
         const auto random = pickChart();
         auto other = getShown(pickChart(random.kind));
         for (auto& details : other.series) details.errorsPlus = details.errorsMinus = {};
-        other.levels.resize(std::min(other.levels.size(), random.data.levels.size()));
         const bool hasErrors = errorKinds.contains(random.kind) && !random.options.errorBars;
         const auto original = makeTemplate(random);
         const auto own = original.getChartData("1");

@@ -298,10 +298,14 @@ TEST(WorkbookFill, RemarksBelowMoveDown)
 TEST(WorkbookFill, FollowsEveryKindOfReference)
 {
     const std::string names =
-        "<definedNames><definedName name=\"Values\">'It''s'!$B$2:$B$3</definedName></definedNames>";
+        "<definedNames><definedName name=\"Values\">'It''s'!$B$2:$B$3</definedName><definedName "
+        "name=\"Growing\">OFFSET('It''s'!$B$1,1,0,COUNTA('It''s'!$B:$B)-1,1)</definedName><definedName "
+        "name=\"Beside\">OFFSET(Growing,,1)</definedName></definedNames>";
     const std::tuple<std::string, std::string, std::string> references[] = {
         {sheet + "$B:$B", sheet + "$B$2:$B$4", "B4"},
         {"[0]!Values", "[0]!Values", "B4"},
+        {"Growing", "Growing", "B4"},
+        {"Other!Beside", "Other!Beside", "C4"},
         {"Sales[north]", sheet + "$B$2:$B$4", "B4"},
         {"(" + sheet + "$B$2," + sheet + "$B$3)", "(" + sheet + "$B$2," + sheet + "$B$3:$B$4)", "B4"},
         {sheet + "$B$2:$C$2", sheet + "$B$2:$D$2", "D2"},
@@ -318,7 +322,7 @@ TEST(WorkbookFill, FollowsEveryKindOfReference)
         EXPECT_EQ(filled.series[0].values->reference, expected);
         EXPECT_NE(readRows(filled).find("<c r=\"" + lastCell + "\""), std::string::npos) << readRows(filled);
         EXPECT_EQ(readPart(filled.bytes, "xl/workbook.xml").find("$B$2:$B$4") != std::string::npos,
-                  reference != sheet + "$B$2:$C$2" && reference != sheet + "AB2:AB3")
+                  lastCell == "B4")
             << reference;
     }
 }
@@ -338,7 +342,8 @@ TEST(WorkbookFill, LevelsOfCategoriesHaveColumns)
     filled = fillWorkbook(makeBook(), {series});
     EXPECT_EQ(filled.series[0].categories->reference, sheet + "$B$2:$B$4");
     series.categories->lines.resize(3, series.categories->lines[0]);
-    EXPECT_EQ(fillWorkbook(makeBook(), {series}).reason, "it has no cells for more levels of categories");
+    filled = fillWorkbook(makeBook(), {series});
+    EXPECT_EQ(filled.series[0].categories->reference, sheet + "$D$2:$F$4");
 }
 
 TEST(WorkbookFill, DatesGetAFormatWhereThereIsNone)
@@ -386,7 +391,7 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
          "the table \"Sales\" has a row of totals"},
         {makeBook(), {elsewhere}, "it has no sheet \"Gone\""},
         {makeBook({.names =
-                       "<definedNames><definedName name=\"Computed\">OFFSET(Other!$A$1,0,0,2,1)</definedName>"
+                       "<definedNames><definedName name=\"Computed\">OFFSET(Other!$A$1,0,0,2,2)</definedName>"
                        "</definedNames>"}),
          {computed},
          "the name \"Computed\" is computed"},
