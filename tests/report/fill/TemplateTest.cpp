@@ -247,6 +247,20 @@ TEST(Template, NamesWhatItCannotFill)
                 "xmlns:cx=\"http://schemas.microsoft.com/office/drawing/2014/chartex\" "
                 "r:id=\"rId999\"/></wp:inline></w:drawing></w:r></w:p>");
     package.setPart(package.getMainPart(), main);
+    const std::pair<std::string, std::string> kinds[] = {
+        {"treemap", "a treemap, a kind"}, {"clusteredColumn", "a histogram"}, {"regionMap", "a map"}};
+    for (const auto& [layout, name] : kinds) {
+        auto copy = package;
+        copy.addPart("word/charts/chartEx1.xml",
+                     "<cx:chartSpace xmlns:cx=\"http://schemas.microsoft.com/office/drawing/2014/chartex\">"
+                     "<cx:series layoutId=\"" +
+                         layout + "\"/></cx:chartSpace>",
+                     "application/vnd.ms-office.chartex+xml");
+        const auto id = copy.addRelationship(copy.getMainPart(), "chartEx", "word/charts/chartEx1.xml");
+        auto text = main;
+        copy.setPart(copy.getMainPart(), text.replace(text.find("rId999"), 6, id));
+        EXPECT_NE(Template(copy.toBytes()).getCharts()[12].problem.find("it is " + name), std::string::npos);
+    }
     auto document = Template(package.toBytes());
     EXPECT_EQ(document.getCharts().size(), 15U);
     EXPECT_EQ(document.getCharts()[11].problem,
