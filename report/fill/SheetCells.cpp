@@ -331,6 +331,29 @@ bool SheetCells::isSame(const Write& write, const Cell& cell) const
     return isNothing(value) ? cell.isEmpty : read(cell) == value;
 }
 
+std::vector<std::uint32_t> SheetCells::findStrings(bool areLeft) const
+{
+    std::vector<std::uint32_t> found;
+    for (const auto& cell : cells_) {
+        if (cell.kind != Kind::Shared) continue;
+        const auto* write = findWrite(cell.row, cell.column);
+        const bool isLeft = write != nullptr && !isSame(*write, cell);
+        const auto index = parseCount(xml_.getText(cell.value));
+        if (isLeft == areLeft && index) found.push_back(*index);
+    }
+    return found;
+}
+
+std::vector<std::uint32_t> SheetCells::findLeftStrings() const
+{
+    return findStrings(true);
+}
+
+std::vector<std::uint32_t> SheetCells::findKeptStrings() const
+{
+    return findStrings(false);
+}
+
 bool SheetCells::willStay() const
 {
     return std::ranges::all_of(writes_, [this](const Write& write) {

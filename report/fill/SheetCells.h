@@ -47,6 +47,11 @@ class SheetCells {
     /// Whether every cell holds already what was written to it.
     bool willStay() const;
 
+    /// The shared texts that cells hold no longer, and those that they still do, by position. After
+    /// arrangeWrites.
+    std::vector<std::uint32_t> findLeftStrings() const;
+    std::vector<std::uint32_t> findKeptStrings() const;
+
     /// The part with all that was written, a new dimension, and changes to what stands before and behind the
     /// rows.
     std::string apply(Edits& before, Edits& behind);
@@ -99,6 +104,7 @@ class SheetCells {
     CellValue read(const Cell& cell) const;
     std::string readInline(Span markup) const;
     bool isSame(const Write& write, const Cell& cell) const;
+    std::vector<std::uint32_t> findStrings(bool areLeft) const;
 
     XmlSpans xml_;
     XmlElement data_;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -133,6 +134,7 @@ class Filler {
     void clearRest(Sheet& sheet);
     void requireNoFormulas(const Sheet& sheet) const;
     void saveSheet(Sheet& sheet);
+    void emptyLeftStrings();
     void noteNames();
     void saveMain();
     void reportReferences(std::vector<SeriesCells>& series) const;
@@ -145,6 +147,8 @@ class Filler {
     /// The text that a defined name is to have, by its position.
     std::map<std::size_t, std::string> newNames_;
     bool needsCalculation_ = false;
+    /// Shared texts that cells of the chart held.
+    std::set<std::uint32_t> leftStrings_;
     /// Of all references.
     std::uint64_t cellCount_ = 0;
     /// By series: where its cells stood, where they stand now, and whose look they take.
@@ -691,6 +695,34 @@ void Filler::saveSheet(Sheet& sheet)
     book_.setPart(sheet.part, std::move(changed));
 }
 
+/// Texts of the chart that no cell of the workbook holds any more are not left in the file. The others keep
+/// their positions.
+void Filler::emptyLeftStrings()
+{
+    if (leftStrings_.empty()) return;
+    try {
+        for (const auto& sheet : sheets_) {
+            if (!book_.hasPart(sheet.part)) continue;
+            const SheetCells cells(book_.getPart(sheet.part), sheet.part, strings_);
+            for (const auto kept : cells.findKeptStrings()) leftStrings_.erase(kept);
+        }
+    } catch (const std::runtime_error&) {
+        // A sheet that cannot be read may hold any of them.
+        return;
+    }
+    for (const auto& relationship : book_.getRelationships(book_.getMainPart())) {
+        if (relationship.getKind() != "sharedStrings" || !book_.hasPart(relationship.target)) continue;
+        const XmlSpans xml(book_.getPart(relationship.target), relationship.target);
+        Edits edits;
+        std::uint32_t index = 0;
+        for (const auto item : xml.getRoot().getChildren()) {
+            if (item.getName() != "si" || !leftStrings_.contains(index++)) continue;
+            edits.setInner(item, "<" + std::string(item.getPrefix()) + "t/>");
+        }
+        if (!edits.isEmpty()) book_.setPart(relationship.target, edits.apply(xml));
+    }
+}
+
 /// Writes the defined names; formulas elsewhere are computed anew when the workbook is opened.
 void Filler::saveMain()
 {
@@ -742,8 +774,11 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
         requireNoFormulas(sheet);
         const auto tables = sheet.tables;
         for (auto& table : sheet.tables) table.follow(*sheet.cells, sheet.before, sheet.now, tables);
+        const auto left = sheet.cells->findLeftStrings();
+        leftStrings_.insert(left.begin(), left.end());
         saveSheet(sheet);
     }
+    emptyLeftStrings();
     saveMain();
     reportReferences(series);
     return book_.toBytes();

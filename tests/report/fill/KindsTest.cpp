@@ -252,7 +252,8 @@ TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
     auto after = makeData(names, {{"Change", {10, -25, 20, gap}}});
     before.totals = after.totals = {u"Start", u"End"};
     // Bars that cross 0 need series and labels that the chart did not have, and has no more.
-    for (const auto& [from, to] : {std::pair(before, after), std::pair(after, after), std::pair(before, before)}) {
+    for (const auto& [from, to] :
+         {std::pair(before, after), std::pair(after, after), std::pair(before, before)}) {
         auto document = makeWaterfall(from);
         auto plain = to;
         plain.totals.clear();
@@ -267,7 +268,9 @@ TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
     after.totals = {u"Down"};
     document.fill("1", after);
     EXPECT_EQ(document.getChartData("1").totals, after.totals);
-    EXPECT_EQ(thrownText([&] { document.fill("1", makeData(names, {{"A", {1}}, {"B", {2}}})); }),
+    EXPECT_EQ(thrownText([&] {
+                  document.fill("1", makeData(names, {{"A", {1}}, {"B", {2}}}));
+              }),
               "A waterfall shows one series, of changes and totals; the data has 2.");
 }
 

@@ -208,9 +208,19 @@ TEST(WorkbookFill, ChangesCellsWhereTheyStand)
     EXPECT_NE(table.find("displayName=\"Sales\" ref=\"A1:C4\"><autoFilter ref=\"A1:C4\"/>"),
               std::string::npos);
     EXPECT_NE(table.find("id=\"5\" name=\"East &lt;&amp;&gt;\"/>"), std::string::npos);
-    for (const auto* same : {"xl/worksheets/sheet1.xml", "xl/sharedStrings.xml", "xl/styles.xml"})
+    const auto strings = readPart(filled.bytes, "xl/sharedStrings.xml");
+    EXPECT_TRUE(strings.ends_with("</rPh></si><si><t/></si></sst>")) << strings;
+    for (const auto* same : {"xl/worksheets/sheet1.xml", "xl/styles.xml"})
         EXPECT_EQ(readPart(filled.bytes, same), readPart(book, same));
     EXPECT_EQ(getReferences(filled)[5], sheet + "$C$2:$C$4");
+}
+
+TEST(WorkbookFill, TextsThatOtherCellsHoldStay)
+{
+    const auto book = makeBook({.otherRows = "<row r=\"1\"><c r=\"A1\" t=\"s\"><v>2</v></c></row>"});
+    const auto filled = fillWorkbook(book, {makeSeries("West", "C", twoDates, {2, 4})});
+    ASSERT_EQ(filled.reason, "");
+    EXPECT_EQ(readPart(filled.bytes, "xl/sharedStrings.xml"), readPart(book, "xl/sharedStrings.xml"));
 }
 
 TEST(WorkbookFill, FormulasElsewhereAreComputedAnew)
