@@ -127,23 +127,16 @@ class Template {
             const auto chosen = readOptions(options);
             const auto details = readDetails(data);
             Hearing hearing;
-            write({native}, this, [&] {
-                // A copy shares what was read, and is dropped where the chart is refused.
-                auto changed = document;
-                report::insertChart(changed.getPackage(), name, *native, chosen, hearing.getListener(),
-                                    details);
-                document = std::move(changed);
-            });
+            write({native}, this,
+                  [&] { document.insert(name, *native, chosen, details, hearing.getListener()); });
             return hearing.takeWarnings();
         });
     }
 
     void insertTable(py::handle placeholder, py::handle data)
     {
-        guard("insert_table", [&] {
-            report::insertTable(use().getPackage(), readText(placeholder, "placeholder"),
-                                readChartData(data));
-        });
+        guard("insert_table",
+              [&] { use().insertTable(readText(placeholder, "placeholder"), readChartData(data)); });
     }
 
     std::size_t replace(py::handle placeholder, py::handle text)

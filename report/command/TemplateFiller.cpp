@@ -59,12 +59,11 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
 {
     const auto data = readData(job, listener);
     const bool hasTable = hasPlaceholder(document, job.at, PlaceholderKind::Table);
-    if (hasTable) insertTable(document.getPackage(), job.at, data, job.options);
+    if (hasTable) document.insertTable(job.at, data, job.options);
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
     if (hasChart || !hasTable)
-        insertChart(document.getPackage(), job.at, *makeChart(job, data, listener.warning), job.options,
-                    listener, data);
+        document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }
 
 void fillCharts(Template& document, const std::vector<ChartJob>& charts, const Listener& listener,

@@ -9,6 +9,7 @@
 #include "report/finish/Finishing.h"
 #include "report/finish/ShownChart.h"
 #include "report/options/ChartError.h"
+#include "report/options/Length.h"
 #include "report/options/Options.h"
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
@@ -58,8 +59,9 @@ WrittenChart write(DOMDocument* mainDocument, const ChartContext& given)
 {
     checkOptions(given.options, given.kind);
     if (const auto& dataSet = given.chart.getDataSet()) requireSheetSize(*dataSet);
+    const auto options = withSize(given.options);
     const auto shown = prepareChart(given);
-    const ChartContext context{*shown.chart, shown.data,           given.options,  given.kind,
+    const ChartContext context{*shown.chart, shown.data,           options,        given.kind,
                                given.number, given.relationshipId, given.listener, shown.workbook};
     // The writer makes the drawing of a chart without data; the chart part it refuses.
     const auto writer = context.chart.getDOCXWriter();

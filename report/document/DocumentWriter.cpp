@@ -303,15 +303,15 @@ void DocumentWriter::add(const ChartBlock& block)
 /// The size of a chart among `sharing` in a line: the default width is at most its share of the line.
 ChartOptions DocumentWriter::fit(const ChartOptions& options, std::size_t sharing) const
 {
-    static const ChartOptions standard;
+    static const auto standard = withSize({});
     constexpr double gap = 4 * emuPerPoint;
     const auto count = static_cast<double>(sharing);
     const double share = (static_cast<double>(textWidth_) - gap * (count - 1)) / count;
     const auto width = static_cast<double>(parseLength(standard.width));
     auto fitted = options;
-    if (options.width != standard.width || share >= width) return fitted;
+    if (!options.width.empty() || share >= width) return withSize(options);
     fitted.width = toLength(share);
-    if (options.height == standard.height)
+    if (options.height.empty())
         fitted.height = toLength(static_cast<double>(parseLength(standard.height)) * share / width);
     return fitted;
 }

@@ -43,9 +43,9 @@ void appendPage(DOMElement* body, const Preview& preview)
 Preview makePreview(const chart::Chart& chart, const ChartOptions& options, const Listener& listener,
                     const ChartData& data)
 {
-    auto bare = options;
+    auto bare = withSize(options);
     bare.workbook = false;
-    Preview preview{{}, parseLength(options.width), parseLength(options.height)};
+    Preview preview{{}, parseLength(bare.width), parseLength(bare.height)};
     const auto doc = createDocument();
     auto* root = doc->createElement(u"w:document");
     doc->appendChild(root);

@@ -88,14 +88,16 @@ void makeTextAxis(Edits& edits, const XmlElement& axis)
         if (contains(dateOnly, child.getName())) edits.remove(child.getOuter());
 }
 
-/// Whether a group that can have dates stands on the axis.
-bool takesDates(const ChartMarkup& part, const XmlElement& axis)
+/// Whether a group that can have dates stands on the axis, and stays.
+bool takesDates(const FillPlan& plan, const XmlElement& axis)
 {
     const auto id = axis.findChild("axId").getAttribute("val").value_or("");
-    return std::any_of(part.getGroups().begin(), part.getGroups().end(), [&](const GroupMarkup& group) {
-        return group.kind->shape == GroupShape::Categories && group.kind->element != "radarChart" &&
-               contains(group.axes, id);
-    });
+    const auto& groups = plan.getPart().getGroups();
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        if (groups[i].kind->shape == GroupShape::Categories && groups[i].kind->element != "radarChart" &&
+            contains(groups[i].axes, id) && !plan.isEmptied(i))
+            return true;
+    return false;
 }
 
 }  // namespace
@@ -106,7 +108,7 @@ void writeCategoryAxes(Edits& edits, const FillPlan& plan)
     const bool areDates = plan.getCategories().kind == Categories::Kind::Date;
     if (wereDates == areDates) return;
     for (const auto axis : plan.getPart().getPlotArea().getChildren()) {
-        if (!takesDates(plan.getPart(), axis)) continue;
+        if (!takesDates(plan, axis)) continue;
         const auto automatic = axis.findChild("auto").getAttribute("val").value_or("1");
         if (areDates && axis.is(Ns::Chart, "catAx") && automatic != "0" && automatic != "false")
             makeDateAxis(edits, axis, plan.getCategories());

@@ -1,6 +1,7 @@
 #include "report/fill/CellRange.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
@@ -78,20 +79,32 @@ std::size_t findPrefixEnd(std::string_view text)
     return 0;
 }
 
-/// Splits at commas outside of quotes.
-std::vector<std::string_view> splitAreas(std::string_view text)
+/// Splits at commas outside of quotes and parentheses.
+std::vector<std::string_view> splitList(std::string_view text)
 {
     std::vector<std::string_view> parts;
     bool isQuoted = false;
+    int depth = 0;
     std::size_t start = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] == '\'') isQuoted = !isQuoted;
-        if (text[at] != ',' || isQuoted) continue;
+        if (!isQuoted) depth += text[at] == '(' ? 1 : text[at] == ')' ? -1 : 0;
+        if (text[at] != ',' || isQuoted || depth > 0) continue;
         parts.push_back(text.substr(start, at - start));
         start = at + 1;
     }
     parts.push_back(text.substr(start));
     return parts;
+}
+
+/// A whole number of rows or columns; none for an argument that is left out.
+std::optional<std::int64_t> readSteps(std::string_view text)
+{
+    std::int32_t steps = 0;
+    if (text.empty()) return steps;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), steps);
+    if (error != std::errc() || end != text.data() + text.size()) return {};
+    return steps;
 }
 
 std::uint32_t move(std::uint32_t number, std::int64_t by)
@@ -193,12 +206,24 @@ std::string CellRange::format() const
     return hasParentheses && areas.size() > 1 ? "(" + text + ")" : text;
 }
 
+std::optional<CellOffset> parseOffset(std::string_view formula)
+{
+    constexpr std::string_view start = "OFFSET(";
+    if (!formula.starts_with(start) || !formula.ends_with(')')) return {};
+    const auto arguments = splitList(formula.substr(start.size(), formula.size() - start.size() - 1));
+    const auto rows = arguments.size() > 1 ? readSteps(arguments[1]) : std::nullopt;
+    const auto columns = arguments.size() > 2 ? readSteps(arguments[2]) : std::nullopt;
+    const bool isColumn = arguments.size() < 5 || arguments[4] == "1" || arguments[4].empty();
+    if (!rows || !columns || !isColumn || arguments.size() > 5) return {};
+    return CellOffset{arguments[0], *rows, *columns, arguments.size() > 3 && !arguments[3].empty()};
+}
+
 std::optional<CellRange> parseRange(std::string_view text)
 {
     CellRange range;
     range.hasParentheses = text.starts_with('(') && text.ends_with(')');
     if (range.hasParentheses) text = text.substr(1, text.size() - 2);
-    for (const auto part : splitAreas(text)) {
+    for (const auto part : splitList(text)) {
         const auto end = findPrefixEnd(part);
         const auto area = parseArea(part.substr(end));
         const auto prefix = part.substr(0, end);

@@ -70,6 +70,19 @@ struct QUILLON_EXPORT CellRange {
     std::string format() const;
 };
 
+/// The formula OFFSET(base, rows, columns, height, 1) of one column.
+struct CellOffset {
+    /// Cells, or a name.
+    std::string_view base;
+    std::int64_t rows = 0;
+    std::int64_t columns = 0;
+    /// Whether it says how many rows there are; those of the base otherwise.
+    bool hasHeight = false;
+};
+
+/// Nothing when `formula` is anything else. The result names its text.
+std::optional<CellOffset> parseOffset(std::string_view formula);
+
 /// Nothing when `text` is anything but cells of one sheet.
 QUILLON_EXPORT std::optional<CellRange> parseRange(std::string_view text);
 

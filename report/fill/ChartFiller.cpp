@@ -48,6 +48,7 @@ std::string ChartFiller::write(const std::string& workbookId)
 {
     for (std::size_t i = 0; i < part_.getGroups().size(); ++i) writeGroup(i);
     removeEmptyGroups();
+    if (const auto* waterfall = plan_.getWaterfall()) writeWaterfall(*waterfall);
     writeCategoryAxes(edits_, plan_);
     writeLegend();
     writeTitle();
@@ -61,7 +62,7 @@ void ChartFiller::writeGroup(std::size_t group)
     std::vector<XmlElement> places;
     for (const auto& plan : plan_.getSeries())
         if (plan.look->group == group) series.push_back(&plan);
-    for (const auto& old : part_.getSeries())
+    for (const auto& old : part_.getDrawnSeries())
         if (old.group == group) places.push_back(old.element);
     if (series.empty()) return;
     writeSecondPies(part_.getGroups()[group].element);
@@ -78,12 +79,13 @@ void ChartFiller::writeInPlace(const std::vector<const SeriesPlan*>& series)
         if (!plan->isAdded) writeSeries(edits_, *plan);
     for (const auto* old : plan_.getRemoved())
         if (old->group == series[0]->look->group) edits_.remove(old->element.getOuter());
-    // New ones stand behind the one that they look like, or before the first.
-    bool isBehind = false;
+    // New ones stand behind the one before them, or before the first.
+    auto at = series[0]->look->element.getOuter().begin;
     for (const auto* plan : series) {
-        isBehind = isBehind || !plan->isAdded;
-        const auto outer = plan->look->element.getOuter();
-        if (plan->isAdded) edits_.insert(isBehind ? outer.end : outer.begin, makeSeries(*plan));
+        if (plan->isAdded)
+            edits_.insert(at, makeSeries(*plan));
+        else
+            at = plan->look->element.getOuter().end;
     }
 }
 
@@ -145,12 +147,29 @@ void ChartFiller::takeLook(Edits& edits, const SeriesPlan& plan)
     edits.setAttribute(series.findChild("idx"), "val", std::to_string(plan.index));
     // What belongs to single points stays with them, and a trend line takes the name of its new series.
     std::vector<XmlElement> gone = findAll(series, "dPt");
-    for (const auto& label : findAll(series.findChild("dLbls"), "dLbl")) gone.push_back(label);
+    // A part of a waterfall below 0 is labelled above.
+    const auto labels =
+        plan.hasOwnColor ? findAll(series.findChild("dLbls"), "dLbl") : findAll(series, "dLbls");
+    gone.insert(gone.end(), labels.begin(), labels.end());
     for (const auto& trend : findAll(series, "trendline"))
         if (const auto name = trend.findChild("name")) gone.push_back(name);
+    if (plan.leavesErrorBars && plan.look->errors.holder) gone.push_back(plan.look->errors.holder);
     for (const auto& element : gone) edits.remove(element.getOuter());
     ids_.renew(edits, series, gone);
-    recolor(edits, series, findNextColor(plan.index));
+    if (plan.hasOwnColor) recolor(edits, series, findNextColor(plan.index), gone);
+}
+
+/// The series of the author, which stands among those that draw it.
+void ChartFiller::writeWaterfall(const SeriesPlan& plan)
+{
+    writeContent(edits_, plan);
+    if (plan_.getTotals() == part_.getTotals()) return;
+    const auto& mark = plan.look->element;
+    for (const auto child : mark.getChildren())
+        if (child.getName() == "total") edits_.remove(child.getOuter());
+    for (const auto total : plan_.getTotals())
+        edits_.append(mark,
+                      "<" + std::string(mark.getPrefix()) + "total val=\"" + std::to_string(total) + "\"/>");
 }
 
 Palette::Color ChartFiller::findNextColor(std::uint32_t index)
@@ -173,21 +192,13 @@ Palette::Color ChartFiller::findNextColor(std::uint32_t index)
 
 void ChartFiller::removeEmptyGroups()
 {
-    const auto hasSeries = [&](std::size_t group) {
-        return std::any_of(plan_.getSeries().begin(), plan_.getSeries().end(),
-                           [&](const SeriesPlan& plan) { return plan.look->group == group; });
-    };
     std::vector<std::string> kept;
     std::vector<std::string> gone;
     for (std::size_t i = 0; i < part_.getGroups().size(); ++i) {
         const auto& group = part_.getGroups()[i];
-        const bool isFilled = std::any_of(part_.getSeries().begin(), part_.getSeries().end(),
-                                          [&](const SeriesMarkup& series) { return series.group == i; });
-        // A group that was empty already is none of ours.
-        const bool isGone = isFilled && !hasSeries(i);
-        auto& axes = isGone ? gone : kept;
+        auto& axes = plan_.isEmptied(i) ? gone : kept;
         axes.insert(axes.end(), group.axes.begin(), group.axes.end());
-        if (isGone) edits_.remove(group.element.getOuter());
+        if (plan_.isEmptied(i)) edits_.remove(group.element.getOuter());
     }
     for (const auto axis : part_.getPlotArea().getChildren()) {
         const auto id = axis.findChild("axId").getAttribute("val");
@@ -211,7 +222,7 @@ void ChartFiller::writeLegend()
 {
     const auto entries = findAll(part_.getChart().findChild("legend"), "legendEntry");
     if (entries.empty()) return;
-    const auto& before = part_.getSeries();
+    const auto& before = part_.getDrawnSeries();
     const bool variesByPoint = before.size() == 1 && part_.getGroups()[before[0].group].axes.empty();
     Places places{.after = {}, .isRestKept = true};
     if (variesByPoint) {
@@ -222,6 +233,18 @@ void ChartFiller::writeLegend()
         places.after = findLegendPlaces();
     }
     moveElements(edits_, part_.getXml(), entries, getIndexChild, places);
+    if (plan_.getWaterfall() != nullptr) hideAddedParts(entries.back());
+}
+
+/// Parts of a waterfall below 0 have no entry in the legend; all that are left out are left out alike.
+void ChartFiller::hideAddedParts(const XmlElement& entry)
+{
+    for (std::size_t i = 0; i < plan_.getSeries().size(); ++i) {
+        if (!plan_.getSeries()[i].isAdded) continue;
+        Edits edits;
+        edits.setAttribute(getIndexChild(entry), "val", std::to_string(i));
+        edits_.insert(entry.getOuter().end, edits.apply(part_.getXml().getText(), entry.getOuter()));
+    }
 }
 
 std::vector<std::size_t> ChartFiller::findLegendPlaces() const
@@ -229,7 +252,7 @@ std::vector<std::size_t> ChartFiller::findLegendPlaces() const
     const auto countTrends = [](const SeriesMarkup& series) {
         return findAll(series.element, "trendline").size();
     };
-    const auto& before = part_.getSeries();
+    const auto& before = part_.getDrawnSeries();
     std::vector<std::size_t> after(before.size(), noMatch);
     for (std::size_t i = 0; i < plan_.getSeries().size(); ++i) {
         const auto& plan = plan_.getSeries()[i];

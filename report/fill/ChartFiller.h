@@ -26,10 +26,12 @@ class ChartFiller {
     std::string makeSeries(const SeriesPlan& plan);
     void writeContent(Edits& edits, const SeriesPlan& plan);
     void takeLook(Edits& edits, const SeriesPlan& plan);
+    void writeWaterfall(const SeriesPlan& plan);
     Palette::Color findNextColor(std::uint32_t index);
     void removeEmptyGroups();
     void writeSecondPies(const XmlElement& group);
     void writeLegend();
+    void hideAddedParts(const XmlElement& entry);
     std::vector<std::size_t> findLegendPlaces() const;
     void writeTitle();
     void replaceRuns(const XmlElement& rich, const XmlElement& run, const std::string& text);

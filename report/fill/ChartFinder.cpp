@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <stdexcept>
 #include <utility>
 
 namespace quillon::report {
@@ -15,6 +16,47 @@ constexpr std::array<std::string_view, 5> textKinds = {"header", "footer", "foot
 bool isChart(const XmlElement& element)
 {
     return element.getName() == "chart" && (element.getNs() == Ns::Chart || element.getNs() == Ns::ChartEx);
+}
+
+constexpr auto newKind =
+    "it is of a kind of 2016 (waterfall, histogram, treemap ...), whose markup is another";
+
+/// What the series of those kinds are called. A Pareto chart has columns besides.
+struct NewKindRow {
+    std::string_view layout;
+    const char* problem;
+};
+constexpr std::array<NewKindRow, 8> newKindRows = {{
+    {"paretoLine", "it is a Pareto chart, a kind of 2016, whose markup is another"},
+    {"clusteredColumn", "it is a histogram, a kind of 2016, whose markup is another"},
+    {"waterfall", "it is a waterfall of the kind of 2016, whose markup is another"},
+    {"treemap", "it is a treemap, a kind of 2016, whose markup is another"},
+    {"sunburst", "it is a sunburst, a kind of 2016, whose markup is another"},
+    {"funnel", "it is a funnel, a kind of 2016, whose markup is another"},
+    {"boxWhisker", "it is a box and whisker chart, a kind of 2016, whose markup is another"},
+    {"regionMap", "it is a map, a kind of 2016, whose markup is another"},
+}};
+
+bool hasLayout(const XmlElement& element, std::string_view layout)
+{
+    if (element.is(Ns::ChartEx, "series") && element.getAttribute("layoutId") == layout) return true;
+    for (const auto child : element.getChildren())
+        if (hasLayout(child, layout)) return true;
+    return false;
+}
+
+/// What a part of those kinds holds.
+std::string describeNewKind(const Package& document, const std::string& part)
+{
+    try {
+        const XmlSpans xml(document.getPart(part), part);
+        for (const auto& row : newKindRows)
+            if (hasLayout(xml.getRoot(), row.layout)) return row.problem;
+    } catch (const std::runtime_error&) {
+        // A part that cannot be read is refused all the same.
+        return newKind;
+    }
+    return newKind;
 }
 
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names)
@@ -136,11 +178,8 @@ class PartWalk {
         const auto target =
             std::find_if(relationships_.begin(), relationships_.end(),
                          [&](const Relationship& row) { return row.id == id && !row.isExternal; });
-        if (element.getNs() == Ns::ChartEx)
-            drawing.problem =
-                "it is of a kind of 2016 (waterfall, histogram, treemap ...), whose markup is another";
-        else if (target == relationships_.end())
-            drawing.problem = "its part is missing";
+        if (target == relationships_.end()) drawing.problem = "its part is missing";
+        if (element.getNs() == Ns::ChartEx) drawing.problem = newKind;
         drawing.relationshipIds = {id};
         drawing.positions = {position_++};
         if (target != relationships_.end()) drawing.chartParts = {target->target};
@@ -200,9 +239,12 @@ std::vector<ChartDrawing> findCharts(const Package& document)
         drawings.insert(drawings.end(), std::make_move_iterator(found.begin()),
                         std::make_move_iterator(found.end()));
     }
-    for (auto& drawing : drawings)
+    for (auto& drawing : drawings) {
+        if (drawing.problem == newKind && !drawing.chartParts.empty())
+            drawing.problem = describeNewKind(document, drawing.chartParts[0]);
         if (drawing.problem.empty() && !document.hasPart(drawing.chartParts[0]))
             drawing.problem = "its part is missing";
+    }
     return drawings;
 }
 

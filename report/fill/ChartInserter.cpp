@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "report/document/ChartParts.h"
+#include "report/fill/ChartFinder.h"
 #include "report/options/Length.h"
 #include "support/Text.h"
 
@@ -69,6 +70,19 @@ std::string nameDrawing(const std::string& run, const std::string& name)
 
 }  // namespace
 
+DrawingNames::DrawingNames(const Package& document, std::string first) : first_(std::move(first))
+{
+    for (const auto& drawing : findCharts(document)) taken_.insert(drawing.name);
+}
+
+std::string DrawingNames::take()
+{
+    auto name = first_;
+    for (std::size_t number = 2; !taken_.insert(name).second; ++number)
+        name = first_ + " " + std::to_string(number);
+    return name;
+}
+
 /// A run with the drawing of a new chart. The second copy of a text box shows the chart of the first.
 std::string ChartInserter::addChart(const ChartOptions& options, const Spot& spot)
 {
@@ -77,6 +91,7 @@ std::string ChartInserter::addChart(const ChartOptions& options, const Spot& spo
     const auto place = copies ? copies.getOuter().begin : 0;
     const bool isSecond = isInFallback(element) && place != 0 && place == lastCopies_;
     if (!isSecond) {
+        lastName_ = names_.take();
         lastPart_ = document_.findFreeName("word/charts/chart", ".xml");
         lastRelationship_ = document_.addRelationship(xml_.getPart(), "chart", lastPart_);
         lastCopies_ = place;
@@ -97,12 +112,12 @@ std::string ChartInserter::addChart(const ChartOptions& options, const Spot& spo
 /// The width of the column, unless the caller wants another; then the height keeps its relation to it.
 ChartOptions ChartInserter::fitWidth(const XmlElement& paragraph) const
 {
-    static const ChartOptions usual;
+    static const auto usual = withSize({});
     auto options = chart_.options;
-    if (options.width != usual.width) return options;
+    if (!options.width.empty()) return options;
     const auto width = findBlockWidth(paragraph, main_.getRoot());
     options.width = makeLength(width);
-    if (options.height == usual.height)
+    if (options.height.empty())
         options.height = makeLength(width * parseLength(usual.height) / parseLength(usual.width));
     return options;
 }
@@ -111,7 +126,7 @@ void ChartInserter::insertInParagraph(const Spot& spot, Edits& edits)
 {
     const auto& paragraph = *spot.paragraph;
     const auto run = addChart(fitWidth(paragraph.getParagraph()), spot);
-    edits.insert(paragraph.getRun(spot.match).getOuter().begin, nameDrawing(run, spot.name));
+    edits.insert(paragraph.getRun(spot.match).getOuter().begin, nameDrawing(run, lastName_));
     removeText(paragraph, spot.match, edits);
 }
 
@@ -120,7 +135,7 @@ void ChartInserter::replacePicture(const Spot& spot, Edits& edits)
 {
     const auto drawing = spot.picture.getParent();
     const auto extent = drawing.findChild("extent");
-    auto options = chart_.options;
+    auto options = withSize(chart_.options);
     options.width = makeLength(readInteger(extent, Ns::None, "cx", parseLength(options.width)));
     options.height = makeLength(readInteger(extent, Ns::None, "cy", parseLength(options.height)));
     const auto run = addChart(options, spot);
@@ -133,7 +148,7 @@ void ChartInserter::replacePicture(const Spot& spot, Edits& edits)
     if (graphic.find("xmlns:r=") == std::string::npos)
         graphic.insert(graphic.find_first_of(" >"), " " + prefix);
     edits.replace(drawing.findChild(Ns::Drawing, "graphic").getOuter(), graphic);
-    edits.setAttribute(spot.picture, "name", spot.name);
+    edits.setAttribute(spot.picture, "name", lastName_);
     edits.setAttribute(spot.picture, "descr", properties.getAttribute("descr").value_or(""));
     if (!readPlaceholder(spot.picture.getAttribute("title").value_or("")).empty())
         edits.setAttribute(spot.picture, "title", "");

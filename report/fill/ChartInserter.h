@@ -7,6 +7,7 @@
 
 #include "report/fill/BlockWidth.h"
 #include "report/fill/PlaceholderSpots.h"
+#include "report/fill/Placeholders.h"
 #include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
@@ -37,18 +38,24 @@ class DrawingNumbers {
     std::size_t next_ = 1;
 };
 
+/// The names that new charts get, by which each of them is found: "margin", "margin 2" ... without those that
+/// charts of the document have.
+class DrawingNames {
+ public:
+    DrawingNames(const Package& document, std::string first);
+    std::string take();
+
+ private:
+    std::string first_;
+    std::set<std::string> taken_;
+};
+
 /// Puts charts into one part of a document.
 class ChartInserter {
  public:
-    struct Chart {
-        const chart::Chart& chart;
-        const ChartOptions& options;
-        const Listener& listener;
-        const ChartData& data;
-    };
-
-    ChartInserter(Package& document, const XmlSpans& xml, const XmlSpans& main, const Chart& chart)
-        : document_(document), xml_(xml), main_(main), chart_(chart), numbers_(xml.getRoot())
+    ChartInserter(Package& document, const XmlSpans& xml, const XmlSpans& main, const NewChart& chart,
+                  DrawingNames& names)
+        : document_(document), xml_(xml), main_(main), chart_(chart), names_(names), numbers_(xml.getRoot())
     {
     }
 
@@ -69,12 +76,15 @@ class ChartInserter {
     Package& document_;
     const XmlSpans& xml_;
     const XmlSpans& main_;
-    Chart chart_;
+    NewChart chart_;
+    DrawingNames& names_;
     DrawingNumbers numbers_;
-    /// Where the last chart stands in two copies, and its relationship, which the second copy shares.
+    /// Where the last chart stands in two copies, and what the second copy shares: its name, its part and the
+    /// relationship to it.
     std::uint32_t lastCopies_ = 0;
-    std::string lastRelationship_;
+    std::string lastName_;
     std::string lastPart_;
+    std::string lastRelationship_;
 };
 
 }  // namespace quillon::report

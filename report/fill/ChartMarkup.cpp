@@ -4,6 +4,8 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "report/finish/Waterfall.h"
+
 namespace quillon::report {
 namespace {
 
@@ -188,17 +190,33 @@ void ChartMarkup::readWaterfall()
         }
 }
 
+/// The parts of a waterfall are known by their indices: either those above 0 alone, or all.
+bool ChartMarkup::hasWaterfallParts(const SeriesMarkup& base) const
+{
+    constexpr auto allCount = static_cast<std::uint32_t>(WaterfallPart::TotalBelow) + 1;
+    constexpr auto aboveCount = static_cast<std::uint32_t>(WaterfallPart::Base) + 1;
+    if (series_.size() != aboveCount && series_.size() != allCount) return false;
+    for (std::uint32_t part = 0; part < series_.size(); ++part)
+        if (std::count_if(series_.begin(), series_.end(),
+                          [&](const auto& series) { return series.index == part; }) != 1)
+            return false;
+    return base.index == static_cast<std::uint32_t>(WaterfallPart::Base);
+}
+
 void ChartMarkup::readWaterfall(const SeriesMarkup& base, const XmlElement& mark)
 {
     auto own = base;
+    own.element = mark;
     own.nameSource = readSource(mark.findChild(Ns::Chart, "tx"));
+    own.categories = {};
     own.values = readSource(mark.findChild(Ns::Chart, "val"));
+    // What was made another chart since is read as that.
+    if (!own.nameSource.cache || !own.values.cache || !hasWaterfallParts(base)) return;
     own.name = readText(own.nameSource);
     groups_[own.group].name = "waterfall";
     for (const auto child : mark.getChildren())
         if (child.getName() == "total") totals_.push_back(readNumber(child, 0));
-    isWaterfall_ = true;
-    series_ = {std::move(own)};
+    waterfall_.push_back(std::move(own));
 }
 
 PointSource ChartMarkup::readSource(const XmlElement& holder) const
@@ -222,7 +240,7 @@ ErrorBars ChartMarkup::readErrorBars(const XmlElement& series) const
         if (!bars.is(Ns::Chart, "errBars")) continue;
         const bool isCustom = bars.findChild("errValType").getAttribute("val") == "cust";
         if (isCustom && bars.findChild("errDir").getAttribute("val").value_or("y") == "y")
-            return {readSource(bars.findChild("plus")), readSource(bars.findChild("minus"))};
+            return {bars, readSource(bars.findChild("plus")), readSource(bars.findChild("minus"))};
     }
     return {};
 }
@@ -279,7 +297,7 @@ std::string ChartMarkup::getTitle() const
         return runs;
     }
     if (text) return readText(readSource(text));
-    return title && series_.size() == 1 ? series_[0].name : std::string();
+    return title && getSeries().size() == 1 ? getSeries()[0].name : std::string();
 }
 
 std::string ChartMarkup::getWorkbookId() const

@@ -45,6 +45,8 @@ struct PointSource {
 
 /// Custom error bars along the values.
 struct ErrorBars {
+    /// c:errBars; false when the series has none.
+    XmlElement holder = {};
     PointSource plus = {};
     PointSource minus = {};
 };
@@ -88,15 +90,16 @@ class ChartMarkup {
     XmlElement getChart() const { return chart_; }
     XmlElement getPlotArea() const { return chart_.findChild("plotArea"); }
     const std::vector<GroupMarkup>& getGroups() const { return groups_; }
-    /// In the order that they are shown in, that of c:order.
-    const std::vector<SeriesMarkup>& getSeries() const { return series_; }
+    /// The series of the author, in the order that they are shown in, that of c:order.
+    const std::vector<SeriesMarkup>& getSeries() const { return isWaterfall() ? waterfall_ : series_; }
+    /// The c:ser elements; in a waterfall several draw the only series of the author.
+    const std::vector<SeriesMarkup>& getDrawnSeries() const { return series_; }
     GroupShape getShape(const SeriesMarkup& series) const { return groups_[series.group].kind->shape; }
     /// The first series that runs over categories and names them; null without one.
     const SeriesMarkup* findCategories() const;
     /// Whether dates count from 1904.
     bool is1904() const { return is1904_; }
-    /// Whether several series draw the only one, a waterfall.
-    bool isWaterfall() const { return isWaterfall_; }
+    bool isWaterfall() const { return !waterfall_.empty(); }
     /// The 0-based categories of a waterfall that show a total.
     const std::vector<std::size_t>& getTotals() const { return totals_; }
     /// The kinds of the groups, each once.
@@ -117,9 +120,9 @@ class ChartMarkup {
  private:
     void readGroups();
     void readSeries(const XmlElement& element, std::size_t group);
-    /// The series that draw a waterfall count as the one that the author gave.
     void readWaterfall();
     void readWaterfall(const SeriesMarkup& base, const XmlElement& mark);
+    bool hasWaterfallParts(const SeriesMarkup& base) const;
     PointSource readSource(const XmlElement& holder) const;
     std::string readText(const PointSource& source) const;
     ErrorBars readErrorBars(const XmlElement& series) const;
@@ -130,7 +133,9 @@ class ChartMarkup {
     bool is1904_ = false;
     std::vector<GroupMarkup> groups_;
     std::vector<SeriesMarkup> series_;
-    bool isWaterfall_ = false;
+    /// The series of the author, which stands in an extension of one of those that draw it; empty for other
+    /// charts.
+    std::vector<SeriesMarkup> waterfall_;
     std::vector<std::size_t> totals_;
     std::string problem_;
 };

@@ -7,6 +7,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "report/fill/WaterfallPlan.h"
+#include "report/finish/Waterfall.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "report/workbook/Workbook.h"
@@ -38,6 +40,15 @@ std::size_t countUsed(const std::vector<double>& numbers)
     return static_cast<std::size_t>(numbers.rend() - last);
 }
 
+/// Of the longest series.
+std::size_t countLongest(const chart::DataSet& dataSet)
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < dataSet.getSeriesCount(); ++i)
+        count = std::max<std::size_t>(count, dataSet.getSeries(i)->getSize());
+    return count;
+}
+
 bool isCounting(const std::vector<double>& numbers)
 {
     for (std::size_t i = 0; i < numbers.size(); ++i)
@@ -65,26 +76,14 @@ Kind getKind(const Categories& categories)
     return categories.kind == Categories::Kind::Text ? Kind::Text : Kind::Number;
 }
 
-std::vector<CellValue> toCells(const Points& points)
-{
-    std::vector<CellValue> cells;
-    cells.reserve(points.getSize());
-    for (const double number : points.numbers) {
-        cells.emplace_back();
-        if (!std::isnan(number)) cells.back() = number;
-    }
-    for (const auto& text : points.texts) {
-        cells.emplace_back();
-        if (!text.empty()) cells.back() = fromCellText(text);
-    }
-    return cells;
-}
-
 CellBlock makeBlock(const SourcePlan& plan)
 {
     CellBlock block{.reference = plan.formula, .lines = {}, .numberFormat = plan.format};
-    for (const auto& level : plan.content->levels) block.lines.push_back(toCells(level));
-    block.lines.push_back(toCells(plan.content->points));
+    const auto add = [&](const Points& points) {
+        block.lines.emplace_back(std::shared_ptr<const Points>(plan.content, &points));
+    };
+    for (const auto& level : plan.content->levels) add(level);
+    add(plan.content->points);
     return block;
 }
 
@@ -106,30 +105,32 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     : part_(part), data_(data), options_(options)
 {
     requireFillable();
-    requireNumbers();
+    requireNumbers(*data_.dataSet);
     requireTexts();
     planCategories();
     planSeries();
     planOrder();
-    for (std::size_t i = 0; i < series_.size(); ++i) planContent(series_[i], i);
+    for (std::size_t i = 0; i < series_.size(); ++i)
+        planContent(series_[i], *data_.dataSet->getSeries(i), data_.getDetails(i));
+    drawnCount_ = series_.size();
+    if (part_.isWaterfall()) planWaterfall();
     shareCategories();
 }
 
 void FillPlan::requireFillable() const
 {
-    if (part_.isWaterfall())
-        throw std::runtime_error(
-            "The chart cannot be filled: it is a waterfall, whose bars are computed; make it anew from its "
-            "data.");
     if (!part_.getProblem().empty())
         throw std::runtime_error("The chart cannot be filled: " + part_.getProblem() + ".");
     if (!data_.dataSet || data_.dataSet->getSeriesCount() == 0)
         throw std::runtime_error("The data has no series; a chart shows one at least.");
-    if (data_.dataSet->getSeries(0)->getSize() == 0)
-        throw std::runtime_error("The data has no points; a chart shows one at least.");
-    if (data_.dataSet->getSeries(0)->getSize() > PointCache::maximumCount - 1)
+    const auto count = countLongest(*data_.dataSet);
+    if (count == 0) throw std::runtime_error("The data has no points; a chart shows one at least.");
+    if (count > PointCache::maximumCount - 1)
         throw std::runtime_error(
             "The data has more points than a worksheet has rows, 1,048,575 below the names.");
+    if (part_.isWaterfall() && data_.dataSet->getSeriesCount() != 1)
+        throw std::runtime_error("A waterfall shows one series, of changes and totals; the data has " +
+                                 std::to_string(data_.dataSet->getSeriesCount()) + ".");
     for (const auto& group : part_.getGroups()) {
         const auto before = part_.getSeries().size();
         const auto after = data_.dataSet->getSeriesCount();
@@ -140,9 +141,9 @@ void FillPlan::requireFillable() const
     }
 }
 
-void FillPlan::requireNumbers() const
+void FillPlan::requireNumbers(const chart::DataSet& dataSet) const
 {
-    const auto series = data_.dataSet->getSeriesList();
+    const auto series = dataSet.getSeriesList();
     for (std::size_t s = 0; s < series->size(); ++s)
         for (std::size_t i = 0; i < (*series)[s]->getSize(); ++i) {
             const auto& point = *(*series)[s]->getPoints()[i];
@@ -175,7 +176,7 @@ void FillPlan::planCategories()
     }
     const auto* named = part_.findCategories();
     if (named != nullptr) categoriesBefore_ = readCategories(part_, *named);
-    const auto count = data_.dataSet->getSeries(0)->getSize();
+    const auto count = countLongest(*data_.dataSet);
     auto after = makeCategories(data_, categoriesBefore_, part_.is1904());
     if (named == nullptr && isCounting(getNames(after, part_.is1904()))) after = {};
     areCategoriesMissing_ = named == nullptr && after.kind != Categories::Kind::None;
@@ -265,14 +266,14 @@ bool FillPlan::hasCells(const PointSource& source) const
     return !source.isLiteral() || part_.getWorkbookId().empty();
 }
 
-void FillPlan::planContent(SeriesPlan& plan, std::size_t index)
+void FillPlan::planContent(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details)
 {
-    planName(plan, toCellText(data_.dataSet->getSeries(index)->getName()));
+    planName(plan, toCellText(series.getName()));
     if (part_.getShape(*plan.look) == GroupShape::Categories) {
         plan.points = categoryMatches_;
         planNames(plan);
     }
-    planPoints(plan, index);
+    planPoints(plan, series, details);
 }
 
 void FillPlan::planName(SeriesPlan& plan, const std::string& name) const
@@ -287,10 +288,12 @@ void FillPlan::planName(SeriesPlan& plan, const std::string& name) const
         else
             points.resize(std::max<std::size_t>(before.getSize(), 1));
     }
+    // Where the old series have no cells for their names, the chart itself holds the new ones.
+    const bool isLiteral = source.kind == Kind::None && !part_.getWorkbookId().empty();
     plan.name = {.kind = Kind::Text,
                  .content = share(std::move(points)),
                  .formula = plan.isAdded ? "" : source.formula,
-                 .hasCells = hasCells(source)};
+                 .hasCells = !isLiteral && hasCells(source)};
 }
 
 void FillPlan::planNames(SeriesPlan& plan)
@@ -323,24 +326,29 @@ std::size_t FillPlan::countPoints(const SeriesPlan& plan, const std::vector<doub
     return hasOwnCount ? std::max(countUsed(numbers), std::min(before, numbers.size())) : numbers.size();
 }
 
-void FillPlan::planPoints(SeriesPlan& plan, std::size_t index)
+void FillPlan::planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details)
 {
-    auto values = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getY);
-    const auto count = countPoints(plan, values);
-    values.resize(count);
+    auto values = getNumbers(series, &chart::DataPoint::getY);
+    auto count = countPoints(plan, values);
     if (part_.getShape(*plan.look) != GroupShape::Categories) {
+        // A place without a value is one that the data names.
+        count = std::max(count, countUsed(getNumbers(series, &chart::DataPoint::getX)));
         plan.points = std::make_shared<Matches>(matchPositions(part_.countPoints(plan.look->values), count));
-        planX(plan, index, count);
+        planX(plan, series, count);
+    } else if (count < plan.points->size()) {
+        plan.points = std::make_shared<Matches>(plan.points->begin(),
+                                                plan.points->begin() + static_cast<std::ptrdiff_t>(count));
     }
+    values.resize(count);
     plan.values = planNumbers(plan, plan.look->values, std::move(values));
     plan.values.format = options_.numberFormat;
-    planDetails(plan, index, count);
+    planDetails(plan, details, count);
 }
 
-void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
+void FillPlan::planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count)
 {
     const auto& source = plan.look->categories;
-    auto numbers = readX(index);
+    auto numbers = readX(series);
     numbers.resize(count, missing);
     const bool isNumber = source.kind == Kind::Number || source.kind == Kind::NumberLiteral;
     if (!isNumber && isCounting(numbers)) return;
@@ -349,9 +357,9 @@ void FillPlan::planX(SeriesPlan& plan, std::size_t index, std::size_t count)
 }
 
 /// The x values of the data; a table of categories has them there: numbers, or names that stand at 1, 2, 3.
-std::vector<double> FillPlan::readX(std::size_t index) const
+std::vector<double> FillPlan::readX(const chart::DataSeries& series) const
 {
-    auto numbers = getNumbers(*data_.dataSet->getSeries(index), &chart::DataPoint::getX);
+    auto numbers = getNumbers(series, &chart::DataPoint::getX);
     const bool isSet = std::any_of(numbers.begin(), numbers.end(), [](double number) { return number != 0; });
     if (isSet || data_.dataSet->getCategories().empty()) return numbers;
     auto categories =
@@ -380,9 +388,8 @@ SourcePlan FillPlan::keepNumbers(const SeriesPlan& plan, const PointSource& sour
     return kept;
 }
 
-void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t count)
+void FillPlan::planDetails(SeriesPlan& plan, const SeriesDetails& details, std::size_t count)
 {
-    const auto& details = data_.getDetails(index);
     const auto choose = [&](const PointSource& source, std::vector<double> numbers) {
         const auto before = part_.readCache(source).read(false);
         const bool isSame = isForAll(source, before) && std::count(numbers.begin(), numbers.end(),
@@ -393,15 +400,25 @@ void FillPlan::planDetails(SeriesPlan& plan, std::size_t index, std::size_t coun
     };
     if (part_.getShape(*plan.look) == GroupShape::Bubbles) {
         plan.sizes = choose(plan.look->sizes, details.sizes);
-        if (details.sizes.empty() && count > part_.countPoints(plan.look->sizes))
+        if (details.sizes.empty() && (plan.isAdded || count > part_.countPoints(plan.look->sizes)))
             warn(plan, "the data has no sizes; new points have none, and do not show.");
     }
     const auto& bars = plan.look->errors;
+    const bool hasErrors = !details.errorsPlus.empty() || !details.errorsMinus.empty();
+    plan.leavesErrorBars = plan.isAdded && !hasErrors;
+    if (plan.leavesErrorBars) return;
     if (bars.plus.kind != Kind::None) plan.errorsPlus = choose(bars.plus, details.errorsPlus);
     if (bars.minus.kind != Kind::None) plan.errorsMinus = choose(bars.minus, details.errorsMinus);
-    const bool hasErrors = !details.errorsPlus.empty() || !details.errorsMinus.empty();
     if (hasErrors && bars.plus.kind == Kind::None && bars.minus.kind == Kind::None)
         warn(plan, "the chart has no error bars of custom amounts; those of the data are left out.");
+}
+
+bool FillPlan::isEmptied(std::size_t group) const
+{
+    const auto isRemoved = [&](const auto* series) { return series->group == group; };
+    const auto isThere = [&](const SeriesPlan& plan) { return plan.look->group == group; };
+    return std::any_of(removed_.begin(), removed_.end(), isRemoved) &&
+           std::none_of(series_.begin(), series_.end(), isThere);
 }
 
 void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
@@ -410,13 +427,48 @@ void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
         "series " + quoteText(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
 }
 
+/// The categories that showed a total still do, unless the data says which.
+std::vector<bool> FillPlan::chooseTotals() const
+{
+    auto categories = data_.dataSet->getCategories();
+    if (categories.empty())
+        for (const auto& name : getNames(*categories_, part_.is1904()))
+            categories.push_back(fromCellText(name));
+    const auto& before = part_.getTotals();
+    std::vector<bool> kept;
+    std::vector<std::u16string> names;
+    for (std::size_t i = 0; i < categories.size(); ++i) {
+        const auto old = i < categoryMatches_->size() ? (*categoryMatches_)[i] : noMatch;
+        kept.push_back(std::find(before.begin(), before.end(), old) != before.end());
+        if (kept.back()) names.push_back(categories[i]);
+    }
+    // Of categories with one name, some may be totals and some not.
+    return data_.totals.empty() || data_.totals == names ? kept : findTotals(categories, data_.totals);
+}
+
+/// The series of the author moves behind those that draw it.
+void FillPlan::planWaterfall()
+{
+    auto own = std::move(series_[0]);
+    own.categories = {};
+    const auto totals = chooseTotals();
+    for (std::size_t i = 0; i < totals.size(); ++i)
+        if (totals[i]) totals_.push_back(i);
+    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals);
+    requireNumbers(*drawn.dataSet);
+    series_ = drawn.series;
+    drawnCount_ = series_.size();
+    for (std::size_t i = 0; i < drawnCount_; ++i) planContent(series_[i], *drawn.dataSet->getSeries(i), {});
+    series_.push_back(std::move(own));
+}
+
 void FillPlan::shareCategories()
 {
     std::map<std::string, std::size_t> firsts;
-    for (std::size_t i = 0; i < series_.size(); ++i) {
+    const auto share = [&](std::size_t i) {
         auto& categories = series_[i].categories;
         series_[i].categoriesOf = i;
-        if (categories.kind == Kind::None || !categories.hasCells) continue;
+        if (categories.kind == Kind::None || !categories.hasCells) return;
         const auto first = firsts.emplace(categories.formula, i).first->second;
         const auto& content = series_[first].categories.content;
         if (content == categories.content || *content == *categories.content) {
@@ -427,7 +479,11 @@ void FillPlan::shareCategories()
             // own.
             categories.formula.clear();
         }
-    }
+    };
+    // Series that are there already keep their cells; new ones share them.
+    for (const bool isAdded : {false, true})
+        for (std::size_t i = 0; i < series_.size(); ++i)
+            if (series_[i].isAdded == isAdded) share(i);
 }
 
 bool FillPlan::isAnywhere(SourcePlan SeriesPlan::*source) const

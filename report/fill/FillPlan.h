@@ -2,7 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,11 +32,22 @@ struct SourcePlan {
     bool hasCells = true;
 };
 
+/// The labels of points whose text is computed.
+struct LabelTexts {
+    /// The points that had one.
+    std::set<std::size_t> before = {};
+    std::map<std::size_t, std::string> after = {};
+};
+
 /// A series that the chart has from now on.
 struct SeriesPlan {
     /// Whose place, or whose look for a series that is added.
     const SeriesMarkup* look = nullptr;
     bool isAdded = false;
+    /// Whether a series that is added takes a colour of its own.
+    bool hasOwnColor = true;
+    /// Whether it does without the error bars of that look, whose amounts are those of another series.
+    bool leavesErrorBars = false;
     std::uint32_t index = 0;
     std::uint32_t order = 0;
     SourcePlan name = {};
@@ -46,6 +60,7 @@ struct SeriesPlan {
     SourcePlan errorsMinus = {};
     /// For each point, the old one whose format it takes.
     std::shared_ptr<const Matches> points = {};
+    LabelTexts labels = {};
 };
 
 /// How a chart takes new data: which series, and what each of their parts holds.
@@ -56,9 +71,18 @@ class FillPlan {
 
     const ChartMarkup& getPart() const { return part_; }
     const FillOptions& getOptions() const { return options_; }
-    /// In the order of the data.
-    const std::vector<SeriesPlan>& getSeries() const { return series_; }
+    /// Those that the chart draws, in their order.
+    std::span<const SeriesPlan> getSeries() const { return {series_.data(), drawnCount_}; }
+    /// The series that those of a waterfall draw; null for other charts.
+    const SeriesPlan* getWaterfall() const
+    {
+        return drawnCount_ == series_.size() ? nullptr : &series_[drawnCount_];
+    }
+    /// The 0-based categories of a waterfall that show a total.
+    const std::vector<std::size_t>& getTotals() const { return totals_; }
     const std::vector<const SeriesMarkup*>& getRemoved() const { return removed_; }
+    /// Whether all series of a group go, and the group with them; one that had none already stays.
+    bool isEmptied(std::size_t group) const;
     const Categories& getCategoriesBefore() const { return categoriesBefore_; }
     const Categories& getCategories() const { return *categories_; }
     /// For each category, the old one whose formats it takes.
@@ -73,24 +97,26 @@ class FillPlan {
 
  private:
     void requireFillable() const;
-    void requireNumbers() const;
+    void requireNumbers(const chart::DataSet& dataSet) const;
     void requireTexts() const;
     void planCategories();
     void matchCategories(const Categories& after, std::size_t count);
     void planSeries();
     void planOrder();
-    void planContent(SeriesPlan& plan, std::size_t index);
+    void planContent(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details);
     void planName(SeriesPlan& plan, const std::string& name) const;
     void planNames(SeriesPlan& plan);
-    void planPoints(SeriesPlan& plan, std::size_t index);
-    void planX(SeriesPlan& plan, std::size_t index, std::size_t count);
-    std::vector<double> readX(std::size_t index) const;
-    void planDetails(SeriesPlan& plan, std::size_t index, std::size_t count);
+    void planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details);
+    void planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count);
+    std::vector<double> readX(const chart::DataSeries& series) const;
+    void planDetails(SeriesPlan& plan, const SeriesDetails& details, std::size_t count);
     SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,
                            std::vector<double> numbers) const;
     SourcePlan keepNumbers(const SeriesPlan& plan, const PointSource& source, std::size_t count) const;
     std::size_t countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const;
     bool hasCells(const PointSource& source) const;
+    void planWaterfall();
+    std::vector<bool> chooseTotals() const;
     void shareCategories();
     bool isAnywhere(SourcePlan SeriesPlan::*source) const;
     void warn(const SeriesPlan& plan, const std::string& sentence);
@@ -105,7 +131,10 @@ class FillPlan {
     /// Whether every series gets categories, as none had any.
     bool areCategoriesMissing_ = false;
     std::size_t pointsBefore_ = 0;
+    /// That of the author of a waterfall comes behind those that draw it.
     std::vector<SeriesPlan> series_;
+    std::size_t drawnCount_ = 0;
+    std::vector<std::size_t> totals_;
     std::vector<const SeriesMarkup*> removed_;
     FillReport report_;
 };

@@ -123,7 +123,8 @@ XmlElement findOwnColor(const XmlElement& element)
     return color.getAttribute("val").value_or("").starts_with("accent") ? color : XmlElement();
 }
 
-void recolor(Edits& edits, const XmlElement& element, const Palette::Color& color)
+void recolor(Edits& edits, const XmlElement& element, const Palette::Color& color,
+             const std::vector<XmlElement>& without)
 {
     const auto own = findOwnColor(element);
     if (!own) return;
@@ -131,6 +132,7 @@ void recolor(Edits& edits, const XmlElement& element, const Palette::Color& colo
     for (const auto part : element.getChildren()) {
         if (std::find(coloredParts.begin(), coloredParts.end(), part.getName()) == coloredParts.end())
             continue;
+        if (std::find(without.begin(), without.end(), part) != without.end()) continue;
         visitAll(part, [&](const XmlElement& inner) {
             if (isColor(inner) && isSameColor(inner, own)) replaceColor(edits, inner, color, isVaried);
         });

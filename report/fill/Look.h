@@ -37,8 +37,10 @@ class Palette {
 /// is automatic, or one of text and background.
 XmlElement findOwnColor(const XmlElement& element);
 
-/// Changes, in a copy of `element`, its own colour into `color` wherever it stands.
-void recolor(Edits& edits, const XmlElement& element, const Palette::Color& color);
+/// Changes, in a copy of `element`, its own colour into `color` wherever it stands. A child of `without` is
+/// not in the copy.
+void recolor(Edits& edits, const XmlElement& element, const Palette::Color& color,
+             const std::vector<XmlElement>& without = {});
 
 /// Ids that are unique in a chart part.
 class UniqueIds {

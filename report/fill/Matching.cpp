@@ -1,22 +1,37 @@
 #include "report/fill/Matching.h"
 
-#include <deque>
-#include <unordered_map>
+#include <algorithm>
+#include <numeric>
 
 namespace quillon::report {
+namespace {
+
+/// The positions by their names, equal ones in order.
+std::vector<std::size_t> sortByName(const std::vector<std::string>& names)
+{
+    std::vector<std::size_t> places(names.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::ranges::stable_sort(places, {},
+                             [&](std::size_t place) -> const std::string& { return names[place]; });
+    return places;
+}
+
+}  // namespace
 
 Matches matchNames(const std::vector<std::string>& before, const std::vector<std::string>& after)
 {
-    // The positions of a name that nobody has taken yet.
-    std::unordered_map<std::string, std::deque<std::size_t>> places;
-    for (std::size_t i = 0; i < before.size(); ++i) places[before[i]].push_back(i);
+    const auto places = sortByName(before);
+    // For the first place of a name, how many of its places are taken.
+    std::vector<std::size_t> takenCount(places.size(), 0);
     Matches matches(after.size(), noMatch);
     std::vector<bool> isTaken(before.size(), false);
+    const auto getName = [&](std::size_t place) -> const std::string& { return before[place]; };
     for (std::size_t i = 0; i < after.size(); ++i) {
-        const auto found = places.find(after[i]);
-        if (found == places.end() || found->second.empty()) continue;
-        matches[i] = found->second.front();
-        found->second.pop_front();
+        const auto named = std::ranges::equal_range(places, after[i], {}, getName);
+        if (named.empty()) continue;
+        auto& taken = takenCount[static_cast<std::size_t>(named.begin() - places.begin())];
+        if (taken == named.size()) continue;
+        matches[i] = named[static_cast<std::ptrdiff_t>(taken++)];
         isTaken[matches[i]] = true;
     }
     std::size_t next = 0;

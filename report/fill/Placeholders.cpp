@@ -79,15 +79,15 @@ std::size_t replaceText(Package& document, const std::string& name, const std::s
     return count;
 }
 
-void insertChart(Package& document, const std::string& name, const chart::Chart& chart,
-                 const ChartOptions& options, const Listener& listener, const ChartData& data)
+void insertChart(Package& document, const std::string& name, const NewChart& chart)
 {
     auto changed = document;
     const std::string mainBytes = document.getPart(document.getMainPart());
     const XmlSpans main(mainBytes, document.getMainPart());
     bool isFound = false;
+    DrawingNames names(document, name);
     changeTextParts(changed, [&](const XmlSpans& xml, Edits& edits) {
-        ChartInserter inserter(changed, xml, main, {chart, options, listener, data});
+        ChartInserter inserter(changed, xml, main, chart, names);
         for (const auto& spot : findSpots(xml.getRoot())) {
             const bool isPlace =
                 spot.kind == PlaceholderKind::Paragraph || spot.kind == PlaceholderKind::Picture;

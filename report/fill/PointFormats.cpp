@@ -1,7 +1,11 @@
 #include "report/fill/PointFormats.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <map>
+
+#include "report/fill/BlockWidth.h"
 
 namespace quillon::report {
 namespace {
@@ -20,16 +24,16 @@ struct Moved {
     std::string markup;
 };
 
-/// Puts what was moved, by position, where the elements stood.
+/// Puts what was moved, by position, where the elements stood; `end` is where further ones stand.
 void replaceAll(Edits& edits, const XmlSpans& xml, const std::vector<XmlElement>& elements,
-                std::vector<Moved> moved)
+                std::vector<Moved> moved, std::uint32_t end)
 {
     std::stable_sort(moved.begin(), moved.end(),
                      [](const Moved& left, const Moved& right) { return left.index < right.index; });
     for (std::size_t i = moved.size(); i < elements.size(); ++i) edits.remove(elements[i].getOuter());
     for (std::size_t i = 0; i < moved.size(); ++i) {
         if (i >= elements.size())
-            edits.insert(elements.back().getOuter().end, std::move(moved[i].markup));
+            edits.insert(end, std::move(moved[i].markup));
         else if (moved[i].markup != xml.getText(elements[i].getOuter()))
             edits.replace(elements[i].getOuter(), std::move(moved[i].markup));
     }
@@ -116,7 +120,75 @@ void writeFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan,
         moved.push_back(row.make(i));
         isMoved = true;
     }
-    if (isMoved) replaceAll(edits, part.getXml(), elements, std::move(moved));
+    if (isMoved) replaceAll(edits, part.getXml(), elements, std::move(moved), elements.back().getOuter().end);
+}
+
+/// What all labels of a series say of themselves, as a label of one point repeats it.
+constexpr std::array<std::string_view, 11> labelSettings = {
+    "numFmt",      "spPr",        "txPr",        "dLblPos",        "showLegendKey", "showVal",
+    "showCatName", "showSerName", "showPercent", "showBubbleSize", "separator"};
+
+/// A text in the look of labels.
+std::string makeLabelText(const XmlSpans& xml, const XmlElement& look, const std::string& text)
+{
+    const auto run = "<a:r xmlns:a=\"" + std::string(getUri(Ns::Drawing, xml.isStrict())) + "\"><a:t>" +
+                     escapeText(text) + "</a:t></a:r>";
+    const auto paragraph = look.findChild(Ns::Drawing, "p");
+    if (!paragraph || paragraph.isEmptyTag()) {
+        const auto uri = " xmlns:a=\"" + std::string(getUri(Ns::Drawing, xml.isStrict())) + "\"";
+        return "<a:bodyPr" + uri + "/><a:p" + uri + ">" + run + "</a:p>";
+    }
+    Edits edits;
+    const auto end = paragraph.findChild("endParaRPr");
+    edits.insert(end ? end.getOuter().begin : paragraph.getInner().end, run);
+    return edits.apply(xml.getText(), look.getInner());
+}
+
+/// A label that says `text`: the one that the point has, or one like those of the series.
+std::string makeLabel(const XmlSpans& xml, const XmlElement& labels, const XmlElement& old, std::size_t index,
+                      const std::string& text)
+{
+    if (const auto run = findInside(old.findChild("tx"), Ns::Drawing, "t")) {
+        Edits edits;
+        edits.setAttribute(getIndexChild(old), "val", std::to_string(index));
+        if (run.getText() != text) edits.setInner(run, escapeText(text));
+        return edits.apply(xml.getText(), old.getOuter());
+    }
+    const std::string prefix(labels.getPrefix());
+    auto markup = "<" + prefix + "dLbl><" + prefix + "idx val=\"" + std::to_string(index) + "\"/><" + prefix +
+                  "tx><" + prefix + "rich>" + makeLabelText(xml, labels.findChild("txPr"), text) + "</" +
+                  prefix + "rich></" + prefix + "tx>";
+    for (const auto setting : labels.getChildren())
+        if (std::find(labelSettings.begin(), labelSettings.end(), setting.getName()) != labelSettings.end())
+            markup += setting.getSource();
+    return markup + "</" + prefix + "dLbl>";
+}
+
+/// Labels whose text is computed say the new one; those of other points move along.
+void writeComputedLabels(Edits& edits, const XmlSpans& xml, const XmlElement& labels, const LabelTexts& texts,
+                         const Places& places)
+{
+    const auto elements = findAll(labels, "dLbl");
+    std::vector<XmlElement> plain;
+    XmlElement like;
+    std::map<std::size_t, XmlElement> computed;
+    for (const auto& element : elements) {
+        const auto index = readIndex(getIndexChild(element));
+        if (texts.before.contains(index) && element.findChild("tx"))
+            computed[index] = like = element;
+        else
+            plain.push_back(element);
+    }
+    bool isMoved = false;
+    auto moved = moveAll(xml, plain, getIndexChild, places, isMoved);
+    std::erase_if(moved, [&](const Moved& one) { return texts.after.contains(one.index); });
+    for (const auto& [index, text] : texts.after) {
+        const auto own = computed.find(index);
+        moved.push_back(
+            {index, makeLabel(xml, labels, own == computed.end() ? like : own->second, index, text)});
+    }
+    const auto end = elements.empty() ? labels.getInner().begin : elements.back().getOuter().end;
+    replaceAll(edits, xml, elements, std::move(moved), end);
 }
 
 }  // namespace
@@ -139,7 +211,7 @@ void moveElements(Edits& edits, const XmlSpans& xml, const std::vector<XmlElemen
 {
     bool isMoved = false;
     auto moved = moveAll(xml, elements, getHolder, places, isMoved);
-    if (isMoved) replaceAll(edits, xml, elements, std::move(moved));
+    if (isMoved) replaceAll(edits, xml, elements, std::move(moved), elements.back().getOuter().end);
 }
 
 void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Palette& palette,
@@ -147,8 +219,11 @@ void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& 
 {
     const auto places = findPlaces(part, plan);
     writeFormats(edits, part, plan, places, palette, ids);
-    moveElements(edits, part.getXml(), findAll(plan.look->element.findChild("dLbls"), "dLbl"), getIndexChild,
-                 places);
+    const auto labels = plan.look->element.findChild("dLbls");
+    if (plan.labels.before.empty() && plan.labels.after.empty())
+        moveElements(edits, part.getXml(), findAll(labels, "dLbl"), getIndexChild, places);
+    else
+        writeComputedLabels(edits, part.getXml(), labels, plan.labels, places);
 }
 
 }  // namespace quillon::report

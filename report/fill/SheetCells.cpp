@@ -13,8 +13,6 @@
 namespace quillon::report {
 namespace {
 
-const CellValue nothing;
-
 std::optional<double> parseNumber(std::string_view text)
 {
     double number = 0;
@@ -44,15 +42,7 @@ std::string readItem(const XmlElement& item)
 
 bool isNothing(const CellValue& value)
 {
-    const auto* number = std::get_if<double>(&value);
-    const auto* text = std::get_if<std::u16string>(&value);
-    return (number == nullptr || !std::isfinite(*number)) && (text == nullptr || text->empty());
-}
-
-/// The text of a cell in the notation of a workbook, which has one for characters that XML cannot hold.
-std::string escapeCellText(const std::u16string& text)
-{
-    return toUtf8(escapeCharacters(text));
+    return std::holds_alternative<std::monostate>(value);
 }
 
 std::string formatPlace(std::uint32_t row, std::uint32_t column)
@@ -247,10 +237,10 @@ CellValue SheetCells::read(std::uint32_t row, std::uint32_t column) const
 CellValue SheetCells::read(const Cell& cell) const
 {
     const auto text = xml_.getText(cell.value);
-    if (cell.kind == Kind::Inline) return toUtf16(readInline(cell.value));
-    if (cell.kind == Kind::Text) return toUtf16(unescapeText(text));
+    if (cell.kind == Kind::Inline) return readInline(cell.value);
+    if (cell.kind == Kind::Text) return unescapeText(text);
     const auto index = parseCount(text);
-    if (cell.kind == Kind::Shared && index && *index < strings_.size()) return toUtf16(strings_[*index]);
+    if (cell.kind == Kind::Shared && index && *index < strings_.size()) return strings_[*index];
     const auto number = cell.kind == Kind::Number ? parseNumber(text) : std::nullopt;
     return number ? CellValue(*number) : CellValue();
 }
@@ -283,9 +273,10 @@ std::optional<Area> SheetCells::getUsedArea() const
     return used;
 }
 
-void SheetCells::write(std::uint32_t row, std::uint32_t column, const CellValue& value, int style)
+void SheetCells::write(std::uint32_t row, std::uint32_t column, const CellLine* line, std::size_t index,
+                       int style)
 {
-    writes_.push_back({row, column, style, isNothing(value) ? &nothing : &value});
+    writes_.push_back({row, column, style, static_cast<std::uint32_t>(index), line});
 }
 
 void SheetCells::arrangeWrites()
@@ -293,61 +284,81 @@ void SheetCells::arrangeWrites()
     const auto place = [](const Write& write) { return std::pair(write.row, write.column); };
     std::ranges::stable_sort(writes_, {}, place);
     for (std::size_t i = 1; i < writes_.size(); ++i)
-        if (place(writes_[i - 1]) == place(writes_[i]) && *writes_[i - 1].value != *writes_[i].value)
+        if (place(writes_[i - 1]) == place(writes_[i]) && writes_[i - 1].get() != writes_[i].get())
             throw std::runtime_error("cell " + formatPlace(writes_[i].row, writes_[i].column) +
                                      " serves several series that now differ");
     const auto isRepeated = [&](const Write& one, const Write& next) { return place(one) == place(next); };
     writes_.erase(std::unique(writes_.begin(), writes_.end(), isRepeated), writes_.end());
 }
 
-const CellValue* SheetCells::findWritten(std::uint32_t row, std::uint32_t column) const
+std::optional<CellValue> SheetCells::findWritten(std::uint32_t row, std::uint32_t column) const
 {
     const auto* write = findWrite(row, column);
-    return write == nullptr ? nullptr : write->value;
+    return write == nullptr ? std::nullopt : std::optional(write->get());
 }
 
-void SheetCells::rewrite(std::uint32_t row, std::uint32_t column, const std::u16string& text)
+void SheetCells::rewrite(std::uint32_t row, std::uint32_t column, const std::string& text)
 {
-    const auto& value = rewritten_.emplace_back(text);
+    const auto& line = rewritten_.emplace_back(text);
     if (const auto* write = findWrite(row, column)) {
-        writes_[static_cast<std::size_t>(write - writes_.data())].value = &value;
+        auto& changed = writes_[static_cast<std::size_t>(write - writes_.data())];
+        changed.line = &line;
+        changed.index = 0;
         return;
     }
-    write(row, column, value, getStyle(row, column));
+    write(row, column, &line, 0, getStyle(row, column));
     arrangeWrites();
 }
 
 bool SheetCells::willBeEmpty(std::uint32_t row, std::uint32_t column) const
 {
-    const auto* written = findWritten(row, column);
-    return written != nullptr ? isNothing(*written) : isEmpty(row, column);
+    const auto* write = findWrite(row, column);
+    return write != nullptr ? isNothing(write->get()) : isEmpty(row, column);
 }
 
 bool SheetCells::willChange(std::uint32_t row, std::uint32_t column) const
 {
     const auto* cell = find(row, column);
     const auto* write = findWrite(row, column);
-    return write != nullptr && cell != nullptr && read(*cell) != *write->value;
+    return write != nullptr && cell != nullptr && read(*cell) != write->get();
 }
 
 /// Whether a cell may stay as it is written.
 bool SheetCells::isSame(const Write& write, const Cell& cell) const
 {
     if (write.style != noStyle && write.style != cell.style) return false;
-    if (std::holds_alternative<std::monostate>(*write.value)) return cell.isEmpty;
-    const auto held = read(cell);
-    if (const auto* text = std::get_if<std::u16string>(write.value)) {
-        const auto* heldText = std::get_if<std::u16string>(&held);
-        return heldText != nullptr && *heldText == escapeCharacters(*text);
+    const auto value = write.get();
+    return isNothing(value) ? cell.isEmpty : read(cell) == value;
+}
+
+std::vector<std::uint32_t> SheetCells::findStrings(bool areLeft) const
+{
+    std::vector<std::uint32_t> found;
+    for (const auto& cell : cells_) {
+        if (cell.kind != Kind::Shared) continue;
+        const auto* write = findWrite(cell.row, cell.column);
+        const bool isLeft = write != nullptr && !isSame(*write, cell);
+        const auto index = parseCount(xml_.getText(cell.value));
+        if (isLeft == areLeft && index) found.push_back(*index);
     }
-    return held == *write.value;
+    return found;
+}
+
+std::vector<std::uint32_t> SheetCells::findLeftStrings() const
+{
+    return findStrings(true);
+}
+
+std::vector<std::uint32_t> SheetCells::findKeptStrings() const
+{
+    return findStrings(false);
 }
 
 bool SheetCells::willStay() const
 {
     return std::ranges::all_of(writes_, [this](const Write& write) {
         const auto* cell = find(write.row, write.column);
-        return cell != nullptr ? isSame(write, *cell) : isNothing(*write.value);
+        return cell != nullptr ? isSame(write, *cell) : isNothing(write.get());
     });
 }
 
@@ -361,7 +372,7 @@ class SheetCells::Rewriter {
           text_(std::move(text)),
           at_(sheet.data_.getInner().begin)
     {
-        text_.reserve(sheet.xml_.getText().size() + 48 * sheet.writes_.size());
+        text_.reserve(sheet.xml_.getText().size() + 16 * sheet.writes_.size());
     }
 
     std::string make()
@@ -391,7 +402,7 @@ class SheetCells::Rewriter {
         const auto number = writes.front().row;
         const auto row = std::ranges::lower_bound(sheet_.rows_, number, {}, &Row::number);
         if (row != sheet_.rows_.end() && row->number == number) return changeRow(*row, writes);
-        const bool isEmpty = std::ranges::all_of(writes, [](const Write& w) { return isNothing(*w.value); });
+        const bool isEmpty = std::ranges::all_of(writes, [](const Write& w) { return isNothing(w.get()); });
         if (isEmpty) return;
         copyTo(row == sheet_.rows_.end() ? sheet_.data_.getInner().end : row->startTag.begin);
         text_ += "<" + prefix_ + "row r=\"" + std::to_string(number + 1) + "\">";
@@ -402,7 +413,7 @@ class SheetCells::Rewriter {
     void changeRow(const Row& row, Writes writes)
     {
         const bool hasNew = std::ranges::any_of(writes, [this](const Write& w) {
-            return !isNothing(*w.value) && sheet_.find(w.row, w.column) == nullptr;
+            return sheet_.find(w.row, w.column) == nullptr && !isNothing(w.get());
         });
         if (hasNew) openRow(row);
         auto next = std::ranges::lower_bound(sheet_.cells_, row.number, {}, &Cell::row);
@@ -411,7 +422,7 @@ class SheetCells::Rewriter {
             while (isInRow() && next->column < write.column) ++next;
             if (isInRow() && next->column == write.column) {
                 changeCell(write, *next);
-            } else if (!isNothing(*write.value)) {
+            } else if (!isNothing(write.get())) {
                 if (!row.isEmptyTag) copyTo(isInRow() ? next->outer.begin : row.inner.end);
                 writeCell(write);
             }
@@ -446,14 +457,15 @@ class SheetCells::Rewriter {
     void writeCell(const Write& write)
     {
         const auto start = "<" + prefix_;
-        if (isNothing(*write.value) && write.style == noStyle) return;
+        const auto value = write.get();
+        if (isNothing(value) && write.style == noStyle) return;
         text_ += start + "c r=\"" + formatPlace(write.row, write.column) + "\"";
         if (write.style != noStyle) text_ += " s=\"" + std::to_string(write.style) + "\"";
-        if (const auto* number = std::get_if<double>(write.value)) {
+        if (const auto* number = std::get_if<double>(&value)) {
             text_ += ">" + start + "v>" + toUtf8(num2str(*number)) + "</" + prefix_ + "v>";
-        } else if (const auto* text = std::get_if<std::u16string>(write.value)) {
+        } else if (const auto* text = std::get_if<std::string>(&value)) {
             text_ += " t=\"inlineStr\">" + start + "is>" + start + "t xml:space=\"preserve\">" +
-                     escapeText(escapeCellText(*text)) + "</" + prefix_ + "t></" + prefix_ + "is>";
+                     escapeText(*text) + "</" + prefix_ + "t></" + prefix_ + "is>";
         } else {
             text_ += "/>";
             return;
@@ -493,9 +505,9 @@ void SheetCells::applyDimension(Edits& edits) const
         used = used ? used->join(area) : area;
     };
     for (const auto& cell : cells_)
-        if (!cell.isEmpty && (findWritten(cell.row, cell.column) == nullptr)) use(cell.row, cell.column);
+        if (!cell.isEmpty && findWrite(cell.row, cell.column) == nullptr) use(cell.row, cell.column);
     for (const auto& write : writes_)
-        if (!isNothing(*write.value)) use(write.row, write.column);
+        if (!isNothing(write.get())) use(write.row, write.column);
     edits.setAttribute(dimension, "ref", formatArea(used.value_or(Area())));
 }
 

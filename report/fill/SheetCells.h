@@ -34,18 +34,23 @@ class SheetCells {
     /// The last row and column with a cell; nothing in an empty sheet.
     std::optional<Area> getUsedArea() const;
 
-    /// Notes what a cell is to hold; it gets a copy of the value's address only.
-    void write(std::uint32_t row, std::uint32_t column, const CellValue& value, int style);
+    /// Notes that a cell is to hold the value of a line at `index`; null: nothing. The caller keeps the line.
+    void write(std::uint32_t row, std::uint32_t column, const CellLine* line, std::size_t index, int style);
     /// Orders what was written. Throws: std::runtime_error when one cell was to hold two different values.
     void arrangeWrites();
-    /// What was written to a cell; null where nothing was. After arrangeWrites.
-    const CellValue* findWritten(std::uint32_t row, std::uint32_t column) const;
-    void rewrite(std::uint32_t row, std::uint32_t column, const std::u16string& text);
+    /// What was written to a cell, if anything was. After arrangeWrites.
+    std::optional<CellValue> findWritten(std::uint32_t row, std::uint32_t column) const;
+    void rewrite(std::uint32_t row, std::uint32_t column, const std::string& text);
     /// Whether a cell holds something when all is written.
     bool willBeEmpty(std::uint32_t row, std::uint32_t column) const;
     bool willChange(std::uint32_t row, std::uint32_t column) const;
     /// Whether every cell holds already what was written to it.
     bool willStay() const;
+
+    /// The shared texts that cells hold no longer, and those that they still do, by position. After
+    /// arrangeWrites.
+    std::vector<std::uint32_t> findLeftStrings() const;
+    std::vector<std::uint32_t> findKeptStrings() const;
 
     /// The part with all that was written, a new dimension, and changes to what stands before and behind the
     /// rows.
@@ -83,7 +88,10 @@ class SheetCells {
         std::uint32_t row;
         std::uint32_t column;
         int style;
-        const CellValue* value;
+        std::uint32_t index;
+        const CellLine* line;
+
+        CellValue get() const { return line == nullptr ? CellValue() : line->get(index); }
     };
     class Rewriter;
 
@@ -96,6 +104,7 @@ class SheetCells {
     CellValue read(const Cell& cell) const;
     std::string readInline(Span markup) const;
     bool isSame(const Write& write, const Cell& cell) const;
+    std::vector<std::uint32_t> findStrings(bool areLeft) const;
 
     XmlSpans xml_;
     XmlElement data_;
@@ -104,7 +113,7 @@ class SheetCells {
     std::vector<Cell> cells_;
     std::vector<Write> writes_;
     /// Texts that were changed on their way.
-    std::deque<CellValue> rewritten_;
+    std::deque<CellLine> rewritten_;
 };
 
 }  // namespace quillon::report

@@ -34,7 +34,7 @@ std::string fold(const std::string& name)
 
 std::string toText(const CellValue& value)
 {
-    if (const auto* text = std::get_if<std::u16string>(&value)) return toUtf8(*text);
+    if (const auto* text = std::get_if<std::string>(&value)) return toUtf8(fromCellText(*text));
     const auto* number = std::get_if<double>(&value);
     return number == nullptr ? "" : toUtf8(num2str(*number));
 }
@@ -144,9 +144,9 @@ bool SheetTable::isEmptyColumn(const SheetCells& sheet, std::uint32_t column) co
 /// The name of a column is the text in its header: neither empty nor that of another one.
 std::string SheetTable::makeName(const SheetCells& sheet, std::uint32_t column, std::size_t index) const
 {
-    const auto* written = sheet.findWritten(area_.top, column);
+    const auto written = sheet.findWritten(area_.top, column);
     std::string name = index < columns_.size() ? columns_[index] : "";
-    if (written != nullptr) name = toText(*written);
+    if (written) name = toText(*written);
     if (name.empty()) name = "Column" + std::to_string(index + 1);
     return name;
 }
@@ -163,10 +163,10 @@ void SheetTable::nameColumns(SheetCells& sheet)
             name = wanted + std::to_string(number);
         taken.push_back(fold(name));
         names.push_back(name);
-        const auto* written = sheet.findWritten(area_.top, column);
-        const bool isHeld = written != nullptr ? toText(*written) == name : !sheet.isEmpty(area_.top, column);
-        if (headerRows_ > 0 && (!isHeld || (written != nullptr && std::holds_alternative<double>(*written))))
-            sheet.rewrite(area_.top, column, toUtf16(name));
+        const auto written = sheet.findWritten(area_.top, column);
+        const bool isHeld = written ? toText(*written) == name : !sheet.isEmpty(area_.top, column);
+        if (headerRows_ > 0 && (!isHeld || (written && std::holds_alternative<double>(*written))))
+            sheet.rewrite(area_.top, column, toCellText(toUtf16(name)));
     }
     if (headerRows_ == 0 && names.size() == columns_.size()) return;
     if (names != columns_) isChanged_ = true;

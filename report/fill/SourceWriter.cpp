@@ -149,13 +149,17 @@ void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series
         if (source.reference.getText() != text) edits.setInner(source.reference, escapeText(text));
         return;
     }
-    const std::string prefix(series.getPrefix());
+    const std::string prefix((source.holder ? source.holder : series).getPrefix());
     const CacheMarkup cache(part, source, content, prefix);
     if (cache.isKept()) {
         writeReference(edits, source, content, prefix);
         if (!cache.isUnchanged()) edits.setInner(source.cache, cache.make());
         return;
     }
+    if (source.kind == Kind::None && content.formula.empty())
+        return insertIntoSeries(
+            edits, series, name,
+            wrap(prefix, name, wrap(prefix, "v", escapeText(content.points.texts.at(0)))));
     const auto [reference, cacheName] = getNames(content.kind);
     const auto markup =
         wrap(prefix, reference,

@@ -12,6 +12,7 @@
 #include "report/fill/ChartReader.h"
 #include "report/fill/FillPlan.h"
 #include "report/fill/PartCopy.h"
+#include "report/fill/Placeholders.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 
@@ -99,9 +100,20 @@ std::string describe(const FoundChart& chart)
 }  // namespace
 
 struct Template::Content {
-    explicit Content(Package opened)
-        : package(std::move(opened)), originals(std::make_shared<Originals>(package))
+    Content(Package opened, std::string path)
+        : package(std::move(opened)), file(std::move(path)), originals(std::make_shared<Originals>(package))
     {
+    }
+
+    /// What is wrong with a part is told with the file that has it.
+    template <typename Read>
+    auto inFile(Read read) const
+    {
+        try {
+            return read();
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(file.empty() ? error.what() : file + ": " + error.what());
+        }
     }
 
     const Drawings& getDrawings() const;
@@ -118,6 +130,8 @@ struct Template::Content {
     void forget();
 
     Package package;
+    /// Empty for a document that came as bytes.
+    std::string file;
     std::shared_ptr<Originals> originals;
     /// What is known of this copy: its drawings, null until they are needed, and its chart parts.
     mutable std::shared_ptr<const Drawings> drawings;
@@ -128,8 +142,10 @@ struct Template::Content {
 const Drawings& Template::Content::getDrawings() const
 {
     if (!drawings)
-        drawings =
-            isChanged ? std::make_shared<const Drawings>(findCharts(package)) : originals->getDrawings();
+        drawings = inFile([&] {
+            return isChanged ? std::make_shared<const Drawings>(findCharts(package))
+                             : originals->getDrawings();
+        });
     return *drawings;
 }
 
@@ -257,7 +273,7 @@ Template::Template(std::string bytes)
 {
     Package package(std::move(bytes));
     package.requireDocument();
-    content_ = std::make_unique<Content>(std::move(package));
+    content_ = std::make_unique<Content>(std::move(package), "");
 }
 
 Template Template::open(const std::string& path)
@@ -268,7 +284,7 @@ Template Template::open(const std::string& path)
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(path + ": " + error.what());
     }
-    return Template(std::make_unique<Content>(std::move(package)));
+    return Template(std::make_unique<Content>(std::move(package), path));
 }
 
 Template::Template(std::unique_ptr<Content> content) : content_(std::move(content)) {}
@@ -319,20 +335,27 @@ FillReport Template::fill(const std::string& chart, const ChartData& data, const
 
 std::vector<Placeholder> Template::getPlaceholders() const
 {
-    return findPlaceholders(getContent().package);
+    return getContent().inFile([&] { return findPlaceholders(getContent().package); });
 }
 
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
-                      const Listener& listener)
+                      const ChartData& data, const Listener& listener)
 {
-    insertChart(getContent().package, placeholder, chart, options, listener);
+    insertChart(getContent().package, placeholder, {chart, options, listener, data});
+    getContent().forget();
+}
+
+void Template::insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options)
+{
+    report::insertTable(getContent().package, placeholder, data, options);
     getContent().forget();
 }
 
 std::size_t Template::replace(const std::string& placeholder, const std::string& text)
 {
+    const auto count = replaceText(getContent().package, placeholder, text);
     getContent().forget();
-    return replaceText(getContent().package, placeholder, text);
+    return count;
 }
 
 std::string Template::toBytes() const
@@ -343,12 +366,6 @@ std::string Template::toBytes() const
 void Template::save(const std::string& path) const
 {
     writeFile(path, toBytes());
-}
-
-Package& Template::getPackage()
-{
-    getContent().forget();
-    return getContent().package;
 }
 
 const Package& Template::getPackage() const

@@ -6,11 +6,16 @@
 #include <vector>
 
 #include "report/fill/FillReport.h"
-#include "report/fill/Placeholders.h"
+#include "report/fill/Placeholder.h"
 #include "report/options/ChartData.h"
+#include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
 #include "report/package/Package.h"
 #include "support/Export.h"
+
+namespace quillon::chart {
+class Chart;
+}
 
 namespace quillon::report {
 
@@ -71,11 +76,17 @@ class QUILLON_EXPORT Template {
 
     /// The names in double braces in the text and in the alternative texts of pictures.
     std::vector<Placeholder> getPlaceholders() const;
-    /// Puts a new chart in the place of a paragraph that holds `{{placeholder}}`, as wide as its column, or
-    /// of a picture that has it as its alternative text, whose size it takes. Throws: std::runtime_error that
-    /// lists the placeholders when there is none such, and as makeChartParts.
+    /// Puts a new chart in the place of each paragraph that holds `{{placeholder}}`, as wide as its column,
+    /// or of a picture that has it as its alternative text, whose size it takes. Its name in the document is
+    /// that of the placeholder; where there are several, the others are "margin 2", "margin 3". `data` is
+    /// what the chart's data set cannot say. Throws: std::runtime_error that lists the placeholders when
+    /// there is none such, and as makeChartParts.
     void insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options = {},
-                const Listener& listener = {});
+                const ChartData& data = {}, const Listener& listener = {});
+    /// Puts a table of the data in the place of each paragraph that holds `{{table:placeholder}}`, in the
+    /// style that tables of the document have. Of the options it takes the number formats. Throws:
+    /// std::runtime_error that lists the placeholders when there is none such.
+    void insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options = {});
     /// Replaces `{{placeholder}}` in running text, and returns how often.
     /// Throws: std::runtime_error that lists the placeholders when there is none such.
     std::size_t replace(const std::string& placeholder, const std::string& text);
@@ -85,8 +96,7 @@ class QUILLON_EXPORT Template {
     /// Writes the file to `path`, as Document::save does. Throws: FileError.
     void save(const std::string& path) const;
 
-    /// The parts of the document, for operations of this library on them; get them anew for each change.
-    Package& getPackage();
+    /// The parts of the document.
     const Package& getPackage() const;
 
  private:

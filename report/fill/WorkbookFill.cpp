@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -39,13 +40,16 @@ std::vector<CellBlock*> getBlocks(SeriesCells& series)
     return blocks;
 }
 
+/// How many places a new block may stand from those that there are.
+constexpr std::int64_t farthest = 10'000;
+
 constexpr std::size_t nameBlock = 0;
 constexpr std::size_t categoriesBlock = 1;
 constexpr std::size_t valuesBlock = 2;
 
 std::size_t getLength(const CellBlock& block)
 {
-    return block.lines.empty() ? 0 : block.lines[0].size();
+    return block.lines.empty() ? 0 : block.lines[0].getSize();
 }
 
 /// Where a block stands; without areas, nowhere.
@@ -53,6 +57,8 @@ struct Place {
     CellRange range;
     /// The defined name that the chart has for it; empty for cells.
     std::string definedName;
+    /// Whether the name computes its cells, and so follows them by itself.
+    bool isComputed = false;
 
     bool isSet() const { return !range.areas.empty(); }
     bool operator==(const Place& other) const { return range == other.range && isSet() == other.isSet(); }
@@ -101,7 +107,8 @@ class Filler {
     void load(Sheet& sheet);
 
     Place resolve(const CellBlock& block);
-    Place resolveName(std::string_view text);
+    Place resolveName(std::string_view text, int depth = 0);
+    std::optional<CellRange> computeOffset(std::string_view formula, int depth);
     std::optional<Place> resolveColumn(std::string_view text);
     void cutWholeLines(CellRange& range);
     Places resolve(SeriesCells& series);
@@ -109,19 +116,25 @@ class Filler {
 
     void closeGaps(std::vector<Places>& removed);
     void placeNewSeries(std::vector<SeriesCells>& series);
-    Places placeBeside(const Places& last, std::int64_t steps) const;
-    bool isFree(const Places& places, SeriesCells& series);
+    Places placeBeside(const Places& last, std::int64_t steps, const std::vector<CellBlock*>& blocks) const;
+    bool isShared(const Places& last, std::size_t block) const;
+    bool isFree(const Place& place, const CellBlock& block);
+    std::optional<std::size_t> findLast() const;
+    void placeRest(std::vector<SeriesCells>& series);
+    Place placeBeside(const Place& values, const CellBlock& block);
     void resizePlaces(std::vector<SeriesCells>& series);
     void makeRoom();
     bool canMoveRows(const Sheet& sheet) const;
 
     void collectAreas(const std::vector<Places>& places, std::vector<Area> Sheet::*areas);
-    void requireRoom(const Sheet& sheet) const;
+    static std::optional<Area> findForeign(const Sheet& sheet, const Area& area);
+    static void requireRoom(const Sheet& sheet);
     void write(std::vector<SeriesCells>& series, CellStyles& styles);
     void writeBlock(const CellBlock& block, const Place& place, const Place& look, CellStyles& styles);
     void clearRest(Sheet& sheet);
     void requireNoFormulas(const Sheet& sheet) const;
     void saveSheet(Sheet& sheet);
+    void emptyLeftStrings();
     void noteNames();
     void saveMain();
     void reportReferences(std::vector<SeriesCells>& series) const;
@@ -134,6 +147,8 @@ class Filler {
     /// The text that a defined name is to have, by its position.
     std::map<std::size_t, std::string> newNames_;
     bool needsCalculation_ = false;
+    /// Shared texts that cells of the chart held.
+    std::set<std::uint32_t> leftStrings_;
     /// Of all references.
     std::uint64_t cellCount_ = 0;
     /// By series: where its cells stood, where they stand now, and whose look they take.
@@ -205,7 +220,7 @@ Place Filler::resolve(const CellBlock& block)
 }
 
 /// A name stands for cells: "Sales", "Sheet1!Sales", "[0]!Sales".
-Place Filler::resolveName(std::string_view text)
+Place Filler::resolveName(std::string_view text, int depth)
 {
     const auto mark = text.rfind('!');
     const auto name = std::string(mark == std::string_view::npos ? text : text.substr(mark + 1));
@@ -213,10 +228,37 @@ Place Filler::resolveName(std::string_view text)
     for (const auto& defined : names_)
         if (fold(defined.name) == fold(name) && (found == nullptr || defined.sheet >= 0)) found = &defined;
     if (found == nullptr) refuse("\"" + std::string(text) + "\" names no cells");
-    auto range = parseRange(found->text);
-    if (!range) refuse("the name \"" + name + "\" is computed");
-    cutWholeLines(*range);
-    return {std::move(*range), found->name};
+    if (auto range = parseRange(found->text)) {
+        cutWholeLines(*range);
+        return {std::move(*range), found->name};
+    }
+    if (auto range = computeOffset(found->text, depth)) return {std::move(*range), found->name, true};
+    refuse("the name \"" + name + "\" is computed");
+}
+
+/// The cells of "OFFSET(Sheet1!$B$1,1,0,COUNTA(Sheet1!$B:$B)-1,1)", as names that grow by themselves are
+/// written, or of "OFFSET(Dates,0,1)"; down to the first that is empty where the height is computed.
+std::optional<CellRange> Filler::computeOffset(std::string_view formula, int depth)
+{
+    constexpr int deepest = 8;
+    const auto offset = parseOffset(formula);
+    if (!offset || depth > deepest) return {};
+    auto range = parseRange(offset->base);
+    if (!range) range = resolveName(offset->base, depth + 1).range;
+    auto& area = range->areas[0];
+    const auto bottom = area.bottom + offset->rows;
+    const auto right = area.right + offset->columns;
+    if (range->areas.size() != 1 || area.top + offset->rows < 0 || area.left + offset->columns < 0 ||
+        std::cmp_greater(bottom, maximumRow) || std::cmp_greater(right, maximumColumn))
+        return {};
+    *range = range->shift(offset->rows, offset->columns);
+    if (!offset->hasHeight) return range;
+    auto& moved = range->areas[0];
+    const auto& cells = *openSheet(range->getSheet()).cells;
+    moved.right = moved.left;
+    moved.bottom = moved.top;
+    while (moved.bottom < maximumRow && !cells.isEmpty(moved.bottom + 1, moved.left)) ++moved.bottom;
+    return range;
 }
 
 /// A column of a table: "Table1[North]", "Table1[[#Headers],[North]]".
@@ -307,75 +349,131 @@ void Filler::closeGaps(std::vector<Places>& removed)
     for (std::size_t i = 0; i < order.size(); ++i) now_[order[i]] = slots[i];
 }
 
-/// The cells that a new series has `steps` places beside the last one; what all series share stays.
-Places Filler::placeBeside(const Places& last, std::int64_t steps) const
+/// The cells that a new series has `steps` places beside the last one; what all series share stays, and what
+/// the last one does without stands behind.
+Places Filler::placeBeside(const Places& last, std::int64_t steps,
+                           const std::vector<CellBlock*>& blocks) const
 {
-    const auto oldCount =
-        std::ranges::count_if(before_, [](const auto& p) { return p[valuesBlock].isSet(); });
-    const auto isShared = [&](std::size_t block) {
-        if (block == categoriesBlock && oldCount == 1) return true;
-        return std::ranges::count_if(before_, [&](const Places& p) { return p[block] == last[block]; }) > 1;
-    };
-    auto places = last;
-    std::optional<Area> own;
-    for (std::size_t i = 0; i < last.size(); ++i)
-        for (const auto& area : last[i].range.areas)
-            if (!isShared(i)) own = own ? own->join(area) : area;
-    if (!own) refuse("all series share their cells");
     const bool isRow = last[valuesBlock].range.isRow;
-    const std::int64_t size = isRow ? own->getHeight() : own->getWidth();
-    for (std::size_t i = 0; i < places.size(); ++i)
-        if (!isShared(i)) {
-            places[i].range = last[i].range.shift(isRow ? steps * size : 0, isRow ? 0 : steps * size);
-            places[i].definedName.clear();
-        }
+    const auto getEnd = [&](const Place& place) {
+        return isRow ? place.range.areas.back().bottom : place.range.areas.back().right;
+    };
+    auto end = getEnd(last[valuesBlock]);
+    for (std::size_t i = 0; i < last.size(); ++i)
+        if (last[i].isSet() && !isShared(last, i)) end = std::max(end, getEnd(last[i]));
+    Places places(last.size());
+    for (std::size_t i = 0; i < last.size(); ++i) {
+        if (blocks[i] == nullptr || blocks[i]->lines.empty()) continue;
+        const bool isThere = last[i].isSet();
+        auto by = steps;
+        if (!isThere) by += ++end - getEnd(last[valuesBlock]);
+        const auto& like = last[isThere ? i : valuesBlock].range;
+        places[i].range = isShared(last, i) ? like : like.shift(isRow ? by : 0, isRow ? 0 : by);
+    }
     return places;
 }
 
-bool Filler::isFree(const Places& places, SeriesCells& series)
+/// Whether other series have a block in the same cells. New categories are their own.
+bool Filler::isShared(const Places& last, std::size_t block) const
 {
-    const auto blocks = getBlocks(series);
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        if (blocks[i] == nullptr || !places[i].isSet()) continue;
-        const auto& sheet = openSheet(places[i].range.getSheet());
-        for (const auto& area : places[i].range.resize(getLength(*blocks[i])).areas) {
-            if (area.right > maximumColumn || area.bottom > maximumRow) refuse("the sheet has no room left");
-            if (std::ranges::any_of(sheet.before, [&](const Area& old) { return old.overlaps(area); }))
-                continue;
-            for (auto row = area.top; row <= area.bottom; ++row)
-                for (auto column = area.left; column <= area.right; ++column)
-                    if (!sheet.cells->isEmpty(row, column)) return false;
-        }
+    return block != categoriesBlock && last[block].isSet() &&
+           std::ranges::count_if(before_, [&](const Places& p) { return p[block] == last[block]; }) > 1;
+}
+
+/// Whether a block may stand there: cells that nobody has, or that a series has left.
+bool Filler::isFree(const Place& place, const CellBlock& block)
+{
+    const auto& sheet = openSheet(place.range.getSheet());
+    const auto isIn = [&](const Area& area, const Place& other) {
+        return other.range.prefix == place.range.prefix &&
+               std::ranges::any_of(other.range.areas, [&](const Area& own) { return own.overlaps(area); });
+    };
+    for (const auto& area : place.range.resize(getLength(block)).areas) {
+        if (area.right > maximumColumn || area.bottom > maximumRow) refuse("the sheet has no room left");
+        for (const auto& places : now_)
+            if (std::ranges::any_of(places, [&](const Place& other) { return isIn(area, other); }))
+                return false;
+        if (findForeign(sheet, area)) return false;
     }
     return true;
+}
+
+/// The series whose values stand behind all others; nothing when none has cells.
+std::optional<std::size_t> Filler::findLast() const
+{
+    std::optional<std::size_t> last;
+    const auto getStart = [&](std::size_t i) {
+        const auto& range = now_[i][valuesBlock].range;
+        return range.isRow ? range.areas[0].top : range.areas[0].left;
+    };
+    for (std::size_t i = 0; i < before_.size(); ++i)
+        if (before_[i][valuesBlock].isSet() && (!last || getStart(i) >= getStart(*last))) last = i;
+    return last;
 }
 
 /// A series without cells gets some beside those of the last one, as near as there is room.
 void Filler::placeNewSeries(std::vector<SeriesCells>& series)
 {
-    std::optional<std::size_t> last;
-    const auto isNew = [&](std::size_t i) { return !before_[i][valuesBlock].isSet(); };
-    const auto getStart = [&](std::size_t i) {
-        const auto& range = now_[i][valuesBlock].range;
-        return range.isRow ? range.areas[0].top : range.areas[0].left;
-    };
-    for (std::size_t i = 0; i < series.size(); ++i)
-        if (!isNew(i) && (!last || getStart(i) >= getStart(*last))) last = i;
-    constexpr std::int64_t farthest = 1000;
+    const auto last = findLast();
     std::int64_t steps = 0;
     for (std::size_t i = 0; i < series.size(); ++i) {
-        if (!isNew(i) || !series[i].values) continue;
-        if (!last || getBlocks(series[i]).size() != now_[*last].size())
+        if (before_[i][valuesBlock].isSet() || !series[i].values) continue;
+        const auto blocks = getBlocks(series[i]);
+        if (!last || blocks.size() != now_[*last].size())
             refuse("no series has cells beside which a new one could stand");
+        if (isShared(now_[*last], valuesBlock)) refuse("all series share their cells");
+        const auto areFree = [&](const Places& places) {
+            for (std::size_t b = 0; b < blocks.size(); ++b)
+                if (places[b].isSet() && !isShared(now_[*last], b) && !isFree(places[b], *blocks[b]))
+                    return false;
+            return true;
+        };
+        Places places;
         do {
             if (++steps > farthest) refuse("there is no room for a new series");
-            now_[i] = placeBeside(now_[*last], steps);
-        } while (!isFree(now_[i], series[i]));
+            places = placeBeside(now_[*last], steps, blocks);
+        } while (!areFree(places));
+        now_[i] = std::move(places);
         looks_[i] = looks_[*last];
-        const auto blocks = getBlocks(series[i]);
-        for (std::size_t block = 0; block < blocks.size(); ++block)
-            if (blocks[block] == nullptr) now_[i][block] = {};
     }
+}
+
+/// What a series had no cells for, such as categories that differ from those of the others, stands before its
+/// values, or as near behind them as there is room.
+void Filler::placeRest(std::vector<SeriesCells>& series)
+{
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        const auto blocks = getBlocks(series[i]);
+        for (std::size_t b = 0; b < blocks.size(); ++b) {
+            if (blocks[b] == nullptr || blocks[b]->lines.empty()) continue;
+            auto& place = now_[i][b];
+            if (place.isSet() && blocks[b]->lines.size() <= place.range.getLineCount()) continue;
+            if (b == nameBlock || !now_[i][valuesBlock].isSet())
+                refuse("a series has no cells for all of its data");
+            place = {};
+            place = placeBeside(now_[i][valuesBlock], *blocks[b]);
+        }
+    }
+}
+
+Place Filler::placeBeside(const Place& values, const CellBlock& block)
+{
+    const bool isRow = values.range.isRow;
+    const auto lines = static_cast<std::uint32_t>(block.lines.size());
+    auto area = values.range.areas[0];
+    const auto start = isRow ? area.top : area.left;
+    (isRow ? area.bottom : area.right) = start + lines - 1;
+    const CellRange like{values.range.prefix, {area}, false, isRow};
+    const auto isFreeAt = [&](std::int64_t steps) {
+        return isFree({like.shift(isRow ? steps : 0, isRow ? 0 : steps), {}}, block);
+    };
+    std::int64_t steps = -std::int64_t{lines};
+    if (start < lines || !isFreeAt(steps)) {
+        steps = 1;
+        while (steps <= farthest && !isFreeAt(steps)) ++steps;
+        if (steps > farthest) refuse("there is no room for all data of a series");
+    }
+    return {like.shift(isRow ? steps : 0, isRow ? 0 : steps), {}};
 }
 
 void Filler::resizePlaces(std::vector<SeriesCells>& series)
@@ -386,9 +484,8 @@ void Filler::resizePlaces(std::vector<SeriesCells>& series)
             if (blocks[b] == nullptr) continue;
             auto& place = now_[i][b];
             const auto& lines = blocks[b]->lines;
-            if (!place.isSet()) refuse("a series has no cells for all of its data");
-            if (lines.size() > place.range.getLineCount())
-                refuse("it has no cells for more levels of categories");
+            // Others may have sizes and error bars that this series does without.
+            if (!place.isSet()) continue;
             if (lines.size() < place.range.getLineCount() && place.range.areas.size() == 1 && !lines.empty())
                 place.range = place.range.keepLines(lines.size());
             place.range = place.range.resize(getLength(*blocks[b]));
@@ -409,17 +506,24 @@ void Filler::collectAreas(const std::vector<Places>& places, std::vector<Area> S
             }
 }
 
+/// The first cell that holds what is none of the chart's; nothing when all are empty, or were the chart's.
+std::optional<Area> Filler::findForeign(const Sheet& sheet, const Area& area)
+{
+    for (auto row = area.top; row <= area.bottom; ++row)
+        for (auto column = area.left; column <= area.right; ++column) {
+            const auto isOwn = [&](const Area& old) { return old.contains(row, column); };
+            if (!sheet.cells->isEmpty(row, column) && std::ranges::none_of(sheet.before, isOwn))
+                return Area{row, column, row, column};
+        }
+    return {};
+}
+
 /// What else stands in the sheet is never overwritten.
-void Filler::requireRoom(const Sheet& sheet) const
+void Filler::requireRoom(const Sheet& sheet)
 {
     for (const auto& area : sheet.now)
-        for (auto row = area.top; row <= area.bottom; ++row)
-            for (auto column = area.left; column <= area.right; ++column) {
-                const auto isOwn = [&](const Area& old) { return old.contains(row, column); };
-                if (!sheet.cells->isEmpty(row, column) && std::ranges::none_of(sheet.before, isOwn))
-                    refuse("cell " + formatArea({row, column, row, column}) +
-                           ", into which the data would grow, is taken");
-            }
+        if (const auto cell = findForeign(sheet, area))
+            refuse("cell " + formatArea(*cell) + ", into which the data would grow, is taken");
 }
 
 /// Moving rows is safe where nothing refers to them.
@@ -471,14 +575,13 @@ void Filler::writeBlock(const CellBlock& block, const Place& place, const Place&
     visit(look.range, [&](std::size_t, std::uint32_t line, std::uint32_t row, std::uint32_t column) {
         if (line < looks.size()) looks[line].push_back(cells.getStyle(row, column));
     });
-    static const CellValue nothing;
     visit(place.range, [&](std::size_t index, std::uint32_t line, std::uint32_t row, std::uint32_t column) {
-        const bool isThere = line < block.lines.size() && index < block.lines[line].size();
         const auto& known = looks[line];
         const int style = known.empty() ? SheetCells::noStyle : known[std::min(index, known.size() - 1)];
-        const auto& value = isThere ? block.lines[line][index] : nothing;
-        const bool isNumber = std::holds_alternative<double>(value);
-        cells.write(row, column, value, isNumber ? styles.withFormat(style, block.numberFormat) : style);
+        const auto* values = line < block.lines.size() ? &block.lines[line] : nullptr;
+        const bool isNumber = values != nullptr && values->isNumber(index);
+        cells.write(row, column, values, index,
+                    isNumber ? styles.withFormat(style, block.numberFormat) : style);
     });
 }
 
@@ -488,7 +591,7 @@ void Filler::write(std::vector<SeriesCells>& series, CellStyles& styles)
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto blocks = getBlocks(series[i]);
         for (std::size_t b = 0; b < blocks.size(); ++b) {
-            if (blocks[b] == nullptr) continue;
+            if (blocks[b] == nullptr || !now_[i][b].isSet()) continue;
             // Categories that all series share are written once.
             const bool isDone = std::ranges::any_of(done, [&](const auto& other) {
                 return *other.second == now_[i][b] && other.first->lines == blocks[b]->lines;
@@ -502,13 +605,12 @@ void Filler::write(std::vector<SeriesCells>& series, CellStyles& styles)
 /// Empties the cells that the chart had and has no longer.
 void Filler::clearRest(Sheet& sheet)
 {
-    static const CellValue nothing;
     for (const auto& area : sheet.before)
         for (auto row = area.top; row <= area.bottom; ++row)
             for (auto column = area.left; column <= area.right; ++column) {
                 const auto isKept = [&](const Area& now) { return now.contains(row, column); };
                 if (std::ranges::none_of(sheet.now, isKept))
-                    sheet.cells->write(row, column, nothing, sheet.cells->getStyle(row, column));
+                    sheet.cells->write(row, column, nullptr, 0, sheet.cells->getStyle(row, column));
             }
 }
 
@@ -562,7 +664,7 @@ void Filler::noteNames()
     for (const auto& places : now_)
         for (const auto& place : places)
             for (std::size_t i = 0; i < names_.size(); ++i)
-                if (!place.definedName.empty() && names_[i].name == place.definedName)
+                if (!place.definedName.empty() && !place.isComputed && names_[i].name == place.definedName)
                     newNames_[i] = place.range.format();
 }
 
@@ -591,6 +693,34 @@ void Filler::saveSheet(Sheet& sheet)
     needsCalculation_ = needsCalculation_ || (hasFormulas && changed != book_.getPart(sheet.part));
     sheet.cells.reset();
     book_.setPart(sheet.part, std::move(changed));
+}
+
+/// Texts of the chart that no cell of the workbook holds any more are not left in the file. The others keep
+/// their positions.
+void Filler::emptyLeftStrings()
+{
+    if (leftStrings_.empty()) return;
+    try {
+        for (const auto& sheet : sheets_) {
+            if (!book_.hasPart(sheet.part)) continue;
+            const SheetCells cells(book_.getPart(sheet.part), sheet.part, strings_);
+            for (const auto kept : cells.findKeptStrings()) leftStrings_.erase(kept);
+        }
+    } catch (const std::runtime_error&) {
+        // A sheet that cannot be read may hold any of them.
+        return;
+    }
+    for (const auto& relationship : book_.getRelationships(book_.getMainPart())) {
+        if (relationship.getKind() != "sharedStrings" || !book_.hasPart(relationship.target)) continue;
+        const XmlSpans xml(book_.getPart(relationship.target), relationship.target);
+        Edits edits;
+        std::uint32_t index = 0;
+        for (const auto item : xml.getRoot().getChildren()) {
+            if (item.getName() != "si" || !leftStrings_.contains(index++)) continue;
+            edits.setInner(item, "<" + std::string(item.getPrefix()) + "t/>");
+        }
+        if (!edits.isEmpty()) book_.setPart(relationship.target, edits.apply(xml));
+    }
 }
 
 /// Writes the defined names; formulas elsewhere are computed anew when the workbook is opened.
@@ -627,6 +757,7 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
     collectAreas(before_, &Sheet::before);
     collectAreas(gone, &Sheet::before);
     placeNewSeries(series);
+    placeRest(series);
     resizePlaces(series);
     collectAreas(now_, &Sheet::now);
     noteNames();
@@ -643,14 +774,24 @@ std::string Filler::fill(std::vector<SeriesCells>& series, std::vector<SeriesCel
         requireNoFormulas(sheet);
         const auto tables = sheet.tables;
         for (auto& table : sheet.tables) table.follow(*sheet.cells, sheet.before, sheet.now, tables);
+        const auto left = sheet.cells->findLeftStrings();
+        leftStrings_.insert(left.begin(), left.end());
         saveSheet(sheet);
     }
+    emptyLeftStrings();
     saveMain();
     reportReferences(series);
     return book_.toBytes();
 }
 
 }  // namespace
+
+CellValue CellLine::get(std::size_t index) const
+{
+    if (isNumber(index)) return points_->numbers[index];
+    if (index >= points_->texts.size() || points_->texts[index].empty()) return {};
+    return points_->texts[index];
+}
 
 FilledWorkbook fillWorkbook(const std::string& workbook, std::vector<SeriesCells> series,
                             const std::vector<SeriesCells>& removed)

@@ -1,17 +1,46 @@
 #pragma once
 
+#include <cmath>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "report/fill/Points.h"
 #include "report/package/Package.h"
 #include "support/Export.h"
 
 namespace quillon::report {
 
-/// What a cell holds: nothing, a number or a text. A number that is not finite is nothing.
-using CellValue = std::variant<std::monostate, double, std::u16string>;
+/// What a cell holds: nothing, a finite number, or a text that is not empty, in the notation of cells.
+using CellValue = std::variant<std::monostate, double, std::string>;
+
+/// What cells hold one after the other.
+class QUILLON_EXPORT CellLine {
+ public:
+    explicit CellLine(std::shared_ptr<const Points> points) : points_(std::move(points)) {}
+    explicit CellLine(std::string text)
+        : CellLine(std::make_shared<Points>(Points{.areText = true, .texts = {std::move(text)}}))
+    {
+    }
+
+    std::size_t getSize() const { return points_->getSize(); }
+    /// Nothing for a missing point, and past the end.
+    CellValue get(std::size_t index) const;
+    bool isNumber(std::size_t index) const
+    {
+        return index < points_->numbers.size() && std::isfinite(points_->numbers[index]);
+    }
+    bool operator==(const CellLine& other) const
+    {
+        return points_ == other.points_ || *points_ == *other.points_;
+    }
+
+ private:
+    /// Series share what they have in common.
+    std::shared_ptr<const Points> points_;
+};
 
 /// The cells that one reference of a chart names, and what they are to hold.
 struct CellBlock {
@@ -19,7 +48,7 @@ struct CellBlock {
     /// "Table1[North]". Empty where there are no cells yet; filling puts them beside those of the others.
     std::string reference = {};
     /// One value after the other; several lines for the levels of categories, the outermost first.
-    std::vector<std::vector<CellValue>> lines = {};
+    std::vector<CellLine> lines = {};
     /// For cells that have no format of their own, "mmm yy". Empty: none.
     std::string numberFormat = {};
 };

@@ -400,7 +400,7 @@ class Preparation {
         }
         const auto own = dataSet().getSeries(0);
         std::vector<std::shared_ptr<chart::DataSeries>> parts;
-        for (auto& part : makeWaterfall(dataSet().getCategories(), *own, totals)) {
+        for (auto& part : makeWaterfall(*own, findTotals(dataSet().getCategories(), totals))) {
             parts.push_back(drawPart(part, *own));
             shown_.workbook.furtherColumns.push_back(
                 {part.name, std::move(part.values), data().getDetails(0).numberFormat});

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "report/finish/ChartContext.h"
+#include "support/Export.h"
 
 namespace quillon::report {
 
@@ -17,7 +18,7 @@ struct ShownChart {
 
 /// Requires: options that suit the kind of the chart.
 /// Throws: ChartError that says what in the data does not suit the kind.
-ShownChart prepareChart(const ChartContext& context);
+QUILLON_EXPORT ShownChart prepareChart(const ChartContext& context);
 
 /// Whether the categories of the chart make a date axis.
 bool hasDateAxis(const ChartContext& context);

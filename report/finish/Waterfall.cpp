@@ -45,16 +45,13 @@ void requireTotals(const std::vector<std::u16string>& categories, const std::vec
                                      "\"; the categories are" + listNames(categories) + ".");
 }
 
-std::vector<Bar> makeBars(const std::vector<std::u16string>& categories, const chart::DataSeries& series,
-                          const std::vector<std::u16string>& totals)
+std::vector<Bar> makeBars(const chart::DataSeries& series, const std::vector<bool>& totals)
 {
-    const std::unordered_set<std::u16string_view> sums(totals.begin(), totals.end());
     std::vector<Bar> bars;
     double sum = 0;
     for (std::size_t i = 0; i < series.getSize(); ++i) {
-        const bool isTotal = i < categories.size() && sums.contains(categories[i]);
         const double value = series.getPoint(i)->getValue();
-        if (isTotal) {
+        if (i < totals.size() && totals[i]) {
             if (!std::isnan(value)) sum = value;
             bars.push_back({WaterfallPart::Total, 0, sum});
             continue;
@@ -97,12 +94,19 @@ bool isEmpty(const WaterfallSeries& part)
 
 }  // namespace
 
-std::vector<WaterfallSeries> makeWaterfall(const std::vector<std::u16string>& categories,
-                                           const chart::DataSeries& series,
-                                           const std::vector<std::u16string>& totals)
+std::vector<bool> findTotals(const std::vector<std::u16string>& categories,
+                             const std::vector<std::u16string>& totals)
 {
     requireTotals(categories, totals);
-    const auto bars = makeBars(categories, series, totals);
+    const std::unordered_set<std::u16string_view> sums(totals.begin(), totals.end());
+    std::vector<bool> found;
+    for (const auto& category : categories) found.push_back(sums.contains(category));
+    return found;
+}
+
+std::vector<WaterfallSeries> makeWaterfall(const chart::DataSeries& series, const std::vector<bool>& totals)
+{
+    const auto bars = makeBars(series, totals);
     std::vector<WaterfallSeries> parts;
     for (const auto& row : partRows)
         parts.push_back({row.part, row.name, std::vector<double>(bars.size(), nothing)});

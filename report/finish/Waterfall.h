@@ -28,12 +28,13 @@ struct WaterfallSeries {
     std::vector<double> values;
 };
 
+/// Which categories show a total. Throws: ChartError for a total that is no category.
+std::vector<bool> findTotals(const std::vector<std::u16string>& categories,
+                             const std::vector<std::u16string>& totals);
+
 /// What draws `series`: Increase, Decrease, Total and Base, and all parts below 0 where a bar crosses it. A
-/// category in `totals` shows its own value, from 0 on, and the changes behind it start there; where that is
-/// missing, the sum of all before. A missing change is none. Throws: ChartError for a total that is no
-/// category.
-std::vector<WaterfallSeries> makeWaterfall(const std::vector<std::u16string>& categories,
-                                           const chart::DataSeries& series,
-                                           const std::vector<std::u16string>& totals);
+/// total shows its own value, from 0 on, and the changes behind it start there; where that is missing, the
+/// sum of all before. A missing change is none.
+std::vector<WaterfallSeries> makeWaterfall(const chart::DataSeries& series, const std::vector<bool>& totals);
 
 }  // namespace quillon::report

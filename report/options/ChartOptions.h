@@ -72,9 +72,10 @@ struct ChartOptions {
 
     // Place.
 
-    /// Lengths with a unit (cm, mm, in, pt), 0.1 to 22 inches. Default: 6in by 3.5in.
-    std::string width = "6in";
-    std::string height = "3.5in";
+    /// Lengths with a unit (cm, mm, in, pt), 0.1 to 22 inches. Default, empty: 6in by 3.5in, less where the
+    /// place of the chart is narrower.
+    std::string width = {};
+    std::string height = {};
     Legend legend = Legend::Automatic;
     /// What a screen reader says. Default, for an empty text: made from type, title, series and range of the
     /// data.

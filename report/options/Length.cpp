@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "report/options/ChartOptions.h"
 #include "report/options/QuotedText.h"
 
 namespace quillon::report {
@@ -43,6 +44,13 @@ std::int64_t parseLength(std::string_view text)
     const double emu = readLength(text);
     if (!(emu >= 0.1 * emuPerInch && emu <= 22 * emuPerInch)) refuse(text, "0.1in to 22in");
     return std::llround(emu);
+}
+
+ChartOptions withSize(ChartOptions options)
+{
+    if (options.width.empty()) options.width = "6in";
+    if (options.height.empty()) options.height = "3.5in";
+    return options;
 }
 
 }  // namespace quillon::report

@@ -14,4 +14,9 @@ double readLength(std::string_view text);
 /// page that word processors take.
 std::int64_t parseLength(std::string_view text);
 
+struct ChartOptions;
+
+/// The options with a width and height: those of a chart that is given none are 6in and 3.5in.
+ChartOptions withSize(ChartOptions options);
+
 }  // namespace quillon::report

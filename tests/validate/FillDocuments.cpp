@@ -61,8 +61,6 @@ void fillAll(const std::filesystem::path& folder, const std::string& path)
             if (!chart.problem.empty()) continue;
             const auto key = std::to_string(chart.number);
             const auto data = document.getChartData(key);
-            // The bars of a waterfall are computed; it is read, and made anew.
-            if (isOf(chart, "waterfall")) continue;
             const bool keepsSeries = chart.series.size() == 1 || isOf(chart, "stock");
             const auto report = document.fill(key, vary(data, change, keepsSeries));
             for (const auto& warning : report.warnings)

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 
+#include "tests/ThrownText.h"
 #include "tests/report/fill/TestTemplates.h"
 
 namespace quillon::report {
@@ -216,11 +218,74 @@ TEST(Kinds, OfCategoriesFollowTheData)
     };
     for (const auto& row : cases) {
         auto document = makeTemplate({row.part});
-        document.fill("1", row.data);
+        EXPECT_EQ(document.fill("1", row.data).warnings, Texts());
         EXPECT_NE(getChartPart(document).find(row.categories), std::string::npos) << getChartPart(document);
         EXPECT_NE(getChartPart(document).find(row.axis), std::string::npos) << getChartPart(document);
         EXPECT_EQ(document.getChartData("1").dataSet->getCategories(), row.data.dataSet->getCategories());
     }
+}
+
+Template makeWaterfall(const ChartData& data)
+{
+    Document document;
+    const auto chart = chart::ColumnChart::create();
+    chart->setDataSet(data.dataSet);
+    document.addChart(chart, {.kind = ChartKind::Waterfall, .labels = {Label::Value}}, data);
+    return Template(document.toBytes());
+}
+
+/// All that the caches hold, and the texts of labels.
+Texts listValues(const std::string& part)
+{
+    Texts values;
+    for (std::size_t at = 0; (at = part.find("<", at)) != std::string::npos; ++at)
+        for (const auto* name : {"<c:v>", "<a:t>", "<c:pt idx=", "<q:total val=", "<c:legendEntry"})
+            if (part.compare(at, std::strlen(name), name) == 0)
+                values.push_back(part.substr(at, part.find("<", at + 1) - at));
+    return values;
+}
+
+TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
+{
+    const std::vector<std::string> names = {"Start", "Up", "Down", "End"};
+    auto before = makeData(names, {{"Change", {10, 5, -3, gap}}});
+    auto after = makeData(names, {{"Change", {10, -25, 20, gap}}});
+    before.totals = after.totals = {u"Start", u"End"};
+    // Bars that cross 0 need series and labels that the chart did not have, and has no more.
+    for (const auto& [from, to] :
+         {std::pair(before, after), std::pair(after, after), std::pair(before, before)}) {
+        auto document = makeWaterfall(from);
+        auto plain = to;
+        plain.totals.clear();
+        EXPECT_EQ(document.fill("1", plain).warnings, Texts());
+        EXPECT_EQ(listValues(getChartPart(document)), listValues(getChartPart(makeWaterfall(to))));
+        EXPECT_EQ(document.getChartData("1").totals, to.totals);
+        EXPECT_EQ(document.getCharts()[0].series, Texts{"Change"});
+    }
+    auto document = makeWaterfall(after);
+    document.fill("1", before);
+    EXPECT_EQ(getChartPart(document).find("<a:t>"), std::string::npos);
+    after.totals = {u"Down"};
+    document.fill("1", after);
+    EXPECT_EQ(document.getChartData("1").totals, after.totals);
+    EXPECT_EQ(thrownText([&] {
+                  document.fill("1", makeData(names, {{"A", {1}}, {"B", {2}}}));
+              }),
+              "A waterfall shows one series, of changes and totals; the data has 2.");
+}
+
+TEST(Kinds, WithoutNamesOfSeriesHoldThemThemselves)
+{
+    auto part = makeColumns(makeTextReference('A', {"a", "b"}), {"1", "2"});
+    part.erase(part.find("<c:tx>"), part.find("</c:tx>") + 7 - part.find("<c:tx>"));
+    auto document = makeTemplate({part});
+    document.fill("1", document.getChartData("1"));
+    EXPECT_EQ(getChartPart(document), part);
+    const auto report = document.fill("1", makeData({"a", "b"}, {{"East & <b>", {1, 2}}, {"West", {3, 4}}}));
+    EXPECT_EQ(report.warnings, Texts());
+    EXPECT_NE(getChartPart(document).find("<c:order val=\"1\"/><c:tx><c:v>East &amp; &lt;b&gt;</c:v></c:tx>"),
+              std::string::npos);
+    EXPECT_EQ(print(document.getChartData("1")), "1|a,b,|East & <b>:0;1,0;2,|West:0;3,0;4,");
 }
 
 TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)

@@ -50,6 +50,13 @@ std::string toStrict(std::string text)
     return text;
 }
 
+/// With its own options alone.
+void insertChart(Package& document, const std::string& name, const chart::Chart& chart,
+                 const ChartOptions& options = {})
+{
+    insertChart(document, name, NewChart{chart, options, {}, {}});
+}
+
 Package makeDocument(const std::string& body, const std::string& header = "", bool isStrict = false)
 {
     std::vector<RawEntry> entries = {
@@ -234,6 +241,9 @@ TEST(Placeholder, AChartIsAsWideAsItsPlace)
     auto document = makeDocument(place);
     insertChart(document, "margin", *makeChart<chart::ColumnChart>(), {.width = "5cm"});
     EXPECT_NE(readBody(document).find("<wp:extent cx=\"1800000\" cy=\"3200400\""), std::string::npos);
+    document = makeDocument(place);
+    insertChart(document, "margin", *makeChart<chart::ColumnChart>(), {.width = "6in"});
+    EXPECT_NE(readBody(document).find("<wp:extent cx=\"5486400\" cy=\"3200400\""), std::string::npos);
 }
 
 TEST(Placeholder, AChartBringsItsPartsAndANameOfItsOwn)
@@ -247,10 +257,11 @@ TEST(Placeholder, AChartBringsItsPartsAndANameOfItsOwn)
     EXPECT_EQ(body.find("<w:p><w:hyperlink><w:r xmlns"), 0U);
     EXPECT_NE(body.find("</w:drawing></w:r></w:hyperlink>"), std::string::npos);
     // The box has number 1 already; its second copy shows the chart of the first.
-    for (const auto* id : {"id=\"2\" name=\"a b\"", "id=\"3\" name=\"a b\"", "id=\"4\" name=\"a b\""})
+    for (const auto* id : {"id=\"2\" name=\"a b\"", "id=\"3\" name=\"a b 2\"", "id=\"4\" name=\"a b 2\""})
         EXPECT_EQ(count(body, id), 1U) << id;
     EXPECT_EQ(count(body, "r:id=\"rId3\""), 1U);
     EXPECT_EQ(count(body, "r:id=\"rId4\""), 2U);
+    EXPECT_EQ(count(saved.getPart("word/header1.xml"), "name=\"a b 3\""), 1U);
     const auto header = saved.getRelationships("word/header1.xml");
     ASSERT_EQ(header.size(), 1U);
     EXPECT_EQ(header[0].target, "word/charts/chart3.xml");

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "chart/model/PieChart.h"
+#include "report/package/XmlSpans.h"
 #include "tests/ThrownText.h"
 #include "tests/report/fill/TestTemplates.h"
 
@@ -157,6 +158,70 @@ TEST(Template, FillsBothCopiesOfATextBox)
     EXPECT_NE(package.getPart(getTarget(copy)).find("Apr"), std::string::npos);
 }
 
+TEST(Template, FillsChartsInNotesAndComments)
+{
+    const std::string namespaces =
+        " xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\" "
+        "xmlns:wp=\"http://schemas.openxmlformats.org/drawingml/2006/wordprocessingDrawing\" "
+        "xmlns:c=\"http://schemas.openxmlformats.org/drawingml/2006/chart\" "
+        "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">";
+    const std::string kinds[] = {"footnotes", "endnotes", "comments"};
+    auto package = getPlaces().getPackage();
+    for (const auto& kind : kinds) {
+        const auto part = "word/" + kind + ".xml";
+        package.addPart(part, "", "application/xml");
+        package.addRelationship(package.getMainPart(), kind, part);
+        // Also shown in the body.
+        const auto id = package.addRelationship(part, "chart", "word/charts/chart1.xml");
+        package.setPart(
+            part, "<w:" + kind + namespaces + "<w:p><w:r><wp:inline><wp:docPr id=\"1\" name=\"In " + kind +
+                      "\"/><c:chart r:id=\"" + id + "\"/></wp:inline></w:r></w:p></w:" + kind + ">");
+    }
+    auto document = Template(package.toBytes());
+    for (const auto& kind : kinds) {
+        document.fill("In " + kind, makeNews());
+        EXPECT_EQ(document.getChartData("In " + kind).dataSet->getCategories().size(), 2U) << kind;
+    }
+    EXPECT_EQ(document.getChartData("Revenue").dataSet->getCategories().size(), 3U);
+    EXPECT_EQ(document.getCharts()[14].place, "endnotes");
+}
+
+/// The same document in the strict dialect.
+Template toStrict(const Template& document)
+{
+    auto package = document.getPackage();
+    for (const auto& part : package.getPartNames()) {
+        if (!part.ends_with(".xml") && !part.ends_with(".rels")) continue;
+        auto text = package.getPart(part);
+        for (const auto ns : {Ns::Word, Ns::WordDrawing, Ns::Drawing, Ns::Chart, Ns::OfficeRelationships})
+            for (std::size_t at = 0; (at = text.find(getUri(ns), at)) != std::string::npos;)
+                text.replace(at, getUri(ns).size(), getUri(ns, true));
+        package.setPart(part, text);
+    }
+    return Template(package.toBytes());
+}
+
+TEST(Template, FillsAStrictDocumentInKind)
+{
+    auto document = toStrict(getPlaces());
+    const auto original = document.toBytes();
+    EXPECT_EQ(document.getCharts().size(), 13U);
+    document.fill("Revenue", document.getChartData("Revenue"));
+    EXPECT_TRUE(document.toBytes() == original);
+    const auto data = makeData({"a", "b"}, {{"North", {1, 2}}, {"South", {3, 4}}, {"New", {5, 6}}});
+    document.fill("Revenue", data, {.title = "Strict"});
+    document.fill("Twice B", data);
+    for (const auto& name : getChanges(Template(original), document)) {
+        const auto& part = document.getPackage().getPart(name);
+        EXPECT_TRUE(name.ends_with(".xlsx") || part.find("schemas.openxmlformats.org/d") == std::string::npos)
+            << name;
+    }
+    for (const auto& row : document.getPackage().getRelationships("word/document.xml"))
+        EXPECT_EQ(row.type.find("schemas.openxmlformats.org"), std::string::npos);
+    EXPECT_EQ(document.getChartData("Revenue").dataSet->getSeriesCount(), 3U);
+    EXPECT_EQ(document.getCharts()[0].title, "Strict");
+}
+
 TEST(Template, FillsAgainWhatWasFilled)
 {
     auto june = getPlaces();
@@ -247,6 +312,20 @@ TEST(Template, NamesWhatItCannotFill)
                 "xmlns:cx=\"http://schemas.microsoft.com/office/drawing/2014/chartex\" "
                 "r:id=\"rId999\"/></wp:inline></w:drawing></w:r></w:p>");
     package.setPart(package.getMainPart(), main);
+    const std::pair<std::string, std::string> kinds[] = {
+        {"treemap", "a treemap, a kind"}, {"clusteredColumn", "a histogram"}, {"regionMap", "a map"}};
+    for (const auto& [layout, name] : kinds) {
+        auto copy = package;
+        copy.addPart("word/charts/chartEx1.xml",
+                     "<cx:chartSpace xmlns:cx=\"http://schemas.microsoft.com/office/drawing/2014/chartex\">"
+                     "<cx:series layoutId=\"" +
+                         layout + "\"/></cx:chartSpace>",
+                     "application/vnd.ms-office.chartex+xml");
+        const auto id = copy.addRelationship(copy.getMainPart(), "chartEx", "word/charts/chartEx1.xml");
+        auto text = main;
+        copy.setPart(copy.getMainPart(), text.replace(text.find("rId999"), 6, id));
+        EXPECT_NE(Template(copy.toBytes()).getCharts()[12].problem.find("it is " + name), std::string::npos);
+    }
     auto document = Template(package.toBytes());
     EXPECT_EQ(document.getCharts().size(), 15U);
     EXPECT_EQ(document.getCharts()[11].problem,

@@ -89,20 +89,24 @@ std::string makeBook(const BookText& text = {})
         .getBytes();
 }
 
-std::vector<CellValue> toCells(const std::vector<double>& numbers)
+CellLine toCells(const std::vector<double>& numbers)
 {
-    return {numbers.begin(), numbers.end()};
+    return CellLine(std::make_shared<Points>(Points{.numbers = numbers}));
+}
+
+CellLine toCells(const std::vector<std::string>& texts)
+{
+    return CellLine(std::make_shared<Points>(Points{.areText = true, .texts = texts}));
 }
 
 const std::string sheet = "'It''s'!";
 
-SeriesCells makeSeries(const std::u16string& name, const std::string& column,
-                       const std::vector<double>& dates, const std::vector<double>& values,
-                       const std::string& lastRow = "3")
+SeriesCells makeSeries(const std::string& name, const std::string& column, const std::vector<double>& dates,
+                       const std::vector<double>& values, const std::string& lastRow = "3")
 {
     SeriesCells series;
     const auto absolute = "$" + column + "$";
-    series.name = {sheet + absolute + "1", {{name}}};
+    series.name = {sheet + absolute + "1", {CellLine(name)}};
     series.categories = {sheet + "$A$2:$A$" + lastRow, {toCells(dates)}};
     series.values = {sheet + absolute + "2:" + absolute + lastRow, {toCells(values)}};
     if (!column.empty()) return series;
@@ -161,13 +165,13 @@ TEST(WorkbookFill, TheSameNumbersLeaveEveryByte)
 {
     const auto book = makeBook({.otherRows = "<row r=\"1\"><c r=\"A1\"><f>1+1</f><v>2</v></c></row>"});
     const auto filled = fillWorkbook(
-        book, {makeSeries(u"North", "B", twoDates, {1.5, 3}), makeSeries(u"South", "C", twoDates, {2, 4})});
+        book, {makeSeries("North", "B", twoDates, {1.5, 3}), makeSeries("South", "C", twoDates, {2, 4})});
     EXPECT_EQ(filled.reason, "");
     EXPECT_TRUE(filled.bytes == book);
     // A sheet that announces more cells than it has stays so.
     const auto rough = makeBook({.dimension = "A1:D8"});
-    EXPECT_TRUE(fillWorkbook(rough, {makeSeries(u"North", "B", twoDates, {1.5, 3}),
-                                     makeSeries(u"South", "C", twoDates, {2, 4})})
+    EXPECT_TRUE(fillWorkbook(rough, {makeSeries("North", "B", twoDates, {1.5, 3}),
+                                     makeSeries("South", "C", twoDates, {2, 4})})
                     .bytes == rough);
 }
 
@@ -179,8 +183,8 @@ TEST(WorkbookFill, ChangesCellsWhereTheyStand)
                   "</definedName></definedNames>",
          .more = "<conditionalFormatting sqref=\"B2:C3 E1:E3\"/>",
          .otherRows = "<row r=\"1\"><c r=\"A1\"><f>SUM('It''s'!B2:B3)</f><v>4.5</v></c></row>"});
-    const auto filled = fillWorkbook(book, {makeSeries(u"North", "B", threeDates, {1.5, NAN, -2}),
-                                            makeSeries(u"East <&>", "C", threeDates, {2, 4, 1e21})});
+    const auto filled = fillWorkbook(book, {makeSeries("North", "B", threeDates, {1.5, NAN, -2}),
+                                            makeSeries("East <&>", "C", threeDates, {2, 4, 1e21})});
     ASSERT_EQ(filled.reason, "");
     EXPECT_EQ(
         readRows(filled),
@@ -204,9 +208,19 @@ TEST(WorkbookFill, ChangesCellsWhereTheyStand)
     EXPECT_NE(table.find("displayName=\"Sales\" ref=\"A1:C4\"><autoFilter ref=\"A1:C4\"/>"),
               std::string::npos);
     EXPECT_NE(table.find("id=\"5\" name=\"East &lt;&amp;&gt;\"/>"), std::string::npos);
-    for (const auto* same : {"xl/worksheets/sheet1.xml", "xl/sharedStrings.xml", "xl/styles.xml"})
+    const auto strings = readPart(filled.bytes, "xl/sharedStrings.xml");
+    EXPECT_TRUE(strings.ends_with("</rPh></si><si><t/></si></sst>")) << strings;
+    for (const auto* same : {"xl/worksheets/sheet1.xml", "xl/styles.xml"})
         EXPECT_EQ(readPart(filled.bytes, same), readPart(book, same));
     EXPECT_EQ(getReferences(filled)[5], sheet + "$C$2:$C$4");
+}
+
+TEST(WorkbookFill, TextsThatOtherCellsHoldStay)
+{
+    const auto book = makeBook({.otherRows = "<row r=\"1\"><c r=\"A1\" t=\"s\"><v>2</v></c></row>"});
+    const auto filled = fillWorkbook(book, {makeSeries("West", "C", twoDates, {2, 4})});
+    ASSERT_EQ(filled.reason, "");
+    EXPECT_EQ(readPart(filled.bytes, "xl/sharedStrings.xml"), readPart(book, "xl/sharedStrings.xml"));
 }
 
 TEST(WorkbookFill, FormulasElsewhereAreComputedAnew)
@@ -215,7 +229,7 @@ TEST(WorkbookFill, FormulasElsewhereAreComputedAnew)
         const std::string formula = hasFormula ? "<f>SUM(B2:B3)</f>" : "";
         BookText text;
         text.rows += "<row r=\"9\"><c r=\"B9\">" + formula + "<v>4</v></c></row>";
-        const auto filled = fillWorkbook(makeBook(text), {makeSeries(u"North", "B", twoDates, {1, 2})});
+        const auto filled = fillWorkbook(makeBook(text), {makeSeries("North", "B", twoDates, {1, 2})});
         ASSERT_EQ(filled.reason, "");
         const auto main = readPart(filled.bytes, "xl/workbook.xml");
         EXPECT_EQ(main.find("fullCalcOnLoad=\"1\"") != std::string::npos, hasFormula);
@@ -225,7 +239,7 @@ TEST(WorkbookFill, FormulasElsewhereAreComputedAnew)
 TEST(WorkbookFill, RemovedSeriesLeaveNoGap)
 {
     const auto filled =
-        fillWorkbook(makeBook(), {makeSeries(u"South", "C", {45000}, {9})}, {makeSeries(u"", "B", {}, {})});
+        fillWorkbook(makeBook(), {makeSeries("South", "C", {45000}, {9})}, {makeSeries("", "B", {}, {})});
     ASSERT_EQ(filled.reason, "");
     EXPECT_EQ(getReferences(filled),
               (std::vector<std::string>{sheet + "$B$1", sheet + "$A$2", sheet + "$B$2"}));
@@ -243,14 +257,16 @@ TEST(WorkbookFill, RemovedSeriesLeaveNoGap)
 
 TEST(WorkbookFill, NewSeriesStandBesideTheLastWithNamesOfTheirOwn)
 {
-    auto series = std::vector{
-        makeSeries(u"North", "B", twoDates, {1.5, 3}), makeSeries(u"South", "C", twoDates, {2, 4}),
-        makeSeries(u"north", "", twoDates, {5, 6}), makeSeries(u"", "", twoDates, {7, 8})};
+    auto series =
+        std::vector{makeSeries("North", "B", twoDates, {1.5, 3}), makeSeries("South", "C", twoDates, {2, 4}),
+                    makeSeries("north", "", twoDates, {5, 6}), makeSeries("", "", {1, 2}, {7, 8})};
+    series[2].categories.reset();
     const auto filled = fillWorkbook(makeBook(), series);
     ASSERT_EQ(filled.reason, "");
     EXPECT_EQ(getReferences(filled)[8], sheet + "$D$2:$D$3");
-    EXPECT_EQ(getReferences(filled)[10], sheet + "$A$2:$A$3");
-    EXPECT_EQ(getReferences(filled)[11], sheet + "$E$2:$E$3");
+    // Categories of its own stand before the values, as far as those of the last.
+    EXPECT_EQ(getReferences(filled)[10], sheet + "$E$2:$E$3");
+    EXPECT_EQ(getReferences(filled)[11], sheet + "$G$2:$G$3");
     const auto table = readPart(filled.bytes, "xl/tables/table1.xml");
     EXPECT_NE(table.find("ref=\"A1:E3\""), std::string::npos);
     EXPECT_NE(table.find("<tableColumn id=\"6\" name=\"north2\"/><tableColumn id=\"7\" name=\"Column5\"/>"),
@@ -274,7 +290,7 @@ TEST(WorkbookFill, RemarksBelowMoveDown)
     text.rows += "<row r=\"5\" ht=\"9\"><c r=\"B5\" t=\"s\"><v>2</v></c></row>";
     std::vector<double> dates;
     for (int i = 0; i < 6; ++i) dates.push_back(45000 + i);
-    const auto series = makeSeries(u"North", "B", dates, dates);
+    const auto series = makeSeries("North", "B", dates, dates);
     // A sheet among several may be referred to from elsewhere.
     EXPECT_EQ(fillWorkbook(makeBook(text), {series}).reason,
               "cell B5, into which the data would grow, is taken");
@@ -292,10 +308,14 @@ TEST(WorkbookFill, RemarksBelowMoveDown)
 TEST(WorkbookFill, FollowsEveryKindOfReference)
 {
     const std::string names =
-        "<definedNames><definedName name=\"Values\">'It''s'!$B$2:$B$3</definedName></definedNames>";
+        "<definedNames><definedName name=\"Values\">'It''s'!$B$2:$B$3</definedName><definedName "
+        "name=\"Growing\">OFFSET('It''s'!$B$1,1,0,COUNTA('It''s'!$B:$B)-1,1)</definedName><definedName "
+        "name=\"Beside\">OFFSET(Growing,,1)</definedName></definedNames>";
     const std::tuple<std::string, std::string, std::string> references[] = {
         {sheet + "$B:$B", sheet + "$B$2:$B$4", "B4"},
         {"[0]!Values", "[0]!Values", "B4"},
+        {"Growing", "Growing", "B4"},
+        {"Other!Beside", "Other!Beside", "C4"},
         {"Sales[north]", sheet + "$B$2:$B$4", "B4"},
         {"(" + sheet + "$B$2," + sheet + "$B$3)", "(" + sheet + "$B$2," + sheet + "$B$3:$B$4)", "B4"},
         {sheet + "$B$2:$C$2", sheet + "$B$2:$D$2", "D2"},
@@ -304,7 +324,7 @@ TEST(WorkbookFill, FollowsEveryKindOfReference)
     for (const auto& [reference, expected, lastCell] : references) {
         SeriesCells series;
         series.values = {reference, {toCells({10, 20, 30})}};
-        if (reference.find(":$B") != std::string::npos) series.name = {sheet + "$B$1", {{u"North"}}};
+        if (reference.find(":$B") != std::string::npos) series.name = {sheet + "$B$1", {CellLine("North")}};
         BookText text{.names = names};
         text.tableHead = reference.starts_with("Sales") ? "ref=\"A1:C3\"" : "ref=\"A11:C13\"";
         const auto filled = fillWorkbook(makeBook(text), {series});
@@ -312,7 +332,7 @@ TEST(WorkbookFill, FollowsEveryKindOfReference)
         EXPECT_EQ(filled.series[0].values->reference, expected);
         EXPECT_NE(readRows(filled).find("<c r=\"" + lastCell + "\""), std::string::npos) << readRows(filled);
         EXPECT_EQ(readPart(filled.bytes, "xl/workbook.xml").find("$B$2:$B$4") != std::string::npos,
-                  reference != sheet + "$B$2:$C$2" && reference != sheet + "AB2:AB3")
+                  lastCell == "B4")
             << reference;
     }
 }
@@ -320,7 +340,7 @@ TEST(WorkbookFill, FollowsEveryKindOfReference)
 TEST(WorkbookFill, LevelsOfCategoriesHaveColumns)
 {
     SeriesCells series;
-    series.categories = {sheet + "$A$2:$B$3", {{u"2024", CellValue(), u"2025"}, {u"Q1", u"Q2", u"Q1"}}};
+    series.categories = {sheet + "$A$2:$B$3", {toCells({"2024", "", "2025"}), toCells({"Q1", "Q2", "Q1"})}};
     series.values = {sheet + "$C$2:$C$3", {toCells({1, 2, 3})}};
     auto filled = fillWorkbook(makeBook(), {series});
     ASSERT_EQ(filled.reason, "");
@@ -332,12 +352,13 @@ TEST(WorkbookFill, LevelsOfCategoriesHaveColumns)
     filled = fillWorkbook(makeBook(), {series});
     EXPECT_EQ(filled.series[0].categories->reference, sheet + "$B$2:$B$4");
     series.categories->lines.resize(3, series.categories->lines[0]);
-    EXPECT_EQ(fillWorkbook(makeBook(), {series}).reason, "it has no cells for more levels of categories");
+    filled = fillWorkbook(makeBook(), {series});
+    EXPECT_EQ(filled.series[0].categories->reference, sheet + "$D$2:$F$4");
 }
 
 TEST(WorkbookFill, DatesGetAFormatWhereThereIsNone)
 {
-    auto series = makeSeries(u"North", "B", twoDates, {1, 2});
+    auto series = makeSeries("North", "B", twoDates, {1, 2});
     series.values->reference = sheet + "$C$2:$C$3";
     series.values->numberFormat = "mmm yy";
     series.categories->numberFormat = "mmm yy";
@@ -355,8 +376,8 @@ TEST(WorkbookFill, DatesGetAFormatWhereThereIsNone)
 
 TEST(WorkbookFill, SaysWhatCannotBeUpdated)
 {
-    const auto north = makeSeries(u"North", "B", twoDates, {1, 2});
-    auto more = makeSeries(u"North", "B", threeDates, {1, 2, 3});
+    const auto north = makeSeries("North", "B", twoDates, {1, 2});
+    auto more = makeSeries("North", "B", threeDates, {1, 2, 3});
     auto elsewhere = north;
     elsewhere.values->reference = "Gone!$B$2:$B$3";
     auto computed = north;
@@ -365,7 +386,7 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
     unknown.values->reference = "Nothing";
     auto vast = north;
     vast.values->reference = sheet + "$B$2:$XFD$1048576";
-    auto conflicting = makeSeries(u"South", "C", {1, 2}, {1, 2});
+    auto conflicting = makeSeries("South", "C", {1, 2}, {1, 2});
     BookText formula;
     formula.rows.replace(formula.rows.find("<v>3</v>"), 0, "<f>1+2</f>");
     BookText taken;
@@ -380,7 +401,7 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
          "the table \"Sales\" has a row of totals"},
         {makeBook(), {elsewhere}, "it has no sheet \"Gone\""},
         {makeBook({.names =
-                       "<definedNames><definedName name=\"Computed\">OFFSET(Other!$A$1,0,0,2,1)</definedName>"
+                       "<definedNames><definedName name=\"Computed\">OFFSET(Other!$A$1,0,0,2,2)</definedName>"
                        "</definedNames>"}),
          {computed},
          "the name \"Computed\" is computed"},
@@ -390,7 +411,7 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
         {makeBook(), {north, conflicting}, "cell A2 serves several series that now differ"},
         {makeBook(unnumbered), {north}, "the rows of the sheet have no numbers in order"},
         {makeBook(),
-         {makeSeries(u"New", "", twoDates, {1, 2})},
+         {makeSeries("New", "", twoDates, {1, 2})},
          "no series has cells beside which a new one could stand"},
         {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 Workbook",
          {north},
@@ -407,9 +428,9 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
 
 TEST(WorkbookFill, ANewWorkbookHoldsAllThatTheChartHas)
 {
-    auto first = makeSeries(u"North", "", twoDates, {1, 2});
+    auto first = makeSeries("North", "", twoDates, {1, 2});
     first.more.push_back({"", {toCells({3, 4})}});
-    auto second = makeSeries(u"South", "", {1, 2, 3}, {5, 6, 7});
+    auto second = makeSeries("South", "", {1, 2, 3}, {5, 6, 7});
     second.more = first.more;
     first.categories->numberFormat = "yyyy";
     const auto made = makeFilledWorkbook({first, second});
@@ -463,7 +484,7 @@ TEST(WorkbookFill, EveryChartEndsWithAWorkbookInItsDocument)
         auto document = makeDocument(one.target, one.mode, one.workbook);
         const auto change =
             updateWorkbook(document, "word/charts/chart1.xml", one.target.empty() ? "" : "rId1",
-                           {makeSeries(u"North", "B", twoDates, {8, 9})});
+                           {makeSeries("North", "B", twoDates, {8, 9})});
         EXPECT_EQ(change.state, one.state);
         EXPECT_EQ(change.warning, one.warning);
         const Package saved(document.toBytes());

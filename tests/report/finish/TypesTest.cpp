@@ -619,19 +619,5 @@ TEST(ChartTypes, GiveWhatTheirCategoriesAreBack)
     EXPECT_EQ(waterfall.totals, std::vector<std::u16string>{u"3"});
 }
 
-TEST(Waterfalls, AreMadeAnewRatherThanFilled)
-{
-    const auto chart = chart::ColumnChart::create();
-    chart->setDataSet(makeData({{1, 2}}).dataSet);
-    Document document;
-    document.addChart(chart, makeOptions({{"type", "waterfall"}}));
-    Template filled(document.toBytes());
-    EXPECT_EQ(thrownText([&] {
-                  filled.fill("1", makeData({{3, 4}}));
-              }),
-              "The chart cannot be filled: it is a waterfall, whose bars are computed; make it anew from its "
-              "data.");
-}
-
 }  // namespace
 }  // namespace quillon::report
