@@ -113,15 +113,19 @@ void addCondition(JsonNode& node, const std::string& table, const std::string& c
     for (auto& member : node.members) addCondition(member.value, table, condition);
     const auto* source = node.find("table");
     if (source == nullptr || !source->is(Kind::Text) || source->text != table) return;
-    JsonNode text{.kind = Kind::Text, .text = condition};
+    JsonNode conditions(Kind::List);
+    conditions.items.emplace_back(Kind::Text).text = condition;
     for (auto& member : node.members) {
         if (member.name != "where") continue;
-        if (member.value.is(Kind::Text))
-            member.value = {.kind = Kind::List, .position = member.value.position, .items = {member.value}};
-        member.value.items.push_back(std::move(text));
+        auto& there = member.value;
+        if (there.is(Kind::Text))
+            conditions.items.push_back(there);
+        else
+            conditions.items.insert(conditions.items.end(), there.items.begin(), there.items.end());
+        there = std::move(conditions);
         return;
     }
-    node.members.push_back({"where", 0, {.kind = Kind::List, .items = {std::move(text)}}});
+    node.members.push_back({"where", 0, std::move(conditions)});
 }
 
 }  // namespace

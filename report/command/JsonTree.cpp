@@ -58,14 +58,21 @@ class TreeBuilder {
 
     JsonNode takeRoot() { return std::move(root_); }
 
-    bool null() { return add({JsonNode::Kind::Null, taken_ - 4}); }
-    bool boolean(bool value) { return add({JsonNode::Kind::Flag, taken_ - (value ? 4 : 5), value}); }
+    bool null() { return add(JsonNode(JsonNode::Kind::Null, taken_ - 4)); }
+    bool boolean(bool value)
+    {
+        JsonNode node(JsonNode::Kind::Flag, taken_ - (value ? 4 : 5));
+        node.flag = value;
+        return add(std::move(node));
+    }
     bool number_integer(std::int64_t value) { return addNumber(static_cast<double>(value)); }
     bool number_unsigned(std::uint64_t value) { return addNumber(static_cast<double>(value)); }
     bool number_float(double value, const std::string& /*digits*/) { return addNumber(value); }
     bool string(std::string& value)
     {
-        return add({JsonNode::Kind::Text, findQuote(), false, 0, std::move(value)});
+        JsonNode node(JsonNode::Kind::Text, findQuote());
+        node.text = std::move(value);
+        return add(std::move(node));
     }
     static bool binary(const std::vector<std::uint8_t>& /*value*/) { return false; }
 
@@ -75,7 +82,7 @@ class TreeBuilder {
     bool end_array() { return close(); }
     bool key(std::string& name)
     {
-        open_.back()->members.push_back({std::move(name), findQuote(), {}});
+        open_.back()->members.push_back({std::move(name), findQuote(), JsonNode()});
         return true;
     }
 
@@ -105,7 +112,9 @@ class TreeBuilder {
         };
         while (end > 0 && !isPart(text_[end - 1])) --end;
         while (end > 0 && isPart(text_[end - 1])) --end;
-        return add({JsonNode::Kind::Number, end, false, value});
+        JsonNode node(JsonNode::Kind::Number, end);
+        node.number = value;
+        return add(std::move(node));
     }
 
     /// The quote that opens the text whose closing one was taken last.
@@ -133,7 +142,7 @@ class TreeBuilder {
         if (open_.size() == deepest)
             fail("{}: more than {} levels of lists and objects.", describePosition(text_, name_, taken_ - 1),
                  deepest);
-        open_.push_back(&place({kind, taken_ - 1}));
+        open_.push_back(&place(JsonNode(kind, taken_ - 1)));
         return true;
     }
 
@@ -152,6 +161,8 @@ class TreeBuilder {
 };
 
 }  // namespace
+
+JsonNode::JsonNode(Kind kindHere, std::size_t positionHere) : kind(kindHere), position(positionHere) {}
 
 const JsonNode* JsonNode::find(std::string_view name) const
 {

@@ -14,15 +14,17 @@ struct JsonMember;
 struct JsonNode {
     enum class Kind : unsigned char { Null, Flag, Number, Text, List, Object };
 
-    Kind kind = Kind::Null;
+    explicit JsonNode(Kind kind = Kind::Null, std::size_t position = 0);
+
+    Kind kind;
     /// Where the value starts: bytes from the start of the text.
-    std::size_t position = 0;
+    std::size_t position;
     bool flag = false;
     double number = 0;
     /// Of a text, in UTF-8.
-    std::string text = {};
-    std::vector<JsonNode> items = {};
-    std::vector<JsonMember> members = {};
+    std::string text;
+    std::vector<JsonNode> items;
+    std::vector<JsonMember> members;
 
     bool is(Kind other) const { return kind == other; }
     /// The member of that name, or null.
