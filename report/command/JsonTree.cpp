@@ -92,9 +92,8 @@ class TreeBuilder {
         if (error.id == 406) fail("{}: the number {} is too large.", place, quoteText(token));
         const std::string sentence = error.what();  // "[...] parse error at line 1, column 2: what is wrong"
         const auto colon = sentence.find(": ");
-        // Without its quotes, but fit for a terminal.
-        const auto reason = quoteText(sentence.substr(colon == std::string::npos ? 0 : colon + 2), 200);
-        fail("{}: not well-formed JSON: {}.", place, reason.substr(1, reason.rfind('"') - 1));
+        const auto reason = std::string_view(sentence).substr(colon == std::string::npos ? 0 : colon + 2);
+        fail("{}: not well-formed JSON: {}.", place, showText(reason));
     }
 
  private:

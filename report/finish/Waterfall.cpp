@@ -6,6 +6,7 @@
 
 #include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -39,8 +40,8 @@ void requireTotals(const std::vector<std::u16string>& categories, const std::vec
 {
     for (const auto& total : totals)
         if (std::find(categories.begin(), categories.end(), total) == categories.end())
-            throw ChartError("", "totals: there is no category \"" + toUtf8(escapeCharacters(total)) +
-                                     "\"; the categories are" + listNames(categories) + ".");
+            throw ChartError("", "totals: there is no category " + quoteText(total) + "; the categories are" +
+                                     listNames(categories) + ".");
 }
 
 std::vector<Bar> makeBars(const std::vector<std::u16string>& categories, const chart::DataSeries& series,

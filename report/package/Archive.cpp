@@ -1,4 +1,5 @@
 #include "report/package/Archive.h"
+#include "report/options/QuotedText.h"
 
 #include <zlib.h>
 
@@ -63,7 +64,7 @@ std::string_view slice(std::string_view bytes, std::size_t at, std::size_t size)
 
 std::string quote(const std::string& name)
 {
-    return "\"" + name + "\"";
+    return quoteText(name, 200);
 }
 
 struct Directory {

@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "report/options/QuotedText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -271,7 +272,7 @@ class XmlReader {
     [[noreturn]] void fail(const std::string& problem) const
     {
         const auto line = XML_GetCurrentLineNumber(parser_.get());
-        throw std::runtime_error(xml_.part_ + ", line " + std::to_string(line) + ": " + problem);
+        throw std::runtime_error(showText(xml_.part_) + ", line " + std::to_string(line) + ": " + problem);
     }
 
     void stop(const char* problem)
@@ -377,7 +378,7 @@ class XmlReader {
 
 XmlSpans::XmlSpans(std::string_view bytes, std::string part, Defers defers) : part_(std::move(part))
 {
-    if (bytes.size() > maximumSize) throw std::runtime_error(part_ + ": it is larger than 2 GB.");
+    if (bytes.size() > maximumSize) throw std::runtime_error(showText(part_) + ": it is larger than 2 GB.");
     decode(bytes);
     XmlReader(*this, defers).read(text_);
     strict_ = isStrictUri(names_[nodes_[0].name].uri);
@@ -398,7 +399,9 @@ void XmlSpans::decode(std::string_view bytes)
         const auto second = static_cast<unsigned char>(bytes[at + 1]);
         units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
     }
-    const auto refuse = [this] { throw std::runtime_error(part_ + ": it is no well-formed UTF-16."); };
+    const auto refuse = [this] {
+        throw std::runtime_error(showText(part_) + ": it is no well-formed UTF-16.");
+    };
     // Half a character at the end would be lost.
     if (bytes.size() % 2 != 0) refuse();
     try {
