@@ -23,6 +23,7 @@
 #include "report/command/TemplateFiller.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "report/table/JsonText.h"
 
 namespace quillon::report {
 namespace {

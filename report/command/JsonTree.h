@@ -43,7 +43,4 @@ struct JsonMember {
 /// too large, and more than 100 levels.
 JsonNode parseJson(const std::string& text, const std::string& name);
 
-/// "job.json:3:12", for a position in the text; columns count characters, from 1.
-std::string describePosition(const std::string& text, const std::string& name, std::size_t position);
-
 }  // namespace quillon::report

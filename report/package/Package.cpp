@@ -11,6 +11,7 @@
 #include <optional>
 #include <stdexcept>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "report/options/QuotedText.h"
@@ -272,11 +273,11 @@ std::vector<Relationship> readRelationships(std::string_view source, const std::
 
 std::string findFreeId(const XmlElement& relationships)
 {
-    std::vector<std::string> ids;
-    for (const auto& row : relationships.getChildren()) ids.push_back(row.getAttribute("Id").value_or(""));
+    std::unordered_set<std::string> ids;
+    for (const auto& row : relationships.getChildren()) ids.insert(row.getAttribute("Id").value_or(""));
     for (std::size_t number = 1;; ++number) {
         auto id = "rId" + std::to_string(number);
-        if (std::ranges::find(ids, id) == ids.end()) return id;
+        if (!ids.contains(id)) return id;
     }
 }
 
