@@ -33,15 +33,14 @@ std::string replaceNames(const std::string& text, std::string_view open, std::st
 {
     std::string result;
     std::size_t at = 0;
-    for (auto start = text.find(open); start != std::string::npos; start = text.find(open, at)) {
-        const auto end = text.find(close, start + open.size());
-        if (end == std::string::npos) break;
-        const auto name = text.substr(start + open.size(), end - start - open.size());
-        const std::string* found = find(name);
-        const auto next = found == nullptr ? start + open.size() : end + close.size();
-        result += text.substr(at, start - at);
-        result += found == nullptr ? std::string(open) : *found;
-        at = next;
+    for (std::size_t end = 0; (end = text.find(close, at)) != std::string::npos; at = end + close.size()) {
+        // The last opening before: a name holds none.
+        const auto before = std::string_view(text).substr(at, end - at);
+        const auto start = before.rfind(open);
+        const std::string* found = nullptr;
+        if (start != std::string_view::npos) found = find(std::string(before.substr(start + open.size())));
+        result += found == nullptr ? before : before.substr(0, start);
+        result += found == nullptr ? close : *found;
     }
     return result + text.substr(at);
 }
@@ -113,19 +112,27 @@ void addCondition(JsonNode& node, const std::string& table, const std::string& c
     for (auto& member : node.members) addCondition(member.value, table, condition);
     const auto* source = node.find("table");
     if (source == nullptr || !source->is(Kind::Text) || source->text != table) return;
-    JsonNode conditions(Kind::List);
-    conditions.items.emplace_back(Kind::Text).text = condition;
+    JsonNode text{.kind = Kind::Text, .text = condition};
     for (auto& member : node.members) {
         if (member.name != "where") continue;
-        auto& there = member.value;
-        if (there.is(Kind::Text))
-            conditions.items.push_back(there);
-        else
-            conditions.items.insert(conditions.items.end(), there.items.begin(), there.items.end());
-        there = std::move(conditions);
+        if (member.value.is(Kind::Text))
+            member.value = {.kind = Kind::List, .position = member.value.position, .items = {member.value}};
+        member.value.items.push_back(std::move(text));
         return;
     }
-    node.members.push_back({"where", 0, std::move(conditions)});
+    node.members.push_back({"where", 0, {.kind = Kind::List, .items = {std::move(text)}}});
+}
+
+using TextsByName = std::unordered_map<std::string, const std::string*>;
+
+void fillIn(JsonNode& node, const TextsByName& texts)
+{
+    node.text = replaceNames(node.text, "{{", "}}", [&texts](const std::string& name) {
+        const auto found = texts.find(name);
+        return found == texts.end() ? nullptr : found->second;
+    });
+    for (auto& item : node.items) fillIn(item, texts);
+    for (auto& member : node.members) fillIn(member.value, texts);
 }
 
 }  // namespace
@@ -155,10 +162,9 @@ std::vector<Group> readGroups(const JsonNode& forEach, const std::filesystem::pa
 
 JsonNode fillInTexts(JsonNode job, const NamedTexts& texts)
 {
-    job.text =
-        replaceNames(job.text, "{{", "}}", [&](const std::string& name) { return findText(texts, name); });
-    for (auto& item : job.items) item = fillInTexts(std::move(item), texts);
-    for (auto& member : job.members) member.value = fillInTexts(std::move(member.value), texts);
+    TextsByName byName;
+    for (const auto& [name, text] : texts) byName.emplace(name, &text);
+    fillIn(job, byName);
     return job;
 }
 

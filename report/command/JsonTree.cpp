@@ -24,21 +24,14 @@ class TreeBuilder {
 
     JsonNode takeRoot() { return std::move(root_); }
 
-    bool null() { return add(JsonNode(JsonNode::Kind::Null, taken_ - 4)); }
-    bool boolean(bool value)
-    {
-        JsonNode node(JsonNode::Kind::Flag, taken_ - (value ? 4 : 5));
-        node.flag = value;
-        return add(std::move(node));
-    }
+    bool null() { return add({JsonNode::Kind::Null, taken_ - 4}); }
+    bool boolean(bool value) { return add({JsonNode::Kind::Flag, taken_ - (value ? 4 : 5), value}); }
     bool number_integer(std::int64_t value) { return addNumber(static_cast<double>(value)); }
     bool number_unsigned(std::uint64_t value) { return addNumber(static_cast<double>(value)); }
     bool number_float(double value, const std::string& /*digits*/) { return addNumber(value); }
     bool string(std::string& value)
     {
-        JsonNode node(JsonNode::Kind::Text, findOpeningQuote(text_, taken_));
-        node.text = std::move(value);
-        return add(std::move(node));
+        return add({JsonNode::Kind::Text, findOpeningQuote(text_, taken_), false, 0, std::move(value)});
     }
     static bool binary(const std::vector<std::uint8_t>& /*value*/) { return false; }
 
@@ -48,7 +41,7 @@ class TreeBuilder {
     bool end_array() { return close(); }
     bool key(std::string& name)
     {
-        open_.back()->members.push_back({std::move(name), findOpeningQuote(text_, taken_), JsonNode()});
+        open_.back()->members.push_back({std::move(name), findOpeningQuote(text_, taken_), {}});
         return true;
     }
 
@@ -72,9 +65,7 @@ class TreeBuilder {
         };
         while (end > 0 && !isPart(text_[end - 1])) --end;
         while (end > 0 && isPart(text_[end - 1])) --end;
-        JsonNode node(JsonNode::Kind::Number, end);
-        node.number = value;
-        return add(std::move(node));
+        return add({JsonNode::Kind::Number, end, false, value});
     }
 
     JsonNode& place(JsonNode node)
@@ -90,7 +81,7 @@ class TreeBuilder {
         if (open_.size() == deepest)
             fail("{}: more than {} levels of lists and objects.", describePosition(text_, name_, taken_ - 1),
                  deepest);
-        open_.push_back(&place(JsonNode(kind, taken_ - 1)));
+        open_.push_back(&place({kind, taken_ - 1}));
         return true;
     }
 
@@ -109,8 +100,6 @@ class TreeBuilder {
 };
 
 }  // namespace
-
-JsonNode::JsonNode(Kind kindHere, std::size_t positionHere) : kind(kindHere), position(positionHere) {}
 
 const JsonNode* JsonNode::find(std::string_view name) const
 {
