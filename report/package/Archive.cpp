@@ -28,6 +28,7 @@ constexpr std::size_t offsetInDirectory = 42;
 constexpr std::uint16_t wideField = 1;
 /// Says that the number stands in a wider field elsewhere.
 constexpr std::uint64_t elsewhere = 0xFFFFFFFF;
+constexpr std::size_t countElsewhere = 0xFFFF;
 
 constexpr std::uint16_t encryptedFlag = 1;
 constexpr std::uint16_t stored = 0;
@@ -238,6 +239,11 @@ std::string deflateBytes(std::string_view bytes)
     return packed;
 }
 
+[[noreturn]] void failTooLarge()
+{
+    throw std::runtime_error("The document would be larger than 4 GB, which its format cannot hold.");
+}
+
 std::uint32_t makeChecksum(std::string_view bytes)
 {
     return static_cast<std::uint32_t>(crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
@@ -262,14 +268,14 @@ std::string unpack(std::string_view bytes, const Archive::Entry& entry)
 
 PackedBytes pack(std::string_view bytes)
 {
-    PackedBytes packed{stored, makeChecksum(bytes), bytes.size()};
-    if (!bytes.starts_with(localSignature)) {
-        packed.method = deflated;
-        packed.bytes = deflateBytes(bytes);
-    } else {
-        packed.bytes = bytes;
-    }
-    return packed;
+    if (bytes.size() >= elsewhere || bytes.starts_with(localSignature)) return store(bytes);
+    return {deflated, makeChecksum(bytes), bytes.size(), deflateBytes(bytes)};
+}
+
+PackedBytes store(std::string_view bytes)
+{
+    if (bytes.size() >= elsewhere) failTooLarge();
+    return {stored, makeChecksum(bytes), bytes.size(), std::string(bytes)};
 }
 
 Archive::Archive(std::string bytes, const ArchiveLimits& limits) : bytes_(std::move(bytes))
@@ -373,8 +379,10 @@ void ArchiveWriter::add(const std::string& name, const PackedBytes& content, std
 std::string ArchiveWriter::finish(std::string_view comment)
 {
     const auto start = bytes_.size();
-    if (start + directory_.size() >= elsewhere)
-        throw std::runtime_error("The document would be larger than 4 GB, which its format cannot hold.");
+    if (start + directory_.size() >= elsewhere) failTooLarge();
+    if (count_ >= countElsewhere)
+        throw std::runtime_error(
+            "The document would have more than 65,534 parts, which its format cannot hold.");
     bytes_ += directory_;
     bytes_ += endSignature;
     appendNumber(bytes_, 0, 4);

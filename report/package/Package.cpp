@@ -55,8 +55,6 @@ constexpr auto contentTypesPart = "[Content_Types].xml";
 constexpr std::string_view strictTypes = "http://purl.oclc.org/ooxml/officeDocument/relationships/";
 constexpr std::string_view transitionalTypes =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
-/// 1 January 1980, the first day that the records of a zip file can name, at midnight.
-constexpr std::uint32_t firstDay = 0x210000;
 
 char toLower(char c)
 {
