@@ -213,7 +213,9 @@ std::string inflateBytes(std::string_view packed, std::size_t size)
     Stream<inflateEnd> stream;
     if (inflateInit2(&stream, rawWindow) != Z_OK) throw std::bad_alloc();
     setBuffers(stream, packed, bytes);
-    if (inflate(&stream, Z_FINISH) != Z_STREAM_END) return {};
+    const int status = inflate(&stream, Z_FINISH);
+    if (status == Z_MEM_ERROR) throw std::bad_alloc();
+    if (status != Z_STREAM_END) return {};
     bytes.resize(stream.total_out);
     return bytes;
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <boost/locale/encoding_utf.hpp>
 #include <charconv>
+#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <unordered_map>
@@ -236,11 +237,32 @@ std::string escapeAttribute(std::string_view text)
     return escape(text, true);
 }
 
+/// Whether memory ran out since a parser was made on this thread: expat does not always say so.
+thread_local bool hasRunOut = false;
+
+void* reallocate(void* memory, std::size_t size)
+{
+    void* const found = std::realloc(memory, size);
+    if (found == nullptr && size > 0) hasRunOut = true;
+    return found;
+}
+
+void* allocate(std::size_t size)
+{
+    return reallocate(nullptr, size);
+}
+
+XML_Parser makeParser()
+{
+    constexpr XML_Memory_Handling_Suite memory = {allocate, reallocate, std::free};
+    hasRunOut = false;
+    return XML_ParserCreate_MM("UTF-8", &memory, &nameSeparator);
+}
+
 /// Fills an XmlSpans from what expat reports.
 class XmlReader {
  public:
-    XmlReader(XmlSpans& xml, XmlSpans::Defers defers)
-        : xml_(xml), defers_(defers), parser_(XML_ParserCreateNS("UTF-8", nameSeparator))
+    XmlReader(XmlSpans& xml, XmlSpans::Defers defers) : xml_(xml), defers_(defers), parser_(makeParser())
     {
         if (!parser_) throw std::bad_alloc();
         XML_SetUserData(parser_.get(), this);
@@ -263,6 +285,7 @@ class XmlReader {
     void parse(std::string_view chunk, bool isLast)
     {
         const auto status = XML_Parse(parser_.get(), chunk.data(), static_cast<int>(chunk.size()), isLast);
+        if (hasRunOut) throw std::bad_alloc();
         if (!problem_.empty()) fail(problem_);
         if (status == XML_STATUS_OK) return;
         fail(std::string("it is no well-formed XML (") + XML_ErrorString(XML_GetErrorCode(parser_.get())) +
