@@ -16,7 +16,7 @@ install(FILES "${PROJECT_BINARY_DIR}/quillon-config.cmake" "${PROJECT_BINARY_DIR
 
 file(RELATIVE_PATH prefix_from_pkgconfig "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 set(pkgconfig_requires "xerces-c")
-set(pkgconfig_requires_private "libzip expat zlib")
+set(pkgconfig_requires_private "expat zlib")
 if(NOT BUILD_SHARED_LIBS)
     # Static libraries leave it to the program to link what they use.
     string(APPEND pkgconfig_requires " ${pkgconfig_requires_private}")

@@ -16,6 +16,7 @@
 #include "chart/model/SolidFillFormat.h"
 #include "fuzz/Check.h"
 #include "report/options/Options.h"
+#include "support/Text.h"
 
 namespace quillon::fuzz {
 namespace {
@@ -160,35 +161,66 @@ double takeOptionNumber(Input& input, const report::Option& option)
     return std::floor(low + (high - low) * static_cast<double>(input.takeByte()) / 255);
 }
 
-std::vector<std::string> takeChoices(Input& input, const report::Option& option)
+/// The names that options call series and categories by.
+std::vector<std::string> getNames(const chart::Chart& chart)
 {
-    std::vector<std::string> choices(input.takeIndex(4));
-    for (auto& choice : choices) choice = input.pick(option.choices);
-    return choices;
+    std::vector<std::string> names = {""};
+    const auto dataSet = chart.getDataSet();
+    if (!dataSet) return names;
+    const auto add = [&](const std::u16string& name) { isAccepted([&] { names.push_back(toUtf8(name)); }); };
+    for (std::size_t i = 0; i < dataSet->getSeriesCount(); ++i) add(dataSet->getSeries(i)->getName());
+    for (const auto& category : dataSet->getCategories()) add(category);
+    return names;
 }
 
-report::OptionValue takeValue(Input& input, const report::Option& option)
+template <typename TakeItem>
+auto takeList(Input& input, const TakeItem& takeItem)
 {
-    using report::OptionForm;
-    switch (option.form) {
-        case OptionForm::Flag:
-            return input.takeChance(2);
-        case OptionForm::Number:
-        case OptionForm::Integer:
-            return takeOptionNumber(input, option);
-        case OptionForm::Text:
-            return takeOptionText(input);
-        case OptionForm::Choice:
-            return input.takeChance(16) ? input.takeUtf8() : std::string(input.pick(option.choices));
-        case OptionForm::Choices:
-            return takeChoices(input, option);
-        case OptionForm::Texts:
-            return std::vector<std::string>{takeOptionText(input), takeOptionText(input)};
-        case OptionForm::TextPairs:
-            break;
-    }
-    return std::vector<std::pair<std::string, std::string>>{{takeOptionText(input), takeOptionText(input)}};
+    std::vector<decltype(takeItem())> items;
+    for (auto left = input.takeNumber(1, 3); left > 0; --left) items.push_back(takeItem());
+    return items;
 }
+
+/// Makes values of options for a chart.
+class OptionValues {
+ public:
+    OptionValues(Input& input, const chart::Chart& chart) : input_(input), names_(getNames(chart)) {}
+
+    report::OptionValue take(const report::Option& option)
+    {
+        using report::OptionForm;
+        switch (option.form) {
+            case OptionForm::Flag:
+                return !input_.takeChance(4);
+            case OptionForm::Number:
+            case OptionForm::Integer:
+                return takeOptionNumber(input_, option);
+            case OptionForm::Text:
+                return takeOptionText(input_);
+            case OptionForm::Choice:
+                return takeChoice(option);
+            case OptionForm::Choices:
+                return takeList(input_, [&] { return takeChoice(option); });
+            case OptionForm::Texts:
+                return takeList(input_, [&] { return takeListed(); });
+            case OptionForm::TextPairs:
+                break;
+        }
+        return takeList(input_, [&] { return std::pair(takeListed(), takeOptionText(input_)); });
+    }
+
+ private:
+    std::string takeChoice(const report::Option& option)
+    {
+        return input_.takeChance(32) ? input_.takeUtf8() : std::string(input_.pick(option.choices));
+    }
+
+    /// A colour or a name, as lists of options hold them.
+    std::string takeListed() { return input_.takeChance(4) ? takeOptionText(input_) : input_.pick(names_); }
+
+    Input& input_;
+    std::vector<std::string> names_;
+};
 
 std::vector<double> takeDoubles(Input& input, std::size_t count)
 {
@@ -227,13 +259,19 @@ std::shared_ptr<chart::Chart> makeChart(Input& input)
     return chart;
 }
 
-report::ChartOptions makeOptions(Input& input)
+report::ChartOptions makeOptions(Input& input, const chart::Chart& chart)
 {
     report::ChartOptions options;
-    for (auto count = input.takeIndex(6); count > 0; --count) {
-        const auto& option = input.pick(report::getOptions());
-        isAccepted([&] { report::setOption(options, option, takeValue(input, option), option.name); });
-    }
+    OptionValues values(input, chart);
+    const auto set = [&](const report::Option& option) {
+        isAccepted([&] { report::setOption(options, option, values.take(option), option.name); });
+    };
+    if (input.takeChance(2)) set(*report::findOption("type"));
+    std::vector<report::Option> suitable;
+    for (const auto& option : report::getOptions())
+        if (option.kinds.contains(report::getKind(chart, options))) suitable.push_back(option);
+    for (auto count = input.takeIndex(6); count > 0; --count)
+        set(input.takeChance(16) ? input.pick(report::getOptions()) : input.pick(suitable));
     if (input.takeChance(16)) options.formatOptions = makePieOptions(input);
     return options;
 }
@@ -251,10 +289,11 @@ report::ChartData makeData(Input& input, std::shared_ptr<chart::DataSet> dataSet
         for (auto& text : level) text = input.takeChance(2) ? u"" : input.takeText();
     }
     for (auto i = input.takeIndex(3); i > 0; --i)
-        data.series.push_back({takeOptionText(input),
+        data.series.push_back({takeOptionText(input), takeDoubles(input, input.takeChance(2) ? count : 0),
                                takeDoubles(input, input.takeChance(2) ? count : 0),
-                               takeDoubles(input, input.takeChance(2) ? count : 0),
-                               {}});
+                               takeDoubles(input, input.takeChance(2) ? count : 0)});
+    const auto& categories = data.dataSet->getCategories();
+    if (!categories.empty() && input.takeChance(4)) data.totals = {input.pick(categories)};
     return data;
 }
 

@@ -15,8 +15,8 @@ std::shared_ptr<chart::DataSet> makeDataSet(Input& input);
 /// A chart of any kind, with formats of all kinds.
 std::shared_ptr<chart::Chart> makeChart(Input& input);
 
-/// Any options, those that the chart refuses too.
-report::ChartOptions makeOptions(Input& input);
+/// Any type and options, mostly those that suit the chart as it is drawn then.
+report::ChartOptions makeOptions(Input& input, const chart::Chart& chart);
 
 /// What the data set cannot say: formats, dates, levels, error bars.
 report::ChartData makeData(Input& input, std::shared_ptr<chart::DataSet> dataSet);

@@ -27,15 +27,14 @@ std::string replaceNames(const std::string& text, std::string_view open, std::st
 {
     std::string result;
     std::size_t at = 0;
-    for (auto start = text.find(open); start != std::string::npos; start = text.find(open, at)) {
-        const auto end = text.find(close, start + open.size());
-        if (end == std::string::npos) break;
-        const auto name = text.substr(start + open.size(), end - start - open.size());
-        const std::string* found = find(name);
-        const auto next = found == nullptr ? start + open.size() : end + close.size();
-        result += text.substr(at, start - at);
-        result += found == nullptr ? std::string(open) : *found;
-        at = next;
+    for (std::size_t end = 0; (end = text.find(close, at)) != std::string::npos; at = end + close.size()) {
+        // The last opening before: a name holds none.
+        const auto before = std::string_view(text).substr(at, end - at);
+        const auto start = before.rfind(open);
+        const std::string* found = nullptr;
+        if (start != std::string_view::npos) found = find(std::string(before.substr(start + open.size())));
+        result += found == nullptr ? before : before.substr(0, start);
+        result += found == nullptr ? close : *found;
     }
     return result + text.substr(at);
 }
@@ -75,6 +74,18 @@ void requireDifferent(const std::vector<Group>& groups)
     }
 }
 
+using TextsByName = std::unordered_map<std::string, const std::string*>;
+
+void fillIn(JsonNode& node, const TextsByName& texts)
+{
+    node.text = replaceNames(node.text, "{{", "}}", [&texts](const std::string& name) {
+        const auto found = texts.find(name);
+        return found == texts.end() ? nullptr : found->second;
+    });
+    for (auto& item : node.items) fillIn(item, texts);
+    for (auto& member : node.members) fillIn(member.value, texts);
+}
+
 }  // namespace
 
 std::vector<Group> readGroups(const JsonNode& forEach, const std::filesystem::path& folder, const Note& note)
@@ -104,10 +115,9 @@ void showGroup(ChartJob& job, const Group& group)
 
 JsonNode fillInTexts(JsonNode job, const NamedTexts& texts)
 {
-    job.text =
-        replaceNames(job.text, "{{", "}}", [&](const std::string& name) { return findText(texts, name); });
-    for (auto& item : job.items) item = fillInTexts(std::move(item), texts);
-    for (auto& member : job.members) member.value = fillInTexts(std::move(member.value), texts);
+    TextsByName byName;
+    for (const auto& [name, text] : texts) byName.emplace(name, &text);
+    fillIn(job, byName);
     return job;
 }
 

@@ -23,6 +23,7 @@
 #include "report/command/TemplateFiller.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "report/table/JsonText.h"
 
 namespace quillon::report {
 namespace {
@@ -40,9 +41,13 @@ std::string readText(const std::string& path)
 
 void requireNoProblems(const Job& job, const std::string& text, const std::string& name)
 {
+    constexpr std::size_t most = 50;
+    const auto problems = findProblems(job.tree, getJobForm(), job.folder);
     std::string lines;
-    for (const auto& [position, sentence] : findProblems(job.tree, getJobForm(), job.folder))
-        lines += (lines.empty() ? "" : "\n") + describePosition(text, name, position) + ": " + sentence;
+    for (std::size_t i = 0; i < std::min(problems.size(), most); ++i)
+        lines += (i == 0 ? "" : "\n") + describePosition(text, name, problems[i].position) + ": " +
+                 problems[i].sentence;
+    if (problems.size() > most) lines += fmt::format("\n{}: and {} more.", name, problems.size() - most);
     if (!lines.empty()) throw std::runtime_error(lines);
 }
 

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
-#include <nlohmann/json.hpp>
 
-#include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "report/table/JsonText.h"
 
 namespace quillon::report {
 namespace {
@@ -14,38 +12,6 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr std::size_t deepest = 100;
-
-/// Hands the text to the parser and counts how much it took: its events come without positions.
-class CountingIterator {
- public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = char;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char*;
-    using reference = const char&;
-
-    CountingIterator(const char* at, std::size_t* taken) : at_(at), taken_(taken) {}
-
-    reference operator*() const { return *at_; }
-    CountingIterator& operator++()
-    {
-        ++at_;
-        ++*taken_;
-        return *this;
-    }
-    CountingIterator operator++(int)
-    {
-        auto before = *this;
-        ++*this;
-        return before;
-    }
-    bool operator==(const CountingIterator& other) const { return at_ == other.at_; }
-    bool operator!=(const CountingIterator& other) const { return at_ != other.at_; }
-
- private:
-    const char* at_;
-    std::size_t* taken_;
-};
 
 /// Makes the tree of the parser's events. At each the parser has taken the token and no more, but for a
 /// number, whose end shows in the character behind it.
@@ -65,7 +31,7 @@ class TreeBuilder {
     bool number_float(double value, const std::string& /*digits*/) { return addNumber(value); }
     bool string(std::string& value)
     {
-        return add({JsonNode::Kind::Text, findQuote(), false, 0, std::move(value)});
+        return add({JsonNode::Kind::Text, findOpeningQuote(text_, taken_), false, 0, std::move(value)});
     }
     static bool binary(const std::vector<std::uint8_t>& /*value*/) { return false; }
 
@@ -75,19 +41,13 @@ class TreeBuilder {
     bool end_array() { return close(); }
     bool key(std::string& name)
     {
-        open_.back()->members.push_back({std::move(name), findQuote(), {}});
+        open_.back()->members.push_back({std::move(name), findOpeningQuote(text_, taken_), {}});
         return true;
     }
 
     bool parse_error(std::size_t position, const std::string& token, const Json::exception& error)
     {
-        const auto place = describePosition(text_, name_, position > 0 ? position - 1 : 0);
-        if (error.id == 406) fail("{}: the number {} is too large.", place, quoteText(token));
-        const std::string sentence = error.what();  // "[...] parse error at line 1, column 2: what is wrong"
-        const auto colon = sentence.find(": ");
-        // Without its quotes, but fit for a terminal.
-        const auto reason = quoteText(sentence.substr(colon == std::string::npos ? 0 : colon + 2), 200);
-        fail("{}: not well-formed JSON: {}.", place, reason.substr(1, reason.rfind('"') - 1));
+        failParsing(text_, name_, position, token, error);
     }
 
  private:
@@ -106,18 +66,6 @@ class TreeBuilder {
         while (end > 0 && !isPart(text_[end - 1])) --end;
         while (end > 0 && isPart(text_[end - 1])) --end;
         return add({JsonNode::Kind::Number, end, false, value});
-    }
-
-    /// The quote that opens the text whose closing one was taken last.
-    std::size_t findQuote() const
-    {
-        for (std::size_t at = taken_ - 1; at-- > 0;) {
-            if (text_[at] != '"') continue;
-            std::size_t slashes = 0;
-            while (slashes < at && text_[at - 1 - slashes] == '\\') ++slashes;
-            if (slashes % 2 == 0) return at;
-        }
-        return 0;
     }
 
     JsonNode& place(JsonNode node)
@@ -168,17 +116,6 @@ JsonNode parseJson(const std::string& text, const std::string& name)
     const CountingIterator last(text.data() + text.size(), &taken);
     Json::sax_parse(first, last, &builder, Json::input_format_t::json, true, true);
     return builder.takeRoot();
-}
-
-std::string describePosition(const std::string& text, const std::string& name, std::size_t position)
-{
-    const auto before = std::string_view(text).substr(0, position);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-    const auto lineStart = before.rfind('\n') + 1;  // 0 where there is none
-    const auto column = std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
-                                      [](char c) { return (c & 0xC0) != 0x80; }) +
-                        1;
-    return fmt::format("{}:{}:{}", name, line, column);
 }
 
 }  // namespace quillon::report

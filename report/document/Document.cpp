@@ -9,6 +9,7 @@
 #include "report/document/TableMarkup.h"
 #include "report/options/Length.h"
 #include "report/options/Options.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
@@ -40,8 +41,8 @@ void checkName(const std::string& name)
 {
     const bool startsWithLetter = !name.empty() && isLetter(name[0]);
     if (!startsWithLetter || name.size() > longestName || !std::ranges::all_of(name, isNameCharacter))
-        throw std::runtime_error("Caption name \"" + name +
-                                 "\": expected at most 40 letters, digits and \"_\", a letter first.");
+        throw std::runtime_error("Caption name " + quoteText(name) +
+                                 ": expected at most 40 letters, digits and \"_\", a letter first.");
 }
 
 void checkChart(const PlacedChart& placed)
@@ -156,7 +157,8 @@ void Document::addCaption(const Caption& caption)
     for (const auto& block : content.blocks)
         if (const auto* other = std::get_if<Caption>(&block))
             if (!caption.name.empty() && other->name == caption.name)
-                throw std::runtime_error("Caption name \"" + caption.name + "\": there is one of that name.");
+                throw std::runtime_error("Caption name " + quoteText(caption.name) +
+                                         ": there is one of that name.");
     content.blocks.emplace_back(caption);
 }
 

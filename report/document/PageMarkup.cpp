@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "report/options/Length.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -34,7 +35,7 @@ Paper findPaper(const PageSetup& setup)
             return setup.landscape ? Paper{paper.name, paper.height, paper.width} : paper;
     std::string known;
     for (const auto& paper : papers) known += (known.empty() ? "" : ", ") + std::string(paper.name);
-    throw std::runtime_error("paper: expected one of " + known + ", got \"" + setup.paper + "\".");
+    throw std::runtime_error("paper: expected one of " + known + ", got " + quoteText(setup.paper) + ".");
 }
 
 std::int64_t readMargin(const std::string& text, const char* side)

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "report/document/FixedParts.h"
+#include "report/options/QuotedText.h"
 #include "report/package/XmlSpans.h"
 #include "support/Text.h"
 
@@ -80,8 +81,8 @@ std::u16string Styles::use(std::string_view kind, std::string_view name)
         std::string known;
         for (const auto& [key, style] : table)
             if (key.first == kind) known += (known.empty() ? "" : ", ") + key.second;
-        throw std::runtime_error("There is no " + std::string(kind) + " style \"" + std::string(name) +
-                                 "\"; the styles are " + known + ".");
+        throw std::runtime_error("There is no " + std::string(kind) + " style " + quoteText(name) +
+                                 "; the styles are " + showText(known, 2000) + ".");
     }
     added_ += std::exchange(found->second.markup, "");
     return toUtf16(found->second.id);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -50,7 +51,7 @@ void appendReference(DOMElement* parent, const TextRun& run, const TextPlace& pl
     if (caption == place.captions.end()) {
         std::string known;
         for (const auto& [other, text] : place.captions) known += (known.empty() ? "" : ", ") + other;
-        throw std::runtime_error("Reference \"" + name + "\": there is no caption of that name" +
+        throw std::runtime_error("Reference " + quoteText(name) + ": there is no caption of that name" +
                                  (known.empty() ? "." : "; the captions are " + known + "."));
     }
     appendField(parent, u" REF " + nameBookmark(name) + u" \\h ", toUtf16(caption->second), run);

@@ -1,17 +1,14 @@
 #include "report/fill/ChartFinder.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <stdexcept>
 #include <utility>
 
+#include "report/fill/DocumentText.h"
+
 namespace quillon::report {
 namespace {
-
-/// The parts with running text, by the relationships that lead to them from the main part.
-constexpr std::array<std::string_view, 5> textKinds = {"header", "footer", "footnotes", "endnotes",
-                                                       "comments"};
 
 bool isChart(const XmlElement& element)
 {
@@ -67,7 +64,8 @@ bool isOneOf(std::string_view name, std::initializer_list<std::string_view> name
 /// What stands around a place in the text.
 struct Surroundings {
     std::string place;
-    std::vector<std::string> tags = {};
+    /// The properties of the content controls.
+    std::vector<XmlElement> controls = {};
     /// wp:docPr, or the same of a member of a group.
     XmlElement properties = {};
 };
@@ -75,9 +73,11 @@ struct Surroundings {
 /// Walks through one part.
 class PartWalk {
  public:
-    PartWalk(const XmlSpans& xml, const std::string& part, std::vector<Relationship> relationships)
-        : xml_(xml), part_(part), relationships_(std::move(relationships))
+    PartWalk(const XmlSpans& xml, const std::string& part, const std::vector<Relationship>& relationships)
+        : xml_(xml), part_(part)
     {
+        for (const auto& row : relationships)
+            if (!row.isExternal) targets_.emplace(row.id, row.target);
     }
 
     std::vector<ChartDrawing> walk(const std::string& place)
@@ -107,7 +107,7 @@ class PartWalk {
         if (element.is(Ns::Word, "tbl")) around.place += ", table";
         if (element.is(Ns::Word, "txbxContent")) around.place += ", text box";
         if (element.is(Ns::WordGroup, "wgp") || element.is(Ns::WordCanvas, "wpc")) around.place += ", group";
-        if (element.is(Ns::Word, "sdt")) addTags(element.findChild("sdtPr"), around.tags);
+        if (element.is(Ns::Word, "sdt")) around.controls.push_back(element.findChild("sdtPr"));
         if (!isOneOf(name, {"inline", "anchor", "graphicFrame"})) return;
         for (const auto child : element.getChildren())
             if (isOneOf(child.getName(), {"docPr", "cNvPr"})) around.properties = child;
@@ -165,8 +165,12 @@ class PartWalk {
             drawing.description = around.properties.getAttribute("descr").value_or("");
             drawing.title = around.properties.getAttribute("title").value_or("");
         }
-        drawing.tags = around.tags;
-        for (const auto& [id, name] : bookmarks_) drawing.bookmarks.push_back(name);
+        for (const auto& control : around.controls) addTags(control, drawing.tags);
+        // Marks without an end pile up.
+        constexpr std::ptrdiff_t most = 100;
+        auto bookmark = bookmarks_.begin();
+        for (auto left = most; left > 0 && bookmark != bookmarks_.end(); --left, ++bookmark)
+            drawing.bookmarks.push_back(bookmark->second);
         drawing.place = around.place;
         return found_.emplace_back(std::move(drawing));
     }
@@ -175,14 +179,12 @@ class PartWalk {
     {
         auto& drawing = add(around);
         const auto id = element.getAttribute(Ns::OfficeRelationships, "id").value_or("");
-        const auto target =
-            std::find_if(relationships_.begin(), relationships_.end(),
-                         [&](const Relationship& row) { return row.id == id && !row.isExternal; });
-        if (target == relationships_.end()) drawing.problem = "its part is missing";
+        const auto target = targets_.find(id);
+        if (target == targets_.end()) drawing.problem = "its part is missing";
         if (element.getNs() == Ns::ChartEx) drawing.problem = newKind;
         drawing.relationshipIds = {id};
         drawing.positions = {position_++};
-        if (target != relationships_.end()) drawing.chartParts = {target->target};
+        if (target != targets_.end()) drawing.chartParts = {target->second};
     }
 
     void addObject(const XmlElement& element, const Surroundings& around)
@@ -194,7 +196,7 @@ class PartWalk {
 
     const XmlSpans& xml_;
     const std::string& part_;
-    std::vector<Relationship> relationships_;
+    std::map<std::string, std::string> targets_;
     std::map<std::string, std::string> bookmarks_;
     std::vector<ChartDrawing> found_;
     std::size_t position_ = 0;
@@ -217,25 +219,14 @@ bool mayHoldCharts(const std::vector<Relationship>& relationships)
 
 }  // namespace
 
-std::vector<std::pair<std::string, std::string>> findTextParts(const Package& document)
-{
-    std::vector<std::pair<std::string, std::string>> parts = {{document.getMainPart(), "body"}};
-    const auto relationships = document.getRelationships(document.getMainPart());
-    for (const auto kind : textKinds)
-        for (const auto& row : relationships)
-            if (row.getKind() == kind && !row.isExternal && document.hasPart(row.target))
-                parts.emplace_back(row.target, kind);
-    return parts;
-}
-
 std::vector<ChartDrawing> findCharts(const Package& document)
 {
     std::vector<ChartDrawing> drawings;
     for (const auto& [part, place] : findTextParts(document)) {
-        auto relationships = document.getRelationships(part);
+        const auto relationships = document.getRelationships(part);
         if (!mayHoldCharts(relationships)) continue;
         const XmlSpans xml(document.getPart(part), part);
-        auto found = PartWalk(xml, part, std::move(relationships)).walk(place);
+        auto found = PartWalk(xml, part, relationships).walk(place);
         drawings.insert(drawings.end(), std::make_move_iterator(found.begin()),
                         std::make_move_iterator(found.end()));
     }

@@ -24,6 +24,7 @@ struct ChartDrawing {
     std::string title = {};
     /// Tags and titles of the content controls around it.
     std::vector<std::string> tags = {};
+    /// Names of the bookmarks around it, no more than 100.
     std::vector<std::string> bookmarks = {};
     /// "body", "header, table", "body, text box" ...
     std::string place = {};
@@ -33,9 +34,6 @@ struct ChartDrawing {
 
 /// The charts of a document, in reading order: those of the body, then of headers, footers and notes.
 std::vector<ChartDrawing> findCharts(const Package& document);
-
-/// The parts that hold running text: the main part, headers, footers and notes, with what people call them.
-std::vector<std::pair<std::string, std::string>> findTextParts(const Package& document);
 
 /// The attributes that lead to chart parts, in the order of the part, as ChartDrawing::positions count.
 std::vector<Span> findChartIds(const XmlSpans& xml);

@@ -4,6 +4,7 @@
 #include "chart/model/DataSet.h"
 #include "report/fill/CellRange.h"
 #include "report/fill/WorkbookFill.h"
+#include "report/options/QuotedText.h"
 #include "report/workbook/Workbook.h"
 
 namespace quillon::report {
@@ -113,8 +114,8 @@ WorkbookChange updateWorkbook(Package& document, const std::string& chartPart,
     if (old == nullptr) return addWorkbook(document, chartPart, nullptr, std::move(series));
     if (old->isExternal) {
         auto change = addWorkbook(document, chartPart, old, std::move(series));
-        change.warning =
-            "its workbook was a link to \"" + old->target + "\"; the document now carries a new one.";
+        change.warning = "its workbook was a link to " + quoteText(old->target, 200) +
+                         "; the document now carries a new one.";
         return change;
     }
     if (!document.hasPart(old->target)) {

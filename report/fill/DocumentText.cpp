@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace quillon::report {
 namespace {
@@ -11,6 +12,9 @@ constexpr std::string_view closing = "}}";
 /// Stands in the text of a paragraph for what is no text.
 constexpr char object = '\x01';
 
+/// The relationships that lead from the main part to others with running text.
+constexpr std::array<std::string_view, 5> textKinds = {"header", "footer", "footnotes", "endnotes",
+                                                       "comments"};
 /// What surrounds runs without changing what they show.
 constexpr std::array<std::string_view, 11> containers = {"r",         "hyperlink", "ins",        "moveTo",
                                                          "smartTag",  "sdt",       "sdtContent", "fldSimple",
@@ -48,9 +52,10 @@ bool isOneOf(const XmlElement& element, const Names& names)
     return element.getNs() == Ns::Word && std::ranges::find(names, element.getName()) != names.end();
 }
 
+constexpr std::string_view blanks = " \t\n\r";
+
 std::string trim(std::string_view text)
 {
-    constexpr std::string_view blanks = " \t\n\r";
     const auto begin = text.find_first_not_of(blanks);
     if (begin == std::string_view::npos) return {};
     return std::string(text.substr(begin, text.find_last_not_of(blanks) + 1 - begin));
@@ -94,23 +99,24 @@ void setText(const XmlElement& element, const std::string& text, Edits& edits)
 
 }  // namespace
 
-std::vector<std::string> getTextParts(const Package& document)
+std::vector<std::pair<std::string, std::string>> findTextParts(const Package& document)
 {
-    constexpr std::array<std::string_view, 5> kinds = {"header", "footer", "footnotes", "endnotes",
-                                                       "comments"};
-    std::vector<std::string> parts = {document.getMainPart()};
-    for (const auto& relationship : document.getRelationships(document.getMainPart())) {
-        const bool isText = std::ranges::find(kinds, relationship.getKind()) != kinds.end();
-        const bool isKnown = std::ranges::find(parts, relationship.target) != parts.end();
-        if (isText && !isKnown && !relationship.isExternal && document.hasPart(relationship.target))
-            parts.push_back(relationship.target);
-    }
+    std::vector<std::pair<std::string, std::string>> parts = {{document.getMainPart(), "body"}};
+    std::set<std::string> known = {document.getMainPart()};
+    const auto relationships = document.getRelationships(document.getMainPart());
+    for (const auto kind : textKinds)
+        for (const auto& row : relationships)
+            if (row.getKind() == kind && !row.isExternal && document.hasPart(row.target) &&
+                known.insert(row.target).second)
+                parts.emplace_back(row.target, kind);
     return parts;
 }
 
 ParagraphText::ParagraphText(const XmlElement& paragraph) : paragraph_(paragraph)
 {
     collect(paragraph);
+    shownBegin_ = text_.find_first_not_of(blanks);
+    shownEnd_ = text_.find_last_not_of(blanks) + 1;
 }
 
 void ParagraphText::collect(const XmlElement& parent)
@@ -132,24 +138,22 @@ void ParagraphText::collect(const XmlElement& parent)
 std::vector<TextMatch> ParagraphText::findPlaceholders() const
 {
     std::vector<TextMatch> matches;
-    for (std::size_t at = 0; (at = text_.find(opening, at)) != std::string::npos;) {
-        const auto end = text_.find(closing, at + opening.size());
-        if (end == std::string::npos) break;
-        const auto inner =
-            trim(std::string_view(text_).substr(at + opening.size(), end - at - opening.size()));
-        if (!isName(inner)) {
-            ++at;
-            continue;
-        }
-        matches.push_back({inner, at, end + closing.size()});
-        at = matches.back().end;
+    std::size_t at = 0;
+    for (std::size_t end = 0; (end = text_.find(closing, at)) != std::string::npos;) {
+        // A name holds no brace: the opening is the last one before the closing.
+        const auto before = std::string_view(text_).substr(at, end - at);
+        const auto start = before.rfind(opening);
+        const auto name = start == std::string_view::npos ? "" : trim(before.substr(start + opening.size()));
+        const bool isPlaceholder = isName(name);
+        if (isPlaceholder) matches.push_back({name, at + start, end + closing.size()});
+        at = end + (isPlaceholder ? closing.size() : 1);
     }
     return matches;
 }
 
 bool ParagraphText::isAlone(const TextMatch& match) const
 {
-    return trim(text_) == text_.substr(match.begin, match.end - match.begin);
+    return match.begin == shownBegin_ && match.end == shownEnd_;
 }
 
 bool ParagraphText::isBare() const
@@ -192,15 +196,16 @@ void ParagraphText::remove(const TextMatch& match, Edits& edits) const
 void ParagraphText::replace(const std::vector<TextMatch>& matches, const std::string& replacement,
                             Edits& edits) const
 {
+    auto first = matches.begin();
     for (const auto& piece : pieces_) {
         std::string text;
         std::size_t at = piece.begin;
         const auto end = piece.begin + piece.text.size();
-        for (const auto& match : matches) {
-            if (match.end <= at || match.begin >= end) continue;
-            if (match.begin >= at) text += text_.substr(at, match.begin - at);
-            if (match.begin >= piece.begin) text += replacement;
-            at = std::min(match.end, end);
+        while (first != matches.end() && first->end <= piece.begin) ++first;
+        for (auto match = first; match != matches.end() && match->begin < end; ++match) {
+            if (match->begin >= at) text += text_.substr(at, match->begin - at);
+            if (match->begin >= piece.begin) text += replacement;
+            at = std::min(match->end, end);
         }
         if (at == piece.begin) continue;
         text += text_.substr(at, end - at);

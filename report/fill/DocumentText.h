@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "report/package/Package.h"
@@ -10,8 +11,8 @@
 
 namespace quillon::report {
 
-/// The parts of a document that hold text: the main part, headers, footers and notes.
-std::vector<std::string> getTextParts(const Package& document);
+/// The parts that hold running text: the main part, headers, footers and notes, with what people call them.
+std::vector<std::pair<std::string, std::string>> findTextParts(const Package& document);
 
 /// A stretch of the text of a paragraph.
 struct TextMatch {
@@ -56,6 +57,9 @@ class ParagraphText {
 
     XmlElement paragraph_;
     std::string text_;
+    /// Without the blanks around it.
+    std::size_t shownBegin_ = 0;
+    std::size_t shownEnd_ = 0;
     std::vector<Piece> pieces_;
 };
 

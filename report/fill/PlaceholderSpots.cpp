@@ -16,9 +16,9 @@ PlaceholderKind getTextKind(const ParagraphText& paragraph, const TextMatch& mat
 void findTextSpots(const XmlElement& root, std::vector<Spot>& spots)
 {
     for (const auto& element : findParagraphs(root)) {
-        const ParagraphText paragraph(element);
-        for (const auto& match : paragraph.findPlaceholders()) {
-            const auto kind = getTextKind(paragraph, match);
+        const auto paragraph = std::make_shared<const ParagraphText>(element);
+        for (const auto& match : paragraph->findPlaceholders()) {
+            const auto kind = getTextKind(*paragraph, match);
             const auto prefix = kind == PlaceholderKind::Table ? tablePrefix.size() : 0;
             spots.push_back({kind, match.name.substr(prefix), paragraph, match, {}});
         }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +19,8 @@ inline constexpr std::string_view tablePrefix = "table:";
 struct Spot {
     PlaceholderKind kind;
     std::string name;
-    /// The text around it; nothing for a picture.
-    std::optional<ParagraphText> paragraph;
+    /// The text around it, which the placeholders of a paragraph share; null for a picture.
+    std::shared_ptr<const ParagraphText> paragraph;
     TextMatch match;
     /// The properties of the picture.
     XmlElement picture;

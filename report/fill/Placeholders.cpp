@@ -1,13 +1,15 @@
 #include "report/fill/Placeholders.h"
 
-#include <algorithm>
 #include <functional>
+#include <set>
 #include <stdexcept>
+#include <unordered_set>
 #include <utility>
 
 #include "report/fill/ChartInserter.h"
 #include "report/fill/DataTable.h"
 #include "report/fill/PlaceholderSpots.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
@@ -16,28 +18,30 @@ namespace {
 std::string describe(const Placeholder& placeholder)
 {
     const auto prefix = placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "";
-    return "{{" + prefix + placeholder.name + "}}";
+    return "{{" + prefix + showText(placeholder.name) + "}}";
 }
 
 /// Says that a placeholder is missing, or stands where it cannot become what it should, with those there are.
 [[noreturn]] void failMissing(const Package& document, const std::string& name, const std::string& reason)
 {
-    const auto placeholders = findPlaceholders(document);
+    constexpr std::size_t named = 20;
     std::string list;
-    for (const auto& placeholder : placeholders) {
+    std::unordered_set<std::string> known;
+    for (const auto& placeholder : findPlaceholders(document)) {
+        if (placeholder.name == name)
+            throw std::runtime_error("Placeholder {{" + showText(name) + "}}: " + reason);
         const auto text = describe(placeholder);
-        if (list.find(text) == std::string::npos) list += (list.empty() ? "" : ", ") + text;
+        if (known.insert(text).second && known.size() <= named) list += (list.empty() ? "" : ", ") + text;
     }
-    for (const auto& placeholder : placeholders)
-        if (placeholder.name == name) throw std::runtime_error("Placeholder {{" + name + "}}: " + reason);
-    throw std::runtime_error("There is no placeholder {{" + name + "}}; the document has " +
+    if (known.size() > named) list += " and " + std::to_string(known.size() - named) + " more";
+    throw std::runtime_error("There is no placeholder {{" + showText(name) + "}}; the document has " +
                              (list.empty() ? "none" : list) + ".");
 }
 
 /// Calls `change` with each part that holds text, and stores what it changed.
 void changeTextParts(Package& document, const std::function<void(const XmlSpans&, Edits&)>& change)
 {
-    for (const auto& part : getTextParts(document)) {
+    for (const auto& [part, place] : findTextParts(document)) {
         // Cheap to search, which most parts do not survive.
         if (document.getPart(part).find('{') == std::string::npos) continue;
         const XmlSpans xml(document.getPart(part), part);
@@ -52,12 +56,12 @@ void changeTextParts(Package& document, const std::function<void(const XmlSpans&
 std::vector<Placeholder> findPlaceholders(const Package& document)
 {
     std::vector<Placeholder> found;
-    for (const auto& part : getTextParts(document)) {
+    for (const auto& [part, place] : findTextParts(document)) {
+        std::set<std::pair<std::string, PlaceholderKind>> known;
         const XmlSpans xml(document.getPart(part), part);
         for (const auto& spot : findSpots(xml.getRoot())) {
-            const Placeholder placeholder{spot.name, spot.kind, part};
-            const bool isKnown = std::ranges::find(found, placeholder) != found.end();
-            if (!isKnown && !isInFallback(spot.getElement())) found.push_back(placeholder);
+            if (isInFallback(spot.getElement()) || !known.emplace(spot.name, spot.kind).second) continue;
+            found.push_back({spot.name, spot.kind, part});
         }
     }
     return found;
@@ -118,8 +122,9 @@ void insertTable(Package& document, const std::string& name, const ChartData& da
         }
     });
     if (!isFound)
-        failMissing(document, name,
-                    "a table takes the place of a paragraph that holds {{table:" + name + "}} alone.");
+        failMissing(
+            document, name,
+            "a table takes the place of a paragraph that holds {{table:" + showText(name) + "}} alone.");
     document = std::move(changed);
 }
 

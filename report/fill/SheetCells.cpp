@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -170,7 +171,7 @@ SheetCells::SheetCells(std::string_view bytes, std::string part, const std::vect
       strings_(strings)
 {
     if (!xml_.getRoot().is(Ns::Sheet, "worksheet") || !data_)
-        throw std::runtime_error("\"" + xml_.getPart() + "\" is no worksheet");
+        throw std::runtime_error(quoteText(xml_.getPart(), 200) + " is no worksheet");
     reserveCells();
     Reader(*this).read();
 }

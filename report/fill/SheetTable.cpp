@@ -4,6 +4,7 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "report/options/QuotedText.h"
 #include "report/package/XmlSpans.h"
 #include "support/Text.h"
 
@@ -94,10 +95,11 @@ void SheetTable::follow(SheetCells& sheet, const std::vector<Area>& before, cons
     followDown(sheet, before, now);
     followRight(sheet, now);
     if (totalsRows_ > 0 && area_.bottom != old.bottom)
-        throw std::runtime_error("the table \"" + name_ + "\" has a row of totals");
+        throw std::runtime_error("the table " + quoteText(name_) + " has a row of totals");
     for (const auto& other : others)
         if (other.part_ != part_ && other.area_.overlaps(area_))
-            throw std::runtime_error("the table \"" + name_ + "\" would grow into \"" + other.name_ + "\"");
+            throw std::runtime_error("the table " + quoteText(name_) + " would grow into " +
+                                     quoteText(other.name_));
     if (area_ != old) isChanged_ = true;
     nameColumns(sheet);
 }

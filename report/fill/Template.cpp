@@ -216,8 +216,11 @@ void Template::Content::failToFind(const std::string& key, std::size_t count) co
         throw std::runtime_error("There is no chart " + quoteText(key) + ": the document has none.");
     auto sentence = count == 0 ? "There is no chart " + quoteText(key)
                                : "There are " + std::to_string(count) + " charts " + quoteText(key);
-    for (std::size_t i = 0; i < getDrawings().size(); ++i)
+    constexpr std::size_t named = 20;
+    const auto there = getDrawings().size();
+    for (std::size_t i = 0; i < std::min(there, named); ++i)
         sentence += (i == 0 ? "; the document has " : "; ") + describe(describeChart(i));
+    if (there > named) sentence += " and " + std::to_string(there - named) + " more";
     throw std::runtime_error(sentence + ".");
 }
 

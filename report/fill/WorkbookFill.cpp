@@ -12,6 +12,7 @@
 #include "report/fill/CellStyles.h"
 #include "report/fill/SheetCells.h"
 #include "report/fill/SheetTable.h"
+#include "report/options/QuotedText.h"
 #include "report/package/XmlSpans.h"
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
@@ -194,14 +195,14 @@ Filler::Sheet& Filler::openSheet(const std::string& name)
 {
     const auto sheet =
         std::ranges::find_if(sheets_, [&](const Sheet& s) { return fold(s.name) == fold(name); });
-    if (sheet == sheets_.end()) refuse("it has no sheet \"" + name + "\"");
+    if (sheet == sheets_.end()) refuse("it has no sheet " + quoteText(name));
     if (!sheet->cells) load(*sheet);
     return *sheet;
 }
 
 void Filler::load(Sheet& sheet)
 {
-    if (!book_.hasPart(sheet.part)) refuse("its sheet \"" + sheet.name + "\" is missing");
+    if (!book_.hasPart(sheet.part)) refuse("its sheet " + quoteText(sheet.name) + " is missing");
     sheet.cells = std::make_unique<SheetCells>(book_.getPart(sheet.part), sheet.part, strings_);
     for (const auto& relationship : book_.getRelationships(sheet.part))
         if (relationship.getKind() == "table" && book_.hasPart(relationship.target))
@@ -227,13 +228,13 @@ Place Filler::resolveName(std::string_view text, int depth)
     const DefinedName* found = nullptr;
     for (const auto& defined : names_)
         if (fold(defined.name) == fold(name) && (found == nullptr || defined.sheet >= 0)) found = &defined;
-    if (found == nullptr) refuse("\"" + std::string(text) + "\" names no cells");
+    if (found == nullptr) refuse(quoteText(text) + " names no cells");
     if (auto range = parseRange(found->text)) {
         cutWholeLines(*range);
         return {std::move(*range), found->name};
     }
     if (auto range = computeOffset(found->text, depth)) return {std::move(*range), found->name, true};
-    refuse("the name \"" + name + "\" is computed");
+    refuse("the name " + quoteText(name) + " is computed");
 }
 
 /// The cells of "OFFSET(Sheet1!$B$1,1,0,COUNTA(Sheet1!$B:$B)-1,1)", as names that grow by themselves are

@@ -98,8 +98,7 @@ std::string ChartPart::describe(const SeriesPart& part)
 
 std::string ChartPart::describe(std::size_t index, const chart::DataSeries& series)
 {
-    return "series " + std::to_string(index + 1) + " (" +
-           quoteText(toUtf8(escapeCharacters(series.getName()))) + ")";
+    return "series " + std::to_string(index + 1) + " (" + quoteText(series.getName()) + ")";
 }
 
 void ChartPart::warn(const std::string& place, const std::string& sentence)
@@ -116,7 +115,7 @@ void ChartPart::warn(const Place& place, const std::string& sentence)
 void ChartPart::warnNoColor(const Place& place, const std::u16string& text)
 {
     if (context.listener.warning)
-        warn(place, quoteText(toUtf8(escapeCharacters(text))) +
+        warn(place, quoteText(text) +
                         " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
                         "255. The default is used.");
 }

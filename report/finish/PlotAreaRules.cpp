@@ -42,15 +42,14 @@ std::string describeChart(const Extent& extent)
 std::optional<double> readShare(const Extent& extent, const char* name, const std::u16string& text)
 {
     if (text.empty()) return {};
-    const auto utf8 = toUtf8(escapeCharacters(text));
     double share = 0;
     try {
-        share = readLength(utf8) / readLength(extent.chartSize);
+        share = readLength(toUtf8(escapeCharacters(text))) / readLength(extent.chartSize);
     } catch (const std::runtime_error& error) {
         refuse(name, error.what());
     }
     if (!(share >= 0 && share <= 1))
-        refuse(name, "expected a length inside " + describeChart(extent) + ", got " + quoteText(utf8) + ".");
+        refuse(name, "expected a length inside " + describeChart(extent) + ", got " + quoteText(text) + ".");
     return share;
 }
 
@@ -69,7 +68,7 @@ Span readSpan(const Extent& extent)
     // Lengths in centimetres may add up to a little more than the whole.
     constexpr double whole = 1 + 1e-9;
     if (span.start && span.size && *span.start + *span.size > whole)
-        refuse(extent.sizeName, quoteText(toUtf8(extent.size)) + " from " + quoteText(toUtf8(extent.start)) +
+        refuse(extent.sizeName, quoteText(extent.size) + " from " + quoteText(extent.start) +
                                     " on ends outside " + describeChart(extent) + ".");
     return span;
 }

@@ -16,6 +16,7 @@
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
 #include "report/options/NumberText.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -190,9 +191,9 @@ class Preparation {
         const auto& categories = dataSet().getCategories();
         std::size_t index = 0;
         while (index < categories.size() && read(categories[index])) ++index;
-        throw ChartError(
-            "", std::string("category-type ") + type + ": category " + std::to_string(index + 1) + " is \"" +
-                    toUtf8(escapeCharacters(categories.at(index))) + "\"; expected " + allowed + ".");
+        throw ChartError("", std::string("category-type ") + type + ": category " +
+                                 std::to_string(index + 1) + " is " + quoteText(categories.at(index)) +
+                                 "; expected " + allowed + ".");
     }
 
     /// What the author calls dates or numbers must be so.

@@ -7,6 +7,7 @@
 
 #include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
+#include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -41,8 +42,8 @@ void requireTotals(const std::vector<std::u16string>& categories, const std::vec
     const std::unordered_set<std::u16string_view> known(categories.begin(), categories.end());
     for (const auto& total : totals)
         if (!known.contains(total))
-            throw ChartError("", "totals: there is no category \"" + toUtf8(escapeCharacters(total)) +
-                                     "\"; the categories are" + listNames(categories) + ".");
+            throw ChartError("", "totals: there is no category " + quoteText(total) + "; the categories are" +
+                                     listNames(categories) + ".");
 }
 
 std::vector<Bar> makeBars(const chart::DataSeries& series, const std::vector<bool>& totals)

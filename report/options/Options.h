@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "report/options/ChartOptions.h"
+#include "report/options/Nothing.h"
 #include "support/Export.h"
 
 /// The one table of the options of a chart. The command line, job files, Python's keywords, messages and the
@@ -22,7 +23,7 @@ enum class OptionGroup : std::uint8_t { Place, Axes, Labels, Series, Trends, Loo
 enum class OptionForm : std::uint8_t { Flag, Number, Integer, Text, Choice, Choices, Texts, TextPairs };
 
 /// The value of an option, whoever wrote it; nothing for one that is not given. A choice is its name.
-using OptionValue = std::variant<std::monostate, bool, double, std::string, std::vector<std::string>,
+using OptionValue = std::variant<Nothing, bool, double, std::string, std::vector<std::string>,
                                  std::vector<std::pair<std::string, std::string>>>;
 
 struct Option {

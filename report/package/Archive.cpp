@@ -1,4 +1,5 @@
 #include "report/package/Archive.h"
+#include "report/options/QuotedText.h"
 
 #include <zlib.h>
 
@@ -27,6 +28,7 @@ constexpr std::size_t offsetInDirectory = 42;
 constexpr std::uint16_t wideField = 1;
 /// Says that the number stands in a wider field elsewhere.
 constexpr std::uint64_t elsewhere = 0xFFFFFFFF;
+constexpr std::size_t countElsewhere = 0xFFFF;
 
 constexpr std::uint16_t encryptedFlag = 1;
 constexpr std::uint16_t stored = 0;
@@ -63,7 +65,7 @@ std::string_view slice(std::string_view bytes, std::size_t at, std::size_t size)
 
 std::string quote(const std::string& name)
 {
-    return "\"" + name + "\"";
+    return quoteText(name, 200);
 }
 
 struct Directory {
@@ -211,7 +213,9 @@ std::string inflateBytes(std::string_view packed, std::size_t size)
     Stream<inflateEnd> stream;
     if (inflateInit2(&stream, rawWindow) != Z_OK) throw std::bad_alloc();
     setBuffers(stream, packed, bytes);
-    if (inflate(&stream, Z_FINISH) != Z_STREAM_END) return {};
+    const int status = inflate(&stream, Z_FINISH);
+    if (status == Z_MEM_ERROR) throw std::bad_alloc();
+    if (status != Z_STREAM_END) return {};
     bytes.resize(stream.total_out);
     return bytes;
 }
@@ -235,6 +239,11 @@ std::string deflateBytes(std::string_view bytes)
         stream.avail_out = static_cast<uInt>(chunk.size());
     }
     return packed;
+}
+
+[[noreturn]] void failTooLarge()
+{
+    throw std::runtime_error("The document would be larger than 4 GB, which its format cannot hold.");
 }
 
 std::uint32_t makeChecksum(std::string_view bytes)
@@ -261,14 +270,14 @@ std::string unpack(std::string_view bytes, const Archive::Entry& entry)
 
 PackedBytes pack(std::string_view bytes)
 {
-    PackedBytes packed{stored, makeChecksum(bytes), bytes.size()};
-    if (!bytes.starts_with(localSignature)) {
-        packed.method = deflated;
-        packed.bytes = deflateBytes(bytes);
-    } else {
-        packed.bytes = bytes;
-    }
-    return packed;
+    if (bytes.size() >= elsewhere || bytes.starts_with(localSignature)) return store(bytes);
+    return {deflated, makeChecksum(bytes), bytes.size(), deflateBytes(bytes)};
+}
+
+PackedBytes store(std::string_view bytes)
+{
+    if (bytes.size() >= elsewhere) failTooLarge();
+    return {stored, makeChecksum(bytes), bytes.size(), std::string(bytes)};
 }
 
 Archive::Archive(std::string bytes, const ArchiveLimits& limits) : bytes_(std::move(bytes))
@@ -372,8 +381,10 @@ void ArchiveWriter::add(const std::string& name, const PackedBytes& content, std
 std::string ArchiveWriter::finish(std::string_view comment)
 {
     const auto start = bytes_.size();
-    if (start + directory_.size() >= elsewhere)
-        throw std::runtime_error("The document would be larger than 4 GB, which its format cannot hold.");
+    if (start + directory_.size() >= elsewhere) failTooLarge();
+    if (count_ >= countElsewhere)
+        throw std::runtime_error(
+            "The document would have more than 65,534 parts, which its format cannot hold.");
     bytes_ += directory_;
     bytes_ += endSignature;
     appendNumber(bytes_, 0, 4);

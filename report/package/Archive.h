@@ -30,8 +30,14 @@ struct PackedBytes {
     std::string bytes = {};
 };
 
+/// 1 January 1980, the first day that the records of a zip file can name, at midnight.
+inline constexpr std::uint32_t firstDay = 0x210000;
+
 /// Deflates `bytes`, unless they are a zip file themselves.
+/// Throws: std::runtime_error beyond 4 GB.
 PackedBytes pack(std::string_view bytes);
+/// The same as they are.
+PackedBytes store(std::string_view bytes);
 
 /// A zip file that is read, and whose entries can be copied as they are. It keeps the bytes and never
 /// changes; threads may share it. A library that hides where an entry's bytes lie could only rewrite them.
@@ -88,6 +94,7 @@ class ArchiveWriter {
     void copy(const Archive& archive, const Archive::Entry& entry);
     /// Time: as in the records of a zip file.
     void add(const std::string& name, const PackedBytes& content, std::uint32_t time);
+    /// Throws: std::runtime_error for more than the format can hold.
     std::string finish(std::string_view comment);
 
     void reserve(std::size_t size) { bytes_.reserve(size); }

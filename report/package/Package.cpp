@@ -11,8 +11,10 @@
 #include <optional>
 #include <stdexcept>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
+#include "report/options/QuotedText.h"
 #include "report/package/XmlSpans.h"
 
 namespace quillon::report {
@@ -53,8 +55,6 @@ constexpr auto contentTypesPart = "[Content_Types].xml";
 constexpr std::string_view strictTypes = "http://purl.oclc.org/ooxml/officeDocument/relationships/";
 constexpr std::string_view transitionalTypes =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
-/// 1 January 1980, the first day that the records of a zip file can name, at midnight.
-constexpr std::uint32_t firstDay = 0x210000;
 
 char toLower(char c)
 {
@@ -253,7 +253,7 @@ XmlElement findRelationship(const XmlElement& relationships, std::string_view id
 {
     for (const auto& row : relationships.getChildren())
         if (row.getAttribute("Id") == id) return row;
-    throw std::runtime_error("There is no relationship \"" + std::string(id) + "\".");
+    throw std::runtime_error("There is no relationship " + quoteText(id) + ".");
 }
 
 std::vector<Relationship> readRelationships(std::string_view source, const std::string& bytes)
@@ -271,11 +271,11 @@ std::vector<Relationship> readRelationships(std::string_view source, const std::
 
 std::string findFreeId(const XmlElement& relationships)
 {
-    std::vector<std::string> ids;
-    for (const auto& row : relationships.getChildren()) ids.push_back(row.getAttribute("Id").value_or(""));
+    std::unordered_set<std::string> ids;
+    for (const auto& row : relationships.getChildren()) ids.insert(row.getAttribute("Id").value_or(""));
     for (std::size_t number = 1;; ++number) {
         auto id = "rId" + std::to_string(number);
-        if (std::ranges::find(ids, id) == ids.end()) return id;
+        if (!ids.contains(id)) return id;
     }
 }
 
@@ -321,7 +321,8 @@ Package::Package(std::string bytes, const ArchiveLimits& limits)
         opened->keys.push_back(isFolder ? "" : makeKey(entry.name));
         const auto& key = opened->keys.back();
         if (!isFolder && !opened->indices.emplace(key, opened->keys.size() - 1).second)
-            throw std::runtime_error("The file is refused: it has two entries named \"" + entry.name + "\".");
+            throw std::runtime_error("The file is refused: it has two entries named " +
+                                     quoteText(entry.name, 200) + ".");
         if (key.starts_with("_xmlsignatures/")) opened->isSigned = true;
     }
     opened_ = opened;
@@ -405,7 +406,7 @@ bool Package::hasPart(std::string_view name) const
 const std::string& Package::getPart(std::string_view name) const
 {
     if (const auto* bytes = findPart(makeKey(name))) return *bytes;
-    throw std::runtime_error("The file has no part \"" + std::string(name) + "\".");
+    throw std::runtime_error("The file has no part " + quoteText(name, 200) + ".");
 }
 
 void Package::setPart(std::string_view name, std::string bytes)
@@ -421,7 +422,7 @@ void Package::setPart(std::string_view name, std::string bytes)
 
 void Package::addPart(const std::string& name, std::string bytes, std::string_view contentType)
 {
-    if (hasPart(name)) throw std::runtime_error("The file has a part \"" + name + "\" already.");
+    if (hasPart(name)) throw std::runtime_error("The file has a part " + quoteText(name, 200) + " already.");
     const auto key = makeKey(name);
     if (!opened_->indices.contains(key)) added_.push_back(name);
     changes_[key] = std::make_shared<const Content>(std::move(bytes));
@@ -524,10 +525,11 @@ std::string Package::appendRelationship(std::string_view source, std::string_vie
     const auto element = std::string(rows.getRoot().getPrefix()) + "Relationship";
     const auto type = makeType(kind);
     Edits edits;
-    edits.append(rows.getRoot(),
-                 isExternal ? makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target},
-                                                {"TargetMode", "External"}})
-                            : makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}}));
+    edits.append(
+        rows.getRoot(),
+        isExternal
+            ? makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}, {"TargetMode", "External"}})
+            : makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}}));
     setPart(name, edits.apply(rows));
     return id;
 }

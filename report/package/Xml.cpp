@@ -65,11 +65,18 @@ std::u16string escapeUnit(char16_t unit)
            u"_";
 }
 
+/// Asked for once: the registry has a lock, which a process that is forked off meanwhile would never get.
+xercesc::DOMImplementation& getImplementation()
+{
+    static auto& implementation = *xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
+    return implementation;
+}
+
 }  // namespace
 
 DocumentPointer createDocument()
 {
-    return DocumentPointer(xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS")->createDocument());
+    return DocumentPointer(getImplementation().createDocument());
 }
 
 void declareNamespaces(DOMElement* element)
@@ -174,9 +181,8 @@ void insertAfter(DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* 
 
 DOMElement* appendMarkup(DOMElement* parent, const std::string& markup)
 {
-    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
     const std::unique_ptr<xercesc::DOMLSParser, Release> parser(
-        implementation->createLSParser(xercesc::DOMImplementationLS::MODE_SYNCHRONOUS, nullptr));
+        getImplementation().createLSParser(xercesc::DOMImplementationLS::MODE_SYNCHRONOUS, nullptr));
     parser->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMNamespaces, false);
     parser->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMDisallowDoctype, true);
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(markup.data()), markup.size(),
@@ -191,9 +197,9 @@ DOMElement* appendMarkup(DOMElement* parent, const std::string& markup)
 
 std::string serialise(const xercesc::DOMNode* node)
 {
-    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
-    const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(implementation->createLSSerializer());
-    const std::unique_ptr<xercesc::DOMLSOutput, Release> output(implementation->createLSOutput());
+    const std::unique_ptr<xercesc::DOMLSSerializer, Release> serializer(
+        getImplementation().createLSSerializer());
+    const std::unique_ptr<xercesc::DOMLSOutput, Release> output(getImplementation().createLSOutput());
     xercesc::MemBufFormatTarget target(0x10000);
     output->setByteStream(&target);
     output->setEncoding(u"UTF-8");

@@ -6,10 +6,12 @@
 #include <array>
 #include <boost/locale/encoding_utf.hpp>
 #include <charconv>
+#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <unordered_map>
 
+#include "report/options/QuotedText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -235,11 +237,32 @@ std::string escapeAttribute(std::string_view text)
     return escape(text, true);
 }
 
+/// Whether memory ran out since a parser was made on this thread: expat does not always say so.
+thread_local bool hasRunOut = false;
+
+void* reallocate(void* memory, std::size_t size)
+{
+    void* const found = std::realloc(memory, size);
+    if (found == nullptr && size > 0) hasRunOut = true;
+    return found;
+}
+
+void* allocate(std::size_t size)
+{
+    return reallocate(nullptr, size);
+}
+
+XML_Parser makeParser()
+{
+    constexpr XML_Memory_Handling_Suite memory = {allocate, reallocate, std::free};
+    hasRunOut = false;
+    return XML_ParserCreate_MM("UTF-8", &memory, &nameSeparator);
+}
+
 /// Fills an XmlSpans from what expat reports.
 class XmlReader {
  public:
-    XmlReader(XmlSpans& xml, XmlSpans::Defers defers)
-        : xml_(xml), defers_(defers), parser_(XML_ParserCreateNS("UTF-8", nameSeparator))
+    XmlReader(XmlSpans& xml, XmlSpans::Defers defers) : xml_(xml), defers_(defers), parser_(makeParser())
     {
         if (!parser_) throw std::bad_alloc();
         XML_SetUserData(parser_.get(), this);
@@ -262,6 +285,7 @@ class XmlReader {
     void parse(std::string_view chunk, bool isLast)
     {
         const auto status = XML_Parse(parser_.get(), chunk.data(), static_cast<int>(chunk.size()), isLast);
+        if (hasRunOut) throw std::bad_alloc();
         if (!problem_.empty()) fail(problem_);
         if (status == XML_STATUS_OK) return;
         fail(std::string("it is no well-formed XML (") + XML_ErrorString(XML_GetErrorCode(parser_.get())) +
@@ -271,7 +295,7 @@ class XmlReader {
     [[noreturn]] void fail(const std::string& problem) const
     {
         const auto line = XML_GetCurrentLineNumber(parser_.get());
-        throw std::runtime_error(xml_.part_ + ", line " + std::to_string(line) + ": " + problem);
+        throw std::runtime_error(showText(xml_.part_) + ", line " + std::to_string(line) + ": " + problem);
     }
 
     void stop(const char* problem)
@@ -377,7 +401,7 @@ class XmlReader {
 
 XmlSpans::XmlSpans(std::string_view bytes, std::string part, Defers defers) : part_(std::move(part))
 {
-    if (bytes.size() > maximumSize) throw std::runtime_error(part_ + ": it is larger than 2 GB.");
+    if (bytes.size() > maximumSize) throw std::runtime_error(showText(part_) + ": it is larger than 2 GB.");
     decode(bytes);
     XmlReader(*this, defers).read(text_);
     strict_ = isStrictUri(names_[nodes_[0].name].uri);
@@ -398,7 +422,9 @@ void XmlSpans::decode(std::string_view bytes)
         const auto second = static_cast<unsigned char>(bytes[at + 1]);
         units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
     }
-    const auto refuse = [this] { throw std::runtime_error(part_ + ": it is no well-formed UTF-16."); };
+    const auto refuse = [this] {
+        throw std::runtime_error(showText(part_) + ": it is no well-formed UTF-16.");
+    };
     // Half a character at the end would be lost.
     if (bytes.size() % 2 != 0) refuse();
     try {

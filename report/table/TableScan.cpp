@@ -221,7 +221,8 @@ const ColumnProfile::Reading& TableScan::chooseReading(std::size_t column) const
     const auto& point = readings[0];
     const auto& comma = readings[1];
     if (point.count != comma.count) return point.count > comma.count ? point : comma;
-    const auto decimal = findDecimal();
+    if (!decimal_) decimal_ = findDecimal();
+    const auto decimal = *decimal_;
     if (!decimal && profile.getDiffering().isSet()) refuseAmbiguous(column);
     return decimal == ',' ? comma : point;
 }

@@ -78,6 +78,8 @@ class TableScan {
     Layout layout_;
     std::unique_ptr<RowFilter> filter_;
     std::vector<ColumnProfile> profiles_;
+    /// What all columns together say of the decimal mark, once a column asks.
+    mutable std::optional<std::optional<char>> decimal_;
     std::vector<HeldRow> held_;
     std::size_t rowCount_ = 0;
     /// Whether the cells of the first column are 0, 1, 2 ... or 1, 2, 3 ...

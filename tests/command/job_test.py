@@ -100,6 +100,9 @@ class JobTest(CommandTest):
                 self.assertEqual(len(said), len(lines), result.stderr)
                 for one, line in zip(said, lines):
                     self.assertTrue(one.startswith(f"quillon-report: job.json:{line}"), f"{one}\n{line}")
+        self.write("job.json", {"charts": [{}] * 1000})
+        said = self.run_command("--job", "job.json", "-o", "out.docx").stderr.splitlines()
+        self.assertEqual((len(said), said[-1]), (51, "quillon-report: job.json: and 950 more."))
         self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv"])
 
     def test_makes_charts_of_tables_beside_the_job_file(self):

@@ -18,6 +18,8 @@
 #include "orca/Script.h"
 #include "report/document/ChartParts.h"
 #include "report/document/Document.h"
+#include "report/fill/Template.h"
+#include "report/options/Options.h"
 #include "support/FeatureService.h"
 #include "tests/faults/Faults.h"
 
@@ -74,6 +76,26 @@ report::Document makeDocument(const std::shared_ptr<const chart::Chart>& chart)
     return document;
 }
 
+std::string setOptions()
+{
+    report::ChartOptions options;
+    for (const auto* name : {"second", "totals"})
+        report::setOption(options, *report::findOption(name), std::vector<std::string>{longText, longText},
+                          name);
+    return options.second.at(1) + options.totals.at(1);
+}
+
+std::string fill(const std::string& bytes)
+{
+    auto data = chart::DataSet::create(std::vector<std::u16string>{u"A category of another name", u"B"});
+    auto series = chart::DataSeries::create(std::u16string(u"A series of another name"));
+    for (const double value : {1.5, 2.0}) series->appendPoint(value);
+    data->appendSeries(series);
+    report::Template document(bytes);
+    document.fill("1", report::ChartData(data));
+    return document.toBytes();
+}
+
 struct Case {
     const char* name;
     /// The bytes that it gives; empty where it gives none.
@@ -85,6 +107,8 @@ std::vector<Case> makeCases(const HostArray& chart, const std::string& path)
     const auto native = chart.getNative<chart::Chart>();
     const auto document = std::make_shared<report::Document>(makeDocument(native));
     return {
+        {"options", setOptions},
+        {"Template::fill", [bytes = document->toBytes()] { return fill(bytes); }},
         {"a chart built by names", [] { return buildByNames(), std::string(); }},
         {"wrong calls by names", [chart] { return callWrongly(chart), std::string(); }},
         {"a document put together", [native] { return makeDocument(native), std::string(); }},

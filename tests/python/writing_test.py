@@ -146,6 +146,33 @@ class Changes(unittest.TestCase):
         document.to_bytes(fork)
         self.assertEqual(children, [0])
 
+    def test_in_children_forked_beside_others_come_to_their_end(self):
+        code = """
+import os, random, signal, threading, time
+from charts import make_chart
+from quillon.report import Document
+chart = make_chart()
+def write():
+    document = Document()
+    document.add_chart(chart)
+    document.to_bytes()
+def write_on():
+    while True:
+        write()
+write()
+for _ in range(4):
+    threading.Thread(target=write_on, daemon=True).start()
+for _ in range(60):
+    time.sleep(random.random() / 100)
+    child = os.fork()
+    if child == 0:
+        signal.alarm(30)
+        write()
+        os._exit(0)
+    print(os.waitpid(child, 0)[1], end="", flush=True)
+"""
+        self.assertEqual(run(code).stdout, "0" * 60)
+
     def fork(self, chart, document):
         child = os.fork()
         if child == 0:

@@ -234,7 +234,7 @@ TEST(Document, ReportsTextsThatAreNoColour)
         return std::pair(warnings, findAll(part, "<a:srgbClr val=\"([^\"]*)\"/>"));
     };
     const std::vector<std::string> warnings = {expected(", fill", "#00ff0"),
-                                               expected(", point 2, border", "_x0001_")};
+                                               expected(", point 2, border", "\\x01")};
     EXPECT_EQ(write(makeColumns(1, {1, 2})),
               std::pair(warnings, std::vector<std::string>{"00FF00", "0080FF", "FFFFFF"}));
     EXPECT_EQ(write(makePie(1, {1, 2})),

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "chart/model/ColumnChart.h"
+#include "report/fill/Template.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
 #include "tests/report/package/RawZip.h"
@@ -207,6 +208,20 @@ TEST(Placeholder, AllAreListedInOrder)
     EXPECT_EQ(findPlaceholders(document), expected);
 }
 
+// What takes a copy of the paragraph, or a look at all others, for each of them does not come to its end.
+TEST(Placeholder, AParagraphMayHoldManyThousands)
+{
+    std::string text;
+    constexpr std::size_t number = 50'000;
+    for (std::size_t i = 0; i < number; ++i) text += run("{{p" + std::to_string(i) + "}} {{x}}{{");
+    auto document = makeDocument(paragraph(text + run(std::string(number, '{') + "}} {{")));
+    EXPECT_EQ(findPlaceholders(document).size(), number + 1);
+    EXPECT_EQ(replaceText(document, "x", "y"), number);
+    const auto sentence = thrownText([&] { replaceText(document, "\x1B", ""); });
+    EXPECT_TRUE(sentence.starts_with("There is no placeholder {{\\x1B}}; the document has {{p0}}, {{p1}}, "));
+    EXPECT_TRUE(sentence.ends_with(", {{p18}}, {{p19}} and 49980 more.")) << sentence;
+}
+
 TEST(Placeholder, AChartIsAsWideAsItsPlace)
 {
     const auto place = paragraph("<w:pPr><w:ind w:left=\"567\"/></w:pPr>" + run("{{mar") + run("gin}}"));
@@ -276,6 +291,8 @@ TEST(Placeholder, AChartBringsItsPartsAndANameOfItsOwn)
                   "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet");
     }
     EXPECT_FALSE(saved.hasPart("word/charts/chart4.xml"));
+    // The second copy is the same chart, and a header that two relationships lead to is one.
+    EXPECT_EQ(Template(saved.toBytes()).getCharts().size(), 3U);
 }
 
 TEST(Placeholder, APictureGivesWayToAChart)

@@ -11,6 +11,7 @@
 #include "chart/model/PieChart.h"
 #include "report/package/XmlSpans.h"
 #include "tests/ThrownText.h"
+#include "tests/report/TestFolder.h"
 #include "tests/report/fill/TestTemplates.h"
 
 namespace quillon::report {
@@ -22,10 +23,11 @@ using Texts = std::vector<std::string>;
 const Template& getPlaces()
 {
     static const Template places = [] {
+        const TestFolder folder;
         const std::string command = std::string("/usr/bin/python3 '") + QUILLON_MAKE_TEMPLATES + "' '" +
-                                    QUILLON_REPORT + "' '" + QUILLON_TEMPLATES + "'";
+                                    QUILLON_REPORT + "' '" + folder / "" + "'";
         if (std::system(command.c_str()) != 0) throw std::runtime_error("The templates could not be made.");
-        return Template::open(std::string(QUILLON_TEMPLATES) + "/places.docx");
+        return Template::open(folder / "places.docx");
     }();
     return places;
 }

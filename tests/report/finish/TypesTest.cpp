@@ -316,8 +316,8 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     auto words = makeData({{1, 2}});
     words.dataSet->setCategories({u"one", u"2"});
     auto negative = makeData({{1, -2, 3}});
-    EXPECT_EQ(refusal(data, {{"line", "X"}}),
-              "chart 1: line: there is no series \"X\"; the series are \"A\", \"B\", \"C\".");
+    EXPECT_EQ(refusal(data, {{"line", "X\x1B[2J"}}),
+              "chart 1: line: there is no series \"X\\x1B[2J\"; the series are \"A\", \"B\", \"C\".");
     EXPECT_EQ(refusal(data, {{"second", "A,B,C"}}),
               "chart 1: second: at least one series stands on the first value axis; all are named.");
     EXPECT_EQ(refusal(data, {{"line", "A"}, {"area", "A"}}),

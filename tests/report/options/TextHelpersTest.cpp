@@ -16,6 +16,8 @@ TEST(QuoteText, IsOneLineFitForATerminal)
     EXPECT_EQ(quoteText("a\nb\tc\x1B[0m\x7F"), "\"a\\nb\\tc\\x1B[0m\\x7F\"");
     EXPECT_EQ(quoteText("\u009B2J \u202Eabc"), "\"\\x9B2J \\u202Eabc\"");
     EXPECT_EQ(quoteText("a\xFFz\xC3"), "\"a\\xFFz\\xC3\"");
+    EXPECT_EQ(quoteText(u"\xD83D\xDE00\xD800\u202E\x01"), "\"\xF0\x9F\x98\x80\\uD800\\u202E\\x01\"");
+    EXPECT_EQ(showText("a\x1B.xml", 4), "a\\x1B.x... (6 characters)");
     EXPECT_EQ(quoteText("äöü", 3), "\"äöü\"");
     EXPECT_EQ(quoteText("äöüß", 3), "\"äöü...\" (4 characters)");
     EXPECT_EQ(quoteText(std::string(1'234'567, 'x'), 2), "\"xx...\" (1,234,567 characters)");
