@@ -123,7 +123,8 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
     const report::ChartData data;
     const report::Listener listener;
     stages.finishing += seconds([&] {
-        report::finishChartPart(doc.get(), {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
+        report::finishChartPart(doc.get(),
+                                {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
     });
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });

@@ -9,8 +9,8 @@ ChartParts makeChartParts(const chart::Chart& chart, const ChartOptions& options
 {
     return translateXercesErrors([&]() -> ChartParts {
         const auto doc = createDocument();
-        auto written = writeChart(
-            doc.get(), {chart, data, options, getKind(chart, options), drawingNumber, relationshipId, listener});
+        auto written = writeChart(doc.get(), {chart, data, options, getKind(chart, options), drawingNumber,
+                                              relationshipId, listener});
         declareNamespaces(written.run);
         return {std::move(written.chart), std::move(written.workbook), serialise(written.run)};
     });

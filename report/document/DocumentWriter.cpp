@@ -319,8 +319,8 @@ void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& place
     if (listener_.warning && parseLength(options.width) > textWidth_)
         listener_.warning("chart " + std::to_string(number) +
                           ": the chart is wider than the text of its page.");
-    auto written = writeChart(
-        main_.get(), {*placed.chart, placed.data, options, getKind(*placed.chart, placed.options), number, id, listener_});
+    auto written = writeChart(main_.get(), {*placed.chart, placed.data, options,
+                                            getKind(*placed.chart, placed.options), number, id, listener_});
     paragraph->appendChild(written.run);
     target_->addPart(name, std::move(written.chart), content_type::chart);
     if (options.workbook) addWorkbook(std::move(written.workbook), name);

@@ -524,10 +524,11 @@ std::string Package::appendRelationship(std::string_view source, std::string_vie
     const auto element = std::string(rows.getRoot().getPrefix()) + "Relationship";
     const auto type = makeType(kind);
     Edits edits;
-    edits.append(rows.getRoot(),
-                 isExternal ? makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target},
-                                                {"TargetMode", "External"}})
-                            : makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}}));
+    edits.append(
+        rows.getRoot(),
+        isExternal
+            ? makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}, {"TargetMode", "External"}})
+            : makeRow(element, {{"Id", id}, {"Type", type}, {"Target", target}}));
     setPart(name, edits.apply(rows));
     return id;
 }
