@@ -81,9 +81,9 @@ WrittenChart writeChart(DOMDocument* mainDocument, const ChartContext& context)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const ChartError& error) {
-        throw std::runtime_error(context.describe(error.getPlace()) + ": " + error.getSentence());
+        throw std::runtime_error(context.describe(error.getPlace(), error.getSentence()));
     } catch (const std::exception& error) {
-        throw std::runtime_error(context.describe("") + ": " + error.what());
+        throw std::runtime_error(context.describe("", error.what()));
     }
 }
 

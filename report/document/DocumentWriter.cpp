@@ -316,11 +316,11 @@ void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& place
     const auto name = target_->findFreeName("word/charts/chart", ".xml");
     const auto id = target_->relate(mainPart_, "chart", name);
     const auto options = fit(placed.options, sharing);
-    if (listener_.warning && parseLength(options.width) > textWidth_)
-        listener_.warning("chart " + std::to_string(number) +
-                          ": the chart is wider than the text of its page.");
-    auto written = writeChart(main_.get(), {*placed.chart, placed.data, options,
-                                            getKind(*placed.chart, placed.options), number, id, listener_});
+    const ChartContext context{*placed.chart, placed.data, options,  getKind(*placed.chart, placed.options),
+                               number,        id,          listener_};
+    if (parseLength(options.width) > textWidth_)
+        context.warn("the chart is wider than the text of its page.");
+    auto written = writeChart(main_.get(), context);
     paragraph->appendChild(written.run);
     target_->addPart(name, std::move(written.chart), content_type::chart);
     if (options.workbook) addWorkbook(std::move(written.workbook), name);

@@ -69,7 +69,6 @@ void replaceCategories(const ChartPart& part, DOMElement* categories)
 void writeCategories(ChartPart& part)
 {
     const auto& data = part.context.data;
-    if (pointKinds.contains(part.context.kind)) return;
     if (!data.levels.empty()) return replaceCategories(part, makeLevels(part));
     if (hasCategoryNumbers(data)) replaceCategories(part, makeCategoryNumbers(part));
 }
@@ -132,21 +131,22 @@ void writeX(const ChartPart& part, const SeriesPart& series)
     series.element->replaceChild(x, findChild(series.element, u"c:cat"))->release();
 }
 
-void writeSizes(const ChartPart& part, const SeriesPart& series)
-{
-    auto* sizes = insertInOrder(series.element, u"c:bubbleSize");
-    const auto& values = part.context.data.getDetails(series.index).sizes;
-    appendNumbers(sizes, getCellRange(part.getColumn(series) + 1, values.size()), u"General", values);
-    insertInOrder(series.element, u"c:bubble3D", u"0");
-}
-
 void placePoints(ChartPart& part)
 {
     for (const auto& series : part.series) {
         writeX(part, series);
         part.doc->renameNode(findChild(series.element, u"c:val"), nullptr, u"c:yVal");
-        if (part.context.kind == ChartKind::Bubble) writeSizes(part, series);
         putInOrder(series.element);
+    }
+}
+
+void sizeBubbles(ChartPart& part)
+{
+    for (const auto& series : part.series) {
+        auto* sizes = insertInOrder(series.element, u"c:bubbleSize");
+        const auto& values = part.context.data.getDetails(series.index).sizes;
+        appendNumbers(sizes, getCellRange(part.getColumn(series) + 1, values.size()), u"General", values);
+        insertInOrder(series.element, u"c:bubble3D", u"0");
     }
 }
 
@@ -197,9 +197,10 @@ void markWaterfall(ChartPart& part)
 }
 
 constexpr std::array rules = {
-    Rule{allKinds, writeCategories},
+    Rule{allKinds.without(pointKinds), writeCategories},
     Rule{categoryKinds, makeDateAxes},
     Rule{pointKinds, placePoints},
+    Rule{ChartKinds(ChartKind::Bubble), sizeBubbles},
     Rule{pointKinds, makeXAxis},
     Rule{ChartKinds(ChartKind::Waterfall), markWaterfall},
 };

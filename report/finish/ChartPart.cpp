@@ -104,7 +104,7 @@ std::string ChartPart::describe(std::size_t index, const chart::DataSeries& seri
 
 void ChartPart::warn(const std::string& place, const std::string& sentence)
 {
-    const auto text = context.describe(place) + ": " + sentence;
+    const auto text = context.describe(place, sentence);
     if (context.listener.warning && told_.insert(text).second) context.listener.warning(text);
 }
 

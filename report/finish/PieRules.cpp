@@ -68,7 +68,6 @@ bool isSet(const chart::DataSeriesFormatOptions* options)
 /// What only slices have is not dropped in silence elsewhere.
 void refuseOptionsOfPies(ChartPart& part)
 {
-    if (sliceKinds.contains(part.context.kind)) return;
     if (isSet(part.context.options.formatOptions.get()))
         throw ChartError("",
                          "The format options hold an explosion or first slice angle, which are for pies.");
@@ -77,7 +76,8 @@ void refuseOptionsOfPies(ChartPart& part)
             part.warn(Place{&series}, "an explosion or first slice angle is for pies. It is left out.");
 }
 
-constexpr std::array rules = {Rule{allKinds, finishPie}, Rule{allKinds, refuseOptionsOfPies}};
+constexpr std::array rules = {Rule{allKinds, finishPie},
+                              Rule{allKinds.without(sliceKinds), refuseOptionsOfPies}};
 
 }  // namespace
 

@@ -51,26 +51,15 @@ std::size_t countPoints(const SeriesPart& series)
 }
 
 /// Curves that have no place for other numbers.
-void requirePositiveNumbers(const SeriesPart& series, Trendline trendline, ScaleKind kind)
-{
-    const auto& points = series.series.getPoints();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const double number = getNumber(*points[i], kind);
-        if (!(number <= 0)) continue;
-        throw ChartError(ChartPart::describe(series) + ", point " + std::to_string(i + 1),
-                         std::string(kind == ScaleKind::X ? "X" : "the value") + " is " +
-                             toUtf8(toText(number)) + "; trendline " +
-                             findRow(trendlineRows, trendline).name + " is for numbers above 0.");
-    }
-}
-
 void requireNumbers(const ChartPart& part, const SeriesPart& series, Trendline trendline)
 {
+    const auto reason =
+        std::string("trendline ") + findRow(trendlineRows, trendline).name + " is for numbers above 0.";
     if (trendline == Trendline::Exponential || trendline == Trendline::Power)
-        requirePositiveNumbers(series, trendline, ScaleKind::Value);
+        requirePositiveNumbers(series, ScaleKind::Value, reason);
     const bool hasX = pointKinds.contains(part.context.kind);
     if (hasX && (trendline == Trendline::Logarithmic || trendline == Trendline::Power))
-        requirePositiveNumbers(series, trendline, ScaleKind::X);
+        requirePositiveNumbers(series, ScaleKind::X, reason);
 }
 
 /// A line through two points, a curve of degree 3 through four.
