@@ -67,7 +67,7 @@ inline bool isUtf8(std::string_view text)
 inline void requireWords(std::string_view sentence)
 {
     require(sentence.size() < 4096, "a message too long for a terminal", sentence.substr(0, 400));
-    require(isUtf8(sentence), "a message that is no UTF-8", sentence);
+    require(isUtf8(sentence), "a message that is not UTF-8", sentence);
     for (const char character : sentence)
         require(static_cast<unsigned char>(character) >= ' ' || character == '\n',
                 "a control character in a message", sentence);

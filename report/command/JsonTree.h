@@ -7,7 +7,14 @@
 
 namespace quillon::report {
 
-struct JsonMember;
+/// A member of an object. A template, since a node holds members and is what they hold.
+template <typename Node>
+struct JsonMemberOf {
+    std::string name;
+    /// Of the name.
+    std::size_t position = 0;
+    Node value;
+};
 
 /// A value of a JSON text, with its position there. All members of an object are kept, those of the same name
 /// too.
@@ -22,19 +29,14 @@ struct JsonNode {
     /// Of a text, in UTF-8.
     std::string text = {};
     std::vector<JsonNode> items = {};
-    std::vector<JsonMember> members = {};
+    std::vector<JsonMemberOf<JsonNode>> members = {};
 
     bool is(Kind other) const { return kind == other; }
     /// The member of that name, or null.
     const JsonNode* find(std::string_view name) const;
 };
 
-struct JsonMember {
-    std::string name;
-    /// Of the name.
-    std::size_t position = 0;
-    JsonNode value;
-};
+using JsonMember = JsonMemberOf<JsonNode>;
 
 /// Reads JSON in which comments may stand. `name` is the file's in sentences.
 /// Throws: std::runtime_error with file, line and column for a text that is not well-formed, a number that is

@@ -30,7 +30,7 @@ class QUILLON_EXPORT Document {
  public:
     Document();
     /// A document that looks like another: its styles, theme, page setup, headers and footers; its text is
-    /// left out. Throws: std::runtime_error when the file cannot be read, or is no document.
+    /// left out. Throws: std::runtime_error when the file cannot be read, or is not a document.
     explicit Document(const std::string& templatePath);
     ~Document();
     Document(Document&& other) noexcept;

@@ -133,7 +133,7 @@ void thinOutCategoryLabels(ChartPart& part)
     const auto& interval = part.context.options.tickInterval;
     if (!interval) return;
     if (hasDateAxis(part.context))
-        return part.warn("", "tick-interval is for categories that are no dates. It is left out.");
+        return part.warn("", "tick-interval is for categories other than dates. It is left out.");
     const auto count = num2str(static_cast<unsigned long>(*interval));
     replaceInOrder(part.axes.category, u"c:tickLblSkip", count.c_str());
 }

@@ -5,6 +5,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "report/finish/Waterfall.h"
+#include "report/options/ColorText.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -116,9 +117,7 @@ void ChartPart::warn(const Place& place, const std::string& sentence)
 void ChartPart::warnNoColor(const Place& place, const std::u16string& text)
 {
     if (context.listener.warning)
-        warn(place, quoteText(toUtf8(escapeCharacters(text))) +
-                        " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
-                        "255. The default is used.");
+        warn(place, describeNoColor(toUtf8(escapeCharacters(text))) + " The default is used.");
 }
 
 }  // namespace quillon::report

@@ -171,9 +171,9 @@ void StandardColors::setOwn(const ChartContext& context)
     const auto& colors = context.options.colors;
     const auto targets = findTargets(context);
     if (colors.size() > targets.names.size())
-        throw ChartError("", "Got " + std::to_string(colors.size()) + " colours for " +
-                                 std::to_string(targets.names.size()) + " " + targets.many +
-                                 "; give at most one for each.");
+        throw ChartError("", std::string("colors: expected at most one for each ") + targets.one + ", " +
+                                 std::to_string(targets.names.size()) + " in all; got " +
+                                 std::to_string(colors.size()) + ".");
     for (const auto& text : colors) own_.push_back(readDigits(text));
 }
 

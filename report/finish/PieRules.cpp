@@ -70,7 +70,7 @@ void refuseOptionsOfPies(ChartPart& part)
 {
     if (isSet(part.context.options.formatOptions.get()))
         throw ChartError("",
-                         "The format options hold an explosion or first slice angle, which are for pies.");
+                         "the format options hold an explosion or first slice angle, which are for pies.");
     for (const auto& series : part.series)
         if (isSet(series.series.getFormatOptions().get()))
             part.warn(Place{&series}, "an explosion or first slice angle is for pies. It is left out.");

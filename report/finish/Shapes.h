@@ -56,8 +56,8 @@ Paint resolve(const FillSettings& settings, const Paint& standard);
 /// border, and the transparency of the border where that is set, else of the fill.
 Paint resolve(const SeriesPart& series, const ShapeSettings& settings, const Paint& standard);
 
-/// Whether the border is no outline of its own: nothing is set of it, or nothing but the colour of the fill,
-/// as a format made of one colour has it.
+/// Whether the border is not an outline of its own: nothing is set of it, or nothing but the colour of the
+/// fill, as a format made of one colour has it.
 bool isOutlineHidden(const ShapeSettings& settings);
 
 /// Gives a c:spPr, or an a:ln, the paint in place of its own.

@@ -273,7 +273,7 @@ class Preparation {
         data().categoryValues = readCategories(readDateText);
         if (!data().categoryValues.empty() || series.getSize() == 0) return;
         throw ChartError(ChartPart::describe(index, series),
-                         std::string("every X is 0, and the categories are no numbers; a ") +
+                         std::string("every X is 0, and the categories are not numbers; a ") +
                              findRow(kindRows, context_.kind).name +
                              " chart needs points with X, or categories that are numbers or dates.");
     }
@@ -359,7 +359,7 @@ class Preparation {
         if (count != 3 && count != 4)
             throw ChartError(
                 "",
-                "A stock chart has 3 series, high, low and close, or 4, open, high, low and close; "
+                "a stock chart has 3 series, high, low and close, or 4, open, high, low and close; "
                 "got " +
                     std::to_string(count) + ".");
     }
@@ -367,7 +367,7 @@ class Preparation {
     void drawWaterfall()
     {
         if (dataSet().getSeriesCount() != 1)
-            throw ChartError("", "A waterfall chart has one series, of changes and totals; got " +
+            throw ChartError("", "a waterfall chart has one series, of changes and totals; got " +
                                      std::to_string(dataSet().getSeriesCount()) + ".");
         auto& totals = data().totals;
         if (!options_.totals.empty()) {

@@ -8,8 +8,11 @@
 namespace quillon::report {
 
 /// The six upper-case hexadecimal digits of the colour that `text` stands for: a colour name, an rgb
-/// expression, or six digits with "#" or without, as a colour set by numbers has them. Nothing when it is no
-/// colour.
+/// expression, or six digits with "#" or without, as a colour set by numbers has them. Nothing when it is
+/// not a colour.
 QUILLON_EXPORT std::optional<std::u16string> findColorDigits(const std::u16string& text);
+
+/// The sentence on a text that is not a colour: what it is, and what is expected.
+QUILLON_EXPORT std::string describeNoColor(const std::string& text);
 
 }  // namespace quillon::report

@@ -17,7 +17,7 @@ constexpr int maximumParts = 4;
 
 [[noreturn]] void refuse(const std::string& format, const std::string& sentence)
 {
-    throw std::runtime_error(quoteText(format) + " is no number format; " + sentence);
+    throw std::runtime_error(quoteText(format) + " is not a number format; " + sentence);
 }
 
 /// Walks through a format, past what stands for itself.

@@ -177,10 +177,7 @@ void checkFormat(const OptionValue& value)
 
 void requireColor(const std::string& text)
 {
-    if (!findColorDigits(toUtf16(text)))
-        throw std::runtime_error(quoteText(text) +
-                                 " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with "
-                                 "numbers up to 255.");
+    if (!findColorDigits(toUtf16(text))) throw std::runtime_error(describeNoColor(text));
 }
 
 void checkColors(const OptionValue& value)

@@ -65,7 +65,8 @@ QUILLON_EXPORT std::string describeForm(const Option& option);
 QUILLON_EXPORT std::string nameKinds(ChartKinds kinds);
 
 /// The value in the text that an author typed: items of a list have commas between, pairs "name=text".
-/// Throws: std::runtime_error for text that is no value of the option; `name` is the option's in the message.
+/// Throws: std::runtime_error for text that is not a value of the option; `name` is the option's in the
+/// message.
 QUILLON_EXPORT OptionValue readOptionText(const Option& option, const std::string& text,
                                           const std::string& name);
 

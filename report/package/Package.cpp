@@ -74,7 +74,7 @@ int readHexDigit(char c)
     return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
 }
 
-/// Resolves "%20"; what is no such notation stays.
+/// Resolves "%20"; everything else stays.
 std::string decodePercent(std::string_view text)
 {
     std::string decoded;
@@ -197,7 +197,7 @@ bool holdsStream(std::string_view bytes, std::string_view name)
     throw std::runtime_error("The file is in an old binary format; save it in a format of today first.");
 }
 
-/// Says what the file is when it is no zip file.
+/// Says what the file is when it is not a zip file.
 std::string requireZip(std::string bytes)
 {
     if (bytes.empty()) throw std::runtime_error("The file is empty.");
@@ -208,7 +208,7 @@ std::string requireZip(std::string bytes)
         if (text.starts_with(start)) throw std::runtime_error(sentence);
     if (!bytes.starts_with("PK"))
         throw std::runtime_error(
-            "The file is no document: expected a zip file, as .docx, .docm, .dotx and .dotm are.");
+            "The file is not a document: expected a zip file, as .docx, .docm, .dotx and .dotm are.");
     return bytes;
 }
 
@@ -328,14 +328,14 @@ Package::Package(std::string bytes, const ArchiveLimits& limits)
     if (hasPart("mimetype") && getPart("mimetype").starts_with("application/vnd.oasis.opendocument"))
         throw std::runtime_error("The file is an OpenDocument file; save it as .docx first.");
     if (!hasPart(contentTypesPart))
-        throw std::runtime_error("The file is a zip file, but no document: it has no [Content_Types].xml.");
+        throw std::runtime_error("The file is a zip file, but not a document: it has no [Content_Types].xml.");
     for (const auto& relationship : getRelationships("")) {
         if (relationship.getKind() != "officeDocument" || relationship.isExternal) continue;
         opened->mainPart = relationship.target;
         opened->isStrict = relationship.type.starts_with(strictTypes);
     }
     if (!hasPart(opened->mainPart))
-        throw std::runtime_error("The file is a zip file, but no document: it has no main part.");
+        throw std::runtime_error("The file is a zip file, but not a document: it has no main part.");
 }
 
 Package Package::open(const std::string& path)

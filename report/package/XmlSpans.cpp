@@ -264,7 +264,7 @@ class XmlReader {
         const auto status = XML_Parse(parser_.get(), chunk.data(), static_cast<int>(chunk.size()), isLast);
         if (!problem_.empty()) fail(problem_);
         if (status == XML_STATUS_OK) return;
-        fail(std::string("it is no well-formed XML (") + XML_ErrorString(XML_GetErrorCode(parser_.get())) +
+        fail(std::string("it is not well-formed XML (") + XML_ErrorString(XML_GetErrorCode(parser_.get())) +
              ").");
     }
 
@@ -398,7 +398,7 @@ void XmlSpans::decode(std::string_view bytes)
         const auto second = static_cast<unsigned char>(bytes[at + 1]);
         units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
     }
-    const auto refuse = [this] { throw std::runtime_error(part_ + ": it is no well-formed UTF-16."); };
+    const auto refuse = [this] { throw std::runtime_error(part_ + ": it is not well-formed UTF-16."); };
     // Half a character at the end would be lost.
     if (bytes.size() % 2 != 0) refuse();
     try {

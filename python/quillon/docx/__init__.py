@@ -133,7 +133,7 @@ def add_chart(
         in a new paragraph.
     data, options: as in quillon.report.Document.add_chart. width and height may be lengths of python-docx, as Cm(15).
 
-    The chart is written as it is now. Raises TypeError for another target and for what is no chart, ValueError for what
+    The chart is written as it is now. Raises TypeError for another target and for what is not a chart, ValueError for what
     cannot be written; then the document is as it was. Warns with ChartWarning of what is replaced.
     """
     options = _options.given(locals())
