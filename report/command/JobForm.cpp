@@ -11,6 +11,7 @@
 
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -40,13 +41,6 @@ bool accepts(const Form& form, const JsonNode& node)
     if (form.kind != Kind::Any) return node.is(getJsonKind(form.kind));
     return std::any_of(form.alternatives.begin(), form.alternatives.end(),
                        [&node](const auto* one) { return accepts(*one, node); });
-}
-
-std::string toLower(std::string text)
-{
-    for (auto& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return text;
 }
 
 std::string enumerate(const std::vector<std::string>& items)

@@ -22,9 +22,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr double emuPerPoint = 12'700;
-constexpr std::int64_t emuPerTwip = 635;
-
 DocumentPointer createMainDocument()
 {
     auto doc = createDocument();

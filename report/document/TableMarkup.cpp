@@ -14,8 +14,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr std::int64_t emuPerTwip = 635;
-
 std::u16string toNumber(std::int64_t number)
 {
     return num2str(static_cast<unsigned long>(std::max<std::int64_t>(number, 0)));

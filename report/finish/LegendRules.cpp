@@ -18,7 +18,6 @@ namespace {
 constexpr std::size_t maximumSlices = 12;
 
 constexpr double standardPoints = 9;
-constexpr double emuPerPoint = 12'700;
 
 // --- The extent of texts and legends, in points ---
 

@@ -10,6 +10,7 @@
 #include "chart/model/SolidBorderFormat.h"
 #include "report/finish/SchemaOrder.h"
 #include "report/options/ColorText.h"
+#include "report/options/Length.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -27,7 +28,6 @@ constexpr std::u16string_view defaultColor = u"white";
 constexpr double defaultWidth = 0.5;
 /// Points: the widest line that word processors take.
 constexpr double maximumWidth = 1584;
-constexpr double emuPerPoint = 12'700;
 
 template <typename Value>
 struct TokenRow {

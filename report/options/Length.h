@@ -5,6 +5,12 @@
 
 namespace quillon::report {
 
+/// English metric units, those of drawings.
+inline constexpr std::int64_t emuPerInch = 914'400;
+inline constexpr std::int64_t emuPerPoint = emuPerInch / 72;
+/// Twentieths of a point, the units of pages and tables.
+inline constexpr std::int64_t emuPerTwip = emuPerPoint / 20;
+
 /// Reads a length with a unit, as English Metric Units (914,400 an inch).
 /// Throws: std::runtime_error when the text is not such a length. "nan" and "inf" are numbers.
 double readLength(std::string_view text);

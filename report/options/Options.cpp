@@ -452,13 +452,6 @@ void requireChoice(const Option& option, const std::string& text, const std::str
                          suggestName(text, {option.choices.begin(), option.choices.end()}));
 }
 
-std::string toLower(std::string text)
-{
-    for (auto& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return text;
-}
-
 /// Spells a choice as the table does, whatever its capitals.
 void spellChoice(const Option& option, std::string& text)
 {

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "report/package/XmlSpans.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 
@@ -55,18 +56,6 @@ constexpr std::string_view transitionalTypes =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
 /// 1 January 1980, the first day that the records of a zip file can name, at midnight.
 constexpr std::uint32_t firstDay = 0x210000;
-
-char toLower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string toLower(std::string_view text)
-{
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char c) { return toLower(c); });
-    return lower;
-}
 
 int readHexDigit(char c)
 {
@@ -328,7 +317,8 @@ Package::Package(std::string bytes, const ArchiveLimits& limits)
     if (hasPart("mimetype") && getPart("mimetype").starts_with("application/vnd.oasis.opendocument"))
         throw std::runtime_error("The file is an OpenDocument file; save it as .docx first.");
     if (!hasPart(contentTypesPart))
-        throw std::runtime_error("The file is a zip file, but not a document: it has no [Content_Types].xml.");
+        throw std::runtime_error(
+            "The file is a zip file, but not a document: it has no [Content_Types].xml.");
     for (const auto& relationship : getRelationships("")) {
         if (relationship.getKind() != "officeDocument" || relationship.isExternal) continue;
         opened->mainPart = relationship.target;
