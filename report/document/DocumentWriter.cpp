@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <stdexcept>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "report/document/FixedParts.h"
 #include "report/document/Image.h"
 #include "report/document/TableMarkup.h"
+#include "report/document/TemplateParts.h"
 #include "report/finish/Finishing.h"
 #include "report/options/Length.h"
 #include "report/package/XmlSpans.h"
@@ -51,53 +51,10 @@ std::string toLength(double emu)
     return toUtf8(num2str(emu / emuPerPoint)) + "pt";
 }
 
-/// The part that the main part is related to in that way, or nothing.
-std::string findRelated(const Package& package, std::string_view kind)
-{
-    for (const auto& relationship : package.getRelationships(package.getMainPart()))
-        if (relationship.getKind() == kind && !relationship.isExternal) return relationship.target;
-    return {};
-}
-
 std::unique_ptr<PartTarget> makeTarget(const std::optional<Package>& look)
 {
     if (look) return std::make_unique<PackageExtender>(*look);
     return std::make_unique<PackageWriter>();
-}
-
-std::string readRelated(const std::optional<Package>& package, std::string_view kind)
-{
-    const auto name = package ? findRelated(*package, kind) : std::string();
-    return name.empty() ? std::string() : package->getPart(name);
-}
-
-std::int64_t readTwips(const XmlElement& element, std::string_view attribute, std::int64_t otherwise)
-{
-    const auto text = element ? element.getAttribute(Ns::Word, attribute).value_or("") : std::string();
-    std::int64_t number = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number * emuPerTwip;
-}
-
-/// Of the pages of the last section.
-std::int64_t readTextWidth(const XmlElement& section)
-{
-    const auto size = section.findChild("pgSz");
-    const auto margins = section.findChild("pgMar");
-    return readTwips(size, "w", 11'906) - readTwips(margins, "left", 1'440) -
-           readTwips(margins, "right", 1'440);
-}
-
-std::vector<PageLineReference> readPageLines(const XmlElement& section)
-{
-    std::vector<PageLineReference> references;
-    for (const auto child : section.getChildren())
-        for (const auto* name : {"headerReference", "footerReference"})
-            if (child.is(Ns::Word, name))
-                references.push_back(
-                    {u"w:" + toUtf16(name), toUtf16(child.getAttribute(Ns::Word, "type").value_or("default")),
-                     toUtf16(child.getAttribute(Ns::OfficeRelationships, "id").value_or(""))});
-    return references;
 }
 
 /// The stretches of a page line's text between "{page}" and "{pages}", and these two.
@@ -127,16 +84,6 @@ void appendPageText(DOMElement* paragraph, const TextRun& run, TextPlace& place)
 }
 
 }  // namespace
-
-void requireTemplate(const Package& package, const std::string& path)
-{
-    package.requireDocument();
-    if (package.isStrict())
-        throw std::runtime_error(path +
-                                 ": a template in the strict format; save a copy as an ordinary document.");
-    if (package.getContentType(package.getMainPart()).find("macroEnabled") != std::string::npos)
-        throw std::runtime_error(path + ": the template holds macros; save a copy without them.");
-}
 
 Styles makeStyles(const DocumentContent& content)
 {

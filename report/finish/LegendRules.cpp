@@ -79,6 +79,7 @@ Legend choosePlace(ChartPart& part, const std::vector<std::u16string>& texts)
 {
     const double size = part.context.options.fontSize.value_or(standardPoints);
     std::vector<Extent> entries;
+    entries.reserve(texts.size());
     for (const auto& text : texts) entries.push_back(getEntryExtent(text, size));
     const double width = getPoints(part.context.options.width);
     const double height = getPoints(part.context.options.height);
@@ -100,6 +101,7 @@ Legend placeSeries(ChartPart& part)
 {
     if (part.series.size() < 2) return Legend::None;
     std::vector<std::u16string> names;
+    names.reserve(part.series.size());
     for (const auto& series : part.series) names.push_back(series.series.getName());
     return choosePlace(part, names);
 }

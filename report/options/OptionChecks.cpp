@@ -7,6 +7,7 @@
 
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
+#include "report/options/ListText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -26,7 +26,7 @@ using OptionValue = std::variant<std::monostate, bool, double, std::string, std:
                                  std::vector<std::pair<std::string, std::string>>>;
 
 struct Option {
-    /// As on the command line behind "--", and in a job file; Python has "_" for "-".
+    /// As on the command line after "--", and in a job file; Python has "_" for "-".
     const char* name;
     OptionGroup group;
     /// The kinds of chart that it is for.

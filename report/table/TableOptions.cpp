@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
@@ -25,14 +26,6 @@ std::vector<std::string> splitValues(const std::string& values)
     return items;
 }
 
-/// "a, b or c".
-std::string enumerate(const std::vector<std::string>& items)
-{
-    std::string text = items.front();
-    for (std::size_t i = 1; i < items.size(); ++i) text += (i + 1 < items.size() ? ", " : " or ") + items[i];
-    return text;
-}
-
 std::string capitalize(std::string name)
 {
     name.front() = static_cast<char>(name.front() - ('a' - 'A'));
@@ -44,7 +37,7 @@ void checkValue(const TableOption& option, const std::string& value)
     if (value.empty() || *option.values == '\0') return;
     const auto allowed = splitValues(option.values);
     if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) return;
-    fail("{} {}: expected {}{}", capitalize(option.name), quoteText(value), enumerate(allowed),
+    fail("{} {}: expected {}{}", capitalize(option.name), quoteText(value), joinNames(allowed),
          suggestName(value, allowed));
 }
 
@@ -105,7 +98,8 @@ const std::array<TableOption, 28> tableOptions = {{
     {"decimal", &TableOptions::decimal, "comma|point",
      "the decimal mark: comma or point (default: what the columns show)", reading},
     {"thousands", &TableOptions::thousands, "comma|point|blank|apostrophe|none",
-     "the mark between groups of thousands: comma, point, blank, apostrophe or none (default: what the columns show)",
+     "the mark between groups of thousands: comma, point, blank, apostrophe or none (default: what the "
+     "columns show)",
      reading},
     {"missing", &TableOptions::missing, "",
      "further texts that stand for no value, beside N/A, NA, NaN, null, -, #N/A and .", reading},

@@ -129,7 +129,7 @@ def add_chart(
 ) -> InlineShape:
     """Add a chart to a document of python-docx, and return its inline shape.
 
-    target: a run takes the chart behind its text; a paragraph in a new run; a document, a cell, a header or a footer
+    target: a run takes the chart after its text; a paragraph in a new run; a document, a cell, a header or a footer
         in a new paragraph.
     data, options: as in quillon.report.Document.add_chart. width and height may be lengths of python-docx, as Cm(15).
 
