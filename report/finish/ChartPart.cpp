@@ -32,6 +32,11 @@ bool isAxis(const DOMElement* element, const XMLCh* id)
 
 }  // namespace
 
+std::u16string_view getGroupName(const SeriesPart& series)
+{
+    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
+}
+
 Axes findAxes(const DOMElement* group)
 {
     Axes axes;

@@ -129,11 +129,6 @@ BorderSettings readBorder(ChartPart& part, const chart::BorderFormat* format, co
     return settings;
 }
 
-std::u16string_view getGroupName(const SeriesPart& series)
-{
-    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
-}
-
 /// Round dots need round ends.
 const char16_t* findCap(const BorderSettings& border)
 {
@@ -239,6 +234,12 @@ Paint findPaint(ChartPart& part, const SeriesPart& series)
 {
     const auto settings = readShape(part, series.series.getFormat().get(), {&series});
     return resolve(series, settings, getStandardPaint(part, series));
+}
+
+DOMElement* drawThinLine(DOMElement* line)
+{
+    line->setAttribute(u"w", u"9525");
+    return appendElement(appendElement(line, u"a:solidFill"), u"a:schemeClr", u"tx1");
 }
 
 bool isLine(const SeriesPart& series)

@@ -64,6 +64,9 @@ bool isOutlineHidden(const ShapeSettings& settings);
 void setPaint(xercesc::DOMElement* properties, const Paint& paint);
 /// Gives an a:ln the paint, and what else is set of the border.
 void setLine(xercesc::DOMElement* line, const BorderSettings& border, const Paint& paint);
+/// Gives an a:ln the width of gridlines and the colour of texts; returns the element of the colour, which may
+/// be made lighter.
+xercesc::DOMElement* drawThinLine(xercesc::DOMElement* line);
 /// Fills a new c:spPr of a label or plot area, whose colours are white where none is set.
 void setShape(xercesc::DOMElement* properties, const ShapeSettings& settings);
 
