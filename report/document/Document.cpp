@@ -42,7 +42,7 @@ void checkName(const std::string& name)
     const bool startsWithLetter = !name.empty() && isLetter(name[0]);
     if (!startsWithLetter || name.size() > longestName || !std::ranges::all_of(name, isNameCharacter))
         throw std::runtime_error("Caption name \"" + name +
-                                 R"(": expected at most 40 letters, digits and "_", a letter first.)");
+                                 "\": expected at most 40 letters, digits and \"_\", a letter first.");
 }
 
 void checkChart(const PlacedChart& placed)
