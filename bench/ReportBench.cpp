@@ -1,13 +1,7 @@
-#include <malloc.h>
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <array>
-#include <cstdio>
-#include <stdexcept>
 #include <string>
 
 #include "bench/Benchmarks.h"
+#include "bench/OtherProcess.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/writer/DOCXChartWriter.h"
 #include "report/document/Document.h"
@@ -53,46 +47,13 @@ std::string makeDocument(const Size& size)
     return document.toBytes();
 }
 
-/// The seconds that the other library takes for the same document; it runs in a process of its own and times
-/// itself, so that its start does not count.
-double runOtherLibrary(const Size& size)
-{
-    const auto command = "node \"" QUILLON_DOCX_JS "/make.mjs\" " + std::to_string(size.charts) + " " +
-                         std::to_string(size.series) + " " + std::to_string(size.points);
-    std::FILE* output = popen(command.c_str(), "r");
-    std::array<char, 32> seconds{};
-    const bool isRead = output != nullptr && std::fgets(seconds.data(), seconds.size(), output) != nullptr;
-    if (output == nullptr || pclose(output) != 0 || !isRead)
-        throw std::runtime_error("The baseline needs Node and its packages; `./run bench` installs both.");
-    return std::stod(seconds.data());
-}
-
-/// What the process needs at most for a document, in bytes; measured in a child, which starts without any.
-double measurePeakMemory(const Size& size)
-{
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
-    if (fork() == 0) {
-        rusage before{};
-        rusage after{};
-        getrusage(RUSAGE_SELF, &before);
-        makeDocument(size);
-        getrusage(RUSAGE_SELF, &after);
-        const double bytes = 1024.0 * static_cast<double>(after.ru_maxrss - before.ru_maxrss);
-        _exit(write(ends[1], &bytes, sizeof bytes) == sizeof bytes ? 0 : 1);
-    }
-    double bytes = 0;
-    const bool isRead = read(ends[0], &bytes, sizeof bytes) == sizeof bytes;
-    close(ends[0]);
-    close(ends[1]);
-    if (!isRead) throw std::runtime_error("The child that measures memory failed.");
-    return bytes;
-}
-
 void compareWithOtherLibrary(benchmark::State& state, const Size& size, double peakMemory)
 {
     compare(
-        state, [&] { return seconds([&] { makeDocument(size); }); }, [&] { return runOtherLibrary(size); });
+        state, [&] { return seconds([&] { makeDocument(size); }); },
+        [&] {
+            return runOtherLibrary("make.mjs", {size.charts, size.series, size.points});
+        });
     const auto points = static_cast<double>(size.charts * size.series * size.points);
     state.counters["times faster"] = state.counters["baseline"].value / state.counters["ours"].value;
     state.counters["peak bytes/point"] = peakMemory / points;
@@ -173,7 +134,7 @@ void registerReportBenchmarks()
 {
     for (const auto& size : {manySmall, oneLarge}) {
         // Now, while the process is still small.
-        const double peakMemory = measurePeakMemory(size);
+        const double peakMemory = measurePeakMemory([&] { makeDocument(size); });
         benchmark::RegisterBenchmark(
             size.name,
             [size, peakMemory](benchmark::State& state) { compareWithOtherLibrary(state, size, peakMemory); })
