@@ -54,7 +54,8 @@ DOMElement* makeLevels(const ChartPart& part)
     auto* cache = appendElement(reference, u"c:multiLvlStrCache");
     appendElement(cache, u"c:ptCount", num2str(static_cast<unsigned long>(categories.size())).c_str());
     appendLevel(cache, categories);
-    for (auto level = data.levels.rbegin(); level != data.levels.rend(); ++level) appendLevel(cache, *level);
+    std::for_each(data.levels.rbegin(), data.levels.rend(),
+                  [cache](const auto& level) { appendLevel(cache, level); });
     return holder;
 }
 
