@@ -55,7 +55,7 @@ DOMElement* appendColor(DOMElement* parent, const PaintColor& color)
 void appendAlpha(DOMElement* color, std::uint32_t transparency)
 {
     if (transparency == 0) return;
-    const auto opacity = num2str(static_cast<unsigned long>((100 - transparency) * 1000));
+    const auto opacity = num2str(1000UL * (100 - transparency));
     appendElement(color, u"a:alpha", opacity.c_str());
 }
 

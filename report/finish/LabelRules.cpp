@@ -17,7 +17,6 @@
 namespace quillon::report {
 
 using chart::DataLabelContentSeparator;
-using xercesc::DOMElement;
 
 namespace {
 
