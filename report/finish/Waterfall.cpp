@@ -102,6 +102,7 @@ std::vector<WaterfallSeries> makeWaterfall(const std::vector<std::u16string>& ca
     requireTotals(categories, totals);
     const auto bars = makeBars(categories, series, totals);
     std::vector<WaterfallSeries> parts;
+    parts.reserve(partRows.size());
     for (const auto& row : partRows)
         parts.push_back({row.part, row.name, std::vector<double>(bars.size(), nothing)});
     for (std::size_t i = 0; i < bars.size(); ++i) place(bars[i], i, parts);

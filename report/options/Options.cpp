@@ -117,6 +117,7 @@ OptionValue getMember(const ChartOptions& options)
         return writeItem(*member);
     } else if constexpr (ListOf<MemberType<Member>>::isList) {
         std::vector<decltype(writeItem(member.front()))> items;
+        items.reserve(member.size());
         for (const auto& item : member) items.push_back(writeItem(item));
         return items;
     } else {

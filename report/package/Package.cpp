@@ -343,7 +343,8 @@ void Package::removePart(std::string_view name)
 std::string Package::findFreeName(const std::string& prefix, const std::string& suffix) const
 {
     for (std::size_t number = 1;; ++number) {
-        auto name = prefix + std::to_string(number) + suffix;
+        auto name = prefix;
+        name.append(std::to_string(number)).append(suffix);
         if (!hasPart(name)) return name;
     }
 }

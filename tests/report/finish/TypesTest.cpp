@@ -282,6 +282,10 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(
         refusal(negative, {{"trendline", "exponential"}}),
         "chart 1, series 1 (\"A\"), point 2: the value is -2; trendline exponential is for numbers above 0.");
+    auto fromZero = makeData({{1, 2}});
+    fromZero.dataSet->setCategories({u"0", u"1"});
+    EXPECT_EQ(refusal(fromZero, {{"type", "scatter"}, {"trendline", "power"}}),
+              "chart 1, series 1 (\"A\"), point 1: X is 0; trendline power is for numbers above 0.");
     EXPECT_EQ(refusal(data, {{"error-value", "3"}}),
               "error-value is for error-bars fixed, percent and deviation.");
     EXPECT_EQ(refusal(data, {{"markers", ""}}),
