@@ -1,13 +1,7 @@
 #include "bench/Benchmarks.h"
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <stdexcept>
 
 namespace quillon::bench {
 
@@ -24,28 +18,6 @@ void compare(benchmark::State& state, const std::function<double()>& ours,
     }
     state.counters["ours"] = bestOurs;
     state.counters["baseline"] = bestBaseline;
-}
-
-double measurePeakMemory(const std::function<void()>& work)
-{
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
-    if (fork() == 0) {
-        rusage before{};
-        rusage after{};
-        getrusage(RUSAGE_SELF, &before);
-        work();
-        getrusage(RUSAGE_SELF, &after);
-        const double bytes = 1024.0 * static_cast<double>(after.ru_maxrss - before.ru_maxrss);
-        _exit(write(ends[1], &bytes, sizeof bytes) == sizeof bytes ? 0 : 1);
-    }
-    double bytes = 0;
-    const bool isRead = read(ends[0], &bytes, sizeof bytes) == sizeof bytes;
-    close(ends[0]);
-    close(ends[1]);
-    wait(nullptr);
-    if (!isRead) throw std::runtime_error("The child that measures memory failed.");
-    return bytes;
 }
 
 bool TableReporter::ReportContext(const Context& /*context*/)

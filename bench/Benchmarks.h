@@ -16,10 +16,6 @@ namespace quillon::bench {
 void compare(benchmark::State& state, const std::function<double()>& ours,
              const std::function<double()>& baseline);
 
-/// What the process needs at most for `work`, in bytes; measured in a child, which starts without any. Call
-/// it while the process is still small.
-double measurePeakMemory(const std::function<void()>& work);
-
 /// Prints one row a case: our time, the baseline's, their ratio, and what else the case counted.
 class TableReporter : public benchmark::BenchmarkReporter {
  public:

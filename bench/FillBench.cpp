@@ -1,13 +1,11 @@
-#include <malloc.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
-#include <array>
-#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 
 #include "bench/Benchmarks.h"
+#include "bench/OtherProcess.h"
 #include "chart/model/ColumnChart.h"
 #include "report/document/Document.h"
 #include "report/fill/Template.h"
@@ -95,50 +93,16 @@ class TemplateFile {
     std::string path_ = "/tmp/quillon-bench-XXXXXX";
 };
 
-/// The seconds that the other library takes for the same documents, without its start.
-double runOtherLibrary(const std::string& path, const Task& task)
+/// What filling needs at most beyond the template's bytes and the data, in bytes.
+double measurePeakOfFilling(const Task& task)
 {
-    const auto command = "node \"" QUILLON_DOCX_JS "/patch.mjs\" " + path + " " + std::to_string(task.times) +
-                         " " + std::to_string(task.charts) + " " + std::to_string(task.series) + " " +
-                         std::to_string(task.points);
-    std::FILE* output = popen(command.c_str(), "r");
-    std::array<char, 32> seconds{};
-    const bool isRead = output != nullptr && std::fgets(seconds.data(), seconds.size(), output) != nullptr;
-    if (output == nullptr || pclose(output) != 0 || !isRead)
-        throw std::runtime_error("The baseline needs Node and its packages; `./run bench` installs both.");
-    return std::stod(seconds.data());
-}
-
-/// What filling needs at most beyond the template's bytes and the data, in bytes; measured in a child, which
-/// starts without any.
-double measurePeakMemory(const Task& task)
-{
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
-    if (fork() == 0) {
-        const auto bytes = makeTemplate(task);
-        const auto data = makeData(task, 1);
-        // What made the template is given back, so that the peak is that of filling.
-        mallopt(M_MMAP_MAX, 65'536);
-        malloc_trim(0);
-        std::FILE* reset = std::fopen("/proc/self/clear_refs", "w");
-        if (reset == nullptr || std::fputs("5", reset) < 0 || std::fclose(reset) != 0) _exit(1);
-        rusage before{};
-        getrusage(RUSAGE_SELF, &before);
+    const auto bytes = makeTemplate(task);
+    const auto data = makeData(task, 1);
+    return measurePeakMemory([&] {
         report::Template document(bytes);
         document.fill(getChartName(0), data);
-        const auto size = document.toBytes().size();
-        rusage after{};
-        getrusage(RUSAGE_SELF, &after);
-        const double peak = 1024.0 * static_cast<double>(after.ru_maxrss - before.ru_maxrss) / (size > 0);
-        _exit(write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
-    }
-    double peak = 0;
-    const bool isRead = read(ends[0], &peak, sizeof peak) == sizeof peak;
-    close(ends[0]);
-    close(ends[1]);
-    if (!isRead) throw std::runtime_error("The child that measures memory failed.");
-    return peak;
+        if (document.toBytes().empty()) throw std::runtime_error("The filled document is empty.");
+    });
 }
 
 std::size_t getPartSize(const std::string& bytes)
@@ -152,7 +116,10 @@ void measure(benchmark::State& state, const Task& task, double peakMemory)
     const TemplateFile file(bytes);
     compare(
         state, [&] { return seconds([&] { fill(bytes, task); }); },
-        [&] { return runOtherLibrary(file.getPath(), task); });
+        [&] {
+            return runOtherLibrary("patch.mjs " + file.getPath(),
+                                   {task.times, task.charts, task.series, task.points});
+        });
     state.counters["times faster"] = state.counters["baseline"].value / state.counters["ours"].value;
     if (peakMemory > 0) state.counters["peak/part"] = peakMemory / static_cast<double>(getPartSize(bytes));
 }
@@ -162,7 +129,7 @@ void measure(benchmark::State& state, const Task& task, double peakMemory)
 void registerFillBenchmarks()
 {
     // Now, while the process is still small.
-    const double peakMemory = measurePeakMemory(oneLarge);
+    const double peakMemory = measurePeakOfFilling(oneLarge);
     const std::pair<Task, double> tasks[] = {{oneDocument, 0}, {manyDocuments, 0}, {oneLarge, peakMemory}};
     for (const auto& [task, peak] : tasks)
         benchmark::RegisterBenchmark(

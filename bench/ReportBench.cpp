@@ -1,9 +1,7 @@
-#include <array>
-#include <cstdio>
-#include <stdexcept>
 #include <string>
 
 #include "bench/Benchmarks.h"
+#include "bench/OtherProcess.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/writer/DOCXChartWriter.h"
 #include "report/document/Document.h"
@@ -49,24 +47,13 @@ std::string makeDocument(const Size& size)
     return document.toBytes();
 }
 
-/// The seconds that the other library takes for the same document; it runs in a process of its own and times
-/// itself, so that its start does not count.
-double runOtherLibrary(const Size& size)
-{
-    const auto command = "node \"" QUILLON_DOCX_JS "/make.mjs\" " + std::to_string(size.charts) + " " +
-                         std::to_string(size.series) + " " + std::to_string(size.points);
-    std::FILE* output = popen(command.c_str(), "r");
-    std::array<char, 32> seconds{};
-    const bool isRead = output != nullptr && std::fgets(seconds.data(), seconds.size(), output) != nullptr;
-    if (output == nullptr || pclose(output) != 0 || !isRead)
-        throw std::runtime_error("The baseline needs Node and its packages; `./run bench` installs both.");
-    return std::stod(seconds.data());
-}
-
 void compareWithOtherLibrary(benchmark::State& state, const Size& size, double peakMemory)
 {
     compare(
-        state, [&] { return seconds([&] { makeDocument(size); }); }, [&] { return runOtherLibrary(size); });
+        state, [&] { return seconds([&] { makeDocument(size); }); },
+        [&] {
+            return runOtherLibrary("make.mjs", {size.charts, size.series, size.points});
+        });
     const auto points = static_cast<double>(size.charts * size.series * size.points);
     state.counters["times faster"] = state.counters["baseline"].value / state.counters["ours"].value;
     state.counters["peak bytes/point"] = peakMemory / points;

@@ -1,6 +1,7 @@
 #include <string>
 
 #include "bench/Benchmarks.h"
+#include "bench/OtherProcess.h"
 #include "chart/model/ColumnChart.h"
 #include "report/document/Document.h"
 #include "report/options/Enumerations.h"

@@ -7,8 +7,8 @@
 int main(int argc, char** argv)
 try {
     auto data = quillon::chart::DataSet::create(std::vector<std::u16string>{u"Q1", u"Q2", u"Q3"});
-    auto north = data->appendSeries(quillon::chart::DataSeries::create(u"North"));
-    for (const double value : {1.5, 2.0, 3.25}) north->appendPoint(value);
+    appendSeries(*data, u"North", {1.5, 2.0, 3.25});
+    appendSeries(*data, u"South", {2.5, 1.75, 2.0});
     auto chart = quillon::chart::ColumnChart::create();
     chart->setDataSet(data);
     chart->setTitle(quillon::chart::Title::create(u"Revenue"));

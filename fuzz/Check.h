@@ -54,7 +54,7 @@ inline bool isUtf8(std::string_view text)
 inline void requireWords(std::string_view sentences)
 {
     require(!sentences.empty(), "an error without a sentence");
-    require(isUtf8(sentences), "a message that is no UTF-8", sentences);
+    require(isUtf8(sentences), "a message that is not UTF-8", sentences);
     std::size_t lineCount = 0;
     for (std::size_t at = 0; at <= sentences.size(); ++lineCount) {
         const auto line = sentences.substr(at, std::min(sentences.find('\n', at), sentences.size()) - at);

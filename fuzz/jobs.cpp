@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto& path = file.write(std::string(reinterpret_cast<const char*>(data), size));
     isAccepted([&] {
         require(quillon::report::readJob(path).tree.is(quillon::report::JsonNode::Kind::Object),
-                "a job that is no object");
+                "a job that is not an object");
     });
     return 0;
 }

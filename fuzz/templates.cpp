@@ -25,9 +25,7 @@ std::shared_ptr<chart::DataSet> makeSales()
 {
     auto sales = chart::DataSet::create(std::vector<std::u16string>{u"Jan", u"Feb", u"Mar"});
     for (const auto* name : {u"North", u"South"}) {
-        auto series = chart::DataSeries::create(std::u16string(name));
-        for (const double value : {1.5, 2.0, 4.0}) series->appendPoint(value);
-        sales->appendSeries(series);
+        appendSeries(*sales, name, {1.5, 2.0, 4.0});
     }
     return sales;
 }

@@ -15,7 +15,7 @@ std::map<std::string, bool>& settings()
     return result;
 }
 
-/// Whether the environment names the feature; white space around a name is no part of it.
+/// Whether the environment names the feature; white space around a name is not part of it.
 bool isInEnvironment(const std::string& name)
 {
     const char* const variable = std::getenv("QUILLON_FEATURES");

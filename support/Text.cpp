@@ -45,6 +45,13 @@ std::u16string toLowerString(std::u16string_view text)
     return result;
 }
 
+std::string toLower(std::string_view text)
+{
+    std::string result(text);
+    for (auto& character : result) character = toLower(character);
+    return result;
+}
+
 std::u16string toUpperString(std::u16string_view text)
 {
     std::u16string result(text);

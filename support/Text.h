@@ -33,6 +33,12 @@ std::string join(const Items& items, std::string_view separator, ToText toText =
 
 /// Maps the ASCII letters A to Z to a to z; every other character stays.
 QUILLON_EXPORT std::u16string toLowerString(std::u16string_view text);
+/// The same for UTF-8.
+QUILLON_EXPORT std::string toLower(std::string_view text);
+constexpr char toLower(char character)
+{
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
 
 /// Maps the ASCII letters a to z to A to Z; every other character stays.
 QUILLON_EXPORT std::u16string toUpperString(std::u16string_view text);

@@ -16,7 +16,7 @@ void setTriplet(Color& color, const std::vector<double>& numbers)
         color.setFromTriplet(0, 0, 0);
 }
 
-/// Takes a text or a numeric vector. Whatever else comes leaves the colour as it is, and is no error.
+/// Takes a text or a numeric vector. Whatever else comes leaves the colour as it is, and is not an error.
 void setColor(Color& color, const HostArrayProxy& proxy)
 {
     const HostArray value(proxy);

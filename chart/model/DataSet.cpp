@@ -12,6 +12,13 @@ void requireSize(std::uint64_t size, std::uint64_t existing)
                              " differs from existing series size " + std::to_string(existing));
 }
 
+std::shared_ptr<DataSeries> makeSeries(const std::u16string& name, const std::vector<double>& values)
+{
+    auto series = DataSeries::create(name);
+    for (const double value : values) series->appendPoint(value);
+    return series;
+}
+
 }  // namespace
 
 DataSet::DataSet(const DataSet& other) : Object(other), categories_(other.categories_) {}
@@ -39,10 +46,14 @@ std::shared_ptr<DataSeries> DataSet::appendSeries(const std::u16string& name,
                                                   const std::vector<double>& values)
 {
     if (!series_.empty()) requireSize(values.size(), getSeries(1)->getSize());
-    auto series = DataSeries::create(name);
-    for (const double value : values) series->appendPoint(value);
-    series_.push_back(std::move(series));
+    series_.push_back(makeSeries(name, values));
     return series_.back();
+}
+
+std::shared_ptr<DataSeries> appendSeries(DataSet& dataSet, const std::u16string& name,
+                                         const std::vector<double>& values)
+{
+    return dataSet.appendSeries(makeSeries(name, values));
 }
 
 const char* DataSet::getFullyQualifiedOrcaTypeName() const

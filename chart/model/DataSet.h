@@ -54,6 +54,16 @@ class QUILLON_EXPORT DataSet : public Object {
     std::vector<std::u16string> categories_;
 };
 
+/// Makes a series with one point per value, appends it and returns it. Its size is compared with that of the
+/// first series, so this builds a set of any number of series:
+///     auto data = DataSet::create(std::vector<std::u16string>{u"Q1", u"Q2"});
+///     appendSeries(*data, u"North", {1.5, 2.0});
+///     appendSeries(*data, u"South", {2.5, 1.75});
+/// Throws: std::runtime_error "New series size N differs from existing series size M"; the set stays as it
+/// is.
+QUILLON_EXPORT std::shared_ptr<DataSeries> appendSeries(DataSet& dataSet, const std::u16string& name,
+                                                        const std::vector<double>& values);
+
 /// The name under which the host knows the class.
 constexpr const char* hostNameOf(std::type_identity<DataSet> /*type*/)
 {

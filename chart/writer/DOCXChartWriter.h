@@ -53,6 +53,8 @@ class QUILLON_EXPORT DOCXChartWriter : public ChartWriter {
     xercesc::DOMElement* findElem(xercesc::DOMElement* elem, const char16_t* tagName, unsigned long n) const;
 
  protected:
+    /// An operation refuses a null document or parent, and a parent of another document.
+    /// Throws: std::runtime_error "DOCXChartWriter could not import parsed markup."
     virtual void c_chartSpace(xercesc::DOMDocument* doc) const;
     virtual void c_chart(xercesc::DOMDocument* doc, xercesc::DOMElement* chartSpace) const;
     virtual void c_title(xercesc::DOMDocument* doc, xercesc::DOMElement* chart) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <xercesc/dom/DOM.hpp>
 
@@ -15,19 +16,32 @@ struct Release {
     }
 };
 
-/// Appends a new element to `parent` and returns it.
+/// What is said when markup cannot become a part of a document.
+inline constexpr auto importFailure = "DOCXChartWriter could not import parsed markup.";
+
+/// Throws: std::runtime_error with the text importFailure when `doc` or `parent` is null, or `parent` is of
+/// another document.
+inline void requireParent(const xercesc::DOMDocument* doc, const xercesc::DOMNode* parent)
+{
+    if (doc == nullptr || parent == nullptr || (parent != doc && parent->getOwnerDocument() != doc))
+        throw std::runtime_error(importFailure);
+}
+
+/// Appends a new element to `parent` and returns it. Throws: as requireParent.
 inline xercesc::DOMElement* appendElement(xercesc::DOMDocument* doc, xercesc::DOMNode* parent,
                                           const XMLCh* name)
 {
+    requireParent(doc, parent);
     auto* element = doc->createElement(name);
     parent->appendChild(element);
     return element;
 }
 
-/// Appends a new element of a namespace to `parent` and returns it.
+/// Appends a new element of a namespace to `parent` and returns it. Throws: as requireParent.
 inline xercesc::DOMElement* appendElementNS(xercesc::DOMDocument* doc, xercesc::DOMNode* parent,
                                             const XMLCh* namespaceUri, const XMLCh* name)
 {
+    requireParent(doc, parent);
     auto* element = doc->createElementNS(namespaceUri, name);
     parent->appendChild(element);
     return element;

@@ -65,8 +65,7 @@ void MarkupTemplate::requireUse(const xercesc::DOMDocument* doc, const xercesc::
 {
     if (valueCount != slotCount_)
         throw std::logic_error("MarkupTemplate: expected one value for each slot of the block.");
-    if (doc == nullptr || parent == nullptr || parent->getOwnerDocument() != doc)
-        throw std::runtime_error(importFailure);
+    requireParent(doc, parent);
 }
 
 xercesc::DOMElement* MarkupTemplate::appendTo(xercesc::DOMDocument* doc, xercesc::DOMElement* parent,

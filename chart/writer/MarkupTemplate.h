@@ -8,9 +8,6 @@
 
 namespace quillon::chart {
 
-/// What is said when markup cannot become a part of a document.
-inline constexpr auto importFailure = "DOCXChartWriter could not import parsed markup.";
-
 /// A fixed block of elements, taken once from a parsed document and then built in place wherever it is
 /// needed, with the same result as importing the parsed document and far faster.
 ///

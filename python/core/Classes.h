@@ -40,7 +40,7 @@ PyTypeObject* findType(const std::string& className);
 const Enumeration* findEnumeration(const std::string& className);
 
 pybind11::object memberOf(const orca::EnumMember& member);
-/// None when `object` is no member of an enumeration of the library.
+/// None when `object` is not a member of an enumeration of the library.
 std::optional<orca::EnumMember> findMember(PyObject* object);
 
 /// "Title" for "quillon.chart.Title".

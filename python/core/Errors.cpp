@@ -16,7 +16,7 @@ struct Row {
     PyObject* const* type;
 };
 
-/// The errors of the host system that are no type errors.
+/// The errors of the host system that are not type errors.
 const Row rows[] = {
     {orca::ErrorId::BadShape, &PyExc_ValueError},
     {orca::ErrorId::IndexOutOfRange, &PyExc_IndexError},

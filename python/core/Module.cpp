@@ -95,6 +95,7 @@ try {
 }  // namespace quillon::python
 
 /// In two phases, so that every interpreter that imports the module comes by.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): Python calls it by this name.
 extern "C" PYBIND11_EXPORT PyObject* PyInit__core()
 {
     static PyModuleDef_Slot slots[] = {{Py_mod_exec, reinterpret_cast<void*>(quillon::python::execute)},

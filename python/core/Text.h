@@ -13,7 +13,7 @@ inline std::string nameType(pybind11::handle value)
 }
 
 /// A text in UTF-8. `name` stands in front of messages.
-/// Throws: Refused for what is no text, pybind11::error_already_set for a lone surrogate.
+/// Throws: Refused for what is not a text, pybind11::error_already_set for a lone surrogate.
 std::string readText(pybind11::handle value, const std::string& name);
 
 /// The bytes of a path, as the system takes them. Throws: pybind11::error_already_set for what is none.

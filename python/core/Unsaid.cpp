@@ -16,7 +16,7 @@
 namespace quillon::python {
 namespace {
 
-/// The library's object behind a handle. Throws: Refused when it is no T.
+/// The library's object behind a handle. Throws: Refused when it is not a T.
 template <typename T>
 std::shared_ptr<T> read(py::handle value)
 {

@@ -32,7 +32,7 @@ void requirePlaces(const std::vector<ChartJob>& jobs)
         if (job.fill.empty() == job.at.empty())
             throw UsageError(
                 quoteText(job.table, 200) +
-                ": expected either --chart or --at behind it; `quillon-report list` shows what the "
+                ": expected either --chart or --at after it; `quillon-report list` shows what the "
                 "document has.");
 }
 

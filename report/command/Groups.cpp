@@ -54,7 +54,7 @@ std::string makeOutput(const std::string& pattern, const Group& group)
         std::vector<std::string> names;
         for (const auto& one : group.texts) names.push_back(one.first);
         if (text == nullptr)
-            fail("\"for-each\", \"output\": {} is no column with one text in each group{}",
+            fail("\"for-each\", \"output\": {} is not a column with one text in each group{}",
                  quoteText("{" + name + "}"), suggestName(name, names));
         made = makeFileText(*text);
         return &made;

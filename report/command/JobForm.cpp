@@ -9,8 +9,10 @@
 #include <fstream>
 #include <set>
 
+#include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -40,21 +42,6 @@ bool accepts(const Form& form, const JsonNode& node)
     if (form.kind != Kind::Any) return node.is(getJsonKind(form.kind));
     return std::any_of(form.alternatives.begin(), form.alternatives.end(),
                        [&node](const auto* one) { return accepts(*one, node); });
-}
-
-std::string toLower(std::string text)
-{
-    for (auto& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return text;
-}
-
-std::string enumerate(const std::vector<std::string>& items)
-{
-    std::string text;
-    for (std::size_t i = 0; i < items.size(); ++i)
-        text += (i == 0 ? "" : i + 1 < items.size() ? ", " : " or ") + items[i];
-    return text;
 }
 
 /// Whether a text is filled in later, as {{region}} is.
@@ -136,7 +123,7 @@ void Checker::checkText(const JsonNode& node, const Form& form, const std::strin
         return form.ignoresCase ? toLower(choice) == toLower(node.text) : choice == node.text;
     };
     if (std::any_of(form.choices.begin(), form.choices.end(), isMeant)) return;
-    add(node.position, fmt::format("{}expected {}, got {}{}", label, enumerate(form.choices),
+    add(node.position, fmt::format("{}expected {}, got {}{}", label, joinNames(form.choices),
                                    quoteText(node.text), suggestName(node.text, form.choices)));
 }
 
@@ -193,8 +180,8 @@ void Checker::checkNames(const JsonNode& node, const Form& form)
             add(member.position, quoted + ": the member is there twice.");
         else if (std::find(known.begin(), known.end(), member.name) == known.end()) {
             const auto near = suggestName(member.name, known);
-            const auto list = near == "." ? "; the members are " + enumerate(known) + "." : near;
-            add(member.position, quoted + ": unknown member" + list);
+            const auto list = near == "." ? "; the members are " + joinNames(known) + "." : near;
+            add(member.position, fmt::format("{}: unknown member{}", quoted, list));
         }
     }
 }
@@ -210,7 +197,7 @@ void Checker::checkChoice(const JsonNode& node, const Form& form, const std::str
         if (const auto near = findNearName(member.name, names); !near.empty())
             return add(member.position, fmt::format("{}: unknown member; did you mean {}?",
                                                     quoteText(member.name), quoteText(near)));
-    add(node.position, label + "expected a member " + enumerate(names) + ".");
+    add(node.position, label + "expected a member " + joinNames(names) + ".");
 }
 
 std::vector<Problem> Checker::takeProblems()

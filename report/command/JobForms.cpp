@@ -228,7 +228,7 @@ struct JobForms {
                                {"width", &text, "as in 3cm (default: the image's own)"},
                                {"height", &text},
                                {"alt-text", &text, "what a screen reader says"}}),
-        makeBlock("a caption", {{"caption", &text, "what it says behind its number"},
+        makeBlock("a caption", {{"caption", &text, "what it says after its number"},
                                 {"label", &text, "what is counted (default: Figure)"},
                                 {"name", &text, "for references to it"}}),
         makeBlock("a page break", {{"page-break", &flag, "true"}}),

@@ -16,7 +16,7 @@ constexpr auto introduction = R"text(# Options of a chart
 
 How a chart looks and where it stands. `quillon-report --options` prints this page.
 
-The names are those of the command line, behind `--`, and of job files. In Python they are keywords with `_` for `-`:
+The names are those of the command line, after `--`, and of job files. In Python they are keywords with `_` for `-`:
 `report.add_chart(chart, value_title="EUR")`. An option that does not suit the type of chart, and a value that is out of
 range, is refused with a sentence. What the objects of a chart say wins over an option.
 

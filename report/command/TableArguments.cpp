@@ -7,6 +7,7 @@
 #include <map>
 
 #include "report/options/Enumerations.h"
+#include "report/options/ListText.h"
 
 namespace quillon::report {
 namespace {

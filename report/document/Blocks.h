@@ -39,7 +39,7 @@ struct ListItem {
 enum class ListKind : std::uint8_t { Bullets, Numbers };
 
 /// The number and words above a table or below a figure. It stays on the page of what it belongs to: the
-/// chart or image before it, or else the table behind it.
+/// chart or image before it, or else the table after it.
 struct Caption {
     std::string text = {};
     /// What is counted, "Figure 1", "Figure 2"; each label counts for itself.

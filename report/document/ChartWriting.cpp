@@ -28,10 +28,10 @@ void requireSheetSize(const chart::DataSet& dataSet)
     for (unsigned long i = 0; i < dataSet.getSeriesCount(); ++i)
         rows = std::max<unsigned long>(rows, dataSet.getSeries(i)->getSize());
     if (dataSet.getSeriesCount() > maximumColumn)
-        throw ChartError("", "A chart takes at most " + std::to_string(maximumColumn) + " series, got " +
+        throw ChartError("", "a chart takes at most " + std::to_string(maximumColumn) + " series, got " +
                                  std::to_string(dataSet.getSeriesCount()) + ".");
     if (rows > maximumRow)
-        throw ChartError("", "A series takes at most " + std::to_string(maximumRow) + " points, got " +
+        throw ChartError("", "a series takes at most " + std::to_string(maximumRow) + " points, got " +
                                  std::to_string(rows) + ".");
 }
 
@@ -83,9 +83,9 @@ WrittenChart writeChart(DOMDocument* mainDocument, const ChartContext& context)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const ChartError& error) {
-        throw std::runtime_error(context.describe(error.getPlace()) + ": " + error.getSentence());
+        throw std::runtime_error(context.describe(error.getPlace(), error.getSentence()));
     } catch (const std::exception& error) {
-        throw std::runtime_error(context.describe("") + ": " + error.what());
+        throw std::runtime_error(context.describe("", error.what()));
     }
 }
 

@@ -7,6 +7,7 @@
 #include "report/document/DocumentWriter.h"
 #include "report/document/Image.h"
 #include "report/document/TableMarkup.h"
+#include "report/document/TemplateParts.h"
 #include "report/options/Length.h"
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"

@@ -30,7 +30,7 @@ class QUILLON_EXPORT Document {
  public:
     Document();
     /// A document that looks like another: its styles, theme, page setup, headers and footers; its text is
-    /// left out. Throws: std::runtime_error when the file cannot be read, or is no document.
+    /// left out. Throws: std::runtime_error when the file cannot be read, or is not a document.
     explicit Document(const std::string& templatePath);
     ~Document();
     Document(Document&& other) noexcept;
@@ -52,12 +52,11 @@ class QUILLON_EXPORT Document {
                   ChartData data = {});
     /// Charts in one line. One whose width is the default gets an equal share of the line.
     void addCharts(const std::vector<PlacedChart>& charts);
-    /// Throws: std::runtime_error behind a chart that floats, and for a name that is none, or taken.
+    /// Throws: std::runtime_error after a chart that floats, and for a name that is malformed or taken.
     void addCaption(const Caption& caption);
-    /// Throws: std::runtime_error for a row of another length, and a style or width that is none.
+    /// Throws: std::runtime_error for a row of another length, and for an unknown style or a malformed width.
     void addTable(const TextTable& table);
-    /// `bytes`: a PNG or JPEG file. Throws: std::runtime_error for other bytes, and for lengths that are
-    /// none.
+    /// `bytes`: a PNG or JPEG file. Throws: std::runtime_error for other bytes, and for malformed lengths.
     void addImage(std::string bytes, const ImageOptions& options = {});
 
     void addPageBreak();

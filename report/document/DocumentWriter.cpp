@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <stdexcept>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "report/document/FixedParts.h"
 #include "report/document/Image.h"
 #include "report/document/TableMarkup.h"
+#include "report/document/TemplateParts.h"
 #include "report/finish/Finishing.h"
 #include "report/options/Length.h"
 #include "report/package/XmlSpans.h"
@@ -21,9 +21,6 @@ namespace quillon::report {
 using xercesc::DOMElement;
 
 namespace {
-
-constexpr double emuPerPoint = 12'700;
-constexpr std::int64_t emuPerTwip = 635;
 
 DocumentPointer createMainDocument()
 {
@@ -54,53 +51,10 @@ std::string toLength(double emu)
     return toUtf8(num2str(emu / emuPerPoint)) + "pt";
 }
 
-/// The part that the main part is related to in that way, or nothing.
-std::string findRelated(const Package& package, std::string_view kind)
-{
-    for (const auto& relationship : package.getRelationships(package.getMainPart()))
-        if (relationship.getKind() == kind && !relationship.isExternal) return relationship.target;
-    return {};
-}
-
 std::unique_ptr<PartTarget> makeTarget(const std::optional<Package>& look)
 {
     if (look) return std::make_unique<PackageExtender>(*look);
     return std::make_unique<PackageWriter>();
-}
-
-std::string readRelated(const std::optional<Package>& package, std::string_view kind)
-{
-    const auto name = package ? findRelated(*package, kind) : std::string();
-    return name.empty() ? std::string() : package->getPart(name);
-}
-
-std::int64_t readTwips(const XmlElement& element, std::string_view attribute, std::int64_t otherwise)
-{
-    const auto text = element ? element.getAttribute(Ns::Word, attribute).value_or("") : std::string();
-    std::int64_t number = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number * emuPerTwip;
-}
-
-/// Of the pages of the last section.
-std::int64_t readTextWidth(const XmlElement& section)
-{
-    const auto size = section.findChild("pgSz");
-    const auto margins = section.findChild("pgMar");
-    return readTwips(size, "w", 11'906) - readTwips(margins, "left", 1'440) -
-           readTwips(margins, "right", 1'440);
-}
-
-std::vector<PageLineReference> readPageLines(const XmlElement& section)
-{
-    std::vector<PageLineReference> references;
-    for (const auto child : section.getChildren())
-        for (const auto* name : {"headerReference", "footerReference"})
-            if (child.is(Ns::Word, name))
-                references.push_back(
-                    {u"w:" + toUtf16(name), toUtf16(child.getAttribute(Ns::Word, "type").value_or("default")),
-                     toUtf16(child.getAttribute(Ns::OfficeRelationships, "id").value_or(""))});
-    return references;
 }
 
 bool hasTab(const PageLine& line)
@@ -136,16 +90,6 @@ void appendPageText(DOMElement* paragraph, const TextRun& run, TextPlace& place)
 }
 
 }  // namespace
-
-void requireTemplate(const Package& package, const std::string& path)
-{
-    package.requireDocument();
-    if (package.isStrict())
-        throw std::runtime_error(path +
-                                 ": a template in the strict format; save a copy as an ordinary document.");
-    if (package.getContentType(package.getMainPart()).find("macroEnabled") != std::string::npos)
-        throw std::runtime_error(path + ": the template holds macros; save a copy without them.");
-}
 
 Styles makeStyles(const DocumentContent& content)
 {
@@ -322,11 +266,11 @@ void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& place
     const auto name = target_->findFreeName("word/charts/chart", ".xml");
     const auto id = target_->relate(mainPart_, "chart", name);
     const auto options = fit(placed.options, sharing);
-    if (listener_.warning && parseLength(options.width) > textWidth_)
-        listener_.warning("chart " + std::to_string(number) +
-                          ": the chart is wider than the text of its page.");
-    auto written = writeChart(main_.get(), {*placed.chart, placed.data, options,
-                                            getKind(*placed.chart, placed.options), number, id, listener_});
+    const ChartContext context{*placed.chart, placed.data, options,  getKind(*placed.chart, placed.options),
+                               number,        id,          listener_};
+    if (parseLength(options.width) > textWidth_)
+        context.warn("the chart is wider than the text of its page.");
+    auto written = writeChart(main_.get(), context);
     paragraph->appendChild(written.run);
     target_->addPart(name, std::move(written.chart), content_type::chart);
     if (options.workbook) addWorkbook(std::move(written.workbook), name);

@@ -58,9 +58,6 @@ struct DocumentContent {
     std::optional<Package> look;
 };
 
-/// Throws: std::runtime_error that names the file when it cannot serve as a template.
-void requireTemplate(const Package& package, const std::string& path);
-
 /// The styles that the document may use.
 Styles makeStyles(const DocumentContent& content);
 

@@ -16,7 +16,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr double emuPerInch = 914'400;
 constexpr double defaultDots = 96;
 constexpr std::string_view pngMark = "\x89PNG\r\n\x1A\n";
 constexpr std::string_view jpegMark = "\xFF\xD8\xFF";

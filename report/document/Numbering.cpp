@@ -23,16 +23,16 @@ std::string makeLevel(ListKind kind, unsigned level)
     const auto number = std::to_string(level);
     const bool isBullet = kind == ListKind::Bullets;
     const auto text = isBullet ? std::string(bullets[level % 3]) : "%" + std::to_string(level + 1) + ".";
-    return "<w:lvl w:ilvl=\"" + number + "\"><w:start w:val=\"1\"/><w:numFmt w:val=\"" +
-           (isBullet ? "bullet" : formats[level % 3]) + "\"/><w:lvlText w:val=\"" + text +
-           "\"/><w:lvlJc w:val=\"left\"/><w:pPr><w:ind w:left=\"" + std::to_string(indent * (level + 1)) +
-           "\" w:hanging=\"360\"/></w:pPr></w:lvl>";
+    return R"(<w:lvl w:ilvl=")" + number + R"("><w:start w:val="1"/><w:numFmt w:val=")" +
+           (isBullet ? "bullet" : formats[level % 3]) + R"("/><w:lvlText w:val=")" + text +
+           R"("/><w:lvlJc w:val="left"/><w:pPr><w:ind w:left=")" + std::to_string(indent * (level + 1)) +
+           R"(" w:hanging="360"/></w:pPr></w:lvl>)";
 }
 
 std::string makeDefinition(ListKind kind, unsigned id)
 {
-    auto markup = "<w:abstractNum w:abstractNumId=\"" + std::to_string(id) +
-                  "\"><w:multiLevelType w:val=\"hybridMultilevel\"/>";
+    auto markup = R"(<w:abstractNum w:abstractNumId=")" + std::to_string(id) +
+                  R"("><w:multiLevelType w:val="hybridMultilevel"/>)";
     for (unsigned level = 0; level < levels; ++level) markup += makeLevel(kind, level);
     return markup + "</w:abstractNum>";
 }
@@ -64,11 +64,11 @@ Numbering::Numbering(std::string part) : part_(part.empty() ? emptyPart : std::m
 
 std::string Numbering::add(ListKind kind)
 {
-    const auto id = std::to_string(++lastId_);
+    auto id = std::to_string(++lastId_);
     const auto definition = std::to_string(firstId_ + (kind == ListKind::Numbers ? 1 : 0));
-    numbers_ += "<w:num w:numId=\"" + id + "\"><w:abstractNumId w:val=\"" + definition + "\"/>";
+    numbers_ += R"(<w:num w:numId=")" + id + R"("><w:abstractNumId w:val=")" + definition + R"("/>)";
     if (kind == ListKind::Numbers)
-        numbers_ += "<w:lvlOverride w:ilvl=\"0\"><w:startOverride w:val=\"1\"/></w:lvlOverride>";
+        numbers_ += R"(<w:lvlOverride w:ilvl="0"><w:startOverride w:val="1"/></w:lvlOverride>)";
     numbers_ += "</w:num>";
     return id;
 }

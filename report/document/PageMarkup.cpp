@@ -14,9 +14,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr std::int64_t emuPerTwip = 635;
-constexpr std::int64_t emuPerInch = 914'400;
-
 /// Twentieths of a point, upright. Source: ISO 216, ANSI Y14.1, as word processors round them.
 struct Paper {
     const char* name;

@@ -20,7 +20,7 @@ struct PageLineReference {
     std::u16string relationshipId;
 };
 
-/// Throws: std::runtime_error for another paper, and margins that are no lengths or leave no room for text.
+/// Throws: std::runtime_error for another paper, and margins that are not lengths or leave no room for text.
 void checkPageSetup(const PageSetup& setup);
 
 /// The width of the text, in English Metric Units.

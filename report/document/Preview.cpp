@@ -15,9 +15,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr std::int64_t emuPerTwip = 635;
-constexpr std::int64_t twipsPerInch = 1440;
-
 constexpr auto mainPart = "document.xml";
 constexpr auto chartPart = "chart.xml";
 
@@ -31,7 +28,7 @@ void appendPage(DOMElement* body, const Preview& preview)
     auto* section = appendElement(body, u"w:sectPr");
     auto* size = appendElement(section, u"w:pgSz");
     setTwips(size, u"w:w", preview.width / emuPerTwip);
-    setTwips(size, u"w:h", preview.height / emuPerTwip + twipsPerInch);
+    setTwips(size, u"w:h", (preview.height + emuPerInch) / emuPerTwip);
     auto* margins = appendElement(section, u"w:pgMar");
     for (const auto* side :
          {u"w:top", u"w:right", u"w:bottom", u"w:left", u"w:header", u"w:footer", u"w:gutter"})

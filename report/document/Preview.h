@@ -26,7 +26,7 @@ struct Preview {
 
 /// Makes the document. There is no workbook in it, and equal charts give equal bytes. `data` is what the
 /// chart's data set cannot say; its own data set is not looked at. Throws: std::runtime_error for a width or
-/// height that is no length, and one that names what in the chart cannot be written.
+/// height that is not a length, and one that names what in the chart cannot be written.
 QUILLON_EXPORT Preview makePreview(const chart::Chart& chart, const ChartOptions& options = {},
                                    const Listener& listener = {}, const ChartData& data = {});
 

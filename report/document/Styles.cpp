@@ -12,11 +12,6 @@
 namespace quillon::report {
 namespace {
 
-std::string toLower(std::string_view text)
-{
-    return toUtf8(toLowerString(toUtf16(text)));
-}
-
 std::string getName(const XmlElement& style)
 {
     return style.findChild("name").getAttribute(Ns::Word, "val").value_or("");

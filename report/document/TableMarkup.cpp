@@ -14,8 +14,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr std::int64_t emuPerTwip = 635;
-
 std::u16string toNumber(std::int64_t number)
 {
     return num2str(static_cast<unsigned long>(std::max<std::int64_t>(number, 0)));
@@ -56,10 +54,11 @@ std::vector<std::int64_t> shareWidth(const TextTable& table, std::int64_t textWi
         lengths.push_back(std::clamp(length, shortest, longest));
         sum += lengths.back();
     }
+    const auto whole = static_cast<std::int64_t>(std::max(sum, shortest));
     std::vector<std::int64_t> widths;
+    widths.reserve(lengths.size());
     for (const auto length : lengths)
-        widths.push_back(textWidth / emuPerTwip * static_cast<std::int64_t>(length) /
-                         static_cast<std::int64_t>(sum));
+        widths.push_back(textWidth / emuPerTwip * static_cast<std::int64_t>(length) / whole);
     return widths;
 }
 

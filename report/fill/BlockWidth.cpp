@@ -1,4 +1,5 @@
 #include "report/fill/BlockWidth.h"
+#include "report/options/Length.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +11,6 @@
 namespace quillon::report {
 namespace {
 
-constexpr std::int64_t emuPerTwip = 635;
 /// Twentieths of a point, as all below.
 constexpr std::int64_t letterWidth = 12'240;
 constexpr std::int64_t inch = 1'440;

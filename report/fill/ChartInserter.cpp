@@ -11,7 +11,6 @@
 namespace quillon::report {
 namespace {
 
-constexpr double emuPerInch = 914'400;
 constexpr auto chartType = "application/vnd.openxmlformats-officedocument.drawingml.chart+xml";
 constexpr auto workbookType = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet";
 

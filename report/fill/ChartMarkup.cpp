@@ -122,7 +122,7 @@ ChartMarkup::ChartMarkup(std::string_view bytes, const std::string& part) : xml_
 {
     const auto root = xml_.getRoot();
     if (!root.is(Ns::Chart, "chartSpace")) {
-        problem_ = "its part is no chart of a kind that is known";
+        problem_ = "its part is not a chart of a known kind";
         return;
     }
     chart_ = root.findChild("chart");

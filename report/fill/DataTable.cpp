@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "report/fill/BlockWidth.h"
+#include "report/options/Length.h"
 #include "report/options/NumberText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -12,7 +13,6 @@ namespace {
 
 constexpr auto usualGrid = "TableGrid";
 constexpr auto usualDate = "yyyy-mm-dd";
-constexpr std::int64_t emuPerTwip = 635;
 
 constexpr auto plainBorders =
     "<w:tblBorders><w:top w:val=\"single\" w:sz=\"4\" w:space=\"0\" w:color=\"auto\"/>"

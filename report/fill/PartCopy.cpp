@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "report/package/PartNames.h"
+
 namespace quillon::report {
 namespace {
 
@@ -19,20 +21,14 @@ std::string findCopyName(const Package& document, const std::string& part)
     return document.findFreeName(stem, dot == std::string::npos ? "" : part.substr(dot));
 }
 
-std::string getRelationshipsName(const std::string& part)
-{
-    const auto name = part.rfind('/') + 1;
-    return part.substr(0, name) + "_rels/" + part.substr(name) + ".rels";
-}
-
 std::string copyPart(Package& document, const std::string& part)
 {
     auto name = findCopyName(document, part);
     document.addPart(name, document.getPart(part), document.getContentType(part));
-    const auto relationships = getRelationshipsName(part);
+    const auto relationships = nameRelationships(part);
     // The copy lies in the same folder, so that its relationships lead to the same parts.
     if (document.hasPart(relationships))
-        document.addPart(getRelationshipsName(name), document.getPart(relationships),
+        document.addPart(nameRelationships(name), document.getPart(relationships),
                          document.getContentType(relationships));
     return name;
 }

@@ -28,7 +28,7 @@ std::size_t readPosition(const XmlSpans& xml, std::string_view text)
     const auto result = std::from_chars(text.data(), end, count);
     if (result.ec != std::errc() || result.ptr != end)
         throw std::runtime_error(showText(xml.getPart()) + ": " + quoteText(text) +
-                                 " is no position or number of points.");
+                                 " is not a position or number of points.");
     if (count > PointCache::maximumCount)
         throw std::runtime_error(showText(xml.getPart()) + ": a series has " + std::to_string(count) +
                                  " points; a worksheet has 1,048,576 rows.");

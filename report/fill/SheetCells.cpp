@@ -171,7 +171,7 @@ SheetCells::SheetCells(std::string_view bytes, std::string part, const std::vect
       strings_(strings)
 {
     if (!xml_.getRoot().is(Ns::Sheet, "worksheet") || !data_)
-        throw std::runtime_error(quoteText(xml_.getPart(), 200) + " is no worksheet");
+        throw std::runtime_error(quoteText(xml_.getPart(), 200) + " is not a worksheet");
     reserveCells();
     Reader(*this).read();
 }

@@ -15,7 +15,6 @@ class SheetTable {
     SheetTable(const Package& workbook, std::string part);
 
     const std::string& getName() const { return name_; }
-    const Area& getArea() const { return area_; }
     /// The cells of a column, or its header's; nothing when there is no such column.
     std::optional<Area> findColumn(const std::string& name, bool isHeader) const;
 

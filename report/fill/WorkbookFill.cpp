@@ -161,7 +161,7 @@ class Filler {
 Filler::Filler(const std::string& bytes) : book_(bytes)
 {
     main_ = std::make_unique<XmlSpans>(book_.getPart(book_.getMainPart()), book_.getMainPart());
-    if (!main_->getRoot().is(Ns::Sheet, "workbook")) refuse("it is no .xlsx or .xlsm file");
+    if (!main_->getRoot().is(Ns::Sheet, "workbook")) refuse("it is not an .xlsx or .xlsm file");
     strings_ = readSharedStrings(book_);
     readSheets();
     readNames();

@@ -24,18 +24,26 @@ std::u16string toText(double number)
 
 // --- Scale ---
 
-/// A table of words reads from top to bottom, and so do its bars; other categories run from left to right.
 /// The value axis stays where it would stand without.
-void orderCategories(ChartPart& part)
+void reverseCategories(ChartPart& part)
 {
-    const bool isBar = part.context.kind == ChartKind::Bar;
-    if (isBar == part.context.options.reverse) return;
     const auto turn = [](const Axes& axes, const char16_t* end) {
         replaceInOrder(findChild(axes.category, u"c:scaling"), u"c:orientation", u"maxMin");
         replaceInOrder(axes.value, u"c:crosses", end);
     };
     turn(part.axes, u"max");
     if (part.secondAxes.value != nullptr) turn(part.secondAxes, u"autoZero");
+}
+
+/// A table of words reads from top to bottom, and so do its bars, which would start at the bottom.
+void orderBars(ChartPart& part)
+{
+    if (!part.context.options.reverse) reverseCategories(part);
+}
+
+void orderCategories(ChartPart& part)
+{
+    if (part.context.options.reverse) reverseCategories(part);
 }
 
 void tellOfEmptyPlot(ChartPart& part, const Scale& scale)
@@ -71,26 +79,13 @@ void spaceGridlines(ChartPart& part, const Scale& scale)
     replaceInOrder(findAxis(part, scale.kind), u"c:majorUnit", toText(*scale.step).c_str());
 }
 
-void requirePositiveNumbers(const SeriesPart& series, const Scale& scale)
-{
-    std::size_t index = 0;
-    for (const auto& point : series.series.getPoints()) {
-        ++index;
-        const double number = getNumber(*point, scale.kind);
-        if (number <= 0)
-            throw ChartError(ChartPart::describe(series) + ", point " + std::to_string(index),
-                             std::string(scale.kind == ScaleKind::X ? "X" : "the value") + " is " +
-                                 toUtf8(toText(number)) + "; a logarithmic axis (" + scale.logName +
-                                 ") shows numbers above 0.");
-    }
-}
-
 /// The other axis stands at the lower end: bars that start at 1 would hang down from it.
 void makeLogarithmic(ChartPart& part, const Scale& scale)
 {
     if (!scale.log) return;
+    const auto reason = std::string("a logarithmic axis (") + scale.logName + ") shows numbers above 0.";
     for (const auto& series : part.series)
-        if (standsOn(part, series, scale.kind)) requirePositiveNumbers(series, scale);
+        if (standsOn(part, series, scale.kind)) requirePositiveNumbers(series, scale.kind, reason);
     auto* axis = findAxis(part, scale.kind);
     replaceInOrder(findChild(axis, u"c:scaling"), u"c:logBase", toText(*scale.log).c_str());
     const auto& axes = scale.kind == ScaleKind::Second ? part.secondAxes : part.axes;
@@ -158,7 +153,7 @@ void thinOutCategoryLabels(ChartPart& part)
     const auto& interval = part.context.options.tickInterval;
     if (!interval) return;
     if (hasDateAxis(part.context))
-        return part.warn("", "tick-interval is for categories that are no dates. It is left out.");
+        return part.warn("", "tick-interval is for categories other than dates. It is left out.");
     const auto count = num2str(static_cast<unsigned long>(*interval));
     replaceInOrder(part.axes.category, u"c:tickLblSkip", count.c_str());
 }
@@ -172,20 +167,31 @@ void addTitle(DOMElement* axis, const std::u16string& text, bool isVertical)
     appendElement(title, u"c:overlay", u"0");
 }
 
+/// One of the two crossing axes is vertical, and its title with it.
+template <bool isCategoryVertical>
 void nameAxes(ChartPart& part)
 {
     const auto& options = part.context.options;
-    const auto& axes = part.axes;
-    const bool isBar = part.context.kind == ChartKind::Bar;
-    addTitle(axes.category, readXmlText(options.categoryTitle, "category-title"), isBar);
-    addTitle(axes.value, readXmlText(options.valueTitle, "value-title"), !isBar);
-    if (auto* second = findAxis(part, ScaleKind::Second))
-        addTitle(second, readXmlText(options.secondTitle, "second-title"), true);
-    if (auto* x = findAxis(part, ScaleKind::X)) addTitle(x, readXmlText(options.xTitle, "x-title"), false);
+    addTitle(part.axes.category, readXmlText(options.categoryTitle, "category-title"), isCategoryVertical);
+    addTitle(part.axes.value, readXmlText(options.valueTitle, "value-title"), !isCategoryVertical);
 }
 
+void nameSecondAxis(ChartPart& part)
+{
+    if (auto* second = findAxis(part, ScaleKind::Second))
+        addTitle(second, readXmlText(part.context.options.secondTitle, "second-title"), true);
+}
+
+void nameXAxis(ChartPart& part)
+{
+    addTitle(part.axes.category, readXmlText(part.context.options.xTitle, "x-title"), false);
+}
+
+constexpr ChartKinds barKind{ChartKind::Bar};
+
 constexpr std::array rules = {
-    Rule{categoryKinds, orderCategories},
+    Rule{barKind, orderBars},
+    Rule{categoryKinds.without(barKind), orderCategories},
     Rule{axisKinds, scaleAxes},
     Rule{axisKinds, countInUnits},
     Rule{axisKinds, drawGridlines},
@@ -193,7 +199,10 @@ constexpr std::array rules = {
     Rule{categoryKinds, placeCategoryLabels},
     Rule{categoryKinds, turnCategoryLabels},
     Rule{categoryKinds, thinOutCategoryLabels},
-    Rule{axisKinds, nameAxes},
+    Rule{barKind, nameAxes<true>},
+    Rule{axisKinds.without(barKind), nameAxes<false>},
+    Rule{combinedKinds, nameSecondAxis},
+    Rule{pointKinds, nameXAxis},
 };
 
 }  // namespace

@@ -54,7 +54,8 @@ DOMElement* makeLevels(const ChartPart& part)
     auto* cache = appendElement(reference, u"c:multiLvlStrCache");
     appendElement(cache, u"c:ptCount", num2str(static_cast<unsigned long>(categories.size())).c_str());
     appendLevel(cache, categories);
-    for (auto level = data.levels.rbegin(); level != data.levels.rend(); ++level) appendLevel(cache, *level);
+    std::for_each(data.levels.rbegin(), data.levels.rend(),
+                  [cache](const auto& level) { appendLevel(cache, level); });
     return holder;
 }
 
@@ -69,7 +70,6 @@ void replaceCategories(const ChartPart& part, DOMElement* categories)
 void writeCategories(ChartPart& part)
 {
     const auto& data = part.context.data;
-    if (pointKinds.contains(part.context.kind)) return;
     if (!data.levels.empty()) return replaceCategories(part, makeLevels(part));
     if (hasCategoryNumbers(data)) replaceCategories(part, makeCategoryNumbers(part));
 }
@@ -132,21 +132,22 @@ void writeX(const ChartPart& part, const SeriesPart& series)
                   listX(series.series));
 }
 
-void writeSizes(const ChartPart& part, const SeriesPart& series)
-{
-    auto* sizes = insertInOrder(series.element, u"c:bubbleSize");
-    const auto& values = part.context.data.getDetails(series.index).sizes;
-    appendNumbers(sizes, getCellRange(part.getColumn(series) + 1, values.size()), u"General", values);
-    insertInOrder(series.element, u"c:bubble3D", u"0");
-}
-
 void placePoints(ChartPart& part)
 {
     for (const auto& series : part.series) {
         writeX(part, series);
         part.doc->renameNode(findChild(series.element, u"c:val"), nullptr, u"c:yVal");
-        if (part.context.kind == ChartKind::Bubble) writeSizes(part, series);
         putInOrder(series.element);
+    }
+}
+
+void sizeBubbles(ChartPart& part)
+{
+    for (const auto& series : part.series) {
+        auto* sizes = insertInOrder(series.element, u"c:bubbleSize");
+        const auto& values = part.context.data.getDetails(series.index).sizes;
+        appendNumbers(sizes, getCellRange(part.getColumn(series) + 1, values.size()), u"General", values);
+        insertInOrder(series.element, u"c:bubble3D", u"0");
     }
 }
 
@@ -212,9 +213,10 @@ void markWaterfall(ChartPart& part)
 }
 
 constexpr std::array rules = {
-    Rule{allKinds, writeCategories},
+    Rule{allKinds.without(pointKinds), writeCategories},
     Rule{categoryKinds, makeDateAxes},
     Rule{pointKinds, placePoints},
+    Rule{ChartKinds(ChartKind::Bubble), sizeBubbles},
     Rule{pointKinds, makeXAxis},
     Rule{ChartKinds(ChartKind::Waterfall), markWaterfall},
 };

@@ -42,7 +42,7 @@ bool keepsApart(const std::vector<double>& dates, const GetUnit& getUnit)
     return true;
 }
 
-/// Dates that a larger unit keeps apart, but that are no first days of it, would move to its first day.
+/// Dates that a larger unit keeps apart, but that are not first days of it, would move to its first day.
 bool areOn(const std::vector<double>& dates, bool (*isFirst)(std::chrono::year_month_day))
 {
     for (const double date : dates)

@@ -26,11 +26,16 @@ struct ChartContext {
     /// What the workbook holds beside the data.
     WorkbookOptions workbook = {};
 
-    /// "chart 3, series 1", or "chart 3" for an empty place: where sentences say that something is.
-    std::string describe(const std::string& place) const
+    /// "chart 3, series 1: the sentence"; an empty place is the chart as a whole.
+    std::string describe(const std::string& place, const std::string& sentence) const
     {
-        const auto chartPlace = "chart " + std::to_string(number);
-        return place.empty() ? chartPlace : chartPlace + ", " + place;
+        return "chart " + std::to_string(number) + (place.empty() ? "" : ", ") + place + ": " + sentence;
+    }
+
+    /// Tells the caller what concerns the chart as a whole.
+    void warn(const std::string& sentence) const
+    {
+        if (listener.warning) listener.warning(describe("", sentence));
     }
 };
 

@@ -5,6 +5,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "report/finish/Waterfall.h"
+#include "report/options/ColorText.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -30,6 +31,11 @@ bool isAxis(const DOMElement* element, const XMLCh* id)
 }
 
 }  // namespace
+
+std::u16string_view getGroupName(const SeriesPart& series)
+{
+    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
+}
 
 Axes findAxes(const DOMElement* group)
 {
@@ -103,7 +109,7 @@ std::string ChartPart::describe(std::size_t index, const chart::DataSeries& seri
 
 void ChartPart::warn(const std::string& place, const std::string& sentence)
 {
-    const auto text = context.describe(place) + ": " + sentence;
+    const auto text = context.describe(place, sentence);
     if (context.listener.warning && told_.insert(text).second) context.listener.warning(text);
 }
 
@@ -114,10 +120,7 @@ void ChartPart::warn(const Place& place, const std::string& sentence)
 
 void ChartPart::warnNoColor(const Place& place, const std::u16string& text)
 {
-    if (context.listener.warning)
-        warn(place, quoteText(text) +
-                        " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to "
-                        "255. The default is used.");
+    if (context.listener.warning) warn(place, describeNoColor(text) + " The default is used.");
 }
 
 }  // namespace quillon::report

@@ -22,6 +22,9 @@ struct SeriesPart {
     const chart::DataSeries& series;
 };
 
+/// The name of the group that the series stands in: "c:lineChart".
+std::u16string_view getGroupName(const SeriesPart& series);
+
 /// The axes that a group of series stands on; null where there are none.
 struct Axes {
     xercesc::DOMElement* category = nullptr;

@@ -55,7 +55,7 @@ DOMElement* appendColor(DOMElement* parent, const PaintColor& color)
 void appendAlpha(DOMElement* color, std::uint32_t transparency)
 {
     if (transparency == 0) return;
-    const auto opacity = num2str(static_cast<unsigned long>((100 - transparency) * 1000));
+    const auto opacity = num2str(1000UL * (100 - transparency));
     appendElement(color, u"a:alpha", opacity.c_str());
 }
 
@@ -183,9 +183,9 @@ void StandardColors::setOwn(const ChartContext& context)
     const auto& colors = context.options.colors;
     const auto targets = findTargets(context);
     if (colors.size() > targets.names.size())
-        throw ChartError("", "Got " + std::to_string(colors.size()) + " colours for " +
-                                 std::to_string(targets.names.size()) + " " + targets.many +
-                                 "; give at most one for each.");
+        throw ChartError("", std::string("colors: expected at most one for each ") + targets.one + ", " +
+                                 std::to_string(targets.names.size()) + " in all; got " +
+                                 std::to_string(colors.size()) + ".");
     for (const auto& text : colors) own_.push_back(readDigits(text));
 }
 

@@ -17,7 +17,6 @@
 namespace quillon::report {
 
 using chart::DataLabelContentSeparator;
-using xercesc::DOMElement;
 
 namespace {
 
@@ -175,12 +174,17 @@ void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPar
 
 void labelAllSeries(ChartPart& part)
 {
-    const bool isWaterfall = part.context.kind == ChartKind::Waterfall;
+    for (const auto& series : part.series) labelSeries(part, series);
+}
+
+/// The base has no labels; the parts below 0 say what the bars that cross 0 come to.
+void labelWaterfall(ChartPart& part)
+{
     constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
-    for (const auto& series : part.series)
-        if (!isWaterfall || series.index < base) labelSeries(part, series);
-    for (std::size_t i = base + 1; isWaterfall && i < part.series.size(); ++i)
-        labelCrossingBars(part, part.series[i - base - 1], part.series[i]);
+    for (std::size_t i = 0; i < part.series.size(); ++i) {
+        if (i < base) labelSeries(part, part.series[i]);
+        if (i > base) labelCrossingBars(part, part.series[i - base - 1], part.series[i]);
+    }
 }
 
 void warnOfOptionsWithoutLabels(ChartPart& part)
@@ -195,7 +199,13 @@ void warnOfOptionsWithoutLabels(ChartPart& part)
         "(labels value).");
 }
 
-constexpr std::array rules = {Rule{allKinds, labelAllSeries}, Rule{allKinds, warnOfOptionsWithoutLabels}};
+constexpr ChartKinds waterfallKind{ChartKind::Waterfall};
+
+constexpr std::array rules = {
+    Rule{allKinds.without(waterfallKind), labelAllSeries},
+    Rule{waterfallKind, labelWaterfall},
+    Rule{allKinds, warnOfOptionsWithoutLabels},
+};
 
 }  // namespace
 

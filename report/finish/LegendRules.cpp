@@ -18,7 +18,6 @@ namespace {
 constexpr std::size_t maximumSlices = 12;
 
 constexpr double standardPoints = 9;
-constexpr double emuPerPoint = 12'700;
 
 // --- The extent of texts and legends, in points ---
 
@@ -49,19 +48,6 @@ Extent getEntryExtent(const std::u16string& text, double size)
     return {width * size, lineHeight * size};
 }
 
-std::vector<Extent> getEntries(const ChartPart& part)
-{
-    const double size = part.context.options.fontSize.value_or(standardPoints);
-    std::vector<Extent> entries;
-    if (pieKinds.contains(part.context.kind))
-        for (const auto& category : part.context.chart.getDataSet()->getCategories())
-            entries.push_back(getEntryExtent(category, size));
-    else
-        for (const auto& series : part.series)
-            entries.push_back(getEntryExtent(series.series.getName(), size));
-    return entries;
-}
-
 /// Entries stand in rows as columns of equal width, an entry too long for the chart on several lines.
 double getHeightBelow(const std::vector<Extent>& entries, double chartWidth)
 {
@@ -89,9 +75,12 @@ double getPoints(const std::string& length)
 // --- The rules ---
 
 /// Below the plot, or right of it where the legend would crowd out the plot.
-Legend choosePlaceByExtent(ChartPart& part)
+Legend choosePlace(ChartPart& part, const std::vector<std::u16string>& texts)
 {
-    const auto entries = getEntries(part);
+    const double size = part.context.options.fontSize.value_or(standardPoints);
+    std::vector<Extent> entries;
+    entries.reserve(texts.size());
+    for (const auto& text : texts) entries.push_back(getEntryExtent(text, size));
     const double width = getPoints(part.context.options.width);
     const double height = getPoints(part.context.options.height);
     constexpr double share = 3;
@@ -103,35 +92,48 @@ Legend choosePlaceByExtent(ChartPart& part)
     return Legend::Bottom;
 }
 
-Legend choosePlace(ChartPart& part)
+Legend placeSlices(ChartPart& part)
 {
-    if (part.context.options.legend != Legend::Automatic) return part.context.options.legend;
-    // High, low and close say themselves which is which.
-    if (part.context.kind == ChartKind::Stock) return Legend::None;
-    const bool wanted = part.series.size() > 1 || pieKinds.contains(part.context.kind);
-    return wanted ? choosePlaceByExtent(part) : Legend::None;
+    return choosePlace(part, part.context.chart.getDataSet()->getCategories());
+}
+
+Legend placeSeries(ChartPart& part)
+{
+    if (part.series.size() < 2) return Legend::None;
+    std::vector<std::u16string> names;
+    names.reserve(part.series.size());
+    for (const auto& series : part.series) names.push_back(series.series.getName());
+    return choosePlace(part, names);
+}
+
+/// High, low and close say themselves which is which.
+Legend placeNothing(ChartPart& /*part*/)
+{
+    return Legend::None;
+}
+
+template <Legend (*placeAutomatically)(ChartPart&)>
+void addLegend(ChartPart& part)
+{
+    const auto wish = part.context.options.legend;
+    const auto place = wish == Legend::Automatic ? placeAutomatically(part) : wish;
+    if (place == Legend::None) return;
+    auto* legend = insertInOrder(part.chart, u"c:legend");
+    appendElement(legend, u"c:legendPos", findRow(legendRows, place).token);
+    appendElement(legend, u"c:overlay", u"0");
 }
 
 /// The base of a waterfall stands first; what follows increases, decreases and totals is below 0.
-void leaveOutHelpers(const ChartPart& part, xercesc::DOMElement* legend)
+void leaveOutHelpers(ChartPart& part)
 {
     constexpr std::size_t named = 3;
-    for (std::size_t i = 0; i < part.series.size(); ++i) {
+    auto* legend = findChild(part.chart, u"c:legend");
+    for (std::size_t i = 0; legend != nullptr && i < part.series.size(); ++i) {
         if (i >= 1 && i <= named) continue;
         auto* entry = insertInOrder(legend, u"c:legendEntry");
         appendElement(entry, u"c:idx", num2str(static_cast<unsigned long>(i)).c_str());
         appendElement(entry, u"c:delete", u"1");
     }
-}
-
-void addLegend(ChartPart& part)
-{
-    const auto place = choosePlace(part);
-    if (place == Legend::None) return;
-    auto* legend = insertInOrder(part.chart, u"c:legend");
-    appendElement(legend, u"c:legendPos", findRow(legendRows, place).token);
-    appendElement(legend, u"c:overlay", u"0");
-    if (part.context.kind == ChartKind::Waterfall) leaveOutHelpers(part, legend);
 }
 
 void countSlices(ChartPart& part)
@@ -144,7 +146,15 @@ void countSlices(ChartPart& part)
                           "chart.");
 }
 
-constexpr std::array rules = {Rule{pieKinds, countSlices}, Rule{allKinds, addLegend}};
+constexpr ChartKinds stockKind{ChartKind::Stock};
+
+constexpr std::array rules = {
+    Rule{pieKinds, countSlices},
+    Rule{pieKinds, addLegend<placeSlices>},
+    Rule{stockKind, addLegend<placeNothing>},
+    Rule{allKinds.without(pieKinds).without(stockKind), addLegend<placeSeries>},
+    Rule{ChartKinds(ChartKind::Waterfall), leaveOutHelpers},
+};
 
 }  // namespace
 

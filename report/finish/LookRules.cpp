@@ -3,6 +3,7 @@
 
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
+#include "report/finish/Shapes.h"
 #include "report/finish/TextBody.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -14,10 +15,9 @@ using xercesc::DOMElement;
 namespace {
 
 /// The light grey of the axes.
-void drawThinLine(DOMElement* line)
+void drawPaleLine(DOMElement* line)
 {
-    line->setAttribute(u"w", u"9525");
-    auto* color = appendElement(appendElement(line, u"a:solidFill"), u"a:schemeClr", u"tx1");
+    auto* color = drawThinLine(line);
     appendElement(color, u"a:lumMod", u"15000");
     appendElement(color, u"a:lumOff", u"85000");
 }
@@ -28,7 +28,7 @@ void frameChart(ChartPart& part)
     replaceInOrder(part.chartSpace, u"c:roundedCorners", u"0");
     auto* line = appendElement(insertInOrder(part.chartSpace, u"c:spPr"), u"a:ln");
     if (part.context.options.frame)
-        drawThinLine(line);
+        drawPaleLine(line);
     else
         appendElement(line, u"a:noFill");
 }
@@ -39,7 +39,7 @@ void addDataTable(ChartPart& part)
     auto* table = insertInOrder(part.plotArea, u"c:dTable");
     for (const auto* what : {u"c:showHorzBorder", u"c:showVertBorder", u"c:showOutline", u"c:showKeys"})
         appendElement(table, what, u"1");
-    drawThinLine(appendElement(appendElement(table, u"c:spPr"), u"a:ln"));
+    drawPaleLine(appendElement(appendElement(table, u"c:spPr"), u"a:ln"));
 }
 
 /// What has no text properties of its own takes these: legend, labels, data table, units.

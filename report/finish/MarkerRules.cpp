@@ -97,11 +97,6 @@ void markLonePoints(const SeriesPart& series, Blank blank)
     }
 }
 
-std::u16string_view getGroupName(const SeriesPart& series)
-{
-    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
-}
-
 void markAll(const SeriesPart& series)
 {
     fillMarker(renewMarker(series.element), findChild(series.element, u"c:spPr"));

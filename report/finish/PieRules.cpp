@@ -83,17 +83,16 @@ bool isSet(const chart::DataSeriesFormatOptions* options)
 /// What only slices have is not dropped in silence elsewhere.
 void refuseOptionsOfPies(ChartPart& part)
 {
-    if (sliceKinds.contains(part.context.kind)) return;
     if (isSet(part.context.options.formatOptions.get()))
         throw ChartError("",
-                         "The format options hold an explosion or first slice angle, which are for pies.");
+                         "the format options hold an explosion or first slice angle, which are for pies.");
     for (const auto& series : part.series)
         if (isSet(series.series.getFormatOptions().get()))
             part.warn(Place{&series}, "an explosion or first slice angle is for pies. It is left out.");
 }
 
 constexpr std::array rules = {Rule{allKinds, finishPie}, Rule{pieKinds, tellOfNegativeSlices},
-                              Rule{allKinds, refuseOptionsOfPies}};
+                              Rule{allKinds.without(sliceKinds), refuseOptionsOfPies}};
 
 }  // namespace
 

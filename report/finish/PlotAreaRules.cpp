@@ -12,9 +12,6 @@
 #include "support/Text.h"
 
 namespace quillon::report {
-
-using xercesc::DOMElement;
-
 namespace {
 
 /// One direction of a plot area: where it starts, and how far it goes.

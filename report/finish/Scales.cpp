@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "report/options/ChartError.h"
 #include "report/package/Xml.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -55,6 +57,19 @@ xercesc::DOMElement* findAxis(const ChartPart& part, ScaleKind kind)
 double getNumber(const chart::DataPoint& point, ScaleKind kind)
 {
     return kind == ScaleKind::X ? point.getX() : point.getValue();
+}
+
+void requirePositiveNumbers(const SeriesPart& series, ScaleKind kind, const std::string& reason)
+{
+    std::size_t index = 0;
+    for (const auto& point : series.series.getPoints()) {
+        ++index;
+        const double number = getNumber(*point, kind);
+        if (number <= 0)
+            throw ChartError(ChartPart::describe(series) + ", point " + std::to_string(index),
+                             std::string(kind == ScaleKind::X ? "X" : "the value") + " is " +
+                                 toUtf8(num2str(number)) + "; " + reason);
+    }
 }
 
 bool standsOn(const ChartPart& part, const SeriesPart& series, ScaleKind kind)

@@ -37,6 +37,9 @@ xercesc::DOMElement* findAxis(const ChartPart& part, ScaleKind kind);
 /// What a point of a series has on that axis: its value, or its X.
 double getNumber(const chart::DataPoint& point, ScaleKind kind);
 
+/// Throws: ChartError that names the first point at 0 or below; `reason` ends its sentence.
+void requirePositiveNumbers(const SeriesPart& series, ScaleKind kind, const std::string& reason);
+
 /// Whether the series stands on that axis.
 bool standsOn(const ChartPart& part, const SeriesPart& series, ScaleKind kind);
 

@@ -10,6 +10,7 @@
 #include "chart/model/SolidBorderFormat.h"
 #include "report/finish/SchemaOrder.h"
 #include "report/options/ColorText.h"
+#include "report/options/Length.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -27,7 +28,6 @@ constexpr std::u16string_view defaultColor = u"white";
 constexpr double defaultWidth = 0.5;
 /// Points: the widest line that word processors take.
 constexpr double maximumWidth = 1584;
-constexpr double emuPerPoint = 12'700;
 
 template <typename Value>
 struct TokenRow {
@@ -127,11 +127,6 @@ BorderSettings readBorder(ChartPart& part, const chart::BorderFormat* format, co
     settings.dash = findToken(dashRows, solid->getDashType());
     settings.join = findToken(joinRows, solid->getJoinType());
     return settings;
-}
-
-std::u16string_view getGroupName(const SeriesPart& series)
-{
-    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
 }
 
 /// Round dots need round ends.
@@ -246,6 +241,12 @@ Paint findPaint(ChartPart& part, const SeriesPart& series)
 {
     const auto settings = readShape(part, series.series.getFormat().get(), {&series});
     return resolve(series, settings, getStandardPaint(part, series));
+}
+
+DOMElement* drawThinLine(DOMElement* line)
+{
+    line->setAttribute(u"w", u"9525");
+    return appendElement(appendElement(line, u"a:solidFill"), u"a:schemeClr", u"tx1");
 }
 
 bool isLine(const SeriesPart& series)

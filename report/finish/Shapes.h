@@ -56,8 +56,8 @@ Paint resolve(const FillSettings& settings, const Paint& standard);
 /// border, and the transparency of the border where that is set, else of the fill.
 Paint resolve(const SeriesPart& series, const ShapeSettings& settings, const Paint& standard);
 
-/// Whether the border is no outline of its own: nothing is set of it, or nothing but the colour of the fill,
-/// as a format made of one colour has it.
+/// Whether the border is not an outline of its own: nothing is set of it, or nothing but the colour of the
+/// fill, as a format made of one colour has it.
 bool isOutlineHidden(const ShapeSettings& settings);
 
 /// Gives a c:spPr, or an a:ln, the paint in place of its own.
@@ -66,6 +66,9 @@ void setPaint(xercesc::DOMElement* properties, const Paint& paint);
 void setLine(xercesc::DOMElement* line, const BorderSettings& border, const Paint& paint);
 /// Leaves a c:spPr, or an a:ln, without paint.
 void hide(xercesc::DOMElement* properties);
+/// Gives an a:ln the width of gridlines and the colour of texts; returns the element of the colour, which may
+/// be made lighter.
+xercesc::DOMElement* drawThinLine(xercesc::DOMElement* line);
 /// Fills a new c:spPr of a label or plot area, whose colours are white where none is set.
 void setShape(xercesc::DOMElement* properties, const ShapeSettings& settings);
 

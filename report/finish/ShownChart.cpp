@@ -35,19 +35,23 @@ std::vector<double> listValues(const chart::DataSeries& series)
     return values;
 }
 
+/// The series without its points.
+std::shared_ptr<chart::DataSeries> copyHead(const chart::DataSeries& series)
+{
+    auto copy = chart::DataSeries::create(series.getName());
+    copy->setFormat(series.getFormat());
+    copy->setLabelFormat(series.getLabelFormat());
+    copy->setFormatOptions(series.getFormatOptions());
+    return copy;
+}
+
 /// A data set takes series of one length alone, and the series of a chart may differ: those that are empty
 /// take their points when they are in it. The points are shared.
 std::shared_ptr<chart::DataSet> makeDataSet(const std::vector<std::u16string>& categories,
                                             const std::vector<std::shared_ptr<chart::DataSeries>>& series)
 {
     auto made = chart::DataSet::create(categories);
-    for (const auto& one : series) {
-        auto copy = chart::DataSeries::create(one->getName());
-        copy->setFormat(one->getFormat());
-        copy->setLabelFormat(one->getLabelFormat());
-        copy->setFormatOptions(one->getFormatOptions());
-        made->appendSeries(copy);
-    }
+    for (const auto& one : series) made->appendSeries(copyHead(*one));
     for (std::size_t i = 0; i < series.size(); ++i)
         for (const auto& point : series[i]->getPoints()) made->getSeries(i)->appendPoint(point);
     return made;
@@ -88,11 +92,6 @@ class Preparation {
         if (is(ChartKind::Stock)) requireStock();
         if (is(ChartKind::Waterfall)) drawWaterfall();
         addErrorColumns();
-    }
-
-    void warn(const std::string& sentence) const
-    {
-        if (context_.listener.warning) context_.listener.warning(context_.describe("") + ": " + sentence);
     }
 
     // --- Formats and amounts ---
@@ -216,7 +215,8 @@ class Preparation {
         if (isGiven && data().categoryValues.empty()) readTexts();
         if (data().categoryValues.empty() || kind == CategoryKind::Text) {
             if (!data().categoryFormat.empty())
-                warn("category-format is for categories that are dates or numbers; these are texts.");
+                context_.warn(
+                    "category-format is for categories that are dates or numbers; these are texts.");
             return makeTexts();
         }
         data().categoryValues.resize(dataSet().getCategories().size(), missing);
@@ -237,13 +237,14 @@ class Preparation {
         // Worksheets count days before March 1900 in another way.
         constexpr double firstDay = 61;
         if (std::any_of(dates.begin(), dates.end(), [](double date) { return date < firstDay; })) {
-            warn("dates before March 1900 cannot stand in a worksheet; the categories are texts.");
+            context_.warn("dates before March 1900 cannot stand in a worksheet; the categories are texts.");
             return false;
         }
         const bool ascends =
             std::none_of(dates.begin(), dates.end(), [](double d) { return std::isnan(d); }) &&
             std::adjacent_find(dates.begin(), dates.end(), std::greater_equal<>()) == dates.end();
-        if (!ascends && isGiven) warn("the dates do not ascend, each once; the categories are texts.");
+        if (!ascends && isGiven)
+            context_.warn("the dates do not ascend, each once; the categories are texts.");
         return ascends;
     }
 
@@ -289,17 +290,14 @@ class Preparation {
         data().categoryValues = readCategories(readDateText);
         if (!data().categoryValues.empty() || series.getSize() == 0) return;
         throw ChartError(ChartPart::describe(index, series),
-                         std::string("every X is 0, and the categories are no numbers; a ") +
+                         std::string("every X is 0, and the categories are not numbers; a ") +
                              findRow(kindRows, context_.kind).name +
                              " chart needs points with X, or categories that are numbers or dates.");
     }
 
     std::shared_ptr<chart::DataSeries> moveToCategories(const chart::DataSeries& series) const
     {
-        auto moved = chart::DataSeries::create(series.getName());
-        moved->setFormat(series.getFormat());
-        moved->setLabelFormat(series.getLabelFormat());
-        moved->setFormatOptions(series.getFormatOptions());
+        auto moved = copyHead(series);
         const auto& x = shown_.data.categoryValues;
         for (std::size_t i = 0; i < series.getSize(); ++i) {
             const auto& point = series.getPoints()[i];
@@ -384,7 +382,7 @@ class Preparation {
         if (count != 3 && count != 4)
             throw ChartError(
                 "",
-                "A stock chart has 3 series, high, low and close, or 4, open, high, low and close; "
+                "a stock chart has 3 series, high, low and close, or 4, open, high, low and close; "
                 "got " +
                     std::to_string(count) + ".");
     }
@@ -392,7 +390,7 @@ class Preparation {
     void drawWaterfall()
     {
         if (dataSet().getSeriesCount() != 1)
-            throw ChartError("", "A waterfall chart has one series, of changes and totals; got " +
+            throw ChartError("", "a waterfall chart has one series, of changes and totals; got " +
                                      std::to_string(dataSet().getSeriesCount()) + ".");
         auto& totals = data().totals;
         if (!options_.totals.empty()) {

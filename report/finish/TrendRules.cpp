@@ -25,17 +25,9 @@ std::u16string toText(double number)
     return num2str(number);
 }
 
-std::u16string_view getGroupName(const SeriesPart& series)
+void drawGreyLine(DOMElement* parent)
 {
-    return static_cast<const DOMElement*>(series.element->getParentNode())->getTagName();
-}
-
-/// Grey, and as thin as gridlines.
-void drawThinLine(DOMElement* parent)
-{
-    auto* line = appendElement(appendElement(parent, u"c:spPr"), u"a:ln");
-    line->setAttribute(u"w", u"9525");
-    auto* color = appendElement(appendElement(line, u"a:solidFill"), u"a:schemeClr", u"tx1");
+    auto* color = drawThinLine(appendElement(appendElement(parent, u"c:spPr"), u"a:ln"));
     appendElement(color, u"a:lumMod", u"65000");
     appendElement(color, u"a:lumOff", u"35000");
 }
@@ -51,26 +43,15 @@ std::size_t countPoints(const SeriesPart& series)
 }
 
 /// Curves that have no place for other numbers.
-void requirePositiveNumbers(const SeriesPart& series, Trendline trendline, ScaleKind kind)
-{
-    const auto& points = series.series.getPoints();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const double number = getNumber(*points[i], kind);
-        if (!(number <= 0)) continue;
-        throw ChartError(ChartPart::describe(series) + ", point " + std::to_string(i + 1),
-                         std::string(kind == ScaleKind::X ? "X" : "the value") + " is " +
-                             toUtf8(toText(number)) + "; trendline " +
-                             findRow(trendlineRows, trendline).name + " is for numbers above 0.");
-    }
-}
-
 void requireNumbers(const ChartPart& part, const SeriesPart& series, Trendline trendline)
 {
+    const auto reason =
+        std::string("trendline ") + findRow(trendlineRows, trendline).name + " is for numbers above 0.";
     if (trendline == Trendline::Exponential || trendline == Trendline::Power)
-        requirePositiveNumbers(series, trendline, ScaleKind::Value);
+        requirePositiveNumbers(series, ScaleKind::Value, reason);
     const bool hasX = pointKinds.contains(part.context.kind);
     if (hasX && (trendline == Trendline::Logarithmic || trendline == Trendline::Power))
-        requirePositiveNumbers(series, trendline, ScaleKind::X);
+        requirePositiveNumbers(series, ScaleKind::X, reason);
 }
 
 /// A line through two points, a curve of degree 3 through four.
@@ -162,7 +143,7 @@ void addComputedErrorBars(const ChartPart& part, const SeriesPart& series)
     const double standard = kind == ErrorAmount::Percent ? standardPercent : 1;
     if (kind != ErrorAmount::Error)
         appendElement(bars, u"c:val", toText(part.context.options.errorValue.value_or(standard)).c_str());
-    drawThinLine(bars);
+    drawGreyLine(bars);
 }
 
 /// The columns of error bars stand behind all others, those of each series together.
@@ -194,7 +175,7 @@ void addOwnErrorBars(const ChartPart& part, const SeriesPart& series)
     };
     append(u"c:plus", details.errorsPlus);
     append(u"c:minus", details.errorsMinus);
-    drawThinLine(bars);
+    drawGreyLine(bars);
 }
 
 void addErrorBars(ChartPart& part)
@@ -212,9 +193,7 @@ void addBars(DOMElement* upDownBars, const char16_t* name, const char16_t* color
 {
     auto* properties = appendElement(appendElement(upDownBars, name), u"c:spPr");
     appendElement(appendElement(properties, u"a:solidFill"), u"a:schemeClr", color);
-    auto* line = appendElement(properties, u"a:ln");
-    line->setAttribute(u"w", u"9525");
-    appendElement(appendElement(line, u"a:solidFill"), u"a:schemeClr", u"tx1");
+    drawThinLine(appendElement(properties, u"a:ln"));
 }
 
 void addUpDownBars(DOMElement* group)
@@ -232,8 +211,8 @@ void joinPoints(ChartPart& part)
         const std::u16string_view name = group->getTagName();
         const bool isLine = name == u"c:lineChart";
         if (options.dropLines && (isLine || name == u"c:areaChart"))
-            drawThinLine(insertInOrder(group, u"c:dropLines"));
-        if (options.highLowLines && isLine) drawThinLine(insertInOrder(group, u"c:hiLowLines"));
+            drawGreyLine(insertInOrder(group, u"c:dropLines"));
+        if (options.highLowLines && isLine) drawGreyLine(insertInOrder(group, u"c:hiLowLines"));
         if (options.upDownBars && isLine) addUpDownBars(group);
     }
 }
@@ -243,7 +222,7 @@ void joinPrices(ChartPart& part)
 {
     constexpr std::size_t withOpen = 4;
     auto* group = part.groups.front();
-    drawThinLine(insertInOrder(group, u"c:hiLowLines"));
+    drawGreyLine(insertInOrder(group, u"c:hiLowLines"));
     if (part.series.size() == withOpen) addUpDownBars(group);
 }
 

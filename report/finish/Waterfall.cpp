@@ -8,8 +8,6 @@
 #include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
 #include "report/options/QuotedText.h"
-#include "report/package/Xml.h"
-#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -109,6 +107,7 @@ std::vector<WaterfallSeries> makeWaterfall(const chart::DataSeries& series, cons
 {
     const auto bars = makeBars(series, totals);
     std::vector<WaterfallSeries> parts;
+    parts.reserve(partRows.size());
     for (const auto& row : partRows)
         parts.push_back({row.part, row.name, std::vector<double>(bars.size(), nothing)});
     for (std::size_t i = 0; i < bars.size(); ++i) place(bars[i], i, parts);

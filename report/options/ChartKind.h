@@ -35,6 +35,12 @@ class ChartKinds {
     {
     }
     constexpr bool contains(ChartKind kind) const { return (bits_ >> static_cast<unsigned>(kind) & 1U) != 0; }
+    constexpr ChartKinds without(ChartKinds others) const
+    {
+        auto rest = *this;
+        rest.bits_ &= ~others.bits_;
+        return rest;
+    }
 
  private:
     std::uint32_t bits_;

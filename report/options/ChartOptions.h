@@ -121,7 +121,7 @@ struct ChartOptions {
     /// unique and ascend, and are formatted texts elsewhere. Date: dates, also those in texts as in
     /// "2026-07-31", make a date axis on column charts too. Default: as the data says.
     std::optional<CategoryKind> categoryType = {};
-    /// The names of the series on a second value axis, at the right; column, line and area charts.
+    /// The names of the series on a second value axis, on the right; column, line and area charts.
     std::vector<std::string> second = {};
     /// As the value axis's, for the second.
     std::string secondTitle = {};
@@ -164,7 +164,7 @@ struct ChartOptions {
     std::optional<Blank> blank = {};
     /// Colour names, #rrggbb or rgb(r,g,b): one for each series, or for each slice of a pie, in order.
     std::vector<std::string> colors = {};
-    /// The colours that take turns in place of the theme's; `colors` wins.
+    /// The colours that series or slices take in turn, in place of the theme's; `colors` wins.
     std::vector<std::string> palette = {};
     /// Names of series, or of the slices of a pie, with their colours; wins over `colors`.
     std::vector<std::pair<std::string, std::string>> seriesColors = {};
@@ -208,7 +208,7 @@ struct ChartOptions {
     std::optional<std::uint32_t> order = {};
     /// The points of which a moving average is made, 2 to 255. Default: 2.
     std::optional<std::uint32_t> period = {};
-    /// How far the trendline goes on behind the last and before the first point: categories, or units of the
+    /// How far the trendline goes on past the last and before the first point: categories, or units of the
     /// horizontal axis, from 0. Default: 0.
     std::optional<double> forecast = {};
     std::optional<double> backcast = {};

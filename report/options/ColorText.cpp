@@ -1,6 +1,7 @@
 #include "report/options/ColorText.h"
 
 #include "chart/model/Color.h"
+#include "report/options/QuotedText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -13,6 +14,12 @@ std::optional<std::u16string> findColorDigits(const std::u16string& text)
     if (chart::isRgbColorString(text) || chart::findNamedColor(toLowerString(text)) != nullptr)
         return chart::Color(text).toHexString();
     return std::nullopt;
+}
+
+std::string describeNoColor(std::u16string_view text)
+{
+    return quoteText(text) +
+           " is not a colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.";
 }
 
 }  // namespace quillon::report

@@ -99,8 +99,8 @@ inline constexpr std::array blankRows = {
 };
 
 inline constexpr std::array floatRows = {
-    EnumRow<Float>{Float::Left, "left", u"left", "at the left, text to its right"},
-    EnumRow<Float>{Float::Right, "right", u"right", "at the right, text to its left"},
+    EnumRow<Float>{Float::Left, "left", u"left", "on the left, text to its right"},
+    EnumRow<Float>{Float::Right, "right", u"right", "on the right, text to its left"},
 };
 
 inline constexpr std::array categoryKindRows = {
@@ -224,8 +224,5 @@ constexpr const auto* findRowOf(const Rows& rows, std::string_view name)
         std::find_if(rows.begin(), rows.end(), [name](const auto& row) { return row.name == name; });
     return found == rows.end() ? nullptr : &*found;
 }
-
-/// "low, next, high or none".
-QUILLON_EXPORT std::string joinNames(std::span<const char* const> names);
 
 }  // namespace quillon::report

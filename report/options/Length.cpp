@@ -17,9 +17,8 @@ struct Unit {
     double emu;
 };
 
-constexpr double emuPerInch = 914'400;
 constexpr std::array units = {Unit{"cm", emuPerInch / 2.54}, Unit{"mm", emuPerInch / 25.4},
-                              Unit{"in", emuPerInch}, Unit{"pt", emuPerInch / 72}};
+                              Unit{"in", emuPerInch}, Unit{"pt", emuPerPoint}};
 
 [[noreturn]] void refuse(std::string_view text, const char* expected)
 {

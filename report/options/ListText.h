@@ -13,6 +13,18 @@ namespace quillon::report {
 /// an item are dropped. Throws: std::runtime_error for a quote that is not closed.
 QUILLON_EXPORT std::vector<std::string> splitList(std::string_view text);
 
+/// The texts of a list in a sentence: "low, next, high or none".
+template <typename Texts>
+std::string joinNames(const Texts& texts)
+{
+    std::string joined;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (i > 0) joined += i + 1 == texts.size() ? " or " : ", ";
+        joined += texts[i];
+    }
+    return joined;
+}
+
 /// The item as splitList reads it back: in quotes where it needs them.
 QUILLON_EXPORT std::string quoteItem(const std::string& item);
 

@@ -3,20 +3,13 @@
 #include <algorithm>
 
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
 /// No option or sensible column name is longer; the work grows with the square.
 constexpr std::size_t longestCompared = 64;
-
-std::string toLower(std::string_view text)
-{
-    std::string result(text);
-    for (auto& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return result;
-}
 
 /// The number of letters added, left out, replaced, or swapped with their neighbour, from `a` to `b`.
 std::size_t measureDistance(const std::string& a, const std::string& b)

@@ -17,7 +17,7 @@ constexpr int maximumParts = 4;
 
 [[noreturn]] void refuse(const std::string& format, const std::string& sentence)
 {
-    throw std::runtime_error(quoteText(format) + " is no number format; " + sentence);
+    throw std::runtime_error(quoteText(format) + " is not a number format; " + sentence);
 }
 
 /// Walks through a format, past what stands for itself.
@@ -83,7 +83,7 @@ void FormatReader::readLetter()
                                                         "m",       "d",     "h",   "s",  "g",  "b"};
     for (const auto code : codes)
         if (skip(code)) return;
-    refuse(format_, std::string("text in it stands in quotes, as in #,##0 \"kg\", and \"") + rest_.front() +
+    refuse(format_, std::string(R"(text in it stands in quotes, as in #,##0 "kg", and ")") + rest_.front() +
                         "\" does not.");
 }
 
@@ -94,8 +94,10 @@ int countDecimals(double value)
     constexpr double exactAbove = 1e15;
     if (!std::isfinite(value) || std::abs(value) >= exactAbove) return 0;
     double scaled = std::abs(value);
-    for (int decimals = 0; decimals <= maximumDecimals; ++decimals, scaled *= 10)
+    for (int decimals = 0; decimals <= maximumDecimals; ++decimals) {
         if (std::abs(scaled - std::round(scaled)) <= 1e-12 * scaled) return decimals;
+        scaled *= 10;
+    }
     return maximumDecimals + 1;
 }
 

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <vector>
 
+#include "support/Text.h"
+
 namespace quillon::report {
 namespace {
 
@@ -18,11 +20,6 @@ struct Token {
 };
 
 constexpr std::string_view dateLetters = "ymdhs";
-
-char toLower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 /// The text that a piece in brackets shows: a currency, or nothing for a colour, a language or a condition.
 std::string readBrackets(std::string_view inner)

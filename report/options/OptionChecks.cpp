@@ -7,6 +7,7 @@
 
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
+#include "report/options/ListText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -50,8 +51,8 @@ void checkLog(const AxisOptions& axis)
     if (!log) return;
     for (const auto& [name, end] : {std::pair("min", low), std::pair("max", high)})
         if (end && *end <= 0)
-            refuse(prefix + name + " is " + toText(*end) + "; a logarithmic axis (" + logName +
-                   ") shows numbers above 0.");
+            refuse(std::string(prefix).append(name) + " is " + toText(*end) + "; a logarithmic axis (" +
+                   logName + ") shows numbers above 0.");
     if (step)
         refuse(prefix + "step is for a linear axis; the gridlines of a logarithmic one (" + logName +
                ") stand at the powers of its base.");
@@ -174,6 +175,7 @@ void checkLabelPosition(const ChartOptions& options, ChartKind kind)
     const auto chart = std::string(options.stacking ? "stacked " : "") + nameKind(kind);
     if (places.empty()) refuse("label-position: the labels of a " + chart + " stand where they are.");
     std::vector<const char*> names;
+    names.reserve(places.size());
     for (const auto place : places) names.push_back(findRow(labelPositionRows, place).name);
     refuse("label-position: the labels of a " + chart + " stand at " + joinNames(names) + ", not at " +
            findRow(labelPositionRows, *options.labelPosition).name + ".");

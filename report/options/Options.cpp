@@ -118,6 +118,7 @@ OptionValue getMember(const ChartOptions& options)
         return writeItem(*member);
     } else if constexpr (ListOf<MemberType<Member>>::isList) {
         std::vector<decltype(writeItem(member.front()))> items;
+        items.reserve(member.size());
         for (const auto& item : member) items.push_back(writeItem(item));
         return items;
     } else {
@@ -178,10 +179,8 @@ void checkFormat(const OptionValue& value)
 
 void requireColor(const std::string& text)
 {
-    if (!findColorDigits(toUtf16(text)))
-        throw std::runtime_error(quoteText(text) +
-                                 " is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with "
-                                 "numbers up to 255.");
+    if (const auto color = toUtf16(text); !findColorDigits(color))
+        throw std::runtime_error(describeNoColor(color));
 }
 
 void checkColors(const OptionValue& value)
@@ -285,14 +284,15 @@ constexpr std::array optionTable = {
            getNoWorkbook,
            setNoWorkbook},
     row<&O::floating>("float", Place, everyKind, "SIDE",
-                      "let text flow around the chart, which stands at this side", "a line of its own"),
+                      "let text flow around the chart, which stands on this side", "a line of its own"),
 
     row<&O::categoryTitle>("category-title", Axes, withCategories, "TEXT", "title of the category axis",
                            "none"),
     row<&O::valueTitle>("value-title", Axes, withTitles, "TEXT", "title of the value axis", "none"),
-    row<&O::numberFormat>("number-format", Axes, everyKind, "CODE",
-                          "how numbers look on axis, labels and in the workbook, as in a cell: #,##0.00",
-                          "thousands separators, as many decimals as needed", {}, checkFormat),
+    row<&O::numberFormat>(
+        "number-format", Axes, everyKind, "CODE",
+        "how numbers look on the axis, in labels and in the workbook, as in a cell: #,##0.00",
+        "thousands separators, as many decimals as needed", {}, checkFormat),
     row<&O::categoryFormat>("category-format", Axes, everyTextual, "CODE",
                             "how dates or numbers look as categories, as in a cell: mmm yy", "suits the data",
                             {}, checkFormat),
@@ -301,8 +301,8 @@ constexpr std::array optionTable = {
     row<&O::valueMax>("value-max", Axes, withValues, "NUMBER", "upper end of the value axis",
                       "chosen by the word processor"),
     row<&O::valueStep>("value-step", Axes, withValues, "NUMBER",
-                       "distance of the gridlines of the value axis, above 0", "chosen by the word processor",
-                       {std::numeric_limits<double>::min(), unbounded}),
+                       "distance between the gridlines of the value axis, above 0",
+                       "chosen by the word processor", {std::numeric_limits<double>::min(), unbounded}),
     row<&O::log>("log", Axes, withLogarithms, "BASE", "logarithmic value axis to this base, 2 to 1000",
                  "a linear axis", {2, 1000}),
     row<&O::reverse>("reverse", Axes, withCategories, "", "let the categories run the other way", ""),
@@ -321,7 +321,7 @@ constexpr std::array optionTable = {
 
     row<&O::categoryType>("category-type", Axes, everyTextual, "TYPE",
                           "what the categories are; dates that ascend make a date axis", "as the data says"),
-    row<&O::second>("second", Axes, combinedKinds, "LIST", "series on a second value axis, at the right",
+    row<&O::second>("second", Axes, combinedKinds, "LIST", "series on a second value axis, on the right",
                     "none"),
     row<&O::secondTitle>("second-title", Axes, combinedKinds, "TEXT", "title of the second value axis",
                          "none"),
@@ -334,7 +334,7 @@ constexpr std::array optionTable = {
     row<&O::secondMax>("second-max", Axes, combinedKinds, "NUMBER", "upper end of the second value axis",
                        "chosen by the word processor"),
     row<&O::secondStep>("second-step", Axes, combinedKinds, "NUMBER",
-                        "distance of the numbers of the second value axis, above 0",
+                        "distance between the numbers of the second value axis, above 0",
                         "chosen by the word processor", {std::numeric_limits<double>::min(), unbounded}),
     row<&O::secondLog>("second-log", Axes, combinedKinds, "BASE",
                        "logarithmic second value axis to this base, 2 to 1000", "a linear axis", {2, 1000}),
@@ -347,8 +347,8 @@ constexpr std::array optionTable = {
     row<&O::xMax>("x-max", Axes, pointKinds, "NUMBER", "right end of the horizontal axis",
                   "chosen by the word processor"),
     row<&O::xStep>("x-step", Axes, pointKinds, "NUMBER",
-                   "distance of the numbers of the horizontal axis, above 0", "chosen by the word processor",
-                   {std::numeric_limits<double>::min(), unbounded}),
+                   "distance between the numbers of the horizontal axis, above 0",
+                   "chosen by the word processor", {std::numeric_limits<double>::min(), unbounded}),
     row<&O::xLog>("x-log", Axes, pointKinds, "BASE", "logarithmic horizontal axis to this base, 2 to 1000",
                   "a linear axis", {2, 1000}),
 
@@ -373,8 +373,8 @@ constexpr std::array optionTable = {
     row<&O::colors>("colors", Series, everyKind, "LIST",
                     "a colour for each series (each slice of a pie): names, #rrggbb or rgb(r,g,b)",
                     "the theme's", {}, checkColors),
-    row<&O::palette>("palette", Series, everyKind, "LIST", "the colours that take turns", "the theme's", {},
-                     checkColors),
+    row<&O::palette>("palette", Series, everyKind, "LIST", "the colours that series or slices take in turn",
+                     "the theme's", {}, checkColors),
     row<&O::seriesColors>("series-colors", Series, everyKind, "LIST",
                           "colours of series (slices of a pie) by their names: North=red,South=#0000ff", "",
                           {}, checkSeriesColors),
@@ -412,7 +412,7 @@ constexpr std::array optionTable = {
     row<&O::period>("period", Trends, withTrends, "COUNT",
                     "points that a moving average is made of, 2 to 255", "2", {2, 255}),
     row<&O::forecast>("forecast", Trends, withTrends, "NUMBER",
-                      "how far the trendline goes on behind the last point, in categories or units of the "
+                      "how far the trendline goes on past the last point, in categories or units of the "
                       "horizontal axis",
                       "0", {0, 1e6}),
     row<&O::backcast>("backcast", Trends, withTrends, "NUMBER",
@@ -421,8 +421,7 @@ constexpr std::array optionTable = {
                       "0", {0, 1e6}),
     row<&O::equation>("equation", Trends, withTrends, "", "show the equation of the trendline", ""),
     row<&O::rSquared>("r-squared", Trends, withTrends, "", "show the R-squared value of the trendline", ""),
-    row<&O::errorBars>("error-bars", Trends, withErrors, "HOW", "draw error bars, and how long they are",
-                       "none"),
+    row<&O::errorBars>("error-bars", Trends, withErrors, "HOW", "draw error bars of this length", "none"),
     row<&O::errorValue>("error-value", Trends, withErrors, "NUMBER",
                         "the fixed amount, the percentage, or the number of standard deviations",
                         "1, or 5 percent", {0, 1e300}),
@@ -473,13 +472,6 @@ void requireChoice(const Option& option, const std::string& text, const std::str
     if (!isChoice(option, text))
         refuse(name, "expected " + joinNames(option.choices) + ", got " + quoteText(text) +
                          suggestName(text, {option.choices.begin(), option.choices.end()}));
-}
-
-std::string toLower(std::string text)
-{
-    for (auto& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return text;
 }
 
 /// Spells a choice as the table does, whatever its capitals.
@@ -592,16 +584,6 @@ std::string describeKinds(ChartKinds kinds)
     if (others.empty()) return "every type of chart";
     return others.size() < names.size() ? "charts other than " + joinNames(others)
                                         : joinNames(names) + " charts";
-}
-
-std::string joinNames(std::span<const char* const> names)
-{
-    std::string joined;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (i > 0) joined += i + 1 == names.size() ? " or " : ", ";
-        joined += names[i];
-    }
-    return joined;
 }
 
 std::span<const Option> getOptions()

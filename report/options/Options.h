@@ -27,7 +27,7 @@ using OptionValue = std::variant<Nothing, bool, double, std::string, std::vector
                                  std::vector<std::pair<std::string, std::string>>>;
 
 struct Option {
-    /// As on the command line behind "--", and in a job file; Python has "_" for "-".
+    /// As on the command line after "--", and in a job file; Python has "_" for "-".
     const char* name;
     OptionGroup group;
     /// The kinds of chart that it is for.
@@ -66,7 +66,8 @@ QUILLON_EXPORT std::string describeForm(const Option& option);
 QUILLON_EXPORT std::string describeKinds(ChartKinds kinds);
 
 /// The value in the text that an author typed: items of a list have commas between, pairs "name=text".
-/// Throws: std::runtime_error for text that is no value of the option; `name` is the option's in the message.
+/// Throws: std::runtime_error for text that is not a value of the option; `name` is the option's in the
+/// message.
 QUILLON_EXPORT OptionValue readOptionText(const Option& option, const std::string& text,
                                           const std::string& name);
 

@@ -9,7 +9,7 @@
 namespace quillon::report {
 
 /// A text of the author's as it stands in a sentence: between double quotes, on one line, fit for any
-/// terminal. Control characters, marks that turn the direction of writing, and bytes that are no UTF-8 are
+/// terminal. Control characters, marks that turn the direction of writing, and bytes that are not UTF-8 are
 /// written as
 /// "\x1B" or "\u202E". A text of more than `longest` characters is cut, and the number of all its characters
 /// follows in parentheses.

@@ -15,7 +15,9 @@
 #include <utility>
 
 #include "report/options/QuotedText.h"
+#include "report/package/PartNames.h"
 #include "report/package/XmlSpans.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 
@@ -56,115 +58,6 @@ constexpr std::string_view strictTypes = "http://purl.oclc.org/ooxml/officeDocum
 constexpr std::string_view transitionalTypes =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
 
-char toLower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string toLower(std::string_view text)
-{
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char c) { return toLower(c); });
-    return lower;
-}
-
-int readHexDigit(char c)
-{
-    const auto digit = std::string_view("0123456789abcdef").find(toLower(c));
-    return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
-}
-
-/// Resolves "%20"; what is no such notation stays.
-std::string decodePercent(std::string_view text)
-{
-    std::string decoded;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const int high = text[at] == '%' && at + 2 < text.size() ? readHexDigit(text[at + 1]) : -1;
-        const int low = high < 0 ? -1 : readHexDigit(text[at + 2]);
-        decoded += low < 0 ? text[at] : static_cast<char>(high * 16 + low);
-        if (low >= 0) at += 2;
-    }
-    return decoded;
-}
-
-std::string encodePercent(std::string_view text)
-{
-    constexpr std::string_view plain =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-._~!$&'()*+,;=:@/";
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (plain.find(c) != std::string_view::npos)
-            encoded += c;
-        else
-            encoded += {'%', digits[byte >> 4], digits[byte & 15]};
-    }
-    return encoded;
-}
-
-/// What is the same for all spellings of a part's name.
-std::string makeKey(std::string_view name)
-{
-    auto key = toLower(decodePercent(name));
-    std::ranges::replace(key, '\\', '/');
-    key.erase(0, std::min(key.find_first_not_of('/'), key.size()));
-    return key;
-}
-
-std::string getFolder(std::string_view name)
-{
-    const auto slash = name.rfind('/');
-    return std::string(slash == std::string_view::npos ? "" : name.substr(0, slash + 1));
-}
-
-std::string getRelationshipsName(std::string_view source)
-{
-    const auto folder = getFolder(source);
-    return folder + "_rels/" + std::string(source.substr(folder.size())) + ".rels";
-}
-
-std::vector<std::string_view> splitPath(std::string_view path)
-{
-    std::vector<std::string_view> steps;
-    while (!path.empty()) {
-        const auto end = std::min(path.find('/'), path.size());
-        steps.push_back(path.substr(0, end));
-        path.remove_prefix(std::min(end + 1, path.size()));
-    }
-    return steps;
-}
-
-/// The name of the part that `target` leads to from a part; steps above the root stay at the root.
-std::string resolve(std::string_view source, std::string_view target)
-{
-    auto path = decodePercent(target.substr(0, target.find_first_of("#?")));
-    std::ranges::replace(path, '\\', '/');
-    if (!path.starts_with('/')) path.insert(0, getFolder(source));
-    std::vector<std::string_view> steps;
-    for (const auto step : splitPath(path)) {
-        if (step == ".." && !steps.empty()) steps.pop_back();
-        if (!step.empty() && step != "." && step != "..") steps.push_back(step);
-    }
-    std::string name;
-    for (const auto step : steps) name.append(name.empty() ? "" : "/").append(step);
-    return name;
-}
-
-/// How a part names another: from its folder, "../embeddings/data.xlsx".
-std::string makeTarget(std::string_view source, std::string_view target)
-{
-    const auto folder = getFolder(source);
-    const auto from = splitPath(folder);
-    const auto to = splitPath(target);
-    std::size_t shared = 0;
-    while (shared < from.size() && shared + 1 < to.size() && from[shared] == to[shared]) ++shared;
-    std::string path;
-    for (auto i = shared; i < from.size(); ++i) path += "../";
-    for (auto i = shared; i < to.size(); ++i) path.append(i > shared ? "/" : "").append(to[i]);
-    return encodePercent(path);
-}
-
 struct Signature {
     std::string_view start;
     const char* sentence;
@@ -197,7 +90,7 @@ bool holdsStream(std::string_view bytes, std::string_view name)
     throw std::runtime_error("The file is in an old binary format; save it in a format of today first.");
 }
 
-/// Says what the file is when it is no zip file.
+/// Says what the file is when it is not a zip file.
 std::string requireZip(std::string bytes)
 {
     if (bytes.empty()) throw std::runtime_error("The file is empty.");
@@ -208,7 +101,7 @@ std::string requireZip(std::string bytes)
         if (text.starts_with(start)) throw std::runtime_error(sentence);
     if (!bytes.starts_with("PK"))
         throw std::runtime_error(
-            "The file is no document: expected a zip file, as .docx, .docm, .dotx and .dotm are.");
+            "The file is not a document: expected a zip file, as .docx, .docm, .dotx and .dotm are.");
     return bytes;
 }
 
@@ -239,12 +132,12 @@ bool isDocumentType(std::string_view contentType)
 XmlElement findContentType(const XmlElement& types, std::string_view name, std::string_view row)
 {
     const bool isOverride = row == "Override";
-    const auto key = makeKey(name);
+    const auto key = makePartKey(name);
     const auto wanted = isOverride ? key : key.substr(key.rfind('.') + 1);
     for (const auto& child : types.getChildren()) {
         if (child.getName() != row) continue;
         const auto value = child.getAttribute(isOverride ? "PartName" : "Extension").value_or("");
-        if ((isOverride ? makeKey(value) : toLower(value)) == wanted) return child;
+        if ((isOverride ? makePartKey(value) : toLower(value)) == wanted) return child;
     }
     return {};
 }
@@ -259,12 +152,12 @@ XmlElement findRelationship(const XmlElement& relationships, std::string_view id
 std::vector<Relationship> readRelationships(std::string_view source, const std::string& bytes)
 {
     std::vector<Relationship> relationships;
-    const XmlSpans rows(bytes, getRelationshipsName(source));
+    const XmlSpans rows(bytes, nameRelationships(source));
     for (const auto& row : rows.getRoot().getChildren()) {
         const auto target = row.getAttribute("Target").value_or("");
         const bool isExternal = row.getAttribute("TargetMode") == "External";
         relationships.push_back({row.getAttribute("Id").value_or(""), row.getAttribute("Type").value_or(""),
-                                 isExternal ? target : resolve(source, target), isExternal});
+                                 isExternal ? target : resolveTarget(source, target), isExternal});
     }
     return relationships;
 }
@@ -318,7 +211,7 @@ Package::Package(std::string bytes, const ArchiveLimits& limits)
     const auto opened = std::make_shared<Opened>(requireZip(std::move(bytes)), limits);
     for (const auto& entry : opened->archive.getEntries()) {
         const bool isFolder = entry.name.ends_with('/') || entry.name.ends_with('\\');
-        opened->keys.push_back(isFolder ? "" : makeKey(entry.name));
+        opened->keys.push_back(isFolder ? "" : makePartKey(entry.name));
         const auto& key = opened->keys.back();
         if (!isFolder && !opened->indices.emplace(key, opened->keys.size() - 1).second)
             throw std::runtime_error("The file is refused: it has two entries named " +
@@ -329,14 +222,15 @@ Package::Package(std::string bytes, const ArchiveLimits& limits)
     if (hasPart("mimetype") && getPart("mimetype").starts_with("application/vnd.oasis.opendocument"))
         throw std::runtime_error("The file is an OpenDocument file; save it as .docx first.");
     if (!hasPart(contentTypesPart))
-        throw std::runtime_error("The file is a zip file, but no document: it has no [Content_Types].xml.");
+        throw std::runtime_error(
+            "The file is a zip file, but not a document: it has no [Content_Types].xml.");
     for (const auto& relationship : getRelationships("")) {
         if (relationship.getKind() != "officeDocument" || relationship.isExternal) continue;
         opened->mainPart = relationship.target;
         opened->isStrict = relationship.type.starts_with(strictTypes);
     }
     if (!hasPart(opened->mainPart))
-        throw std::runtime_error("The file is a zip file, but no document: it has no main part.");
+        throw std::runtime_error("The file is a zip file, but not a document: it has no main part.");
 }
 
 Package Package::open(const std::string& path)
@@ -398,20 +292,20 @@ const std::string* Package::findPart(const std::string& key) const
 
 bool Package::hasPart(std::string_view name) const
 {
-    const auto key = makeKey(name);
+    const auto key = makePartKey(name);
     const auto change = changes_.find(key);
     return change != changes_.end() ? change->second != nullptr : opened_->indices.contains(key);
 }
 
 const std::string& Package::getPart(std::string_view name) const
 {
-    if (const auto* bytes = findPart(makeKey(name))) return *bytes;
+    if (const auto* bytes = findPart(makePartKey(name))) return *bytes;
     throw std::runtime_error("The file has no part " + quoteText(name, 200) + ".");
 }
 
 void Package::setPart(std::string_view name, std::string bytes)
 {
-    const auto key = makeKey(name);
+    const auto key = makePartKey(name);
     if (getPart(name) == bytes) return;
     const auto index = opened_->indices.find(key);
     if (index != opened_->indices.end() && opened_->archive.read(index->second) == bytes)
@@ -423,7 +317,7 @@ void Package::setPart(std::string_view name, std::string bytes)
 void Package::addPart(const std::string& name, std::string bytes, std::string_view contentType)
 {
     if (hasPart(name)) throw std::runtime_error("The file has a part " + quoteText(name, 200) + " already.");
-    const auto key = makeKey(name);
+    const auto key = makePartKey(name);
     if (!opened_->indices.contains(key)) added_.push_back(name);
     changes_[key] = std::make_shared<const Content>(std::move(bytes));
     setContentType(name, contentType);
@@ -437,9 +331,9 @@ void Package::removePart(std::string_view name)
         edits.remove(row.getOuter());
         setPart(contentTypesPart, edits.apply(types));
     }
-    for (const auto& removed : {std::string(name), getRelationshipsName(name)}) {
-        const auto key = makeKey(removed);
-        std::erase_if(added_, [&key](const auto& other) { return makeKey(other) == key; });
+    for (const auto& removed : {std::string(name), nameRelationships(name)}) {
+        const auto key = makePartKey(removed);
+        std::erase_if(added_, [&key](const auto& other) { return makePartKey(other) == key; });
         if (opened_->indices.contains(key))
             changes_[key] = nullptr;
         else
@@ -450,7 +344,8 @@ void Package::removePart(std::string_view name)
 std::string Package::findFreeName(const std::string& prefix, const std::string& suffix) const
 {
     for (std::size_t number = 1;; ++number) {
-        auto name = prefix + std::to_string(number) + suffix;
+        auto name = prefix;
+        name.append(std::to_string(number)).append(suffix);
         if (!hasPart(name)) return name;
     }
 }
@@ -473,14 +368,14 @@ void Package::setContentType(std::string_view name, std::string_view contentType
     else
         edits.append(types.getRoot(),
                      makeRow(std::string(types.getRoot().getPrefix()) + "Override",
-                             {{"PartName", "/" + encodePercent(name)}, {"ContentType", contentType}}));
+                             {{"PartName", "/" + encodePartName(name)}, {"ContentType", contentType}}));
     setPart(contentTypesPart, edits.apply(types));
 }
 
 std::vector<Relationship> Package::getRelationships(std::string_view source) const
 {
-    const auto name = getRelationshipsName(source);
-    const auto key = makeKey(name);
+    const auto name = nameRelationships(source);
+    const auto key = makePartKey(name);
     if (!hasPart(name)) return {};
     if (changes_.contains(key)) return readRelationships(source, getPart(name));
     {
@@ -502,7 +397,7 @@ std::string Package::makeType(std::string_view kind) const
 
 std::string Package::addRelationship(std::string_view source, std::string_view kind, std::string_view target)
 {
-    return appendRelationship(source, kind, makeTarget(source, target), false);
+    return appendRelationship(source, kind, writeTarget(source, target), false);
 }
 
 std::string Package::addExternalRelationship(std::string_view source, std::string_view kind,
@@ -514,7 +409,7 @@ std::string Package::addExternalRelationship(std::string_view source, std::strin
 std::string Package::appendRelationship(std::string_view source, std::string_view kind,
                                         const std::string& target, bool isExternal)
 {
-    const auto name = getRelationshipsName(source);
+    const auto name = nameRelationships(source);
     if (!hasPart(name))
         addPart(name,
                 "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<Relationships xmlns=\"" +
@@ -537,19 +432,19 @@ std::string Package::appendRelationship(std::string_view source, std::string_vie
 void Package::retarget(std::string_view source, std::string_view id, std::string_view kind,
                        std::string_view target)
 {
-    const auto name = getRelationshipsName(source);
+    const auto name = nameRelationships(source);
     const XmlSpans rows(getPart(name), name);
     const auto row = findRelationship(rows.getRoot(), id);
     Edits edits;
     edits.setAttribute(row, "Type", makeType(kind));
-    edits.setAttribute(row, "Target", makeTarget(source, target));
+    edits.setAttribute(row, "Target", writeTarget(source, target));
     if (row.getAttribute("TargetMode")) edits.setAttribute(row, "TargetMode", "Internal");
     setPart(name, edits.apply(rows));
 }
 
 void Package::removeRelationship(std::string_view source, std::string_view id)
 {
-    const auto name = getRelationshipsName(source);
+    const auto name = nameRelationships(source);
     const XmlSpans rows(getPart(name), name);
     Edits edits;
     edits.remove(findRelationship(rows.getRoot(), id).getOuter());
@@ -570,7 +465,7 @@ std::string Package::toBytes() const
         else if (change->second)
             writer.add(entry.name, change->second->getPacked(), entry.time);
     }
-    for (const auto& name : added_) writer.add(name, changes_.at(makeKey(name))->getPacked(), firstDay);
+    for (const auto& name : added_) writer.add(name, changes_.at(makePartKey(name))->getPacked(), firstDay);
     return writer.finish(archive.getComment());
 }
 

@@ -37,7 +37,7 @@ class QUILLON_EXPORT Package {
     /// The same for a file; the sentence names it.
     static Package open(const std::string& path);
 
-    /// Throws: std::runtime_error that says what the package is when it is no word-processing document.
+    /// Throws: std::runtime_error that says what the package is when it is not a word-processing document.
     void requireDocument() const;
     /// The part that everything starts from, "word/document.xml".
     const std::string& getMainPart() const;

@@ -3,6 +3,7 @@
 #include <array>
 #include <set>
 
+#include "report/package/PartNames.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -45,32 +46,6 @@ DocumentPointer createDocumentOf(const char16_t* rootName, const char16_t* nameS
     return doc;
 }
 
-std::size_t findFolderEnd(const std::string& name)
-{
-    const auto slash = name.rfind('/');
-    return slash == std::string::npos ? 0 : slash + 1;
-}
-
-/// "word/_rels/document.xml.rels" for "word/document.xml".
-std::string nameRelationships(const std::string& part)
-{
-    const auto end = findFolderEnd(part);
-    return part.substr(0, end) + "_rels/" + part.substr(end) + ".rels";
-}
-
-/// The path from the folder of a part to another part.
-std::string makePath(const std::string& from, const std::string& to)
-{
-    auto folder = from.substr(0, findFolderEnd(from));
-    std::string path;
-    while (!to.starts_with(folder)) {
-        path += "../";
-        folder.pop_back();
-        folder.resize(findFolderEnd(folder));
-    }
-    return path + to.substr(folder.size());
-}
-
 std::string makeRelationships(const std::string& from, const std::vector<Relationship>& relationships)
 {
     const auto doc =
@@ -79,7 +54,7 @@ std::string makeRelationships(const std::string& from, const std::vector<Relatio
         auto* row = appendElement(doc->getDocumentElement(), u"Relationship");
         setText(row, u"Id", id);
         setText(row, u"Type", type);
-        setText(row, u"Target", isExternal ? target : makePath(from, target));
+        setText(row, u"Target", isExternal ? target : writeTarget(from, target));
         if (isExternal) row->setAttribute(u"TargetMode", u"External");
     }
     return serialise(doc.get());

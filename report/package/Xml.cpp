@@ -27,7 +27,7 @@ bool isLowSurrogate(char16_t c)
     return c >= 0xDC00 && c < 0xE000;
 }
 
-/// Whether XML can hold a UTF-16 unit that is no part of a pair.
+/// Whether XML can hold a UTF-16 unit that is not part of a pair.
 bool isXmlCharacter(char16_t character)
 {
     if (character < 0x20) return character == u'\t' || character == u'\n' || character == u'\r';

@@ -20,7 +20,7 @@ using chart::Release;
 using DocumentPointer = std::unique_ptr<xercesc::DOMDocument, Release>;
 
 /// Runs `work`, what a caller asked for. Callers expect std::bad_alloc where memory runs out; what Xerces
-/// throws is no std::exception.
+/// throws is not a std::exception.
 template <typename Work>
 auto translateXercesErrors(const Work& work)
 {

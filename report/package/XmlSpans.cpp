@@ -4,174 +4,23 @@
 
 #include <algorithm>
 #include <array>
-#include <boost/locale/encoding_utf.hpp>
-#include <charconv>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <unordered_map>
 
 #include "report/options/QuotedText.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
-
-struct NamespaceRow {
-    Ns ns;
-    std::string_view transitional;
-    std::string_view strict = {};
-};
-
-constexpr std::array<NamespaceRow, 23> namespaces = {{
-    {Ns::Xml, "http://www.w3.org/XML/1998/namespace"},
-    {Ns::Chart, "http://schemas.openxmlformats.org/drawingml/2006/chart",
-     "http://purl.oclc.org/ooxml/drawingml/chart"},
-    {Ns::Drawing, "http://schemas.openxmlformats.org/drawingml/2006/main",
-     "http://purl.oclc.org/ooxml/drawingml/main"},
-    {Ns::Word, "http://schemas.openxmlformats.org/wordprocessingml/2006/main",
-     "http://purl.oclc.org/ooxml/wordprocessingml/main"},
-    {Ns::WordDrawing, "http://schemas.openxmlformats.org/drawingml/2006/wordprocessingDrawing",
-     "http://purl.oclc.org/ooxml/drawingml/wordprocessingDrawing"},
-    {Ns::Picture, "http://schemas.openxmlformats.org/drawingml/2006/picture",
-     "http://purl.oclc.org/ooxml/drawingml/picture"},
-    {Ns::Sheet, "http://schemas.openxmlformats.org/spreadsheetml/2006/main",
-     "http://purl.oclc.org/ooxml/spreadsheetml/main"},
-    {Ns::ChartDrawing, "http://schemas.openxmlformats.org/drawingml/2006/chartDrawing",
-     "http://purl.oclc.org/ooxml/drawingml/chartDrawing"},
-    {Ns::OfficeRelationships, "http://schemas.openxmlformats.org/officeDocument/2006/relationships",
-     "http://purl.oclc.org/ooxml/officeDocument/relationships"},
-    {Ns::PackageRelationships, "http://schemas.openxmlformats.org/package/2006/relationships"},
-    {Ns::ContentTypes, "http://schemas.openxmlformats.org/package/2006/content-types"},
-    {Ns::MarkupCompatibility, "http://schemas.openxmlformats.org/markup-compatibility/2006"},
-    {Ns::Chart2007, "http://schemas.microsoft.com/office/drawing/2007/8/2/chart"},
-    {Ns::Chart2012, "http://schemas.microsoft.com/office/drawing/2012/chart"},
-    {Ns::Chart2014, "http://schemas.microsoft.com/office/drawing/2014/chart"},
-    {Ns::ChartEx, "http://schemas.microsoft.com/office/drawing/2014/chartex"},
-    {Ns::WordShape, "http://schemas.microsoft.com/office/word/2010/wordprocessingShape"},
-    {Ns::WordGroup, "http://schemas.microsoft.com/office/word/2010/wordprocessingGroup"},
-    {Ns::WordCanvas, "http://schemas.microsoft.com/office/word/2010/wordprocessingCanvas"},
-    {Ns::Word2010, "http://schemas.microsoft.com/office/word/2010/wordml"},
-    {Ns::Sheet2009, "http://schemas.microsoft.com/office/spreadsheetml/2009/9/main"},
-    {Ns::Vml, "urn:schemas-microsoft-com:vml"},
-    {Ns::Office, "urn:schemas-microsoft-com:office:office"},
-}};
-
-Ns findNs(std::string_view uri)
-{
-    if (uri.empty()) return Ns::None;
-    const auto* row = std::find_if(namespaces.begin(), namespaces.end(),
-                                   [&](const auto& r) { return r.transitional == uri || r.strict == uri; });
-    return row == namespaces.end() ? Ns::Other : row->ns;
-}
-
-bool isStrictUri(std::string_view uri)
-{
-    return !uri.empty() && std::any_of(namespaces.begin(), namespaces.end(),
-                                       [&](const auto& row) { return row.strict == uri; });
-}
-
-bool isSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
 
 /// Between URI and name of what expat reports; no URI holds a line feed.
 constexpr char nameSeparator = '\n';
 /// Of a buffer that is read; expat copies what it is given.
 constexpr std::size_t chunkSize = 0x10000;
 constexpr std::size_t maximumSize = 0x7FFFFFFF;
-
-void appendCodePoint(std::string& text, std::uint32_t code)
-{
-    boost::locale::utf::utf_traits<char>::encode(code, std::back_inserter(text));
-}
-
-/// Resolves what stands behind an ampersand up to the semicolon.
-void appendReference(std::string& text, std::string_view name)
-{
-    constexpr std::array<std::pair<std::string_view, char>, 5> named = {
-        {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
-    for (const auto& [key, character] : named)
-        if (key == name) text += character;
-    if (name.empty() || name[0] != '#') return;
-    const bool isHex = name.size() > 1 && name[1] == 'x';
-    std::uint32_t code = 0;
-    std::from_chars(name.data() + (isHex ? 2 : 1), name.data() + name.size(), code, isHex ? 16 : 10);
-    appendCodePoint(text, code);
-}
-
-/// Appends text between markup; line ends become line feeds.
-void appendDecoded(std::string& text, std::string_view raw)
-{
-    for (std::size_t at = 0; at < raw.size(); ++at) {
-        if (raw[at] == '&') {
-            const auto end = raw.find(';', at);
-            appendReference(text, raw.substr(at + 1, end - at - 1));
-            at = end;
-        } else if (raw[at] == '\r') {
-            if (at + 1 == raw.size() || raw[at + 1] != '\n') text += '\n';
-        } else {
-            text += raw[at];
-        }
-    }
-}
-
-/// The position behind the tag, comment, instruction or CDATA section at `at`; appends what the last holds.
-std::size_t skipMarkup(std::string& text, std::string_view raw, std::size_t at)
-{
-    constexpr std::string_view cdata = "<![CDATA[";
-    const auto rest = raw.substr(at);
-    if (rest.starts_with(cdata)) {
-        const auto end = raw.find("]]>", at);
-        text += raw.substr(at + cdata.size(), end - at - cdata.size());
-        return end + 3;
-    }
-    // A comment may begin with what would end it: "<!--->" goes on.
-    constexpr std::string_view comment = "<!--";
-    if (rest.starts_with(comment)) return raw.find("-->", at + comment.size()) + 3;
-    if (rest.starts_with("<?")) return raw.find("?>", at) + 2;
-    for (char quote = 0; at < raw.size(); ++at) {
-        if (quote != 0) {
-            if (raw[at] == quote) quote = 0;
-        } else if (raw[at] == '"' || raw[at] == '\'') {
-            quote = raw[at];
-        } else if (raw[at] == '>') {
-            break;
-        }
-    }
-    return at + 1;
-}
-
-/// An attribute as it stands in a start tag; positions count in the tag.
-struct Attribute {
-    std::string_view name;
-    std::size_t begin;
-    std::size_t end;
-};
-
-/// Calls `visit` for each attribute of a well-formed start tag until it returns true.
-template <typename Visit>
-void visitAttributes(std::string_view tag, Visit visit)
-{
-    auto at = std::min(tag.find_first_of(" \t\r\n/>"), tag.size());
-    while (true) {
-        while (at < tag.size() && isSpace(tag[at])) ++at;
-        if (at >= tag.size() || tag[at] == '/' || tag[at] == '>') return;
-        const auto nameEnd = tag.find_first_of(" \t\r\n=", at);
-        const auto open = tag.find_first_of("\"'", nameEnd);
-        const auto close = tag.find(tag[open], open + 1);
-        if (visit(Attribute{tag.substr(at, nameEnd - at), open + 1, close})) return;
-        at = close + 1;
-    }
-}
-
-std::string decode(std::string_view raw)
-{
-    std::string text;
-    appendDecoded(text, raw);
-    return text;
-}
 
 /// The URI that a start tag declares for a prefix without colon; nothing when it declares none.
 std::optional<std::string_view> findDeclaration(std::string_view tag, std::string_view prefix)
@@ -187,55 +36,9 @@ std::optional<std::string_view> findDeclaration(std::string_view tag, std::strin
     return uri;
 }
 
-std::string escape(std::string_view text, bool isAttribute)
-{
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '&') {
-            escaped += "&amp;";
-        } else if (c == '<') {
-            escaped += "&lt;";
-        } else if (c == '>') {
-            escaped += "&gt;";
-        } else if (c == '\r' || (isAttribute && (c == '\n' || c == '\t' || c == '\'' || c == '"'))) {
-            escaped += "&#" + std::to_string(static_cast<int>(c)) + ";";
-        } else {
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
 }  // namespace
 
-std::string_view getUri(Ns ns, bool strict)
-{
-    const auto* row =
-        std::find_if(namespaces.begin(), namespaces.end(), [&](const auto& r) { return r.ns == ns; });
-    if (row == namespaces.end()) return {};
-    return strict && !row->strict.empty() ? row->strict : row->transitional;
-}
-
-std::string escapeText(std::string_view text)
-{
-    return escape(text, false);
-}
-
-std::string unescapeText(std::string_view markup)
-{
-    std::string text;
-    for (std::size_t at = 0; at < markup.size();) {
-        const auto tag = std::min(markup.find('<', at), markup.size());
-        appendDecoded(text, markup.substr(at, tag - at));
-        at = tag == markup.size() ? tag : skipMarkup(text, markup, tag);
-    }
-    return text;
-}
-
-std::string escapeAttribute(std::string_view text)
-{
-    return escape(text, true);
-}
+namespace {
 
 /// Whether memory ran out since a parser was made on this thread: expat does not always say so.
 thread_local bool hasRunOut = false;
@@ -258,6 +61,8 @@ XML_Parser makeParser()
     hasRunOut = false;
     return XML_ParserCreate_MM("UTF-8", &memory, &nameSeparator);
 }
+
+}  // namespace
 
 /// Fills an XmlSpans from what expat reports.
 class XmlReader {
@@ -288,7 +93,7 @@ class XmlReader {
         if (hasRunOut) throw std::bad_alloc();
         if (!problem_.empty()) fail(problem_);
         if (status == XML_STATUS_OK) return;
-        fail(std::string("it is no well-formed XML (") + XML_ErrorString(XML_GetErrorCode(parser_.get())) +
+        fail(std::string("it is not well-formed XML (") + XML_ErrorString(XML_GetErrorCode(parser_.get())) +
              ").");
     }
 
@@ -423,7 +228,7 @@ void XmlSpans::decode(std::string_view bytes)
         units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
     }
     const auto refuse = [this] {
-        throw std::runtime_error(showText(part_) + ": it is no well-formed UTF-16.");
+        throw std::runtime_error(showText(part_) + ": it is not well-formed UTF-16.");
     };
     // Half a character at the end would be lost.
     if (bytes.size() % 2 != 0) refuse();
@@ -587,8 +392,8 @@ std::optional<std::string> XmlElement::getAttribute(Ns ns, std::string_view name
     auto value = std::string(xml_->getText(*span));
     // White space that is written as itself is read as blanks.
     for (auto& c : value)
-        if (isSpace(c)) c = ' ';
-    return report::decode(value);
+        if (isXmlSpace(c)) c = ' ';
+    return resolveReferences(value);
 }
 
 std::optional<std::string> XmlElement::getAttribute(std::string_view name) const

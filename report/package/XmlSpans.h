@@ -7,41 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "report/package/Namespaces.h"
+#include "report/package/XmlText.h"
 #include "support/Export.h"
 
 namespace quillon::report {
-
-/// The namespaces that documents with charts are made of, in either dialect.
-enum class Ns : std::uint8_t {
-    None,
-    Other,
-    Xml,
-    Chart,
-    Drawing,
-    Word,
-    WordDrawing,
-    Picture,
-    Sheet,
-    ChartDrawing,
-    OfficeRelationships,
-    PackageRelationships,
-    ContentTypes,
-    MarkupCompatibility,
-    Chart2007,
-    Chart2012,
-    Chart2014,
-    ChartEx,
-    WordShape,
-    WordGroup,
-    WordCanvas,
-    Word2010,
-    Sheet2009,
-    Vml,
-    Office,
-};
-
-/// The URI of a namespace; `strict` chooses the dialect where there are two.
-QUILLON_EXPORT std::string_view getUri(Ns ns, bool strict = false);
 
 /// A stretch of text by the positions of its first byte and of the byte behind it.
 struct Span {
@@ -256,12 +226,5 @@ class QUILLON_EXPORT Edits {
     };
     std::vector<Edit> edits_;
 };
-
-/// UTF-8 as it is written between tags; a carriage return becomes a reference.
-QUILLON_EXPORT std::string escapeText(std::string_view text);
-/// Markup between tags as text: references and CDATA resolved, tags left out.
-QUILLON_EXPORT std::string unescapeText(std::string_view markup);
-/// UTF-8 as it is written between quotes of either kind; tabs and line ends become references.
-QUILLON_EXPORT std::string escapeAttribute(std::string_view text);
 
 }  // namespace quillon::report

@@ -41,8 +41,6 @@ class ColumnProfile {
 
     /// Cells that are not empty.
     std::size_t getFilled() const { return filled_; }
-    /// Cells that hold something else than a mark for a missing value.
-    std::size_t getValues() const { return values_; }
     /// Whether half of the values at least are numbers: what is no number then is a mistake, and no text.
     bool isNumeric() const;
     /// Whether all values are numbers in this style.

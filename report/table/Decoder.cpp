@@ -10,6 +10,7 @@
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -38,13 +39,6 @@ const char* guessUnmarked(std::string_view start)
     if (start[0] != 0 && start[1] == 0 && start[2] != 0 && start[3] == 0) return "utf-16le";
     if (start[0] == 0 && start[1] != 0 && start[2] == 0 && start[3] != 0) return "utf-16be";
     return "utf-8";
-}
-
-std::string toLower(std::string name)
-{
-    for (auto& c : name)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return name;
 }
 
 /// What iconv takes for an instruction, as "//IGNORE", is no name.

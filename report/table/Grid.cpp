@@ -113,14 +113,6 @@ bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
     return true;
 }
 
-std::string toLower(const std::string& text)
-{
-    std::string result = text;
-    for (auto& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return result;
-}
-
 /// Numbers for categories that are all numbers: "9" comes before "10".
 std::vector<double> readNumbers(const std::vector<std::string>& texts)
 {

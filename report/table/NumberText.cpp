@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "support/Text.h"
+
 namespace quillon::report {
 namespace {
 
@@ -216,14 +218,6 @@ class DigitReader {
     std::string plain_;
     Digits result_;
 };
-
-std::string toLower(std::string_view text)
-{
-    std::string result(text);
-    for (auto& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return result;
-}
 
 struct GroupName {
     const char* name;

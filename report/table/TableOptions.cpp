@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
@@ -14,12 +15,6 @@ constexpr auto reading = "How cells are read";
 constexpr auto choice = "What becomes the chart";
 constexpr auto shape = "How the data is shaped";
 
-/// "a, b or c".
-std::string enumerate(const std::vector<std::string>& items)
-{
-    std::string text = items.front();
-    for (std::size_t i = 1; i < items.size(); ++i) text += (i + 1 < items.size() ? ", " : " or ") + items[i];
-    return text;
 }
 
 std::string capitalize(std::string name)
@@ -33,7 +28,7 @@ void checkValue(const TableOption& option, const std::string& value)
     if (value.empty() || *option.values == '\0') return;
     const auto allowed = splitValues(option.values);
     if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) return;
-    fail("{} {}: expected {}{}", capitalize(option.name), quoteText(value), enumerate(allowed),
+    fail("{} {}: expected {}{}", capitalize(option.name), quoteText(value), joinNames(allowed),
          suggestName(value, allowed));
 }
 
@@ -79,7 +74,7 @@ void checkTogether(const TableOptions& o)
 
 const std::array<TableOption, 28> tableOptions = {{
     {"delimiter", &TableOptions::delimiter, "comma|semicolon|tab|pipe",
-     "what parts the cells of a line: comma, semicolon, tab or pipe (default: what the rows show)", source},
+     "what stands between cells: comma, semicolon, tab or pipe (default: what the rows show)", source},
     {"sheet", &TableOptions::sheet, "",
      "the sheet of a workbook, by name or as #2 for the second (default: the first)", source},
     {"range", &TableOptions::range, "", "the cells of the sheet, as in B3:F20 (default: all that are filled)",
@@ -87,14 +82,15 @@ const std::array<TableOption, 28> tableOptions = {{
     {"query", &TableOptions::query, "",
      "the SELECT that gives the rows of a database (default: its only table)", source},
     {"encoding", &TableOptions::encoding, "",
-     "how the file encodes its letters, as in latin1 or windows-1252 (default: UTF-8 or UTF-16)", source},
+     "the character encoding of the file, as in latin1 or windows-1252 (default: UTF-8 or UTF-16)", source},
     {"skip", &TableOptions::skip, "", "lines to leave out above the header (default: found by the header)",
      source},
     {"no-header", &TableOptions::noHeader, "", "the first row holds data, not names of columns", source},
     {"decimal", &TableOptions::decimal, "comma|point",
-     "what stands before the decimals: comma or point (default: what the columns show)", reading},
+     "the decimal mark: comma or point (default: what the columns show)", reading},
     {"thousands", &TableOptions::thousands, "comma|point|blank|apostrophe|none",
-     "what groups the thousands: comma, point, blank, apostrophe or none (default: what the columns show)",
+     "the mark between groups of thousands: comma, point, blank, apostrophe or none (default: what the "
+     "columns show)",
      reading},
     {"missing", &TableOptions::missing, "",
      "further texts that stand for no value, beside N/A, NA, NaN, null, -, #N/A and .", reading},
@@ -108,8 +104,8 @@ const std::array<TableOption, 28> tableOptions = {{
     {"columns", &TableOptions::columns, "",
      "the columns that become series, by name or as #3 for the third (default: the others that hold numbers)",
      choice},
-    {"series", &TableOptions::series, "", "long table: the column of series names", choice},
-    {"value", &TableOptions::value, "", "long table: the column of values", choice},
+    {"series", &TableOptions::series, "", "for long tables: the column of series names", choice},
+    {"value", &TableOptions::value, "", "for long tables: the column of values", choice},
     {"x", &TableOptions::x, "", "the column of X values: numbers or dates", choice},
     {"sizes", &TableOptions::sizes, "", "the columns of bubble sizes: one for each series, or one for all",
      choice},

@@ -158,7 +158,7 @@ std::string Worksheet::makePart(std::size_t wideColumn) const
                 workbookparts::sheetView;
     if (wideColumn != noColumn)
         part += "<cols><col" + makeAttribute("min", wideColumn + 1) + makeAttribute("max", wideColumn + 1) +
-                " width=\"18\" customWidth=\"1\"/></cols>";
+                R"( width="18" customWidth="1"/></cols>)";
     part.reserve(part.size() + cells_.size() + 40);
     part += "<sheetData>";
     part += cells_;

@@ -138,7 +138,7 @@ class FillTest(CommandTest):
             (1, ["extract", "t.docx", "--chart", "1", "-o", "x.xlsx"],
              '--output "x.xlsx": expected a name that ends in .csv, .json or .md.'),
             (2, ["fill", "t.docx", *out], "Expected at least one TABLE with --chart or --at, or --text."),
-            (2, ["fill", "t.docx", "july.csv", *out], '"july.csv": expected either --chart or --at behind it'),
+            (2, ["fill", "t.docx", "july.csv", *out], '"july.csv": expected either --chart or --at after it'),
             (2, ["fill", "t.docx", "july.csv", "--chart", "1", "--at", "margin", *out], '"july.csv": expected either'),
             (2, ["fill", "t.docx", "july.csv", "--chart", "1"], "Expected --output"),
             (2, ["fill", "t.docx", "--text", "month", *out], '--text "month": expected a name and a text'),

@@ -60,7 +60,7 @@ REFUSED = [
         '3:6: "\u00e9\u00e9": unknown member; the members are table, title,',
         '3:32: "tick-interval": expected a whole number from 1 to 32767, got 1.5.',
         '3:57: "labels": expected value, percent, category or series, got "vlue"; did you mean "value"?',
-        '3:76: "colors": "redd" is no colour;',
+        '3:76: "colors": "redd" is not a colour;',
         '4:18: "a": expected a text.',
         '4:42: "bold": expected true or false.',
     ]),
@@ -204,7 +204,7 @@ class JobTest(CommandTest):
         for table, output, sentence in [
             ("t.csv", "{region}.docx", 't.csv:4: column "region": expected a text, the name of a group'),
             ("u.csv", "{region}.docx", 'the groups "a/b" and "a:b" would both be written to "a-b.docx"'),
-            ("u.csv", "{regoin}.docx", '"{regoin}" is no column with one text in each group; did you mean "region"?'),
+            ("u.csv", "{regoin}.docx", '"{regoin}" is not a column with one text in each group; did you mean "region"?'),
             ("u.csv", "u.csv", "the groups"),
         ]:
             with self.subTest(table=table, output=output):

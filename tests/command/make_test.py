@@ -82,8 +82,8 @@ REFUSED = [
     (WIDE, ["--delimiter", "dot"], 'Delimiter "dot": expected comma, semicolon, tab or pipe.'),
     (WIDE, ["--width", "wide"], '--width: expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".'),
     (WIDE, ["--colors", "red,rgb(0,0,256)"],
-     '--colors: "rgb(0,0,256)" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.'),
-    (WIDE, ["--colors", "red,red,red"], "chart 1: Got 3 colours for 2 series; give at most one for each."),
+     '--colors: "rgb(0,0,256)" is not a colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.'),
+    (WIDE, ["--colors", "red,red,red"], "chart 1: colors: expected at most one for each series, 2 in all; got 3."),
     (WIDE, ["--title", "a\x01"],
      "chart 1, title: character 2 (U+0001) cannot stand in a document; "
      "only tab and line break of the control characters can."),

@@ -258,7 +258,7 @@ class OptionsTest(unittest.TestCase):
             (["--gap", "wide"], '--gap: expected a whole number from 0 to 500, got "wide".'),
             (["--type", "pie", "--columns", "North", "--gap", "5"],
              "gap is for column, bar or waterfall charts; this is a pie chart."),
-            (["--number-format", '0"'], '--number-format: "0"" is no number format; a quote stays open.'),
+            (["--number-format", '0"'], '--number-format: "0"" is not a number format; a quote stays open.'),
             (["--labels", "values"], '--labels: expected value, percent, category or series, got "values"; did you mean "value"?'),
             (["--label-position", "t"],
              "label-position: the labels of a column chart stand at ctr, inEnd, inBase or outEnd, not at t."),

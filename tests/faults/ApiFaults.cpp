@@ -133,7 +133,7 @@ std::string run(const Case& tested, const std::string& expected, std::size_t bou
         faults::failAllocation(0, false);
     } catch (...) {
         faults::failAllocation(0, false);
-        return "an exception that is no std::exception";
+        return "an exception that is not a std::exception";
     }
     return orca::BindingRegistry::size() == bound ? "" : "objects that stay bound";
 }

@@ -206,7 +206,7 @@ def sweep_calls(workers, report, pair_count):
         name, number, error = failure.split(":")
         is_loss = name in LOSSES and int(number) <= counts[name] and int(error) in (errno.EIO, errno.ENOSPC)
         report.require(not is_loss or outcome.startswith("exit 1"), f"{failure} passes in silence")
-        report.require((name, int(error)) not in PASSING or outcome.startswith("exit 0"), f"{failure} is no failure")
+        report.require((name, int(error)) not in PASSING or outcome.startswith("exit 0"), f"{failure} is not a failure")
 
 
 def kill(command, task):

@@ -54,6 +54,11 @@ TEST(DataSet, ComparesASeriesWithTheFirstAndAListOfValuesWithTheSecond)
         const std::vector<double> values(size);
         EXPECT_EQ(thrownText<std::exception>([&] { other->appendSeries(u"new", values); }), valuesText);
         EXPECT_EQ(other->getSeriesCount(), existing.size() + (valuesText == appended ? 1 : 0));
+
+        const auto third = setOf(existing);
+        EXPECT_EQ(thrownText([&] { EXPECT_EQ(appendSeries(*third, u"new", values)->getName(), u"new"); }),
+                  seriesText);
+        EXPECT_EQ(third->getSeriesCount(), existing.size() + (seriesText == appended ? 1 : 0));
     }
 }
 

@@ -112,7 +112,7 @@ class Adding(unittest.TestCase):
         self.assertLess(measure(800) / measure(100), 2.5)
 
     def test_warns_where_it_is_called(self):
-        with self.assertWarnsRegex(ChartWarning, '"nonsense" is no colour') as caught:
+        with self.assertWarnsRegex(ChartWarning, '"nonsense" is not a colour') as caught:
             add_chart(docx.Document(), make_chart(colour="nonsense"))
         self.assertEqual(caught.filename, __file__)
 

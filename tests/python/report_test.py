@@ -106,7 +106,7 @@ class Content(unittest.TestCase):
             if name == "no-workbook":
                 continue
             with self.subTest(name), warnings.catch_warnings():
-                warnings.simplefilter("ignore")  # Categories that are no dates have no format.
+                warnings.simplefilter("ignore")  # Categories that are not dates have no format.
                 options = {name.replace("-", "_"): odd.get(name, choices[-1] if choices else values.get(form))}
                 needs = {"labels": "value"} if name.startswith("label-") else {}
                 try:
@@ -216,7 +216,7 @@ class Saving(unittest.TestCase):
     def test_a_warning_names_the_line_and_as_an_error_leaves_no_file(self):
         document = make_document(make_chart(colour="nonsense"))
         path = self.folder / "a.docx"
-        with self.assertWarnsRegex(ChartWarning, 'series 1 .*, fill: "nonsense" is no colour') as caught:
+        with self.assertWarnsRegex(ChartWarning, 'series 1 .*, fill: "nonsense" is not a colour') as caught:
             document.save(path)
         self.assertEqual(caught.filename, __file__)
         path.write_text("old")

@@ -121,7 +121,7 @@ class Templates(unittest.TestCase):
             self.template.fill("1", JULY, match="size")
 
     def test_warns_where_it_is_called(self):
-        with self.assertWarnsRegex(ChartWarning, '"nonsense" is no colour') as caught:
+        with self.assertWarnsRegex(ChartWarning, '"nonsense" is not a colour') as caught:
             self.template.insert("margin", make_chart(colour="nonsense"))
         self.assertEqual(caught.filename, __file__)
 

@@ -17,11 +17,7 @@ std::shared_ptr<chart::Chart> makeChart(std::size_t seriesCount = 1,
                                         const std::vector<double>& values = {1, -2})
 {
     auto data = chart::DataSet::create(std::vector<std::u16string>(values.size(), u"c"));
-    for (std::size_t i = 0; i < seriesCount; ++i) {
-        auto series = chart::DataSeries::create(u"North");
-        for (const double value : values) series->appendPoint(value);
-        data->appendSeries(series);
-    }
+    for (std::size_t i = 0; i < seriesCount; ++i) appendSeries(*data, u"North", values);
     auto chart = Type::create();
     chart->setDataSet(data);
     return chart;

@@ -28,9 +28,15 @@ struct PointWriter : Writer {
 
 /// A writer of someone else's, who may use what a writer is made of.
 struct BlockWriter : DOCXColumnChartWriter {
+    using DOCXColumnChartWriter::c_cat;
     using DOCXColumnChartWriter::c_catAx;
+    using DOCXColumnChartWriter::c_chart;
+    using DOCXColumnChartWriter::c_chartTypeGroup;
+    using DOCXColumnChartWriter::c_dLbls;
+    using DOCXColumnChartWriter::c_ser;
     using DOCXColumnChartWriter::c_serShapeProps;
     using DOCXColumnChartWriter::c_title;
+    using DOCXColumnChartWriter::c_val;
     using DOCXColumnChartWriter::c_valAx;
     using DOCXColumnChartWriter::DOCXColumnChartWriter;
 
@@ -110,7 +116,7 @@ TEST(DOCXChartWriter, RefusesDocumentsThatItCannotFill)
     EXPECT_EQ(parent->getFirstChild(), nullptr);
 }
 
-TEST(DOCXChartWriter, RefusesToPutABlockIntoAnotherDocument)
+TEST(DOCXChartWriter, RefusesToPutAnythingIntoAnotherDocument)
 {
     const auto chart = makeChart(ColumnChart::create, makeSales(), Title::create());
     const auto series = chart->getDataSet()->getSeries(0);
@@ -123,6 +129,12 @@ TEST(DOCXChartWriter, RefusesToPutABlockIntoAnotherDocument)
         [&](auto* doc, auto* element) { writer.c_catAx(doc, element); },
         [&](auto* doc, auto* element) { writer.c_valAx(doc, element); },
         [&](auto* doc, auto* element) { writer.c_serShapeProps(doc, element, series, 0); },
+        [&](auto* doc, auto* element) { writer.c_chart(doc, element); },
+        [&](auto* doc, auto* element) { writer.c_chartTypeGroup(doc, element); },
+        [&](auto* doc, auto* element) { writer.c_ser(doc, element, 0); },
+        [&](auto* doc, auto* element) { writer.c_cat(doc, element); },
+        [&](auto* doc, auto* element) { writer.c_val(doc, element, 0); },
+        [&](auto* doc, auto* element) { writer.c_dLbls(doc, element); },
     };
     for (const auto& append : blocks) {
         for (const auto& [doc, element] :

@@ -175,7 +175,7 @@ def _require_unique(names: list[Any]) -> None:
 
 
 def _leave_out_words(columns: list[tuple[str, list[Any]]], stacklevel: int) -> list[tuple[str, list[Any]]]:
-    """The columns that hold numbers. One that holds both is kept, so that the cell which is no number gets named."""
+    """The columns that hold numbers. One that holds both is kept, so that the cell which is not a number gets named."""
     kept = []
     for name, cells in columns:
         given = [cell for cell in cells if not _cells.is_missing(cell)]

@@ -130,11 +130,11 @@ def add_chart(
 ) -> InlineShape:
     """Add a chart to a document of python-docx, and return its inline shape.
 
-    target: a run takes the chart behind its text; a paragraph in a new run; a document, a cell, a header or a footer
+    target: a run takes the chart after its text; a paragraph in a new run; a document, a cell, a header or a footer
         in a new paragraph.
     data, options: as in quillon.report.Document.add_chart. width and height may be lengths of python-docx, as Cm(15).
 
-    The chart is written as it is now. Raises TypeError for another target and for what is no chart, ValueError for what
+    The chart is written as it is now. Raises TypeError for another target and for what is not a chart, ValueError for what
     cannot be written; then the document is as it was. Warns with ChartWarning of what is replaced.
     """
     options = _options.given(locals())

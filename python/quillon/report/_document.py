@@ -164,7 +164,7 @@ class Document:
         data: what the chart shows, where its data set cannot say all of it (dates, levels, number formats); anything
             that ChartData.from_dataframe takes. A chart without a data set gets this one.
 
-        The options are those of docs/options.md. Raises TypeError for what is no chart, ValueError for an option that
+        The options are those of docs/options.md. Raises TypeError for what is not a chart, ValueError for an option that
         does not suit the chart, and for a value that is not allowed.
         """
         options = _options.given(locals())

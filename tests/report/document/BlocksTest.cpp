@@ -383,7 +383,7 @@ TEST(Blocks, LookLikeATemplate)
         document.addParagraph("text of the template");
         document.addList({{{{.text = "its list"}}}}, ListKind::Numbers);
         document.addChart(makeColumns());
-        document.startSection({.paper = "A5"});
+        document.startSection({.paper = "A5", .right = "1cm"});
         document.addParagraph("more");
     }));
     Document document(file.getPath());
@@ -395,7 +395,7 @@ TEST(Blocks, LookLikeATemplate)
     EXPECT_EQ(readTexts(main), "Newitem");
     EXPECT_EQ(findValues(main, "pgSz", "w"), "8391");
     EXPECT_EQ(findValues(main, "numId", "val"), "6");
-    EXPECT_EQ(findValues(main, "extent", "cx"), "3499485");
+    EXPECT_EQ(findValues(main, "extent", "cx"), "4054475");
     EXPECT_EQ(findValues(readPart(bytes, "word/styles.xml"), "lang", "val"), "fr-FR");
     EXPECT_EQ(readTexts(readPart(bytes, "word/header1.xml")), "Letterhead");
     EXPECT_NO_THROW(readPart(bytes, "word/charts/chart2.xml"));

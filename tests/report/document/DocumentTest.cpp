@@ -221,7 +221,7 @@ TEST(Document, ReportsTextsThatAreNoColour)
 {
     const auto expected = [](const std::string& place, const std::string& text) {
         return "chart 1, series 1 (\"North\")" + place + ": \"" + text +
-               "\" is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
+               "\" is not a colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255. "
                "The default is used.";
     };
     const auto write = [](const std::shared_ptr<chart::Chart>& chart) {
@@ -258,11 +258,12 @@ TEST(Document, SentencesAreForTerminals)
         u"1m\u202E\n" +
         std::u16string(30'000, u'n'));
     series->setFormat(DataSeriesShapeFormat::create(u"#00ff00", std::u16string(100'000, u'c')));
-    EXPECT_EQ(warnOf(chart),
-              R"(chart 1, series 1 ("\x9B1m\u202E\n)" + std::string(35, 'n') +
-                  R"(..." (30,005 characters)), border: ")" + std::string(40, 'c') +
-                  R"(..." (100,000 characters) is no colour; expected a colour name, #rrggbb, or rgb(r,g,b) )"
-                  "with numbers up to 255. The default is used.\n");
+    EXPECT_EQ(
+        warnOf(chart),
+        R"(chart 1, series 1 ("\x9B1m\u202E\n)" + std::string(35, 'n') +
+            R"(..." (30,005 characters)), border: ")" + std::string(40, 'c') +
+            R"(..." (100,000 characters) is not a colour; expected a colour name, #rrggbb, or rgb(r,g,b) )"
+            "with numbers up to 255. The default is used.\n");
     series->getPoint(0)->setValue(INFINITY);
     EXPECT_LT(thrownText([&] { writeChart(chart); }).size(), 300U);
     EXPECT_LT(thrownText([&] { writeChart(chart, {.width = std::string(100'000, 'w')}); }).size(), 300U);

@@ -311,12 +311,12 @@ TEST(Fill, RefusesWhatTheChartCannotShow)
          data, "A stock chart shows as many series as it was made for, 3; the data has 1."},
         {makeChartPart(""), data,
          "The chart cannot be filled: it has no series whose look new ones could take."},
-        {"<x/>", data, "The chart cannot be filled: its part is no chart of a kind that is known."},
-        {"<x", data, "word/charts/chart1.xml, line 1: it is no well-formed XML (unclosed token)."},
+        {"<x/>", data, "The chart cannot be filled: its part is not a chart of a known kind."},
+        {"<x", data, "word/charts/chart1.xml, line 1: it is not well-formed XML (unclosed token)."},
         {replace("<c:ptCount val=\"3\"", "<c:ptCount val=\"4294967296\""), data,
          "word/charts/chart1.xml: a series has 4294967296 points; a worksheet has 1,048,576 rows."},
         {replace("<c:pt idx=\"1\"", "<c:pt idx=\"-1\""), data,
-         "word/charts/chart1.xml: \"-1\" is no position or number of points."},
+         "word/charts/chart1.xml: \"-1\" is not a position or number of points."},
     };
     for (const auto& [part, bad, sentence] : refused) {
         auto document = makeTemplate({part});

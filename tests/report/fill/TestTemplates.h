@@ -152,11 +152,7 @@ inline ChartData makeData(const std::vector<std::string>& categories, const std:
     std::vector<std::u16string> names;
     for (const auto& category : categories) names.push_back(toUtf16(category));
     ChartData data(chart::DataSet::create(names));
-    for (const auto& [name, values] : series) {
-        auto one = chart::DataSeries::create(toUtf16(name));
-        for (const double value : values) one->appendPoint(value);
-        data.dataSet->appendSeries(one);
-    }
+    for (const auto& [name, values] : series) appendSeries(*data.dataSet, toUtf16(name), values);
     return data;
 }
 

@@ -32,7 +32,7 @@ TEST(Titles, HaveAllRunsAndTheirColours)
     EXPECT_EQ(plain.find(color), "000000");
     EXPECT_EQ(plain.getWarnings(),
               std::vector<std::string>{
-                  "chart 1, title: \"nonsense\" is no colour; expected a colour name, #rrggbb, "
+                  "chart 1, title: \"nonsense\" is not a colour; expected a colour name, #rrggbb, "
                   "or rgb(r,g,b) with numbers up to 255. The default is used."});
     text->setColor(chart::Color::create(u"red"));
     EXPECT_EQ(FinishedPart(chart).find(color), "FF0000 000000 FF0000 FF0000");
@@ -130,7 +130,7 @@ TEST(Pies, HaveOptionsOfTheirOwn)
                   "It is left out."});
     const ChartOptions options{.formatOptions = PieChartDataSeriesFormatOptions::create(0, 5)};
     EXPECT_EQ(thrownText([&] { FinishedPart(chart, options); }),
-              "chart 1: The format options hold an explosion or first slice angle, which are for pies.");
+              "chart 1: the format options hold an explosion or first slice angle, which are for pies.");
 }
 
 }  // namespace

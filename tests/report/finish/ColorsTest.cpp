@@ -76,9 +76,9 @@ TEST(Colors, AreRefusedForWhatIsNotThere)
     std::string first20 = "\"c\"";
     for (int i = 1; i < 20; ++i) first20 += ", \"c\"";
     const std::tuple<std::shared_ptr<chart::Chart>, Texts, Pairs, std::string> cases[] = {
-        {columns, Texts(4, "red"), {}, "Got 4 colours for 3 series; give at most one for each."},
-        {pie, Texts(4, "red"), {}, "Got 4 colours for 3 slices; give at most one for each."},
-        {none, {"red"}, {}, "Got 1 colours for 0 series; give at most one for each."},
+        {columns, Texts(4, "red"), {}, "colors: expected at most one for each series, 3 in all; got 4."},
+        {pie, Texts(4, "red"), {}, "colors: expected at most one for each slice, 3 in all; got 4."},
+        {none, {"red"}, {}, "colors: expected at most one for each series, 0 in all; got 1."},
         {columns,
          {},
          {{"C", "red"}},

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "report/document/ChartParts.h"
-#include "tests/report/Markup.h"
+#include "tests/report/MarkupReader.h"
 #include "tests/report/TestDocuments.h"
 
 namespace quillon::report {
@@ -32,7 +32,7 @@ class FinishedPart {
 
     std::vector<std::string> warnings_;
     std::string bytes_;
-    Markup markup_;
+    MarkupReader markup_;
 };
 
 }  // namespace quillon::report

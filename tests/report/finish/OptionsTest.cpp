@@ -55,11 +55,7 @@ std::shared_ptr<chart::Chart> makeSeries(ChartKind kind, const Values& values)
     for (std::size_t i = 0; !values.empty() && i < values.front().size(); ++i)
         categories.push_back(u"C" + number(i));
     auto data = chart::DataSet::create(categories);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        auto series = chart::DataSeries::create(u"S" + number(i));
-        for (const double value : values[i]) series->appendPoint(value);
-        data->appendSeries(series);
-    }
+    for (std::size_t i = 0; i < values.size(); ++i) appendSeries(*data, u"S" + number(i), values[i]);
     auto chart = createChart(kind);
     chart->setDataSet(data);
     return chart;
@@ -521,7 +517,7 @@ TEST(ChartOptions, AreRefusedInASentence)
                " (U+0001) cannot stand in a document; only tab and line break of the control characters can.";
     };
     const auto format = [](const std::string& code, const std::string& sentence) {
-        return "number-format: \"" + code + "\" is no number format; " + sentence;
+        return "number-format: \"" + code + "\" is not a number format; " + sentence;
     };
     using enum LabelPosition;
     struct Case {
@@ -591,7 +587,7 @@ TEST(ChartOptions, AreRefusedInASentence)
          "category-format: expected a number format of at most 255 characters, got 256."},
         {ChartKind::Pie,
          {.labelFormat = "\""},
-         "label-format: \"\"\" is no number format; a quote stays open."},
+         "label-format: \"\"\" is not a number format; a quote stays open."},
         {ChartKind::Bar, {.categoryTitle = "a\x01"}, control("category-title: character 2")},
         {ChartKind::Bar, {.valueTitle = "\x01"}, control("value-title: character 1")},
         {ChartKind::Bar, {.numberFormat = "0\x01"}, control("number-format: character 2")},
@@ -643,8 +639,8 @@ TEST(ChartOptions, RefuseMoreThanASheetHoldsBeforeTheWork)
     for (int i = 0; i < 1'048'576; ++i) column->appendPoint(point);
     tall->appendSeries(column);
     const std::pair<std::shared_ptr<chart::DataSet>, const char*> cases[] = {
-        {wide, "chart 1: A chart takes at most 16383 series, got 16384."},
-        {tall, "chart 1: A series takes at most 1048575 points, got 1048576."}};
+        {wide, "chart 1: a chart takes at most 16383 series, got 16384."},
+        {tall, "chart 1: a series takes at most 1048575 points, got 1048576."}};
     for (const auto& [data, sentence] : cases) {
         const auto chart = createChart(ChartKind::Line);
         chart->setDataSet(data);

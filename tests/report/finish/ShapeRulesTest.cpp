@@ -119,9 +119,9 @@ TEST(Shapes, AreOutlinedWhereTheBorderSaysSo)
     const auto faint = DataSeriesShapeFormat::create(u"red");
     faint->getBorder()->setTransparency(10);
     const std::tuple<std::shared_ptr<DataSeriesShapeFormat>, const char*, const char*> cases[] = {
-        {DataSeriesShapeFormat::create(u"red"), "-", "a:noFill"},
-        {DataSeriesShapeFormat::create(u"red", u"#FF0000"), "-", "a:noFill"},
-        {DataSeriesShapeFormat::create(u"red", u"white"), "-", "a:noFill"},
+        {DataSeriesShapeFormat::create(u"red"), "-", ""},
+        {DataSeriesShapeFormat::create(u"red", u"#FF0000"), "-", ""},
+        {DataSeriesShapeFormat::create(u"red", u"white"), "-", ""},
         {DataSeriesShapeFormat::create(u"white", u"red"), "FF0000", "-"},
         {DataSeriesShapeFormat::create(u"red", u"blue"), "0000FF", "-"},
         {makeWide(DataSeriesShapeFormat::create(u"red")), "FF0000", "-"},

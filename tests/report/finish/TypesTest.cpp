@@ -34,11 +34,8 @@ ChartData makeData(const Values& values)
     for (std::size_t i = 0; !values.empty() && i < values.front().size(); ++i)
         categories.push_back(toUtf16(std::to_string(i + 1)));
     ChartData data(chart::DataSet::create(categories));
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        auto series = chart::DataSeries::create(std::u16string(1, static_cast<char16_t>(u'A' + i)));
-        for (const double value : values[i]) series->appendPoint(value);
-        data.dataSet->appendSeries(series);
-    }
+    for (std::size_t i = 0; i < values.size(); ++i)
+        appendSeries(*data.dataSet, std::u16string(1, static_cast<char16_t>(u'A' + i)), values[i]);
     return data;
 }
 
@@ -329,11 +326,11 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
               "second-title, second-format, second-min, second-max, second-");
     EXPECT_EQ(
         refusal(words, {{"type", "scatter"}}),
-        "chart 1, series 1 (\"A\"): every X is 0, and the categories are no numbers; a scatter chart needs "
+        "chart 1, series 1 (\"A\"): every X is 0, and the categories are not numbers; a scatter chart needs "
         "points with X, or categories that are numbers or dates.");
     EXPECT_EQ(
         refusal(words, {{"type", "stock"}}),
-        "chart 1: A stock chart has 3 series, high, low and close, or 4, open, high, low and close; got 1.");
+        "chart 1: a stock chart has 3 series, high, low and close, or 4, open, high, low and close; got 1.");
     EXPECT_EQ(
         refusal(data, {{"type", "bubble"}}),
         "chart 1, series 1 (\"A\"): a bubble chart needs the sizes of its bubbles; name the series that hold "
@@ -341,7 +338,7 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(refusal(makeData({{1}, {1}, {1}, {1}, {1}}), {{"type", "bubble"}, {"size-series", "A,B"}}),
               "chart 1: size-series: 2 series hold amounts for 3 others; name one for each, or one for all.");
     EXPECT_EQ(refusal(data, {{"type", "waterfall"}}),
-              "chart 1: A waterfall chart has one series, of changes and totals; got 3.");
+              "chart 1: a waterfall chart has one series, of changes and totals; got 3.");
     EXPECT_EQ(refusal(words, {{"type", "waterfall"}, {"totals", "three"}}),
               "chart 1: totals: there is no category \"three\"; the categories are \"one\", \"2\".");
     EXPECT_EQ(refusal(words, {{"category-type", "date"}}),
@@ -356,6 +353,10 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(
         refusal(negative, {{"trendline", "exponential"}}),
         "chart 1, series 1 (\"A\"), point 2: the value is -2; trendline exponential is for numbers above 0.");
+    auto fromZero = makeData({{1, 2}});
+    fromZero.dataSet->setCategories({u"0", u"1"});
+    EXPECT_EQ(refusal(fromZero, {{"type", "scatter"}, {"trendline", "power"}}),
+              "chart 1, series 1 (\"A\"), point 1: X is 0; trendline power is for numbers above 0.");
     EXPECT_EQ(refusal(data, {{"error-value", "3"}}),
               "error-value is for error-bars fixed, percent and deviation.");
     EXPECT_EQ(refusal(data, {{"markers", ""}}),

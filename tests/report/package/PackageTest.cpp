@@ -273,13 +273,13 @@ TEST(Package, SaysWhatAFileIsInstead)
         {"{\\rtf1 text}", "The file is in Rich Text Format (.rtf); save it as .docx first."},
         {"\xEF\xBB\xBF<html/>", "The file is one of XML or HTML; save it as .docx first."},
         {"month,North\nJan,1\n",
-         "The file is no document: expected a zip file, as .docx, .docm, .dotx and .dotm are."},
+         "The file is not a document: expected a zip file, as .docx, .docm, .dotx and .dotm are."},
         {whole.substr(0, whole.size() - 60),
          "The file is incomplete: the directory at the end of a zip file is missing."},
         {RawZip(std::vector<RawEntry>{{.name = "a.txt", .content = "x"}}).getBytes(),
-         "The file is a zip file, but no document: it has no [Content_Types].xml."},
+         "The file is a zip file, but not a document: it has no [Content_Types].xml."},
         {RawZip(std::vector<RawEntry>{{.name = "[Content_Types].xml", .content = contentTypes}}).getBytes(),
-         "The file is a zip file, but no document: it has no main part."},
+         "The file is a zip file, but not a document: it has no main part."},
         {RawZip(std::vector<RawEntry>{
                     {.name = "mimetype", .content = "application/vnd.oasis.opendocument.text"}})
              .getBytes(),

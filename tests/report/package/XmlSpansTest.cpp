@@ -103,16 +103,16 @@ TEST(XmlSpans, RefusesWhatIsUnsafeOrBroken)
     const std::pair<std::string, std::string> refused[] = {
         {"<!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>",
          "p.xml, line 1: a document type is declared; documents have none, and it could hide entities."},
-        {"<a>\n&b;</a>", "p.xml, line 2: it is no well-formed XML (undefined entity)."},
+        {"<a>\n&b;</a>", "p.xml, line 2: it is not well-formed XML (undefined entity)."},
         {deep, "p.xml, line 1: elements stand in each other deeper than 256 levels."},
         {"<?xml version='1.0' encoding='latin1'?><a/>",
          "p.xml, line 1: its encoding is neither UTF-8 nor UTF-16."},
-        {"", "p.xml, line 1: it is no well-formed XML (no element found)."},
-        {"<a>", "p.xml, line 1: it is no well-formed XML (no element found)."},
-        {"<a b:c='1'/>", "p.xml, line 1: it is no well-formed XML (unbound prefix)."},
-        {"<a>\xFF</a>", "p.xml, line 1: it is no well-formed XML (not well-formed (invalid token))."},
-        {widen(u"\uFEFF<a/>", false) + "\xFF", "p.xml: it is no well-formed UTF-16."},
-        {widen(u"<a>\xD800</a>", true), "p.xml: it is no well-formed UTF-16."},
+        {"", "p.xml, line 1: it is not well-formed XML (no element found)."},
+        {"<a>", "p.xml, line 1: it is not well-formed XML (no element found)."},
+        {"<a b:c='1'/>", "p.xml, line 1: it is not well-formed XML (unbound prefix)."},
+        {"<a>\xFF</a>", "p.xml, line 1: it is not well-formed XML (not well-formed (invalid token))."},
+        {widen(u"\uFEFF<a/>", false) + "\xFF", "p.xml: it is not well-formed UTF-16."},
+        {widen(u"<a>\xD800</a>", true), "p.xml: it is not well-formed UTF-16."},
     };
     for (const auto& [bytes, sentence] : refused)
         EXPECT_EQ(thrownText([&b = bytes] { const XmlSpans xml(b, "p.xml"); }), sentence);

@@ -16,11 +16,7 @@ std::shared_ptr<chart::DataSet> makeDataSet(const std::vector<std::u16string>& c
                                             const std::vector<std::vector<double>>& columns)
 {
     auto dataSet = chart::DataSet::create(categories);
-    for (const auto& values : columns) {
-        auto series = chart::DataSeries::create(u"<North>");
-        for (const double value : values) series->appendPoint(value);
-        dataSet->appendSeries(series);
-    }
+    for (const auto& values : columns) appendSeries(*dataSet, u"<North>", values);
     return dataSet;
 }
 

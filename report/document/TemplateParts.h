@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report/document/PageMarkup.h"
+#include "report/package/Package.h"
+#include "report/package/XmlSpans.h"
+
+/// What a document takes over from the one that it looks like.
+namespace quillon::report {
+
+/// Throws: std::runtime_error that names the file when it cannot serve as a template.
+void requireTemplate(const Package& package, const std::string& path);
+
+/// The part that the main part is related to in that way, or nothing.
+std::string findRelated(const Package& package, std::string_view kind);
+/// What that part holds; empty without one.
+std::string readRelated(const std::optional<Package>& package, std::string_view kind);
+
+/// Between the margins of the pages of a section, a w:sectPr; in English Metric Units.
+std::int64_t readTextWidth(const XmlElement& section);
+/// The headers and footers of a section.
+std::vector<PageLineReference> readPageLines(const XmlElement& section);
+
+}  // namespace quillon::report
