@@ -1,6 +1,7 @@
 #include "report/fill/ChartFinder.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <stdexcept>
 #include <utility>

@@ -17,6 +17,7 @@
 namespace quillon::report {
 
 using chart::DataLabelContentSeparator;
+using xercesc::DOMElement;
 
 namespace {
 
@@ -86,7 +87,7 @@ LabelSettings readOptions(const ChartOptions& options)
 bool canStandAt(LabelPosition position, const ChartPart& part, const SeriesPart& series)
 {
     if (!combinedKinds.contains(part.context.kind)) return true;
-    const auto* group = static_cast<const xercesc::DOMElement*>(series.element->getParentNode());
+    const auto* group = static_cast<const DOMElement*>(series.element->getParentNode());
     const std::u16string_view name = group->getTagName();
     const auto kind = name == u"c:barChart"    ? ChartKind::Column
                       : name == u"c:lineChart" ? ChartKind::Line

@@ -1,5 +1,6 @@
 #include "report/package/XmlText.h"
 
+#include <algorithm>
 #include <array>
 #include <boost/locale/encoding_utf.hpp>
 #include <charconv>
@@ -29,19 +30,27 @@ void appendReference(std::string& text, std::string_view name)
     appendCodePoint(text, code);
 }
 
-/// Appends text between markup; line ends become line feeds.
+/// Line ends of every kind become line feeds.
+void appendLines(std::string& text, std::string_view raw)
+{
+    for (std::size_t at = 0; at < raw.size(); ++at)
+        if (raw[at] != '\r')
+            text += raw[at];
+        else if (at + 1 == raw.size() || raw[at + 1] != '\n')
+            text += '\n';
+}
+
+/// Appends text between markup.
 void appendDecoded(std::string& text, std::string_view raw)
 {
-    for (std::size_t at = 0; at < raw.size(); ++at) {
-        if (raw[at] == '&') {
-            const auto end = raw.find(';', at);
-            appendReference(text, raw.substr(at + 1, end - at - 1));
-            at = end;
-        } else if (raw[at] == '\r') {
-            if (at + 1 == raw.size() || raw[at + 1] != '\n') text += '\n';
-        } else {
-            text += raw[at];
-        }
+    while (!raw.empty()) {
+        const auto reference = std::min(raw.find('&'), raw.size());
+        appendLines(text, raw.substr(0, reference));
+        raw.remove_prefix(reference);
+        if (raw.empty()) return;
+        const auto end = raw.find(';');
+        appendReference(text, raw.substr(1, end - 1));
+        raw.remove_prefix(end + 1);
     }
 }
 
@@ -79,7 +88,7 @@ std::size_t skipMarkup(std::string& text, std::string_view raw, std::size_t at)
     const auto rest = raw.substr(at);
     if (rest.starts_with(cdata)) {
         const auto end = raw.find("]]>", at);
-        text += raw.substr(at + cdata.size(), end - at - cdata.size());
+        appendLines(text, raw.substr(at + cdata.size(), end - at - cdata.size()));
         return end + 3;
     }
     // A comment may begin with what would end it: "<!--->" goes on.

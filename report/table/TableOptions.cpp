@@ -15,8 +15,6 @@ constexpr auto reading = "How cells are read";
 constexpr auto choice = "What becomes the chart";
 constexpr auto shape = "How the data is shaped";
 
-}
-
 std::string capitalize(std::string name)
 {
     name.front() = static_cast<char>(name.front() - ('a' - 'A'));
