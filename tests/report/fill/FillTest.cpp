@@ -148,7 +148,7 @@ TEST(Fill, RemovesSeriesWithTheirEntriesAndEmptyGroupsWithTheirAxes)
         "<c:legend><c:legendPos val=\"b\"/><c:legendEntry><c:idx val=\"1\"/><c:delete "
         "val=\"1\"/></c:legendEntry>"
         "<c:legendEntry><c:idx val=\"2\"/><c:delete val=\"1\"/></c:legendEntry></c:legend>";
-    auto document = makeTemplate({makeCombination(legend), makeCombination(legend)});
+    auto document = makeTemplate({makeCombination(legend), makeCombination(legend), makeCombination()});
     auto report = document.fill("1", makeData(months, {{"South", {4, gap, 6}}, {"Goal", {0.1, 0.2, 0.3}}}));
     EXPECT_EQ(report.series.back().name, "North");
     EXPECT_EQ(report.count(FillReport::Change::Removed), 1U);
@@ -160,6 +160,13 @@ TEST(Fill, RemovesSeriesWithTheirEntriesAndEmptyGroupsWithTheirAxes)
     EXPECT_EQ(part.find("lineChart"), std::string::npos);
     EXPECT_EQ(findAll(part, "<c:axId val=\"(\\d)"), (Texts{"1", "2", "1", "2"}));
     EXPECT_EQ(findAll(part, "<c:legendEntry><c:idx val=\"(\\d)"), (Texts{"1"}));
+
+    // An axis that goes is not made one of dates.
+    auto dates = makeData(months, {{"North", {1, 2, 3}}});
+    dates.categoryKind = CategoryKind::Date;
+    dates.categoryValues = {46023, 46054, 46082};
+    document.fill("3", dates);
+    EXPECT_EQ(findAll(getChartPart(document, 3), "<c:(cat|date)Ax>"), (Texts{"date"}));
 }
 
 TEST(Fill, KeepsAxesThatAnotherGroupStandsOn)

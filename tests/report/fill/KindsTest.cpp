@@ -345,6 +345,15 @@ TEST(Kinds, WithErrorBarsTakeTheirAmounts)
     const auto read = document.getChartData("1");
     EXPECT_EQ(read.series[0].errorsPlus, data.series[0].errorsPlus);
     EXPECT_EQ(read.series[0].errorsMinus, data.series[0].errorsMinus);
+    // Those of a series that is new are none of its neighbour's.
+    auto bars = makeErrorBars({"1", "2"});
+    const auto color = makeAccent("<a:schemeClr val=\"accent1\"/>");
+    bars.insert(bars.find("</c:errBars>"), color);
+    auto colored =
+        makeTemplate({makeColumns(makeTextReference('A', {"a", "b"}), {"1", "2"}, textAxes, color + bars)});
+    colored.fill("1", makeData({"a", "b"}, {{"North", {1, 2}}, {"South", {3, 4}}}));
+    const auto part = getChartPart(colored);
+    EXPECT_EQ(part.find("<c:errBars>"), part.rfind("<c:errBars>"));
     EXPECT_EQ(
         document.fill("2", data).warnings.at(0),
         "series \"North\": the chart has no error bars of custom amounts; those of the data are left out.");

@@ -6,6 +6,7 @@ The charts are made by quillon-report, and moved to their places with python-doc
 import copy
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 import docx
@@ -131,4 +132,7 @@ def make_places(command, folder):
 if __name__ == "__main__":
     target = Path(sys.argv[2])
     target.mkdir(parents=True, exist_ok=True)
-    make_places(sys.argv[1], target)
+    # Tests that run side by side make them at once: each finds a whole file.
+    with tempfile.TemporaryDirectory(dir=target) as folder:
+        make_places(sys.argv[1], Path(folder))
+        (Path(folder) / "places.docx").replace(target / "places.docx")
