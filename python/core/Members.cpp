@@ -30,7 +30,8 @@ const Method& methodOf(PyObject* self)
     return *reinterpret_cast<MethodDescriptor*>(self)->method;
 }
 
-/// The host object behind `object`. Throws: Refused when that is not an object of the class that has the member.
+/// The host object behind `object`. Throws: Refused when that is not an object of the class that has the
+/// member.
 template <typename Member>
 orca::HostObject& receiverOf(PyObject* object, const Member& member)
 {

@@ -39,6 +39,7 @@ NAMES = (
     "reverse",
     "units",
     "gridlines",
+    "no_value_axis",
     "tick_labels",
     "tick_rotation",
     "tick_interval",

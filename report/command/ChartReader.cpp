@@ -41,9 +41,15 @@ const JobOption* findJobOption(const std::string& name)
     return found == options.end() ? nullptr : &*found;
 }
 
+/// A list of one may stand as a text.
+bool takesTexts(const Option& option)
+{
+    return option.form == OptionForm::Choices || option.form == OptionForm::Texts;
+}
+
 }  // namespace
 
-OptionValue readOptionValue(const JsonNode& value)
+OptionValue readOptionValue(const JsonNode& value, const Option& option)
 {
     switch (value.kind) {
         case Kind::Flag:
@@ -51,6 +57,7 @@ OptionValue readOptionValue(const JsonNode& value)
         case Kind::Number:
             return value.number;
         case Kind::Text:
+            if (takesTexts(option)) return std::vector{value.text};
             return value.text;
         case Kind::List:
             return readTexts(value);
@@ -71,7 +78,7 @@ ChartJob readChartJob(const JsonNode& chart, const std::filesystem::path& folder
         if (name == "table")
             job.table = value.text == "-" ? value.text : (folder / value.text).string();
         else if (const auto* option = findOption(name))
-            setOption(job.options, *option, readOptionValue(value), "\"" + name + "\"");
+            setOption(job.options, *option, readOptionValue(value, *option), "\"" + name + "\"");
         else if (const auto* jobOption = findJobOption(name))
             std::visit(Store{job, value}, jobOption->member);
     }

@@ -8,8 +8,8 @@
 
 namespace quillon::report {
 
-/// What a JSON value says, as an option has it; nothing for a value that no option has.
-OptionValue readOptionValue(const JsonNode& value);
+/// What a JSON value says, as the option has it; nothing for a value that no option has.
+OptionValue readOptionValue(const JsonNode& value, const Option& option);
 
 /// A chart of a job file; its table is from `folder` on. Members that belong to no chart are passed over.
 /// Requires: the object has the form of a chart.

@@ -97,13 +97,14 @@ struct JobForms {
                         .what = what,
                         .minimum = option.minimum,
                         .maximum = option.maximum};
-            case OptionForm::Choices:
-                return {.kind = Kind::List,
-                        .what = what,
-                        .items = keep(
-                            {.kind = Kind::Text, .what = "a text", .choices = choices, .ignoresCase = true})};
+            case OptionForm::Choices: {
+                const auto* choice =
+                    keep({.kind = Kind::Text, .what = "a text", .choices = choices, .ignoresCase = true});
+                const auto* list = keep({.kind = Kind::List, .what = what, .items = choice});
+                return {.kind = Kind::Any, .what = what, .alternatives = {list, choice}};
+            }
             case OptionForm::Texts:
-                return textList;
+                return listOrText;
             case OptionForm::TextPairs:
                 return texts;
             default:
@@ -114,7 +115,7 @@ struct JobForms {
     const Form* formOf(const Option& option)
     {
         auto form = makeForm(option);
-        form.check = [&option](const JsonNode& node) { option.check(readOptionValue(node)); };
+        form.check = [&option](const JsonNode& node) { option.check(readOptionValue(node, option)); };
         return keep(std::move(form));
     }
 

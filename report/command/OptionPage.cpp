@@ -2,13 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cctype>
 #include <stdexcept>
 #include <string_view>
 
 #include "report/command/TableArguments.h"
-#include "report/options/Enumerations.h"
 #include "report/options/Options.h"
 
 namespace quillon::report {
@@ -55,6 +53,7 @@ constexpr Example examples[] = {
     {"units", "visits.csv --gaps --units thousands",
      "Word says the unit beside the axis; LibreOffice 7.4 shows the plain numbers."},
     {"gridlines", "visits.csv --type line --gaps --gridlines both"},
+    {"no-value-axis", "revenue.csv --no-value-axis --labels value --gridlines none"},
     {"tick-labels", "revenue.csv --tick-labels high"},
     {"tick-rotation", "temperature.csv --series Place --value Temperature --tick-rotation 90"},
     {"tick-interval", "temperature.csv --type line --series Place --value Temperature --tick-interval 3",
@@ -143,19 +142,12 @@ void addChoices(std::string& page, const Option& option)
     page += "\n";
 }
 
-std::string describeKinds(ChartKinds kinds)
-{
-    const bool isEvery = std::all_of(kindRows.begin(), kindRows.end(),
-                                     [kinds](const auto& row) { return kinds.contains(row.value); });
-    return isEvery ? "For every type of chart." : fmt::format("For {} charts.", nameKinds(kinds));
-}
-
 void addOption(std::string& page, const Option& option)
 {
     const auto& example = findExample(option.name);
     page += fmt::format("\n### `{}`\n\n{} ", option.name, makeSentence(option.meaning));
     if (*option.standard != 0) page += fmt::format("Default: {}. ", option.standard);
-    page += describeKinds(option.kinds) + "\n\n";
+    page += fmt::format("For {}.\n\n", describeKinds(option.kinds));
     addChoices(page, option);
     page += fmt::format("    quillon-report {}\n", example.arguments);
     page += *example.withoutPicture != 0 ? fmt::format("\n{}\n", example.withoutPicture)

@@ -31,7 +31,7 @@ std::string describe(const Option& option)
 {
     std::string help = option.meaning;
     if (!option.choices.empty()) help += ": " + joinNames(option.choices);
-    if (!isEvery(option.kinds)) help += "; for " + nameKinds(option.kinds) + " charts";
+    if (!isEvery(option.kinds)) help += "; for " + describeKinds(option.kinds);
     if (*option.standard != '\0') help += fmt::format(" (default: {})", option.standard);
     return help;
 }

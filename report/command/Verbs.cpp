@@ -46,7 +46,8 @@ const std::vector<Argument>& getMakeArguments()
                 {.name = "job",
                  .letter = 'j',
                  .value = "FILE",
-                 .help = "make the document that a job file describes",
+                 .help = "make the document that a job file describes, with text, tables, and charts side by "
+                         "side; quillon-report init writes an example",
                  .group = general},
                 makeCheck(),
                 makeForce(),
@@ -114,6 +115,9 @@ const std::array verbs = {
         R"text(quillon-report revenue.csv --type column --title "Revenue" -o report.docx
 quillon-report weather.csv --type line --category date --columns temp_max,temp_min -o weather.docx
 quillon-report energy.csv --category year --series source --value net_generation -o energy.docx
+quillon-report costs.csv --line Target --second Margin --second-format 0% -o costs.docx
+quillon-report points.csv --type scatter --x Height --trendline linear -o points.docx
+quillon-report budget.csv --type waterfall --totals "Last year,This year" --gaps -o budget.docx
 quillon-report sales.csv --colors red,#00ff00,"rgb(0,128,255)" --legend right -o sales.pdf
 quillon-report a.csv --type bar --heading "A" b.csv --type pie --heading "B" -o both.docx
 quillon-report --job report.json -o report.docx)text",

@@ -112,6 +112,11 @@ void drawGridlines(ChartPart& part)
 
 // --- Texts ---
 
+void hideNumbers(ChartPart& part)
+{
+    if (part.context.options.noValueAxis) replaceInOrder(part.axes.value, u"c:tickLblPos", u"none");
+}
+
 /// Below all values, negative ones too, where no bar covers them.
 void placeCategoryLabels(ChartPart& part)
 {
@@ -175,6 +180,7 @@ constexpr std::array rules = {
     Rule{axisKinds, scaleAxes},
     Rule{axisKinds, countInUnits},
     Rule{axisKinds, drawGridlines},
+    Rule{axisKinds, hideNumbers},
     Rule{categoryKinds, placeCategoryLabels},
     Rule{categoryKinds, turnCategoryLabels},
     Rule{categoryKinds, thinOutCategoryLabels},

@@ -85,9 +85,8 @@ LabelSettings readOptions(const ChartOptions& options)
 /// In a combination, some series have no labels at that place.
 bool canStandAt(LabelPosition position, const ChartPart& part, const SeriesPart& series)
 {
+    if (!combinedKinds.contains(part.context.kind)) return true;
     const auto* group = static_cast<const xercesc::DOMElement*>(series.element->getParentNode());
-    const bool isOwn = group == part.groups.front() && part.groups.size() == 1;
-    if (isOwn) return true;
     const std::u16string_view name = group->getTagName();
     const auto kind = name == u"c:barChart"    ? ChartKind::Column
                       : name == u"c:lineChart" ? ChartKind::Line

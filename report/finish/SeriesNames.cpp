@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "report/options/ChartError.h"
-#include "report/package/Xml.h"
+#include "report/options/QuotedText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -14,7 +14,7 @@ namespace {
     std::vector<std::u16string> names;
     const auto all = dataSet.getSeriesList();
     for (const auto& series : *all) names.push_back(series->getName());
-    throw ChartError("", std::string(option) + ": there is no series \"" + name + "\"; " +
+    throw ChartError("", std::string(option) + ": there is no series " + quoteText(name) + "; " +
                              (names.empty() ? "there are no series" : "the series are" + listNames(names)) +
                              ".");
 }
@@ -40,7 +40,7 @@ std::string listNames(const std::vector<std::u16string>& names)
     constexpr std::size_t named = 20;
     std::string list;
     for (std::size_t i = 0; i < std::min(names.size(), named); ++i)
-        list += (i == 0 ? " \"" : ", \"") + toUtf8(escapeCharacters(names[i])) + "\"";
+        list += (i == 0 ? " " : ", ") + quoteText(names[i]);
     if (names.size() > named) list += " and " + std::to_string(names.size() - named) + " more";
     return list;
 }

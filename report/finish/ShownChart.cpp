@@ -346,7 +346,7 @@ class Preparation {
                 throw ChartError(
                     ChartPart::describe(i, *dataSet().getSeries(i)),
                     "a bubble chart needs the sizes of its bubbles; name the series that hold them "
-                    "(sizes).");
+                    "(size-series).");
             sizes.resize(count, missing);
         }
     }

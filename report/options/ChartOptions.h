@@ -106,6 +106,8 @@ struct ChartOptions {
     std::optional<Units> units = {};
     /// Default: Value.
     std::optional<Gridlines> gridlines = {};
+    /// Whether the value axis is without its numbers, where labels say them.
+    bool noValueAxis = false;
     /// Default: Low.
     std::optional<TickLabels> tickLabels = {};
     /// Degrees, -90 to 90, counter-clockwise. Default: chosen by the word processor.

@@ -245,7 +245,7 @@ using O = ChartOptions;
 // clang-format off: one option a line or two.
 constexpr std::array optionTable = {
     row<&O::kind>("type", Place, everyKind, "TYPE", "what the chart is drawn as",
-                  "column, or what the class of the chart says"),
+                  "column; in programs, what the class of the chart says"),
     row<&O::width>("width", Place, everyKind, "LENGTH", "width of the chart, in cm, mm, in or pt", "6in", {},
                    checkLength),
     row<&O::height>("height", Place, everyKind, "LENGTH", "height of the chart, in cm, mm, in or pt", "3.5in",
@@ -291,6 +291,8 @@ constexpr std::array optionTable = {
     row<&O::reverse>("reverse", Axes, withCategories, "", "let the categories run the other way", ""),
     row<&O::units>("units", Axes, withValues, "UNITS", "what the numbers of the value axis count", "ones"),
     row<&O::gridlines>("gridlines", Axes, withValues, "AXES", "axes with gridlines", "value"),
+    row<&O::noValueAxis>("no-value-axis", Axes, withValues, "",
+                         "leave out the numbers of the value axis, where labels say them", ""),
     row<&O::tickLabels>("tick-labels", Axes, withCategories, "PLACE", "where the category labels stand",
                         "low"),
     row<&O::tickRotation>("tick-rotation", Axes, withCategories, "DEGREES",
@@ -333,7 +335,8 @@ constexpr std::array optionTable = {
                   "a linear axis", {2, 1000}),
 
     row<&O::labels>("labels", Labels, everyKind, "LIST", "what every data label says", "no labels"),
-    row<&O::labelPosition>("label-position", Labels, everyKind, "PLACE", "where the data labels stand",
+    row<&O::labelPosition>("label-position", Labels, everyKind, "PLACE",
+                           "where the data labels stand (ctr is the middle; t, b, l and r are the sides)",
                            "chosen by the word processor"),
     row<&O::labelFormat>("label-format", Labels, everyKind, "CODE",
                          "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format", {},
@@ -555,12 +558,14 @@ std::string describeForm(const Option& option)
     return "a text";
 }
 
-std::string nameKinds(ChartKinds kinds)
+std::string describeKinds(ChartKinds kinds)
 {
     std::vector<const char*> names;
-    for (const auto& row : kindRows)
-        if (kinds.contains(row.value)) names.push_back(row.name);
-    return joinNames(names);
+    std::vector<const char*> others;
+    for (const auto& row : kindRows) (kinds.contains(row.value) ? names : others).push_back(row.name);
+    if (others.empty()) return "every type of chart";
+    return others.size() < names.size() ? "charts other than " + joinNames(others)
+                                        : joinNames(names) + " charts";
 }
 
 std::span<const Option> getOptions()
@@ -610,8 +615,8 @@ void checkOptions(const ChartOptions& options, ChartKind kind)
         if (value == option.get(standard)) continue;
         checkValue(option, value, option.name);
         if (!option.kinds.contains(kind))
-            throw ChartError("", std::string(option.name) + " is for " + nameKinds(option.kinds) +
-                                     " charts; this is " + (kind == ChartKind::Area ? "an " : "a ") +
+            throw ChartError("", std::string(option.name) + " is for " + describeKinds(option.kinds) +
+                                     "; this is " + (kind == ChartKind::Area ? "an " : "a ") +
                                      findRow(kindRows, kind).name + " chart.");
     }
     checkTogether(options, kind);

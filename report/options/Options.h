@@ -61,8 +61,8 @@ QUILLON_EXPORT const Option* findOption(std::string_view name);
 /// The values of an option: "true or false", "a number from 0 to 100", "low, next, high or none" ...
 QUILLON_EXPORT std::string describeForm(const Option& option);
 
-/// "column, bar or line".
-QUILLON_EXPORT std::string nameKinds(ChartKinds kinds);
+/// "every type of chart", "line or area charts", "charts other than pie or doughnut".
+QUILLON_EXPORT std::string describeKinds(ChartKinds kinds);
 
 /// The value in the text that an author typed: items of a list have commas between, pairs "name=text".
 /// Throws: std::runtime_error for text that is not a value of the option; `name` is the option's in the

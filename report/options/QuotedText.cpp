@@ -3,11 +3,14 @@
 #include <array>
 #include <boost/locale/utf.hpp>
 #include <cstdio>
+#include <iterator>
+#include <type_traits>
 
 namespace quillon::report {
 namespace {
 
-using Utf8 = boost::locale::utf::utf_traits<char>;
+template <typename Character>
+using Utf = boost::locale::utf::utf_traits<Character>;
 using boost::locale::utf::code_point;
 
 bool turnsDirection(code_point character)
@@ -28,19 +31,24 @@ std::string escape(const char* form, unsigned value)
 }
 
 /// The character at `at`, which moves behind it, as it can stand in a sentence.
-std::string takeCharacter(std::string_view::const_iterator& at, std::string_view::const_iterator end)
+template <typename Iterator>
+std::string takeCharacter(Iterator& at, Iterator end)
 {
+    using Character = typename std::iterator_traits<Iterator>::value_type;
     const auto start = at;
-    const code_point character = Utf8::decode(at, end);
+    const code_point character = Utf<Character>::decode(at, end);
     if (character == boost::locale::utf::illegal || character == boost::locale::utf::incomplete) {
         at = start + 1;
-        return escape("\\x%02X", static_cast<unsigned char>(*start));
+        return escape(sizeof(Character) == 1 ? "\\x%02X" : "\\u%04X",
+                      static_cast<std::make_unsigned_t<Character>>(*start));
     }
     if (character == '\n') return "\\n";
     if (character == '\t') return "\\t";
     if (isControl(character)) return escape("\\x%02X", character);
     if (turnsDirection(character)) return escape("\\u%04X", character);
-    return {start, at};
+    std::string utf8;
+    Utf<char>::encode(character, std::back_inserter(utf8));
+    return utf8;
 }
 
 std::string groupThousands(std::size_t number)
@@ -51,18 +59,34 @@ std::string groupThousands(std::size_t number)
     return text;
 }
 
+template <typename Text>
+std::string show(const Text& text, std::size_t longest, const char* quote)
+{
+    std::string shown = quote;
+    std::size_t count = 0;
+    for (auto at = text.begin(); at != text.end(); ++count) {
+        const auto character = takeCharacter(at, text.end());
+        if (count < longest) shown += character;
+    }
+    if (count <= longest) return shown + quote;
+    return shown + "..." + quote + " (" + groupThousands(count) + " characters)";
+}
+
 }  // namespace
 
 std::string quoteText(std::string_view utf8, std::size_t longest)
 {
-    std::string shown = "\"";
-    std::size_t count = 0;
-    for (auto at = utf8.begin(); at != utf8.end(); ++count) {
-        const auto character = takeCharacter(at, utf8.end());
-        if (count < longest) shown += character;
-    }
-    if (count <= longest) return shown + "\"";
-    return shown + "...\" (" + groupThousands(count) + " characters)";
+    return show(utf8, longest, "\"");
+}
+
+std::string quoteText(std::u16string_view text, std::size_t longest)
+{
+    return show(text, longest, "\"");
+}
+
+std::string showText(std::string_view utf8, std::size_t longest)
+{
+    return show(utf8, longest, "");
 }
 
 }  // namespace quillon::report

@@ -373,8 +373,9 @@ class GridMaker {
         const auto& column = xColumn_ != nullptr ? *xColumn_ : *categoryColumns_.back();
         if (column.kind == ColumnKind::Text || (categoryColumns_.size() > 1 && xColumn_ == nullptr)) return;
         for (const auto row : categories_.firstRow) grid_.positions.push_back(column.numbers[row]);
-        grid_.positionFormat = column.numberFormat;
         const bool isDate = column.kind == ColumnKind::Date;
+        // Days that are all first of a month, or of a year, are shown as such.
+        if (!isDate || column.dateUnit != DateUnit::Day) grid_.positionFormat = column.numberFormat;
         if (!isDate)
             grid_.kind = CategoryKind::Number;
         else if (column.dateUnit != DateUnit::Quarter || xColumn_ != nullptr)

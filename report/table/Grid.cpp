@@ -86,9 +86,10 @@ double combine(double a, double b, const std::string& aggregate)
 }
 
 /// The categories with the largest sums, in the order of the table, and behind them the others as one.
-void keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
+/// Whether there are others.
+bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
 {
-    if (count >= grid.categories.size()) return;
+    if (count == 0 || count >= grid.categories.size()) return false;
     Order order(grid.categories.size());
     std::iota(order.begin(), order.end(), 0);
     std::vector<double> sums;
@@ -109,6 +110,7 @@ void keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
         std::find(grid.categories.begin(), grid.categories.end(), "Other") != grid.categories.end();
     grid.categories.emplace_back(isTaken ? "All others" : "Other");
     for (std::size_t i = 0; i < rest.size(); ++i) grid.series[i].values.push_back(rest[i]);
+    return true;
 }
 
 /// Numbers for categories that are all numbers: "9" comes before "10".
@@ -141,9 +143,10 @@ void sortByText(Order& order, const std::vector<std::string>& texts)
                      [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
 }
 
-void sort(Grid& grid, const std::string& by)
+/// What adds up the others stays behind them.
+void sort(Grid& grid, const std::string& by, bool hasOthers)
 {
-    Order order(grid.categories.size());
+    Order order(grid.categories.size() - (hasOthers ? 1 : 0));
     std::iota(order.begin(), order.end(), 0);
     if (by == "category") {
         const auto keys = grid.positions.empty() ? readNumbers(grid.categories) : grid.positions;
@@ -152,6 +155,7 @@ void sort(Grid& grid, const std::string& by)
         sortByValue(order, grid.series.front().values, by == "descending");
         forgetDates(grid);
     }
+    if (hasOthers) order.push_back(order.size());
     pickCategories(grid, order);
 }
 
@@ -238,8 +242,8 @@ void requireLimits(const std::string& name, std::size_t series, std::size_t cate
 void shapeGrid(Grid& grid, const TableOptions& options)
 {
     if (options.transpose) transpose(grid);
-    if (options.top > 0) keepTop(grid, options.top, options.aggregate);
-    if (!options.sort.empty()) sort(grid, options.sort);
+    const bool hasOthers = keepTop(grid, options.top, options.aggregate);
+    if (!options.sort.empty()) sort(grid, options.sort, hasOthers);
     for (auto& series : grid.series) {
         if (options.share) makeShares(grid, series);
         if (options.cumulative) accumulate(series);

@@ -51,7 +51,7 @@ REFUSED = [
     # All at once, in the order of the file; comments count as lines, and characters count once.
     ("""{ // a chart
   /* \u00e9 */ "charts": [{"table": "t.csv", "legend": "lft", "width": "wide", "columns": 1,
-     "\u00e9\u00e9": 1, "tick-interval": 1.5, "labels": ["value", "vlue"], "colors": ["redd"]}],
+     "\u00e9\u00e9": 1, "tick-interval": 1.5, "labels": ["value", "vlue"], "colors": "redd"}],
   "texts": {"a": 1}, "header": [{"bold": 1}]
 }""", [
         '2:51: "legend": expected auto, none, right, top, left or bottom, got "lft"; did you mean "left"?',

@@ -51,6 +51,7 @@ PLACES = {
     "units": ("chart", ".//c:builtInUnit", "val"),
     "value lines": ("chart", ".//c:valAx/c:majorGridlines", None),
     "category lines": ("chart", ".//c:catAx/c:majorGridlines", None),
+    "value ticks": ("chart", ".//c:valAx/c:tickLblPos", "val"),
     "tick labels": ("chart", ".//c:catAx/c:tickLblPos", "val"),
     "rotation": ("chart", ".//c:catAx/c:txPr/a:bodyPr", "rot"),
     "interval": ("chart", ".//c:tickLblSkip", "val"),
@@ -78,8 +79,8 @@ COLUMNS = dict.fromkeys(PLACES) | {
     "description": "Column chart; series North, South; values from 200 to 4000",
     "legend": "b", "workbook": True, "second color": "accent2", "first color": "accent1",
     "direction": "col", "axis format": "#,##0", "cache format": "General", "foot": "autoZero", "order": "minMax",
-    "crossing": "autoZero", "value lines": True, "category lines": False, "tick labels": "low", "rotation": "-60000000",
-    "gap": "219", "grouping": "clustered", "blank": "gap", "size": "900", "frame": False, "table": False,
+    "crossing": "autoZero", "value lines": True, "category lines": False, "value ticks": "nextTo", "tick labels": "low",
+    "rotation": "-60000000", "gap": "219", "grouping": "clustered", "blank": "gap", "size": "900", "frame": False, "table": False,
 }
 
 # The differences of other charts without options.
@@ -88,7 +89,7 @@ LINES = {"direction": None, "description": "Line chart; series North, South; val
 BARS = {"direction": "bar", "description": "Bar chart; series North, South; values from 200 to 4000", "order": "maxMin",
         "crossing": "max"}
 SLICES = {"direction": None, "description": "Pie chart; series North; values from 1000 to 3000", "second color": None,
-          "axis format": None, "foot": None, "order": None, "crossing": None, "value lines": False, "tick labels": None,
+          "axis format": None, "foot": None, "order": None, "crossing": None, "value lines": False, "value ticks": None, "tick labels": None,
           "rotation": None, "gap": None, "grouping": None}
 LABELS = {"value labels": "1", "series labels": "0", "label format": "#,##0"}
 
@@ -117,6 +118,7 @@ OPTIONS = [
     (["--type", "bar", "--reverse"], BARS | {"order": "minMax", "crossing": "autoZero"}),
     (["--units", "hundreds"], {"units": "hundreds"}),
     (["--gridlines", "category"], {"value lines": False, "category lines": True}),
+    (["--no-value-axis"], {"value ticks": "none"}),
     (["--tick-labels", "none"], {"tick labels": "none"}),
     (["--tick-rotation", "90"], {"rotation": "-5400000"}),
     (["--tick-interval", "2"], {"interval": "2"}),

@@ -15,6 +15,7 @@ mkdir -p "$folder/others" "$folder/filled"
 "$bin/random_charts" "$folder"
 "$examples/demo.sh" "$bin/quillon-report" "$folder" --no-pictures
 "$bin/first_chart" "$folder/first_chart.docx"
+PATH="$bin:$PATH" "$examples/gallery/make_gallery.py" documents "$folder"
 # Made with shared libraries only.
 [[ ! -x $bin/chart_by_names ]] || "$bin/chart_by_names" "$folder/chart_by_names.docx"
 /usr/bin/python3 "$tests/../report/fill/make_templates.py" "$bin/quillon-report" "$folder/templates"

@@ -10,7 +10,7 @@ from typing import Any, Literal
 
 from quillon import _core, _options
 from quillon import chart as charts
-from quillon._chart_data import as_chart_data, take_data
+from quillon._chart_data import ChartData, as_chart_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
 from quillon.report._files import Target, save
@@ -98,6 +98,7 @@ class Document:
         reverse: bool = False,
         units: _options.Units | None = None,
         gridlines: _options.Gridlines | None = None,
+        no_value_axis: bool = False,
         tick_labels: _options.TickLabels | None = None,
         tick_rotation: float | None = None,
         tick_interval: int | None = None,
@@ -169,10 +170,12 @@ class Document:
         options = _options.given(locals())
         self._core.add_chart(chart, take_data(chart, data), options)
 
-    def add_charts(self, charts: Iterable[Chart | tuple[Chart, dict[str, Any]]]) -> None:
-        """Append charts in one line; each may come with its options. One without a width gets an equal share."""
-        placed = [one if isinstance(one, tuple) else (one, {}) for one in charts]
-        self._core.add_charts([(chart, None, options) for chart, options in placed])
+    def add_charts(self, charts: Iterable[Chart | tuple[Chart, dict[str, Any]] | tuple[Chart, Any, dict[str, Any]]]) -> None:
+        """Append charts in one line. One without a width gets an equal share.
+
+        charts: each a chart, (chart, options), or (chart, data, options) with data as add_chart takes it.
+        """
+        self._core.add_charts([_placed(one) for one in charts])
 
     def add_caption(self, text: str, label: str = "Figure", name: str = "") -> None:
         """Append a caption, which stays on the page of what it belongs to: the chart or image before it, or else the
@@ -297,6 +300,7 @@ def chart(
     reverse: bool = False,
     units: _options.Units | None = None,
     gridlines: _options.Gridlines | None = None,
+    no_value_axis: bool = False,
     tick_labels: _options.TickLabels | None = None,
     tick_rotation: float | None = None,
     tick_interval: int | None = None,
@@ -372,6 +376,13 @@ def chart(
         document.add_heading(heading)
     document._core.add_chart(made, take_data(made, data), options)
     return document
+
+
+def _placed(one: Any) -> tuple[Chart, ChartData | None, dict[str, Any]]:
+    if not isinstance(one, tuple):
+        return one, None, {}
+    chart, *data, options = one
+    return chart, take_data(chart, data[0] if data else None), options
 
 
 def _runs(text: RichText) -> list[tuple[str, bool, bool, str, str]]:

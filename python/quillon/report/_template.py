@@ -160,6 +160,7 @@ class Template:
         reverse: bool = False,
         units: _options.Units | None = None,
         gridlines: _options.Gridlines | None = None,
+        no_value_axis: bool = False,
         tick_labels: _options.TickLabels | None = None,
         tick_rotation: float | None = None,
         tick_interval: int | None = None,

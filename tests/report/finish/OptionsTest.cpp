@@ -168,6 +168,8 @@ const Row rows[] = {
     {"gridlines", "both", basicKinds,
      "count(//c:catAx/c:majorGridlines//a:ln | //c:valAx/c:majorGridlines//a:ln)", "2"},
     {"gridlines", nullptr, basicKinds, "name(//c:majorGridlines/..)", "c:valAx"},
+    {"no-value-axis", "", basicKinds, "//c:valAx/c:tickLblPos/@val", "none"},
+    {"no-value-axis", nullptr, basicKinds, "//c:valAx/c:tickLblPos/@val", "nextTo"},
     {"tick-labels", "high", basicKinds, "//c:catAx/c:tickLblPos/@val", "high"},
     {"tick-labels", "next", basicKinds, "//c:catAx/c:tickLblPos/@val", "nextTo"},
     {"tick-labels", nullptr, basicKinds, "//c:catAx/c:tickLblPos/@val", "low"},
@@ -515,8 +517,7 @@ TEST(ChartOptions, AreRefusedInASentence)
     const Case cases[] = {
         {ChartKind::Pie,
          {.valueTitle = "EUR"},
-         "value-title is for column, bar, line, area, scatter, bubble, stock or waterfall charts; this is a "
-         "pie chart."},
+         "value-title is for charts other than pie, doughnut or radar; this is a pie chart."},
         {ChartKind::Line, {.gap = 10}, "gap is for column, bar or waterfall charts; this is a line chart."},
         {ChartKind::Bar, {.gap = 501}, "gap: expected a whole number from 0 to 500, got 501."},
         {ChartKind::Bar, {.valueMin = NAN}, "value-min: expected a number, got NaN."},

@@ -230,6 +230,9 @@ TEST(ChartTypes, CombineEachSeriesInItsOwnWay)
             {{{"line", "C"}, {"labels", "value"}, {"label-position", "t"}, {"type", "line"}, {"column", "A"}},
              "count(//c:lineChart//c:dLblPos)",
              "2"},
+            {{{"type", "line"}, {"area", "A,B,C"}, {"labels", "value"}, {"label-position", "t"}},
+             "count(//c:dLblPos)",
+             "0"},
             {{{"type", "line"}, {"column", "A"}, {"labels", "value"}, {"label-position", "t"}},
              "count(//c:barChart//c:dLblPos)",
              "0"},
@@ -263,7 +266,7 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(
         refusal(data, {{"type", "bubble"}}),
         "chart 1, series 1 (\"A\"): a bubble chart needs the sizes of its bubbles; name the series that hold "
-        "them (sizes).");
+        "them (size-series).");
     EXPECT_EQ(refusal(makeData({{1}, {1}, {1}, {1}, {1}}), {{"type", "bubble"}, {"size-series", "A,B"}}),
               "chart 1: size-series: 2 series hold amounts for 3 others; name one for each, or one for all.");
     EXPECT_EQ(refusal(data, {{"type", "waterfall"}}),

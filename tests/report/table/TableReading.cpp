@@ -81,7 +81,8 @@ std::string describeCategories(const ChartData& data)
     for (const auto& level : data.levels) text += "level: " + join(level, writeText) + "\n";
     text += "categories: " + join(data.dataSet->getCategories(), writeText) + "\n";
     if (data.categoryKind == CategoryKind::Date)
-        text += "dates (" + data.categoryFormat + "): " + join(data.categoryValues, writeDate) + "\n";
+        text += (data.categoryFormat.empty() ? "dates: " : "dates (" + data.categoryFormat + "): ") +
+                join(data.categoryValues, writeDate) + "\n";
     if (data.categoryKind == CategoryKind::Number)
         text += "x: " + join(data.categoryValues, writeValue) + "\n";
     if (!data.totals.empty()) text += "totals: " + join(data.totals, writeText) + "\n";
