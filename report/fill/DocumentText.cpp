@@ -142,7 +142,7 @@ std::vector<TextMatch> ParagraphText::findPlaceholders() const
     for (std::size_t end = 0; (end = text_.find(closing, at)) != std::string::npos;) {
         // A name holds no brace: the opening is the last one before the closing.
         const auto before = std::string_view(text_).substr(at, end - at);
-        const auto start = before.find(opening);
+        const auto start = before.rfind(opening);
         const auto name = start == std::string_view::npos ? "" : trim(before.substr(start + opening.size()));
         const bool isPlaceholder = isName(name);
         if (isPlaceholder) matches.push_back({name, at + start, end + closing.size()});
