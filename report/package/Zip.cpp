@@ -8,7 +8,7 @@ std::string zipParts(const std::vector<Part>& parts)
 {
     ArchiveWriter archive;
     for (const auto& part : parts)
-        archive.add(part.name, part.compress ? pack(part.bytes) : store(part.bytes), 0);
+        archive.add(part.name, part.compress ? pack(part.bytes) : store(part.bytes), firstDay);
     return archive.finish("");
 }
 

@@ -150,6 +150,8 @@ TEST(Document, LeavesOutTheWorkbook)
 TEST(Document, GivesEqualBytesForEqualContent)
 {
     EXPECT_EQ(writeChart(makeColumns(3, {1, NAN})), writeChart(makeColumns(3, {1, NAN})));
+    // The first record's time: the first day that zip files know, at midnight.
+    EXPECT_EQ(Document().toBytes().substr(10, 4), std::string("\0\0\x21\0", 4));
 }
 
 /// The names of the children of the first element of that name, each with its val behind it.
