@@ -149,10 +149,10 @@ void countSlices(ChartPart& part)
 constexpr ChartKinds stockKind{ChartKind::Stock};
 
 constexpr std::array rules = {
-    Rule{pieKinds, countSlices},
-    Rule{pieKinds, addLegend<placeSlices>},
+    Rule{sliceKinds, countSlices},
+    Rule{sliceKinds, addLegend<placeSlices>},
     Rule{stockKind, addLegend<placeNothing>},
-    Rule{allKinds.without(pieKinds).without(stockKind), addLegend<placeSeries>},
+    Rule{allKinds.without(sliceKinds).without(stockKind), addLegend<placeSeries>},
     Rule{ChartKinds(ChartKind::Waterfall), leaveOutHelpers},
 };
 

@@ -91,7 +91,7 @@ void refuseOptionsOfPies(ChartPart& part)
             part.warn(Place{&series}, "an explosion or first slice angle is for pies. It is left out.");
 }
 
-constexpr std::array rules = {Rule{allKinds, finishPie}, Rule{pieKinds, tellOfNegativeSlices},
+constexpr std::array rules = {Rule{allKinds, finishPie}, Rule{sliceKinds, tellOfNegativeSlices},
                               Rule{allKinds.without(sliceKinds), refuseOptionsOfPies}};
 
 }  // namespace

@@ -20,7 +20,6 @@ inline constexpr ChartKinds categoryKinds{ChartKind::Bar,  ChartKind::Column, Ch
 inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Waterfall};
 inline constexpr ChartKinds lineKinds{ChartKind::Line,    ChartKind::Area,   ChartKind::Stock,
                                       ChartKind::Scatter, ChartKind::Bubble, ChartKind::Radar};
-inline constexpr ChartKinds pieKinds = sliceKinds;
 
 /// A rule, and the kinds of chart that it is for.
 struct Rule {

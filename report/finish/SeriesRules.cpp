@@ -81,10 +81,10 @@ constexpr std::array rules = {
     Rule{ChartKinds(ChartKind::Pie), keepOneSeriesOfPie},
     Rule{barKinds, finishBarSeries},
     Rule{lineKinds, finishLineSeries},
-    Rule{pieKinds, finishPieSeries},
+    Rule{sliceKinds, finishPieSeries},
     Rule{lineKinds, dropGapWidthOfLines},
     Rule{barKinds, addGroupingOfBars},
-    Rule{pieKinds, varyColorsOfSlices},
+    Rule{sliceKinds, varyColorsOfSlices},
     Rule{lineKinds, keepColorOfPoints},
 };
 

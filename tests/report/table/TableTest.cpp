@@ -13,8 +13,8 @@
 #include <fstream>
 #include <thread>
 
-#include "report/table/ChartTable.h"
 #include "report/table/CellText.h"
+#include "report/table/ChartTable.h"
 #include "report/table/DateText.h"
 #include "report/table/InputFile.h"
 #include "tests/ThrownText.h"
