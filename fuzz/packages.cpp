@@ -89,10 +89,12 @@ void change(Input& input, report::Package& package)
     isAccepted([&] {
         const auto id = package.addRelationship(name, "chart", "word/charts/chart1.xml");
         if (input.takeChance(2)) package.retarget(name, id, "package", "added.xml");
-        if (input.takeChance(2)) package.removeRelationship(name, id);
+        if (input.takeChance(2))
+            package.removeRelationships(name, [&](const auto& row) { return row.id == id; });
     });
     isAccepted([&] { package.setContentType(name, "text/plain"); });
     if (input.takeChance(2)) isAccepted([&] { package.removePart(name); });
+    if (input.takeChance(4)) isAccepted([&] { package.removeLooseParts(); });
 }
 
 void checkPackage(Input& input, const std::string& bytes)

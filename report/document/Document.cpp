@@ -90,6 +90,7 @@ Document::Document(const std::string& templatePath) : Document()
 {
     content_->look = Package::open(templatePath);
     requireTemplate(*content_->look, templatePath);
+    removeText(*content_->look);
 }
 
 Document::~Document() = default;

@@ -29,8 +29,9 @@ namespace quillon::report {
 class QUILLON_EXPORT Document {
  public:
     Document();
-    /// A document that looks like another: its styles, theme, page setup, headers and footers; its text is
-    /// left out. Throws: std::runtime_error when the file cannot be read, or is not a document.
+    /// A document that looks like another: its styles, theme, page setup, headers and footers. Its text is
+    /// left out, with all that only the text refers to: charts and their numbers, pictures, notes, comments.
+    /// Throws: std::runtime_error when the file cannot be read, or is not a document.
     explicit Document(const std::string& templatePath);
     ~Document();
     Document(Document&& other) noexcept;

@@ -119,7 +119,7 @@ void DocumentWriter::readLook()
     hasPagesOfLook_ = static_cast<bool>(section);
     if (!section) return;
     textWidth_ = readTextWidth(section);
-    pageLines_ = readPageLines(section);
+    pageLines_ = readPageLines(xml.getRoot().findChild("body"));
 }
 
 std::string DocumentWriter::write()

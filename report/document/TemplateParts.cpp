@@ -1,5 +1,7 @@
 #include "report/document/TemplateParts.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <stdexcept>
 
@@ -17,7 +19,81 @@ std::int64_t readTwips(const XmlElement& element, std::string_view attribute, st
     return number * emuPerTwip;
 }
 
+void readReference(const XmlElement& child, const char* name, std::vector<PageLineReference>& references)
+{
+    if (!child.is(Ns::Word, name)) return;
+    const auto element = u"w:" + toUtf16(name);
+    const auto type = toUtf16(child.getAttribute(Ns::Word, "type").value_or("default"));
+    std::erase_if(references,
+                  [&](const auto& other) { return other.element == element && other.type == type; });
+    references.push_back(
+        {element, type, toUtf16(child.getAttribute(Ns::OfficeRelationships, "id").value_or(""))});
+}
+
+void readSection(const XmlElement& section, std::vector<PageLineReference>& references)
+{
+    for (const auto child : section.getChildren())
+        for (const auto* name : {"headerReference", "footerReference"})
+            readReference(child, name, references);
+}
+
+/// A section's properties stand in its last paragraph, those of the last section at the end of the body.
+void readSections(const XmlElement& blocks, std::vector<PageLineReference>& references)
+{
+    for (const auto block : blocks.getChildren())
+        if (block.is(Ns::Word, "p")) {
+            if (const auto section = block.findPath({"pPr", "sectPr"})) readSection(section, references);
+        } else if (block.is(Ns::Word, "sectPr")) {
+            readSection(block, references);
+        } else if (block.is(Ns::Word, "sdt")) {
+            if (const auto content = block.findChild("sdtContent")) readSections(content, references);
+        }
+}
+
+/// The kinds of parts that the look of a document is made of, and that its text does not name one by one.
+constexpr std::array<std::string_view, 11> lookKinds = {
+    "styles",    "stylesWithEffects", "theme",    "settings",  "webSettings",     "fontTable",
+    "numbering", "footnotes",         "endnotes", "customXml", "glossaryDocument"};
+
+void removeRelationshipsWithout(Package& package, std::string_view part, const std::string& markup)
+{
+    package.removeRelationships(part, [&markup](const Relationship& row) {
+        return std::ranges::find(lookKinds, row.getKind()) == lookKinds.end() &&
+               markup.find('"' + row.id + '"') == std::string::npos &&
+               markup.find('\'' + row.id + '\'') == std::string::npos;
+    });
+}
+
+/// Lines above notes stay, which have a type.
+void removeNotes(Package& package, std::string_view kind)
+{
+    const auto name = findRelated(package, kind);
+    if (name.empty()) return;
+    const XmlSpans xml(package.getPart(name), name);
+    Edits edits;
+    for (const auto& note : xml.getRoot().getChildren())
+        if (note.getAttribute(Ns::Word, "type").value_or("normal") == "normal") edits.remove(note.getOuter());
+    package.setPart(name, edits.apply(xml));
+    removeRelationshipsWithout(package, name, package.getPart(name));
+}
+
 }  // namespace
+
+void removeText(Package& package)
+{
+    const auto main = package.getMainPart();
+    const XmlSpans xml(package.getPart(main), main);
+    const auto body = xml.getRoot().findChild("body");
+    if (!body) return;
+    const auto section = body.findChild("sectPr");
+    auto kept = std::string(xml.getText().substr(0, body.getInner().begin));
+    if (section) kept += xml.getText(section.getOuter());
+    for (const auto& line : readPageLines(body)) kept += '"' + toUtf8(line.relationshipId) + '"';
+    removeRelationshipsWithout(package, main, kept);
+    for (const auto* kind : {"footnotes", "endnotes"}) removeNotes(package, kind);
+    package.removeRelationships("", [](const Relationship& row) { return row.getKind() == "thumbnail"; });
+    package.removeLooseParts();
+}
 
 void requireTemplate(const Package& package, const std::string& path)
 {
@@ -50,15 +126,10 @@ std::int64_t readTextWidth(const XmlElement& section)
            readTwips(margins, "right", 1'440);
 }
 
-std::vector<PageLineReference> readPageLines(const XmlElement& section)
+std::vector<PageLineReference> readPageLines(const XmlElement& body)
 {
     std::vector<PageLineReference> references;
-    for (const auto child : section.getChildren())
-        for (const auto* name : {"headerReference", "footerReference"})
-            if (child.is(Ns::Word, name))
-                references.push_back(
-                    {u"w:" + toUtf16(name), toUtf16(child.getAttribute(Ns::Word, "type").value_or("default")),
-                     toUtf16(child.getAttribute(Ns::OfficeRelationships, "id").value_or(""))});
+    readSections(body, references);
     return references;
 }
 

@@ -16,6 +16,11 @@ namespace quillon::report {
 /// Throws: std::runtime_error that names the file when it cannot serve as a template.
 void requireTemplate(const Package& package, const std::string& path);
 
+/// Leaves out what only the text of the document refers to, so that no numbers, pictures or remarks of an
+/// earlier report hide in one that looks like it: charts, pictures, comments, footnotes, headers of other
+/// sections, the picture of the first page.
+void removeText(Package& package);
+
 /// The part that the main part is related to in that way, or nothing.
 std::string findRelated(const Package& package, std::string_view kind);
 /// What that part holds; empty without one.
@@ -23,7 +28,7 @@ std::string readRelated(const std::optional<Package>& package, std::string_view 
 
 /// Between the margins of the pages of a section, a w:sectPr; in English Metric Units.
 std::int64_t readTextWidth(const XmlElement& section);
-/// The headers and footers of a section.
-std::vector<PageLineReference> readPageLines(const XmlElement& section);
+/// The headers and footers of the last section of a w:body, its own or those that it goes on with.
+std::vector<PageLineReference> readPageLines(const XmlElement& body);
 
 }  // namespace quillon::report

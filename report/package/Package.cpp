@@ -149,16 +149,20 @@ XmlElement findRelationship(const XmlElement& relationships, std::string_view id
     throw std::runtime_error("There is no relationship " + quoteText(id) + ".");
 }
 
+Relationship readRelationship(std::string_view source, const XmlElement& row)
+{
+    const auto target = row.getAttribute("Target").value_or("");
+    const bool isExternal = row.getAttribute("TargetMode") == "External";
+    return {row.getAttribute("Id").value_or(""), row.getAttribute("Type").value_or(""),
+            isExternal ? target : resolveTarget(source, target), isExternal};
+}
+
 std::vector<Relationship> readRelationships(std::string_view source, const std::string& bytes)
 {
     std::vector<Relationship> relationships;
     const XmlSpans rows(bytes, nameRelationships(source));
-    for (const auto& row : rows.getRoot().getChildren()) {
-        const auto target = row.getAttribute("Target").value_or("");
-        const bool isExternal = row.getAttribute("TargetMode") == "External";
-        relationships.push_back({row.getAttribute("Id").value_or(""), row.getAttribute("Type").value_or(""),
-                                 isExternal ? target : resolveTarget(source, target), isExternal});
-    }
+    for (const auto& row : rows.getRoot().getChildren())
+        relationships.push_back(readRelationship(source, row));
     return relationships;
 }
 
@@ -331,14 +335,52 @@ void Package::removePart(std::string_view name)
         edits.remove(row.getOuter());
         setPart(contentTypesPart, edits.apply(types));
     }
-    for (const auto& removed : {std::string(name), nameRelationships(name)}) {
-        const auto key = makePartKey(removed);
-        std::erase_if(added_, [&key](const auto& other) { return makePartKey(other) == key; });
-        if (opened_->indices.contains(key))
-            changes_[key] = nullptr;
-        else
-            changes_.erase(key);
+    forget(makePartKey(name));
+    forget(makePartKey(nameRelationships(name)));
+}
+
+void Package::forget(const std::string& key)
+{
+    std::erase_if(added_, [&key](const auto& other) { return makePartKey(other) == key; });
+    if (opened_->indices.contains(key))
+        changes_[key] = nullptr;
+    else
+        changes_.erase(key);
+}
+
+/// By their keys.
+std::vector<std::string> Package::findLooseParts() const
+{
+    std::unordered_set<std::string> reached = {makePartKey(contentTypesPart),
+                                               makePartKey(nameRelationships(""))};
+    std::vector<std::string> waiting = {""};
+    while (!waiting.empty()) {
+        const auto source = std::move(waiting.back());
+        waiting.pop_back();
+        for (const auto& row : getRelationships(source)) {
+            if (row.isExternal || !reached.insert(makePartKey(row.target)).second) continue;
+            reached.insert(makePartKey(nameRelationships(row.target)));
+            waiting.push_back(row.target);
+        }
     }
+    std::vector<std::string> loose;
+    for (const auto& name : getPartNames())
+        if (const auto key = makePartKey(name); !reached.contains(key)) loose.push_back(key);
+    return loose;
+}
+
+void Package::removeLooseParts()
+{
+    const auto loose = findLooseParts();
+    if (loose.empty()) return;
+    const std::unordered_set<std::string_view> keys(loose.begin(), loose.end());
+    const XmlSpans types(getPart(contentTypesPart), contentTypesPart);
+    Edits edits;
+    for (const auto& row : types.getRoot().getChildren())
+        if (keys.contains(makePartKey(row.getAttribute("PartName").value_or(""))))
+            edits.remove(row.getOuter());
+    setPart(contentTypesPart, edits.apply(types));
+    for (const auto& key : loose) forget(key);
 }
 
 std::string Package::findFreeName(const std::string& prefix, const std::string& suffix) const
@@ -442,12 +484,15 @@ void Package::retarget(std::string_view source, std::string_view id, std::string
     setPart(name, edits.apply(rows));
 }
 
-void Package::removeRelationship(std::string_view source, std::string_view id)
+void Package::removeRelationships(std::string_view source,
+                                  const std::function<bool(const Relationship&)>& isRemoved)
 {
     const auto name = nameRelationships(source);
+    if (!hasPart(name)) return;
     const XmlSpans rows(getPart(name), name);
     Edits edits;
-    edits.remove(findRelationship(rows.getRoot(), id).getOuter());
+    for (const auto& row : rows.getRoot().getChildren())
+        if (isRemoved(readRelationship(source, row))) edits.remove(row.getOuter());
     setPart(name, edits.apply(rows));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -57,6 +58,8 @@ class QUILLON_EXPORT Package {
     void addPart(const std::string& name, std::string bytes, std::string_view contentType);
     /// Removes a part with its relationships and its content type; what refers to it is the caller's.
     void removePart(std::string_view name);
+    /// The same for all parts that no relationship leads to.
+    void removeLooseParts();
     /// The first of prefix1suffix, prefix2suffix ... that is free.
     std::string findFreeName(const std::string& prefix, const std::string& suffix) const;
 
@@ -75,7 +78,9 @@ class QUILLON_EXPORT Package {
     /// Lets a relationship that is there, and may be external, lead to a part.
     void retarget(std::string_view source, std::string_view id, std::string_view kind,
                   std::string_view target);
-    void removeRelationship(std::string_view source, std::string_view id);
+    /// Removes those relationships of a part of which `isRemoved` says so.
+    void removeRelationships(std::string_view source,
+                             const std::function<bool(const Relationship&)>& isRemoved);
 
     /// The package: a file that has not been changed is returned as it was opened.
     std::string toBytes() const;
@@ -85,6 +90,8 @@ class QUILLON_EXPORT Package {
     struct Content;
 
     const std::string* findPart(const std::string& key) const;
+    std::vector<std::string> findLooseParts() const;
+    void forget(const std::string& key);
     std::string makeType(std::string_view kind) const;
     std::string appendRelationship(std::string_view source, std::string_view kind, const std::string& target,
                                    bool isExternal);

@@ -398,7 +398,43 @@ TEST(Blocks, LookLikeATemplate)
     EXPECT_EQ(findValues(main, "extent", "cx"), "4054475");
     EXPECT_EQ(findValues(readPart(bytes, "word/styles.xml"), "lang", "val"), "fr-FR");
     EXPECT_EQ(readTexts(readPart(bytes, "word/header1.xml")), "Letterhead");
-    EXPECT_NO_THROW(readPart(bytes, "word/charts/chart2.xml"));
+    EXPECT_EQ(findValues(main, "headerReference", "type"), "default");
+}
+
+/// A document with a chart, a note, a comment and the picture of its first page, and what it was made of.
+std::string makeUsedTemplate()
+{
+    constexpr auto word = " xmlns:w='http://schemas.openxmlformats.org/wordprocessingml/2006/main'>";
+    const std::string notes = std::string("<w:footnotes") + word +
+                              "<w:footnote w:type='separator' w:id='-1'/>"
+                              "<w:footnote w:id='1'><w:t>secret</w:t></w:footnote></w:footnotes>";
+    const auto main = "word/document.xml";
+    Package package(write([](Document& document) { document.addChart(makeColumns()); }));
+    package.addPart("word/footnotes.xml", notes, "application/notes+xml");
+    package.addRelationship(main, "footnotes", "word/footnotes.xml");
+    package.addPart("word/comments.xml", std::string("<w:comments") + word + "secret</w:comments>",
+                    "text/xml");
+    package.addRelationship(main, "comments", "word/comments.xml");
+    package.addExternalRelationship(main, "hyperlink", "https://secret.example/");
+    package.addPart("docProps/thumbnail.png", "secret", "image/png");
+    package.addRelationship("", "thumbnail", "docProps/thumbnail.png");
+    return package.toBytes();
+}
+
+TEST(Blocks, LeaveNothingOfTheTextOfATemplate)
+{
+    const TemplateFile file(makeUsedTemplate());
+    Document document(file.getPath());
+    document.addParagraph("new");
+    const Package package(document.toBytes());
+    for (const auto& name : package.getPartNames()) {
+        EXPECT_EQ(name.find("chart"), std::string::npos) << name;
+        EXPECT_EQ(name.find("embeddings"), std::string::npos) << name;
+        EXPECT_EQ(package.getPart(name).find("secret"), std::string::npos) << name;
+        EXPECT_EQ(package.getPart(name).find("/word/charts"), std::string::npos) << name;
+    }
+    EXPECT_EQ(findValues(package.getPart("word/footnotes.xml"), "footnote", "id"), "-1");
+    EXPECT_FALSE(package.hasPart("word/comments.xml"));
 }
 
 TEST(Blocks, HavePagesOfTheirOwnInATemplate)

@@ -190,7 +190,7 @@ TEST(Package, PartsComeAndGo)
     EXPECT_NE(reopened.getPart("word/charts/_rels/chart1.xml.rels").find("\"../embeddings/my%20data.xlsx\""),
               std::string::npos);
 
-    reopened.removeRelationship("word/document.xml", "rId3");
+    reopened.removeRelationships("word/document.xml", [](const auto& row) { return row.id == "rId3"; });
     reopened.removePart(name);
     const Package removed(reopened.toBytes());
     for (const auto& part : removed.getPartNames()) EXPECT_EQ(part.find("chart1"), std::string::npos) << part;
@@ -214,7 +214,7 @@ TEST(Package, RelationshipsLeadToPartsHoweverTheyAreSpelled)
     const auto row = package.getRelationships("word/document.xml")[2];
     EXPECT_EQ(std::tuple(row.isExternal, row.target, row.getKind()),
               std::tuple(false, "word/embeddings/new.xlsx", "package"));
-    EXPECT_EQ(thrownText([&] { package.removeRelationship("word/document.xml", "rId9"); }),
+    EXPECT_EQ(thrownText([&] { package.retarget("word/document.xml", "rId9", "package", "x"); }),
               "There is no relationship \"rId9\".");
 }
 
