@@ -55,7 +55,10 @@ class Document:
     """
 
     def __init__(self, template: str | bytes | os.PathLike[Any] | None = None) -> None:
-        """template: a document that lends its styles, theme, page setup, headers and footers; its text, and the charts, pictures and comments in it, are left out."""
+        """template: a document that lends its styles, theme, page setup, headers and footers.
+
+        Its text, and the charts, pictures and comments in it, are left out.
+        """
         self._core = _core.make_document(template)
 
     def add_heading(self, text: str, level: int = 1) -> None:
