@@ -41,8 +41,8 @@ void fillDown(Sheet& sheet, const Merges& merges)
     cells.insert(cells.end(), own.begin(), own.end());
     const auto place = [](const SheetCell& cell) { return std::pair(cell.row, cell.column); };
     std::ranges::stable_sort(cells, {}, place);
-    const auto repeated = std::ranges::unique(cells, {}, place);
-    cells.erase(repeated.begin(), repeated.end());
+    const auto arePlacedAlike = [&place](const auto& a, const auto& b) { return place(a) == place(b); };
+    cells.erase(std::unique(cells.begin(), cells.end(), arePlacedAlike), cells.end());
     sheet.setCells(std::move(cells));
 }
 
