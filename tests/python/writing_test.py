@@ -146,6 +146,7 @@ class Changes(unittest.TestCase):
         document.to_bytes(fork)
         self.assertEqual(children, [0])
 
+    @unittest.skipIf("libasan" in os.environ.get("LD_PRELOAD", ""), "its allocator does not survive a fork")
     def test_in_children_forked_beside_others_come_to_their_end(self):
         code = """
 import os, random, signal, threading, time
@@ -206,8 +207,10 @@ started.wait()
 time.sleep(0.05)
 print("end")
 """
+        # What the interpreter's threads that are left behind hold is nobody's: no leak of ours.
+        environment = os.environ | {"ASAN_OPTIONS": "detect_leaks=0"}
         for _ in range(5):
-            ended = run(code)
+            ended = run(code, env=environment)
             self.assertEqual((ended.returncode, ended.stdout, ended.stderr), (0, "end\n", ""))
 
     def test_of_a_forked_child_ends_while_the_parent_writes(self):
