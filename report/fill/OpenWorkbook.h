@@ -31,6 +31,7 @@ struct OpenSheet {
     std::optional<Area> findForeign(const Area& area) const;
 };
 
+/// A name that stands for cells or a formula.
 struct DefinedName {
     std::string name;
     /// The sheet by 0-based position that the name is for; -1 for all.
@@ -42,7 +43,7 @@ struct DefinedName {
 };
 
 /// A workbook on its way to new numbers: its package, sheets and defined names. Sheets are read when a
-/// reference leads there; those that change are saved one by one, then the workbook.
+/// reference leads there, and saved one by one before the workbook is.
 class OpenWorkbook {
  public:
     /// Throws: std::runtime_error when the file is no workbook.
@@ -64,8 +65,8 @@ class OpenWorkbook {
     /// Puts what was written to the cells into the package, with changes to what stands behind the rows, and
     /// closes the sheet.
     void saveSheet(OpenSheet& sheet, Edits& behind);
-    /// The file with the saved sheets and the new texts of names; formulas are computed anew when it is
-    /// opened.
+    /// The file: with the saved sheets and the new texts of names, without shared texts that no cell holds
+    /// any more. Formulas are computed anew when it is opened.
     std::string save();
 
  private:

@@ -49,6 +49,7 @@ void reportReferences(std::vector<SeriesCells>& series, const SeriesPlacement& p
     }
 }
 
+/// The steps of filling, in their order.
 std::string fill(const std::string& bytes, std::vector<SeriesCells>& series, std::vector<SeriesCells> removed)
 {
     OpenWorkbook book(bytes);
