@@ -27,11 +27,13 @@ Matches matchNames(const std::vector<std::string>& before, const std::vector<std
     std::vector<bool> isTaken(before.size(), false);
     const auto getName = [&](std::size_t place) -> const std::string& { return before[place]; };
     for (std::size_t i = 0; i < after.size(); ++i) {
-        const auto named = std::ranges::equal_range(places, after[i], {}, getName);
-        if (named.empty()) continue;
-        auto& taken = takenCount[static_cast<std::size_t>(named.begin() - places.begin())];
-        if (taken == named.size()) continue;
-        matches[i] = named[static_cast<std::ptrdiff_t>(taken++)];
+        const auto first = std::ranges::lower_bound(places, after[i], {}, getName);
+        if (first == places.end()) continue;
+        auto& taken = takenCount[static_cast<std::size_t>(first - places.begin())];
+        const auto place = first + static_cast<std::ptrdiff_t>(taken);
+        if (place == places.end() || before[*place] != after[i]) continue;
+        ++taken;
+        matches[i] = *place;
         isTaken[matches[i]] = true;
     }
     std::size_t next = 0;
