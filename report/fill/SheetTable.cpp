@@ -28,11 +28,6 @@ std::string encodeName(std::string name)
     return name;
 }
 
-std::string fold(const std::string& name)
-{
-    return toUtf8(toLowerString(toUtf16(name)));
-}
-
 std::string toText(const CellValue& value)
 {
     if (const auto* text = std::get_if<std::string>(&value)) return toUtf8(fromCellText(*text));
@@ -59,6 +54,11 @@ std::optional<std::uint32_t> findLastRow(const std::vector<Area>& areas, const A
 
 }  // namespace
 
+std::string foldName(const std::string& name)
+{
+    return toUtf8(toLowerString(toUtf16(name)));
+}
+
 SheetTable::SheetTable(const Package& workbook, std::string part) : part_(std::move(part))
 {
     const XmlSpans xml(workbook.getPart(part_), part_);
@@ -78,7 +78,7 @@ SheetTable::SheetTable(const Package& workbook, std::string part) : part_(std::m
 std::optional<Area> SheetTable::findColumn(const std::string& name, bool isHeader) const
 {
     for (std::uint32_t i = 0; i < columns_.size(); ++i) {
-        if (fold(columns_[i]) != fold(name)) continue;
+        if (foldName(columns_[i]) != foldName(name)) continue;
         const auto column = area_.left + i;
         if (isHeader) return Area{area_.top, column, area_.top, column};
         return Area{getFirstRow(), column, std::max(area_.bottom - totalsRows_, getFirstRow()), column};
@@ -161,9 +161,9 @@ void SheetTable::nameColumns(SheetCells& sheet)
         const auto column = area_.left + static_cast<std::uint32_t>(i);
         const auto wanted = makeName(sheet, column, i);
         auto name = wanted;
-        for (int number = 2; std::ranges::find(taken, fold(name)) != taken.end(); ++number)
+        for (int number = 2; std::ranges::find(taken, foldName(name)) != taken.end(); ++number)
             name = wanted + std::to_string(number);
-        taken.push_back(fold(name));
+        taken.push_back(foldName(name));
         names.push_back(name);
         const auto written = sheet.findWritten(area_.top, column);
         const bool isHeld = written ? toText(*written) == name : !sheet.isEmpty(area_.top, column);

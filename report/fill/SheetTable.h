@@ -9,6 +9,9 @@
 
 namespace quillon::report {
 
+/// A name of a sheet, table, column or cells without regard to case, by which two are the same.
+std::string foldName(const std::string& name);
+
 /// A table in a worksheet: an area with names for its columns.
 class SheetTable {
  public:

@@ -3,7 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "report/fill/FillPlan.h"
+#include "report/fill/SeriesPlan.h"
+#include "report/options/ChartData.h"
 
 namespace quillon::report {
 

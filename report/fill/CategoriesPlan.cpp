@@ -1,0 +1,75 @@
+#include "report/fill/CategoriesPlan.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "report/fill/FillRequirements.h"
+
+namespace quillon::report {
+namespace {
+
+bool isCounting(const std::vector<std::string>& texts)
+{
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        if (texts[i] != std::to_string(i + 1)) return false;
+    return true;
+}
+
+/// Categories of another kind than before have a format of their own; those of the same kind keep the
+/// chart's.
+void chooseFormat(Categories& after, const Categories& before)
+{
+    if (after.kind != before.kind && after.format.empty())
+        after.format = after.kind == Categories::Kind::Date ? "yyyy\\-mm\\-dd" : "General";
+    else if (after.kind == before.kind)
+        after.format.clear();
+}
+
+std::shared_ptr<const Matches> matchCategories(const ChartMarkup& part, const CategoriesPlan& plan,
+                                               const Categories& after, std::size_t count, Match match)
+{
+    auto matches = matchPositions(plan.pointsBefore, count);
+    if (match == Match::Name && plan.before.kind != Categories::Kind::None) {
+        const auto before = getNames(plan.before, part.is1904());
+        auto byName = matchNames(before, getNames(after, part.is1904()));
+        // Points past the names stand where they stood.
+        for (auto i = byName.size(); i < count; ++i)
+            byName.push_back(i >= before.size() && i < plan.pointsBefore ? i : noMatch);
+        matches = std::move(byName);
+    }
+    return std::make_shared<Matches>(std::move(matches));
+}
+
+}  // namespace
+
+CategoriesPlan planCategories(const ChartMarkup& part, const ChartData& data, const FillOptions& options)
+{
+    CategoriesPlan plan;
+    bool hasCategoryGroups = false;
+    for (const auto& series : part.getSeries()) {
+        plan.pointsBefore = std::max(plan.pointsBefore, part.countPoints(series.values));
+        hasCategoryGroups = hasCategoryGroups || part.getShape(series) == GroupShape::Categories;
+    }
+    const auto* named = part.findCategories();
+    if (named != nullptr) plan.before = readCategories(part, *named);
+    const auto count = countLongest(*data.dataSet);
+    auto after = makeCategories(data, plan.before, part.is1904());
+    if (named == nullptr && isCounting(getNames(after, part.is1904()))) after = {};
+    plan.areMissing = named == nullptr && after.kind != Categories::Kind::None;
+    if (after.kind == Categories::Kind::None) {
+        // Data without categories leaves those of the chart as they are, for as many points.
+        after = plan.before;
+        after.points.resize(count);
+        for (auto& level : after.levels) level.resize(count);
+    }
+    plan.areNew = !(after == plan.before) && hasCategoryGroups;
+    chooseFormat(after, plan.before);
+    plan.matches = matchCategories(part, plan, after, count, options.match);
+    plan.after = std::make_shared<Categories>(std::move(after));
+    plan.pointsAfter = count;
+    return plan;
+}
+
+}  // namespace quillon::report

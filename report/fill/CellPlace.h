@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "report/fill/CellRange.h"
+#include "report/fill/WorkbookFill.h"
+
+namespace quillon::report {
+
+/// Where a block stands; without areas, nowhere.
+struct CellPlace {
+    CellRange range = {};
+    /// The defined name that the chart has for it; empty for cells.
+    std::string definedName = {};
+    /// Whether the name computes its cells, and so follows them by itself.
+    bool isComputed = false;
+
+    bool isSet() const { return !range.areas.empty(); }
+    bool operator==(const CellPlace& other) const { return range == other.range && isSet() == other.isSet(); }
+};
+
+/// Those of the blocks of a series, in the order of getBlocks.
+using CellPlaces = std::vector<CellPlace>;
+
+constexpr std::size_t nameBlock = 0;
+constexpr std::size_t categoriesBlock = 1;
+constexpr std::size_t valuesBlock = 2;
+
+/// The blocks of a series in a fixed order: name, categories, values, more; null where it has none.
+std::vector<CellBlock*> getBlocks(SeriesCells& series);
+
+}  // namespace quillon::report
