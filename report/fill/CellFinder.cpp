@@ -47,8 +47,9 @@ CellPlaces CellFinder::resolve(SeriesCells& series)
     if (places[nameBlock].isSet())
         for (std::size_t i = 1; i < places.size(); ++i)
             for (auto& area : places[i].range.areas)
-                if (area.getHeight() > 1 && area.contains(places[nameBlock].range.areas[0]))
-                    area.top = places[nameBlock].range.areas[0].bottom + 1;
+                if (const auto& name = places[nameBlock].range.areas[0];
+                    area.contains(name) && name.bottom < area.bottom)
+                    area.top = name.bottom + 1;
     return places;
 }
 

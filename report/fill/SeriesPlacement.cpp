@@ -161,7 +161,7 @@ void SeriesPlacement::placeRest(std::vector<SeriesCells>& series)
             if (blocks[b] == nullptr || blocks[b]->lines.empty()) continue;
             auto& place = now_[i][b];
             if (place.isSet() && blocks[b]->lines.size() <= place.range.getLineCount()) continue;
-            if (b == nameBlock || !now_[i][valuesBlock].isSet())
+            if (b == nameBlock || b == valuesBlock || !now_[i][valuesBlock].isSet())
                 refuse("a series has no cells for all of its data");
             place = {};
             place = placeBeside(now_[i][valuesBlock], *blocks[b]);

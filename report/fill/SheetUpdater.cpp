@@ -137,7 +137,8 @@ void SheetUpdater::saveSheet(OpenSheet& sheet)
     Edits behind;
     const auto& xml = sheet.cells->getXml();
     const auto before = join(sheet.before);
-    const auto now = join(sheet.now);
+    // What followed the data stays where the chart has left the sheet.
+    const auto now = sheet.now.empty() ? before : join(sheet.now);
     for (const auto child : xml.getRoot().getChildren())
         for (const auto* name : {"ref", "sqref"})
             if (child.getName() == "autoFilter" || child.getName() == "conditionalFormatting")

@@ -255,6 +255,16 @@ TEST(WorkbookFill, RemovedSeriesLeaveNoGap)
         std::string::npos);
 }
 
+TEST(WorkbookFill, ARemovedSeriesLeavesAnotherSheet)
+{
+    SeriesCells elsewhere;
+    elsewhere.values = {"Other!$A$1"};
+    const auto filled = fillWorkbook(makeBook(), {makeSeries("North", "B", twoDates, {1, 2})}, {elsewhere});
+    ASSERT_EQ(filled.reason, "");
+    EXPECT_EQ(readElement(readPart(filled.bytes, "xl/worksheets/sheet1.xml"), "sheetData"),
+              "<row r=\"1\"></row>");
+}
+
 TEST(WorkbookFill, NewSeriesStandBesideTheLastWithNamesOfTheirOwn)
 {
     auto series =
@@ -387,6 +397,9 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
     auto vast = north;
     vast.values->reference = sheet + "$B$2:$XFD$1048576";
     auto conflicting = makeSeries("South", "C", {1, 2}, {1, 2});
+    auto underneath = north;
+    underneath.name->reference = sheet + "$C$3";
+    underneath.values->reference = sheet + "$A$1:$C$3";
     BookText formula;
     formula.rows.replace(formula.rows.find("<v>3</v>"), 0, "<f>1+2</f>");
     BookText taken;
@@ -409,6 +422,7 @@ TEST(WorkbookFill, SaysWhatCannotBeUpdated)
         {makeBook(), {vast}, "the chart names more cells than a chart can show"},
         {makeBook({.tableHead = "ref=\"A1:XFD1048576\""}), {north}, "a table of the workbook is too large"},
         {makeBook(), {north, conflicting}, "cell A2 serves several series that now differ"},
+        {makeBook(), {underneath}, "cell A3 serves several series that now differ"},
         {makeBook(unnumbered), {north}, "the rows of the sheet have no numbers in order"},
         {makeBook(),
          {makeSeries("New", "", twoDates, {1, 2})},
