@@ -26,9 +26,10 @@ namespace {
 constexpr char16_t categoryAxisId[] = u"751708752";
 constexpr char16_t valueAxisId[] = u"713724112";
 
+/// Not from the registry: it has a lock, which a process that is forked off meanwhile would never get.
 xercesc::DOMImplementationLS* getImplementation()
 {
-    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
+    auto* implementation = xercesc::DOMImplementation::getImplementation();
     if (implementation == nullptr)
         throw std::runtime_error("Xerces-C offers no load and save implementation.");
     return implementation;
