@@ -109,6 +109,8 @@ auto readOrRefuse(const std::string& file, const Read& read)
 
 std::unique_ptr<WorkbookReader> openWorkbook(const PartReader& parts)
 {
+    if (parts.hasPart("word/document.xml"))
+        fail("it is a Word document; expected a table, as `quillon-report extract` writes it");
     if (parts.hasPart("_rels/.rels") && parts.hasPart("[Content_Types].xml")) return openXlsx(parts);
     if (parts.hasPart("content.xml") && parts.hasPart("mimetype")) return openOds(parts);
     fail("it is compressed (zip), and no .xlsx or .ods; unpack it first");
