@@ -231,6 +231,12 @@ class JobTest(CommandTest):
         self.assertEqual(self.read_charts("out.docx")[0][1:], (["x"], {"p": ["1"], "q": ["2"]}))
         for member in (b'"gap": 30', b'"palette": ["red","blue"]', b'"series-colors": {"q":"red"}', b'"delimiter": "semicolon"'):
             self.assertIn(member, self.read("l.json"))
+        self.write("l.json", b"changed by hand")
+        self.require_refusal(1, 'Cannot write "l.json": it is there already; --force replaces it.', "init", "data/t.csv",
+                             "-o", "l.json")
+        self.assertEqual(self.read("l.json"), b"changed by hand")
+        self.succeed("init", "data/t.csv", "-o", "l.json", "--force")
+        self.assertIn(b'"blocks"', self.read("l.json"))
         self.require_refusal(1, 'Cannot write "data/t.csv"', "init", "data/t.csv", "-o", "data/t.csv")
 
 
