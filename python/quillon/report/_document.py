@@ -56,6 +56,8 @@ class Document:
 
     def __init__(self, template: str | bytes | os.PathLike[Any] | None = None) -> None:
         """template: a document that lends its styles, theme, page setup, headers and footers; its text is left out."""
+        if isinstance(template, (str, bytes, os.PathLike)):
+            os.stat(template)
         self._core = _core.make_document(template)
 
     def add_heading(self, text: str, level: int = 1) -> None:
@@ -368,6 +370,8 @@ def chart(
     The options are those of docs/options.md.
     """
     options = _options.given(locals())
+    if data is None:
+        raise TypeError("chart: expected a data frame, a dictionary, an array, chart data or a data set, got None.")
     made = charts.ColumnChart()
     if title:
         made.ChartTitle = charts.Title(title)
