@@ -40,7 +40,7 @@ REFUSED = [
     ('{"blocks": [], "charts": [{"table": "t.csv"}]}',
      ['1:1: expected either "blocks" or "charts"; a block may be a chart.']),
     ('{"template": "t.csv", "charts": [{"table": "t.csv"}]}',
-     ['1:1: chart 1: expected "fill", a chart of the template, or "at", a placeholder.']),
+     ['1:1: chart 1: expected either "fill", a chart of the template, or "at", a placeholder.']),
     ('{"blocks": [{"headnig": "A"}]}', ['1:14: "headnig": unknown member; did you mean "heading"?']),
     ('{"blocks": [{"image": "no.png"}]}', ['1:23: "image": cannot read "no.png": No such file or directory.']),
     ('{"charts": [{"table": "t.csv", "gap": 1e999}]}', ["1:43: the number \"1e999\" is too large."]),
