@@ -14,6 +14,7 @@
 #include "chart/writer/MarkupTemplate.h"
 #include "chart/writer/Templates.h"
 #include "chart/writer/WriterColors.h"
+#include "support/ForkLock.h"
 #include "support/Text.h"
 
 namespace quillon::chart {
@@ -26,9 +27,10 @@ namespace {
 constexpr char16_t categoryAxisId[] = u"751708752";
 constexpr char16_t valueAxisId[] = u"713724112";
 
+/// Not from the registry: it has a lock, which a process that is forked off meanwhile would never get.
 xercesc::DOMImplementationLS* getImplementation()
 {
-    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"LS");
+    auto* implementation = xercesc::DOMImplementation::getImplementation();
     if (implementation == nullptr)
         throw std::runtime_error("Xerces-C offers no load and save implementation.");
     return implementation;
@@ -79,6 +81,7 @@ DOCXChartWriter::XercesPlatform::XercesPlatform()
 
 DOCXChartWriter::DOCXChartWriter(const Chart* chart) : chart_(chart)
 {
+    const ForkLock lock;
     auto* parser =
         getImplementation()->createLSParser(xercesc::DOMImplementationLS::MODE_SYNCHRONOUS, nullptr,
                                             xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);

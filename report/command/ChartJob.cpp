@@ -48,7 +48,7 @@ std::size_t readWholeNumber(const std::string& name, const std::string& text)
     const auto* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, number);
     if (result.ec != std::errc() || result.ptr != end)
-        fail("--{} {}: expected a whole number.", name, quoteText(text));
+        fail("--{} {}: expected a whole number from 0.", name, quoteText(text));
     return number;
 }
 

@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <span>
 
 #include "chart/model/ColumnChart.h"
 #include "report/options/QuotedText.h"
 #include "report/table/ChartTable.h"
 #include "report/table/Fail.h"
+#include "report/table/NumberText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -58,6 +60,25 @@ std::string listSeries(const chart::DataSet& dataSet, const Sizes& sizes)
     return names;
 }
 
+/// Amounts and percentages on one axis mislead.
+void noteUnits(const ChartJob& job, const ChartData& data, const Note& note)
+{
+    for (const bool isSecond : {false, true}) {
+        std::set<std::string> units;
+        std::string list;
+        for (std::size_t i = 0; i < data.dataSet->getSeriesCount(); ++i) {
+            const auto name = toUtf8(data.dataSet->getSeries(i)->getName());
+            if ((std::ranges::find(job.options.second, name) != job.options.second.end()) != isSecond)
+                continue;
+            const auto unit = findUnit(data.getDetails(i).numberFormat);
+            units.insert(unit);
+            list += (list.empty() ? "" : ", ") + quoteText(name) + (unit.empty() ? " none" : " " + unit);
+        }
+        if (units.size() > 1)
+            note(fmt::format("{}: series on one axis have different units: {}.", job.table, list));
+    }
+}
+
 /// Beside values that are a thousand times as large others lie flat on the axis.
 void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const Note& note)
 {
@@ -101,6 +122,7 @@ std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& da
             "rings with --type doughnut.",
             job.table, dataSet.getSeriesCount());
     noteManyColumns(job, data, note);
+    noteUnits(job, data, note);
     noteFlatSeries(job, dataSet, note);
     // The type among the options says what it is drawn as.
     auto chart = chart::ColumnChart::create();

@@ -27,6 +27,7 @@ std::string chooseChart(const CommandLine& commandLine, const std::vector<FoundC
 {
     if (commandLine.has("chart")) return commandLine.get("chart");
     if (charts.size() == 1) return "1";
+    if (charts.empty()) fail("The document has no chart.");
     throw UsageError(fmt::format(
         "Expected --chart: the document has {} charts; `quillon-report list` shows them.", charts.size()));
 }

@@ -151,6 +151,7 @@ void writeExampleJob(const CommandLine& commandLine)
     job.gaps = jobs.front().gaps;
     const auto example = makeExample(job, findRelativePath(job.table, output.path), data);
     output.requireOther(job.table);
+    output.requireNew();
     if (output.path.empty() || output.isStandard())
         fmt::print("{}", example);
     else

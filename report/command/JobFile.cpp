@@ -123,6 +123,18 @@ void tell(const Making& making, const FillResult& result, const std::string& out
         fmt::print("{}", describeFilling(result));
 }
 
+void tellGroups(const Making& making, const std::vector<FillResult>& results,
+                const std::vector<Group>& groups)
+{
+    std::vector<std::string> outputs;
+    for (const auto& group : groups) outputs.push_back(group.output);
+    if (making.options.asJson) return fmt::print("{}", describeFillingsAsJson(results, outputs));
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        fmt::print("{}\n", outputs[i]);
+        tell(making, results[i], outputs[i]);
+    }
+}
+
 /// Makes the documents of all groups, on all cores. The first failure ends it.
 class GroupRun {
  public:
@@ -141,10 +153,7 @@ class GroupRun {
         progress_.clear();
         for (const auto& sentence : warnings_) warn(sentence);
         if (failure_) std::rethrow_exception(failure_);
-        for (std::size_t i = 0; i < groups_.size(); ++i) {
-            if (!making_.options.asJson) fmt::print("{}\n", groups_[i].output);
-            tell(making_, results_[i], groups_[i].output);
-        }
+        tellGroups(making_, results_, groups_);
     }
 
  private:

@@ -46,7 +46,7 @@ void checkJob(const JsonNode& job)
         const auto place = "chart " + std::to_string(i + 1) + ": ";
         if (fillsTemplate && !hasPlace)
             throw std::runtime_error(place +
-                                     "expected \"fill\", a chart of the template, or \"at\", a "
+                                     "expected either \"fill\", a chart of the template, or \"at\", a "
                                      "placeholder.");
         if (!fillsTemplate && findMember(one, {"fill", "at", "match"}) != nullptr)
             throw std::runtime_error(place + "\"fill\", \"at\" and \"match\" need a \"template\".");

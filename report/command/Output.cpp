@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 
 #include "report/command/Pdf.h"
@@ -20,6 +22,14 @@ constexpr mode_t mayWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 bool isPdf(const std::string& path)
 {
     return path.ends_with(".pdf") || path.ends_with(".PDF");
+}
+
+/// Whether a name promises a file that is no document of ours. A table of that name would be lost for one.
+bool isForeign(const std::string& path)
+{
+    constexpr std::string_view endings[] = {".doc", ".odt", ".rtf",  ".htm",  ".html", ".txt", ".md",
+                                            ".csv", ".tsv", ".xlsx", ".xlsm", ".ods",  ".json"};
+    return std::ranges::find(endings, std::filesystem::path(path).extension()) != std::end(endings);
 }
 
 /// The mode of a file that nobody may write; nothing for others, and where there is none.
@@ -79,6 +89,12 @@ void Output::requireOther(const std::string& input) const
     if (isSameFile(input, path)) fail("Cannot write {}: the document is made from it.", quoteText(path, 200));
 }
 
+void Output::requireNew() const
+{
+    if (!force && !isStandard() && std::filesystem::exists(path))
+        fail("Cannot write {}: it is there already; --force replaces it.", quoteText(path, 200));
+}
+
 void Output::requireUnprotected() const
 {
     if (!force && findProtection(path))
@@ -87,6 +103,8 @@ void Output::requireUnprotected() const
 
 void Output::requireWritable() const
 {
+    if (isForeign(path))
+        fail("Cannot write {}: expected a name that ends in .docx or .pdf.", quoteText(path, 200));
     if (isPdf(path)) requirePdf(path);
     if (!isStandard()) requireUnprotected();
     if (isStandard() && isatty(STDOUT_FILENO) != 0)

@@ -20,13 +20,16 @@ struct Output {
     /// Refuses to replace a file that the document is made from: an author who forgets the name of the
     /// document must not lose a table for it. Throws: std::runtime_error.
     void requireOther(const std::string& input) const;
-    /// Throws: std::runtime_error for a target that is write-protected, unless forced, and for a PDF where
-    /// LibreOffice is missing.
+    /// Throws: std::runtime_error for a target that is write-protected, unless forced, for a name that
+    /// promises another kind of file, and for a PDF where LibreOffice is missing.
     void requireWritable() const;
     /// Writes a document, or a PDF of it. Throws: std::runtime_error, FileError.
     void write(std::string_view document) const;
     /// Writes bytes as they are.
     void writePlain(std::string_view bytes) const;
+    /// Refuses to replace a file at all, unless forced: it may have been changed by hand.
+    /// Throws: std::runtime_error.
+    void requireNew() const;
     /// The part of requireWritable that is for every file.
     void requireUnprotected() const;
 };

@@ -93,6 +93,18 @@ bool isInText(const Template& document, const std::string& name)
     });
 }
 
+/// The placeholders that readers of the document would see, by name.
+std::vector<std::string> listLeft(const Template& document)
+{
+    std::vector<std::string> names;
+    for (const auto& one : document.getPlaceholders()) {
+        if (one.kind == PlaceholderKind::Picture) continue;
+        const auto name = (one.kind == PlaceholderKind::Table ? "table:" : "") + one.name;
+        if (std::ranges::find(names, name) == names.end()) names.push_back(name);
+    }
+    return names;
+}
+
 const char* describe(FillReport::Change change)
 {
     switch (change) {
@@ -147,6 +159,21 @@ Json toJson(const FillReport& chart)
             {"warnings", chart.warnings}};
 }
 
+Json toJson(const FillResult& result, const std::string& output)
+{
+    Json json = {{"output", output}, {"charts", Json::array()}, {"inserted", result.inserted}};
+    for (const auto& chart : result.charts) json["charts"].push_back(toJson(chart));
+    json["texts"] = Json::object();
+    for (const auto& [name, count] : result.texts) json["texts"][name] = count;
+    json["left"] = result.left;
+    return json;
+}
+
+std::string write(const Json& json)
+{
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace
 
 Template openTemplate(const std::string& path)
@@ -163,6 +190,7 @@ FillResult fillTemplate(Template& document, const Filling& filling, const Listen
         result.texts.emplace_back(name, document.replace(name, text));
     for (const auto& [name, text] : filling.furtherTexts)
         if (isInText(document, name)) result.texts.emplace_back(name, document.replace(name, text));
+    result.left = listLeft(document);
     return result;
 }
 
@@ -175,16 +203,22 @@ std::string describeFilling(const FillResult& result)
     for (const auto& [name, count] : result.texts)
         lines += fmt::format("{}: replaced {}.\n", quoteText("{{" + name + "}}"),
                              count == 1 ? "once" : fmt::format("{} times", count));
+    for (const auto& name : result.left)
+        lines += fmt::format("{}: left as it is.\n", quoteText("{{" + name + "}}"));
     return lines;
 }
 
 std::string describeFillingAsJson(const FillResult& result, const std::string& output)
 {
-    Json json = {{"output", output}, {"charts", Json::array()}, {"inserted", result.inserted}};
-    for (const auto& chart : result.charts) json["charts"].push_back(toJson(chart));
-    json["texts"] = Json::object();
-    for (const auto& [name, count] : result.texts) json["texts"][name] = count;
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return write(toJson(result, output));
+}
+
+std::string describeFillingsAsJson(const std::vector<FillResult>& results,
+                                   const std::vector<std::string>& outputs)
+{
+    auto json = Json::array();
+    for (std::size_t i = 0; i < results.size(); ++i) json.push_back(toJson(results[i], outputs[i]));
+    return write(json);
 }
 
 }  // namespace quillon::report

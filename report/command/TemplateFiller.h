@@ -26,6 +26,8 @@ struct FillResult {
     std::vector<std::string> inserted = {};
     /// Placeholders in text, and how often they stood there.
     std::vector<std::pair<std::string, std::size_t>> texts = {};
+    /// Placeholders that got nothing, and still stand in the text.
+    std::vector<std::string> left = {};
 };
 
 /// A template, which may come by standard input ("-"). Throws: as Template::open.
@@ -38,5 +40,8 @@ FillResult fillTemplate(Template& document, const Filling& filling, const Listen
 std::string describeFilling(const FillResult& result);
 /// The same as JSON.
 std::string describeFillingAsJson(const FillResult& result, const std::string& output);
+/// The results of several documents as one list.
+std::string describeFillingsAsJson(const std::vector<FillResult>& results,
+                                   const std::vector<std::string>& outputs);
 
 }  // namespace quillon::report

@@ -16,14 +16,14 @@ Argument makeOutput(const char* text)
     return {.name = "output", .letter = 'o', .value = "FILE", .help = text, .group = general};
 }
 
-Argument makeForce()
+Argument makeForce(const char* text = "replace a write-protected file too")
 {
-    return {.name = "force", .help = "replace a write-protected file too", .group = general};
+    return {.name = "force", .help = text, .group = general};
 }
 
-Argument makeCheck()
+Argument makeCheck(const char* text = "say what would happen, and write nothing")
 {
-    return {.name = "check", .help = "say what would happen, and write nothing", .group = general};
+    return {.name = "check", .help = text, .group = general};
 }
 
 Argument makeJson(const char* text)
@@ -49,7 +49,7 @@ const std::vector<Argument>& getMakeArguments()
                  .help = "make the document that a job file describes, with text, tables, and charts side by "
                          "side; quillon-report init writes an example",
                  .group = general},
-                makeCheck(),
+                makeCheck("do everything but write: say what is wrong, and what a template gets"),
                 makeForce(),
                 makeJson("with --job: tell what was filled as JSON"),
                 help,
@@ -101,9 +101,9 @@ const std::vector<Argument>& getFillArguments()
 
 const std::vector<Argument>& getInitArguments()
 {
-    static const auto arguments =
-        append({makeOutput("the job file to write (default: standard output)"), makeForce(), help},
-               makeTableArguments(JobUse::New));
+    static const auto arguments = append({makeOutput("the job file to write (default: standard output)"),
+                                          makeForce("replace a file that is there already"), help},
+                                         makeTableArguments(JobUse::New));
     return arguments;
 }
 

@@ -394,7 +394,7 @@ std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
     doc->appendChild(root);
     auto* paragraph = appendParagraph(root, styles_.use("paragraph", kind));
     const auto width = textWidth_ / emuPerTwip;
-    if (hasTab(line) && !hasPagesOfLook_)
+    if (hasTab(line))
         setTabStops(paragraph, {{u"center", width / 2}, {u"right", width}}, styles_.getTabStops(kind));
     TextPlace place{*target_, styles_, name, captions_};
     for (const auto& run : line.runs) {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "report/options/Length.h"
+#include "report/options/NumberFormat.h"
 #include "report/options/NumberText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -95,6 +96,23 @@ void appendCell(DOMElement* row, const std::string& text, std::int64_t width, bo
 
 }  // namespace
 
+namespace {
+
+/// The format of a series; without one, as many decimals for all values as one needs, so that they stand
+/// below one another. Where they are many each value has its own.
+std::string findFormat(const chart::DataSeries& series, const std::string& format)
+{
+    if (!format.empty()) return format;
+    int decimals = 0;
+    for (const auto& point : series.getPoints())
+        decimals = std::max(decimals, countDecimals(point->getValue()));
+    return decimals == 0 || decimals > maximumDecimals
+               ? std::string()
+               : "0." + std::string(static_cast<std::size_t>(decimals), '0');
+}
+
+}  // namespace
+
 TextTable makeTable(const ChartData& data, const std::string& header)
 {
     TextTable table;
@@ -102,7 +120,9 @@ TextTable makeTable(const ChartData& data, const std::string& header)
     if (!data.dataSet) return table;
     const auto& set = *data.dataSet;
     std::size_t rows = set.getCategories().size();
+    std::vector<std::string> formats;
     for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
+        formats.push_back(findFormat(*set.getSeries(i), data.getDetails(i).numberFormat));
         table.columns.push_back(toUtf8(escapeCharacters(set.getSeries(i)->getName())));
         rows = std::max<std::size_t>(rows, set.getSeries(i)->getSize());
     }
@@ -113,9 +133,8 @@ TextTable makeTable(const ChartData& data, const std::string& header)
         for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
             const auto& series = *set.getSeries(i);
             const bool isThere = row < series.getSize();
-            cells.push_back(
-                isThere ? formatNumber(series.getPoint(row)->getValue(), data.getDetails(i).numberFormat)
-                        : std::string());
+            cells.push_back(isThere ? formatNumber(series.getPoint(row)->getValue(), formats[i])
+                                    : std::string());
         }
     }
     return table;

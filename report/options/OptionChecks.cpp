@@ -106,13 +106,16 @@ void checkMarkers(const ChartOptions& options, ChartKind kind)
 
 void checkTrendline(const ChartOptions& o, ChartKind /*kind*/)
 {
-    const bool isUsed = !o.trendlineSeries.empty() || o.order || o.period || o.forecast || o.backcast ||
-                        o.equation || o.rSquared;
     if (!o.trendline) {
-        if (isUsed)
-            refuse(
-                "trendline-series, order, period, forecast, backcast, equation and r-squared are for "
-                "trendlines; say which (trendline).");
+        const std::pair<const char*, bool> uses[] = {{"trendline-series", !o.trendlineSeries.empty()},
+                                                     {"order", o.order.has_value()},
+                                                     {"period", o.period.has_value()},
+                                                     {"forecast", o.forecast.has_value()},
+                                                     {"backcast", o.backcast.has_value()},
+                                                     {"equation", o.equation},
+                                                     {"r-squared", o.rSquared}};
+        for (const auto& [name, isUsed] : uses)
+            if (isUsed) refuse(std::string(name) + " is for trendlines; say which (trendline).");
         return;
     }
     if (o.stacking) refuse("trendline is for series that are not stacked.");

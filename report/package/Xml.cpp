@@ -9,6 +9,7 @@
 #include <xercesc/framework/Wrapper4InputSource.hpp>
 
 #include "report/options/ChartError.h"
+#include "support/ForkLock.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -179,10 +180,16 @@ void insertAfter(DOMElement* parent, xercesc::DOMNode* child, xercesc::DOMNode* 
     parent->insertBefore(child, previous == nullptr ? parent->getFirstChild() : previous->getNextSibling());
 }
 
+std::unique_ptr<xercesc::DOMLSParser, Release> makeParser()
+{
+    const ForkLock lock;
+    return std::unique_ptr<xercesc::DOMLSParser, Release>(
+        getImplementation().createLSParser(xercesc::DOMImplementationLS::MODE_SYNCHRONOUS, nullptr));
+}
+
 DOMElement* appendMarkup(DOMElement* parent, const std::string& markup)
 {
-    const std::unique_ptr<xercesc::DOMLSParser, Release> parser(
-        getImplementation().createLSParser(xercesc::DOMImplementationLS::MODE_SYNCHRONOUS, nullptr));
+    const auto parser = makeParser();
     parser->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMNamespaces, false);
     parser->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMDisallowDoctype, true);
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(markup.data()), markup.size(),

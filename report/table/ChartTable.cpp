@@ -293,7 +293,6 @@ class GridMaker {
                               getExtra(minusColumns_, i, "Errors-minus")};
             grid_.series.push_back(std::move(series));
         }
-        noteUnits();
     }
 
     void readLong()
@@ -338,21 +337,6 @@ class GridMaker {
     {
         fail("{}: no value for {} {} and category {}; add the row, or ask for --gaps.", table_.place.name,
              seriesColumn_->name, quoteText(series), quoteText(categoryColumns_.back()->texts[row]));
-    }
-
-    /// Amounts and percentages on one axis mislead.
-    void noteUnits() const
-    {
-        std::set<std::string> units;
-        std::string list;
-        for (const auto* column : valueColumns_) {
-            const auto unit = findUnit(column->numberFormat);
-            units.insert(unit);
-            list +=
-                (list.empty() ? "" : ", ") + quoteText(column->name) + (unit.empty() ? " none" : " " + unit);
-        }
-        if (units.size() > 1 && options_.aggregate != "count")
-            note_(fmt::format("{}: the columns have different units: {}.", grid_.name, list));
     }
 
     void readCategories()

@@ -39,7 +39,11 @@ class Database {
     Database& operator=(const Database&) = delete;
 
     sqlite3* getHandle() const { return handle_; }
-    [[noreturn]] void refuse() const { fail("{}: the query is refused: {}.", name_, describe()); }
+    [[noreturn]] void refuse() const
+    {
+        if (sqlite3_errcode(handle_) == SQLITE_AUTH) fail("{}: a --query can only select.", name_);
+        fail("{}: the query is refused: {}.", name_, describe());
+    }
     const std::string& getName() const { return name_; }
 
  private:

@@ -15,6 +15,7 @@
 
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "support/ForkLock.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -111,13 +112,19 @@ std::string getAttribute(const std::vector<XmlAttribute>& attributes, const char
     return {};
 }
 
+std::unique_ptr<xercesc::SAX2XMLReader> makeReader()
+{
+    const ForkLock lock;
+    return std::unique_ptr<xercesc::SAX2XMLReader>(xercesc::XMLReaderFactory::createXMLReader());
+}
+
 void readXml(const std::string& bytes, XmlListener& listener)
 {
     static const struct Platform {
         Platform() { xercesc::XMLPlatformUtils::Initialize(); }
     } platform;
     try {
-        const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
+        const auto reader = makeReader();
         reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
         reader->setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
         reader->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);

@@ -62,6 +62,13 @@ void Sheet::add(const SheetCell& cell)
     cells_.push_back(cell);
 }
 
+std::size_t Sheet::countEmptyFormulas(const SheetRange& range) const
+{
+    return static_cast<std::size_t>(std::ranges::count_if(emptyFormulas_, [&range](const auto& address) {
+        return range.contains({.row = address.row, .column = address.column});
+    }));
+}
+
 std::pair<std::size_t, std::size_t> Sheet::removeHidden()
 {
     using Hidden = std::vector<std::pair<std::int32_t, std::int32_t>>;

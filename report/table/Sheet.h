@@ -38,6 +38,12 @@ struct SheetRange {
     }
 };
 
+/// A cell's place, 0-based; -1 where it has no row or no column.
+struct CellAddress {
+    std::int32_t row = -1;
+    std::int32_t column = -1;
+};
+
 /// The cells of a sheet by row and column, with texts and number formats that they share.
 class Sheet {
  public:
@@ -65,7 +71,17 @@ class Sheet {
     /// Takes cells in hidden rows and columns out, and returns how many rows and columns these are.
     std::pair<std::size_t, std::size_t> removeHidden();
 
+    /// A cell with a formula whose result the file does not keep, as programs write them that cannot
+    /// calculate.
+    void addEmptyFormula(const SheetCell& cell)
+    {
+        constexpr std::size_t most = 1'000'000;
+        if (emptyFormulas_.size() < most) emptyFormulas_.push_back({cell.row, cell.column});
+    }
+    std::size_t countEmptyFormulas(const SheetRange& range) const;
+
  private:
+    std::vector<CellAddress> emptyFormulas_;
     std::deque<std::string> texts_;
     std::deque<std::string> formats_;
     std::vector<SheetCell> cells_;
@@ -74,11 +90,6 @@ class Sheet {
     std::vector<std::pair<std::int32_t, std::int32_t>> hiddenColumns_;
 };
 
-/// A cell's place, 0-based; -1 where it has no row or no column.
-struct CellAddress {
-    std::int32_t row = -1;
-    std::int32_t column = -1;
-};
 /// Takes "B3" or "$B$3" off the front of a text.
 CellAddress takeAddress(std::string_view& text);
 /// Reads "B3:F20". Nothing where the text is no range, or one beyond the limits of columns.

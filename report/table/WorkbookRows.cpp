@@ -109,6 +109,8 @@ auto readOrRefuse(const std::string& file, const Read& read)
 
 std::unique_ptr<WorkbookReader> openWorkbook(const PartReader& parts)
 {
+    if (parts.hasPart("word/document.xml"))
+        fail("it is a Word document; expected a table, as `quillon-report extract` writes it");
     if (parts.hasPart("_rels/.rels") && parts.hasPart("[Content_Types].xml")) return openXlsx(parts);
     if (parts.hasPart("content.xml") && parts.hasPart("mimetype")) return openOds(parts);
     fail("it is compressed (zip), and no .xlsx or .ods; unpack it first");
@@ -129,6 +131,15 @@ void removeHidden(Sheet& sheet, const std::string& file, const Note& note)
                      describeCount(columns, "column") + (rows + columns == 1 ? " is" : " are")));
 }
 
+void noteEmptyFormulas(const Sheet& sheet, const SheetRange& range, const std::string& file, const Note& note)
+{
+    const auto count = sheet.countEmptyFormulas(range);
+    if (count > 0)
+        note(fmt::format(
+            "{}: the file keeps no result of {}; save it in a spreadsheet program, which calculates.", file,
+            describeCount(count, "formula")));
+}
+
 std::string hintAtSheets(const std::vector<std::string>& names, std::size_t read)
 {
     if (names.size() < 2) return {};
@@ -147,6 +158,7 @@ std::unique_ptr<RowSource> readWorkbookRows(InputFile& file, const TableOptions&
     const auto index = findSheet(*workbook, options.sheet, name);
     auto sheet = readOrRefuse(name, [&] { return workbook->readSheet(index); });
     removeHidden(sheet, name, note);
+    noteEmptyFormulas(sheet, readRange(options.range), name, note);
     const auto range = findUsed(sheet, readRange(options.range));
     readOrRefuse(name, [&] { resolveMerges(sheet, range); });
     const Place place{name, false, hintAtSheets(workbook->getSheetNames(), index)};

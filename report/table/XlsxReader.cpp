@@ -196,6 +196,7 @@ class SheetListener : public XmlListener {
         if (name == "mergeCell")
             if (const auto range = readSheetRange(getAttribute(attributes, "ref"))) sheet_.addMerge(*range);
         if (name == "rPh") isPronunciation_ = true;
+        if (name == "f") isFormula_ = true;
         isValue_ = name == "v" || (name == "t" && !isPronunciation_);
     }
     void endElement(const std::string& name) override
@@ -229,10 +230,13 @@ class SheetListener : public XmlListener {
         type_ = getAttribute(attributes, "t");
         style_ = static_cast<std::size_t>(std::max(0, readInteger(getAttribute(attributes, "s"))));
         value_.clear();
+        isFormula_ = false;
     }
 
     void endCell()
     {
+        // A formula that gives an empty text has type "str".
+        if (value_.empty() && isFormula_ && type_ != "str") sheet_.addEmptyFormula(cell_);
         if (value_.empty() || cell_.row < 0) return;
         auto cell = cell_;
         if (type_ == "s") {
@@ -271,6 +275,7 @@ class SheetListener : public XmlListener {
     std::string value_;
     bool isValue_ = false;
     bool isPronunciation_ = false;
+    bool isFormula_ = false;
 };
 
 class XlsxReader : public WorkbookReader {

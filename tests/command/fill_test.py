@@ -79,7 +79,9 @@ class FillTest(CommandTest):
             "template": "t.docx", "for-each": {"table": "all.csv", "by": "month", "output": "{month}.docx"},
             "charts": [{"fill": "Revenue", "table": "all.csv", "category": "Month", "columns": ["North", "South"],
                         "title": "Revenue of {{month}}"}]})
-        self.succeed("--job", "job.json")
+        told = json.loads(self.succeed("--job", "job.json", "--json"))
+        self.assertEqual([(one["output"], one["texts"], one["left"]) for one in told],
+                         [(f"{month}.docx", {"month": 2}, ["margin", "table:margin"]) for month in ("May", "Jun")])
         self.assertEqual(self.read_charts("May.docx")[0], ("bar", ["May"], {"North": ["1"], "South": ["2"]}))
         self.assertEqual(self.read_charts("Jun.docx")[0], ("bar", ["Jun", "Jul"], {"North": ["3", "5"], "South": ["4", "6"]}))
         for month in ["May", "Jun"]:
@@ -98,6 +100,18 @@ class FillTest(CommandTest):
         self.succeed("fill", "t.docx", "out.json", "--chart", "2", "-o", "out.docx")
         self.assertEqual(self.read_part("out.docx", "word/charts/chart2.xml"),
                          self.read_part("t.docx", "word/charts/chart2.xml"))
+
+    def test_says_which_placeholders_are_left(self):
+        told = self.succeed("fill", "t.docx", "june.csv", "--at", "margin", "--check")
+        self.assertEqual(told, '"{{margin}}": made.\n"{{month}}": left as it is.\n')
+        told = self.succeed("fill", "t.docx", "--text", "month=July {{yaer}}", "--check")
+        self.assertEqual(told.splitlines()[1:],
+                         [f'"{{{{{name}}}}}": left as it is.' for name in ("yaer", "margin", "table:margin")])
+
+    def test_there_is_nothing_to_extract_from_text_alone(self):
+        self.write("text.json", {"blocks": [{"heading": "a"}]})
+        self.succeed("--job", "text.json", "-o", "text.docx")
+        self.require_refusal(1, "The document has no chart.", "extract", "text.docx")
 
     def test_extracts_dates_gaps_and_difficult_texts(self):
         for table, options, expected in [

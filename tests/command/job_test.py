@@ -40,7 +40,7 @@ REFUSED = [
     ('{"blocks": [], "charts": [{"table": "t.csv"}]}',
      ['1:1: expected either "blocks" or "charts"; a block may be a chart.']),
     ('{"template": "t.csv", "charts": [{"table": "t.csv"}]}',
-     ['1:1: chart 1: expected "fill", a chart of the template, or "at", a placeholder.']),
+     ['1:1: chart 1: expected either "fill", a chart of the template, or "at", a placeholder.']),
     ('{"blocks": [{"headnig": "A"}]}', ['1:14: "headnig": unknown member; did you mean "heading"?']),
     ('{"blocks": [{"image": "no.png"}]}', ['1:23: "image": cannot read "no.png": No such file or directory.']),
     ('{"charts": [{"table": "t.csv", "gap": 1e999}]}', ["1:43: the number \"1e999\" is too large."]),
@@ -231,6 +231,12 @@ class JobTest(CommandTest):
         self.assertEqual(self.read_charts("out.docx")[0][1:], (["x"], {"p": ["1"], "q": ["2"]}))
         for member in (b'"gap": 30', b'"palette": ["red","blue"]', b'"series-colors": {"q":"red"}', b'"delimiter": "semicolon"'):
             self.assertIn(member, self.read("l.json"))
+        self.write("l.json", b"changed by hand")
+        self.require_refusal(1, 'Cannot write "l.json": it is there already; --force replaces it.', "init", "data/t.csv",
+                             "-o", "l.json")
+        self.assertEqual(self.read("l.json"), b"changed by hand")
+        self.succeed("init", "data/t.csv", "-o", "l.json", "--force")
+        self.assertIn(b'"blocks"', self.read("l.json"))
         self.require_refusal(1, 'Cannot write "data/t.csv"', "init", "data/t.csv", "-o", "data/t.csv")
 
 

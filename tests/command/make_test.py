@@ -194,6 +194,26 @@ class MakeTest(CommandTest):
         self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART])
         self.assertEqual(os.stat(self.at("out.docx")).st_mode & 0o777, 0o444)
 
+    def test_writes_no_document_by_the_name_of_another_kind(self):
+        self.write("t.csv", WIDE)
+        self.write("u.csv", b"precious")
+        for name in ("u.csv", "out.odt", "out.html"):
+            self.require_refusal(1, f'Cannot write "{name}": expected a name that ends in .docx or .pdf.',
+                                 "t.csv", "-o", name)
+        self.assertEqual(self.read("u.csv"), b"precious")
+
+    def test_a_document_is_no_table(self):
+        self.write("t.csv", WIDE)
+        self.succeed("t.csv", "-o", "t.docx")
+        self.require_refusal(1, "t.docx: the workbook cannot be read: it is a Word document; expected a table",
+                             "t.docx", "-o", "out.docx")
+
+    def test_warns_of_units_on_one_axis_alone(self):
+        self.write("u.csv", "a;Sales;Share\nx;5 €;40 %\ny;6 €;60 %\n".encode())
+        self.succeed("u.csv", "--second", "Share", "-o", "out.docx")
+        self.succeed("u.csv", "-o", "out.docx", warnings="quillon-report: warning: u.csv: series on one axis have "
+                     'different units: "Sales" €, "Share" %.\n')
+
     def test_says_what_is_missing_for_a_pdf(self):
         self.write("t.csv", WIDE)
         self.require_refusal(1, 'Cannot make "out.pdf": LibreOffice Writer makes PDFs, and there is no program soffice;',

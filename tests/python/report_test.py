@@ -81,7 +81,7 @@ class Content(unittest.TestCase):
         main = read_part(data, "word/document.xml")
         self.assertRegex(main, ".*".join([
             '"Title"', "See ", "Figure 1", "there", "<w:numPr>", "one", 'w:ilvl w:val="1"', "<w:b/>", "two", "Chart 1", ": Net",
-            "Chart 2", "Chart 3", 'w:w="1700"', ">x<", ">1.5<", ">z<", ">2<", ">When<", ">South<", ">3<", ">4.5<",
+            "Chart 2", "Chart 3", 'w:w="1700"', ">x<", ">1.5<", ">z<", ">2<", ">When<", ">South<", ">3.0<", ">4.5<",
             'descr="Dot"', 'w:type="page"', "TOC", 'w:orient="landscape"']))
         self.assertIn("<dc:creator>Ann", read_part(data, "docProps/core.xml"))
         self.assertRegex(read_part(data, "word/header1.xml"), "Quillon.*<w:b/>.*PAGE")
@@ -256,6 +256,8 @@ class Refusals(unittest.TestCase):
             (document.add_table_of_contents, (0,), ValueError, "1 to 9"),
             (document.add_charts, ([chart, None],), TypeError, "expected a chart, got NoneType"),
             (Document, (__file__,), ValueError, "report_test.py"),
+            (Document, ("no.docx",), FileNotFoundError, "no.docx"),
+            (quillon.report.chart, (None,), TypeError, "chart: expected a data frame, .* got None"),
             (lambda data: quillon.report.chart(data, type="donut"), ({"North": [1]},), ValueError,
              'type: expected column, bar, line, pie.*"donut"'),
             (make_document(chart).to_bytes, ("no function",), TypeError, "not callable"),

@@ -59,6 +59,8 @@ class Document:
 
         Its text, and the charts, pictures and comments in it, are left out.
         """
+        if isinstance(template, (str, bytes, os.PathLike)):
+            os.stat(template)
         self._core = _core.make_document(template)
 
     def add_heading(self, text: str, level: int = 1) -> None:
@@ -371,6 +373,8 @@ def chart(
     The options are those of docs/options.md.
     """
     options = _options.given(locals())
+    if data is None:
+        raise TypeError("chart: expected a data frame, a dictionary, an array, chart data or a data set, got None.")
     made = charts.ColumnChart()
     if title:
         made.ChartTitle = charts.Title(title)

@@ -255,8 +255,10 @@ class Template:
 def open(source: str | os.PathLike[str] | bytes) -> Template:
     """Open a document that exists: its path, or the bytes of the file.
 
-    Raises ValueError that says what is wrong with the file, or what it is instead.
+    Raises FileNotFoundError, and ValueError that says what is wrong with the file, or what it is instead.
     """
+    if isinstance(source, (str, os.PathLike)):
+        os.stat(source)
     return Template(_core.open_template(source))
 
 

@@ -288,6 +288,21 @@ TEST(Blocks, MakeTablesOfData)
               (std::vector<std::vector<std::string>>{{"c", "1,234.50", "1234.5"}, {"c", "", ""}}));
 }
 
+TEST(Blocks, NumbersOfATableHaveTheDecimalsOfTheirColumn)
+{
+    using Column = std::vector<double>;
+    const std::pair<Column, std::vector<std::string>> cases[] = {
+        {{1337.5, 1260, 0.25}, {"1337.50", "1260.00", "0.25"}},
+        {{1998, 2024}, {"1998", "2024"}},
+        {{0.125, 3}, {"0.125", "3"}},
+    };
+    for (const auto& [values, texts] : cases) {
+        const auto table = makeTable(ChartData(makeChart<chart::ColumnChart>(1, values)->getDataSet()));
+        ASSERT_EQ(table.rows.size(), texts.size());
+        for (std::size_t i = 0; i < texts.size(); ++i) EXPECT_EQ(table.rows[i].back(), texts[i]);
+    }
+}
+
 TEST(Blocks, AreRefusedWithASentence)
 {
     ChartOptions floating;
@@ -435,6 +450,17 @@ TEST(Blocks, LeaveNothingOfTheTextOfATemplate)
     }
     EXPECT_EQ(findValues(package.getPart("word/footnotes.xml"), "footnote", "id"), "-1");
     EXPECT_FALSE(package.hasPart("word/comments.xml"));
+}
+
+TEST(Blocks, TabsLeadToTheMarginsOfATemplate)
+{
+    const TemplateFile file(write(
+        [](Document& document) { document.startSection({.paper = "A4", .right = "1cm", .left = "1cm"}); }));
+    Document document(file.getPath());
+    document.setFooter({{{.text = "Left\t\tRight"}}});
+    document.addParagraph("wide");
+    EXPECT_EQ(findValues(readPart(document.toBytes(), "word/footer1.xml"), "tab", "pos"),
+              "4513|9026|5387|10774|-|-");
 }
 
 TEST(Blocks, HavePagesOfTheirOwnInATemplate)

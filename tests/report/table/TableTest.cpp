@@ -226,6 +226,22 @@ std::string repeat(std::size_t count, const std::string& text)
     return repeated;
 }
 
+TEST(Table, FormulasWithoutResultsAreToldOf)
+{
+    const std::string text = "<c t='str'><v>a</v></c>";
+    const auto row = [&](const std::string& cell) { return "<row>" + text + cell + "</row>"; };
+    std::string said;
+    const auto file = writeXlsx(row(text) + row("<c><v>1</v></c>") + row("<c t='str'><f>B1</f><v/></c>") +
+                                    row("<c><f>B2</f><v/></c>") + row("<c><f>B2</f><v>2</v></c>"),
+                                "");
+    TableOptions options;
+    options.gaps = true;
+    readChartData(file, options, {nullptr, [&said](const std::string& sentence) { said += sentence; }});
+    EXPECT_NE(said.find("the file keeps no result of 1 formula; save it in a spreadsheet program"),
+              std::string::npos)
+        << said;
+}
+
 TEST(Table, WorkbooksSayLargeNumbersInFewBytes)
 {
     const std::string emptyRows = "<table-row number-rows-repeated='1048576'/>";
