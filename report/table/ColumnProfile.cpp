@@ -74,7 +74,8 @@ void ColumnProfile::addText(std::string_view text, std::size_t line)
     if (isMissing(text, *missing_)) return;
     ++values_;
     if (addPlain(text, line)) return;
-    if (const auto number = readNumberText(text)) addNumber(*number, text, line);
+    const auto number = readNumberText(text);
+    if (!number || !addNumber(*number, text, line)) firstText_.setOnce(line, text);
 }
 
 bool ColumnProfile::addPlain(std::string_view text, std::size_t line)
@@ -93,7 +94,7 @@ bool ColumnProfile::addPlain(std::string_view text, std::size_t line)
     return true;
 }
 
-void ColumnProfile::addNumber(const NumberText& number, std::string_view text, std::size_t line)
+bool ColumnProfile::addNumber(const NumberText& number, std::string_view text, std::size_t line)
 {
     std::optional<double> first;
     bool isNumber = false;
@@ -107,10 +108,11 @@ void ColumnProfile::addNumber(const NumberText& number, std::string_view text, s
         if (first && *first != digits->value) differing_.setOnce(line, text);
         first = digits->value;
     }
-    if (!isNumber) return;
+    if (!isNumber) return false;
     auto& unit = getUnit(number.unit);
     ++unit.count;
     unit.first.setOnce(line, text);
+    return true;
 }
 
 void ColumnProfile::addBare(std::string_view text, std::size_t line)
