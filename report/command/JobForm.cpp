@@ -12,6 +12,7 @@
 #include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "report/table/JsonText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -214,6 +215,18 @@ std::vector<Problem> findProblems(const JsonNode& node, const Form& form, const 
     Checker checker(folder);
     checker.check(node, form, "");
     return checker.takeProblems();
+}
+
+void requireNoProblems(const std::vector<Problem>& problems, const JobText& source)
+{
+    constexpr std::size_t most = 50;
+    const auto& [text, name] = source;
+    std::string lines;
+    for (std::size_t i = 0; i < std::min(problems.size(), most); ++i)
+        lines += (i == 0 ? "" : "\n") + describePosition(text, name, problems[i].position) + ": " +
+                 problems[i].sentence;
+    if (problems.size() > most) lines += fmt::format("\n{}: and {} more.", name, problems.size() - most);
+    if (!lines.empty()) throw std::runtime_error(lines);
 }
 
 }  // namespace quillon::report

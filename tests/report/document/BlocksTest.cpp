@@ -307,7 +307,7 @@ TEST(Blocks, AreRefusedWithASentence)
         {[](auto& d) {
              d.addTable({{"a"}, {{"1"}, {"1", "2"}}});
          },
-         "Table: expected 1 cells in row 2, got 2."},
+         "Table: expected 1 cell in row 2, got 2."},
         {[](auto& d) {
              d.addTable({{"a"}, {}, {"1in", "1in"}});
          },
