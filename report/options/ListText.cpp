@@ -3,16 +3,10 @@
 #include <stdexcept>
 
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
-
-std::string trim(std::string_view text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return std::string(text.substr(first, text.find_last_not_of(" \t") - first + 1));
-}
 
 /// The position behind the quoted text that starts at `at`.
 std::size_t skipQuoted(std::string_view text, std::size_t at)
@@ -56,7 +50,7 @@ std::vector<std::string> splitList(std::string_view text)
     std::vector<std::string> items;
     for (std::size_t at = 0; at <= text.size();) {
         const auto end = findItemEnd(text, at);
-        items.push_back(unquoteItem(trim(text.substr(at, end - at))));
+        items.push_back(unquoteItem(std::string(trim(text.substr(at, end - at)))));
         at = end + 1;
     }
     return items;

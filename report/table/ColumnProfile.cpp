@@ -4,14 +4,10 @@
 #include <cmath>
 
 #include "report/table/CellText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 /// Digits, with a point between them or without: by far the most cells. The number of digits before the point
 /// and behind it; nothing for any other text.
