@@ -102,7 +102,7 @@ class Templates(unittest.TestCase):
         before = self.template.to_bytes()
         for act, arguments, error, text in [
             (quillon.report.open, (__file__,), ValueError, "template_test.py"),
-            (quillon.report.open, ("no.docx",), ValueError, "no.docx"),
+            (quillon.report.open, ("no.docx",), FileNotFoundError, "No such file"),
             (quillon.report.open, (3,), TypeError, "int"),
             (quillon.report.open, (b"PK",), ValueError, ""),
             (self.template.fill, ("Profit", JULY), ValueError, 'There is no chart "Profit"; the document has 1 "Chart 1"'),
