@@ -96,7 +96,8 @@ std::string describeText(const TableScan& scan, std::size_t column, const TableO
 
 [[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)
 {
-    std::string example;
+    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().countsLines;
+    std::string example = isOne ? "; the table has one column, and --delimiter says what parts several" : "";
     for (std::size_t column = 0; column < scan.getNames().size() && example.empty(); ++column)
         if (!contains(categories, column) && scan.getProfile(column).getFirstText().isSet())
             example = describeText(scan, column, options);

@@ -39,7 +39,13 @@ class Database {
     Database& operator=(const Database&) = delete;
 
     sqlite3* getHandle() const { return handle_; }
-    [[noreturn]] void refuse() const { fail("{}: the query is refused: {}.", name_, describe()); }
+    [[noreturn]] void refuse() const
+    {
+        const auto code = sqlite3_errcode(handle_);
+        const bool isDamaged = code == SQLITE_NOTADB || code == SQLITE_CORRUPT;
+        fail("{}: the {}: {}.", name_, isDamaged ? "database cannot be read" : "query is refused",
+             describe());
+    }
     const std::string& getName() const { return name_; }
 
  private:
