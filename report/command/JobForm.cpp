@@ -170,6 +170,17 @@ void Checker::checkMembers(const JsonNode& node, const Form& form, const std::st
     }
 }
 
+/// The names that an object may have; the first ones of many.
+std::string listMembers(std::vector<std::string> known)
+{
+    constexpr std::size_t most = 20;
+    if (known.size() <= most) return "; the members are " + joinNames(known) + ".";
+    const auto further = known.size() - most;
+    known.resize(most);
+    return fmt::format("; the members are {} and {} more, which quillon-report --help lists.",
+                       join(known, ", "), further);
+}
+
 void Checker::checkNames(const JsonNode& node, const Form& form)
 {
     std::vector<std::string> known;
@@ -181,7 +192,7 @@ void Checker::checkNames(const JsonNode& node, const Form& form)
             add(member.position, quoted + ": the member is there twice.");
         else if (std::find(known.begin(), known.end(), member.name) == known.end()) {
             const auto near = suggestName(member.name, known);
-            const auto list = near == "." ? "; the members are " + joinNames(known) + "." : near;
+            const auto list = near == "." ? listMembers(known) : near;
             add(member.position, fmt::format("{}: unknown member{}", quoted, list));
         }
     }

@@ -134,7 +134,7 @@ void checkTable(const TextTable& table)
         throw std::runtime_error("Table: expected a width for each of the " +
                                  std::to_string(table.columns.size()) + " columns, got " +
                                  std::to_string(table.widths.size()) + ".");
-    for (const auto& width : table.widths) parseLength(width);
+    for (const auto& width : table.widths) parseLength("widths", width);
     for (const auto& name : table.columns) readXmlText(name, "Table, header row");
     for (const auto& row : table.rows)
         for (const auto& cell : row) readXmlText(cell, "Table");
