@@ -18,6 +18,19 @@ constexpr bool isSpace(char16_t character)
     return character == u' ' || (character >= u'\t' && character <= u'\r');
 }
 
+constexpr bool isDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+/// The text without the `blanks` at its ends.
+constexpr std::string_view trim(std::string_view text, std::string_view blanks = " \t")
+{
+    const auto begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
 /// The texts that `toText`, a function or member, gives for `items`, with `separator` between them.
 template <typename Items, typename ToText = std::identity>
 std::string join(const Items& items, std::string_view separator, ToText toText = {})

@@ -7,6 +7,7 @@
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "report/table/RowFilter.h"
 
 namespace quillon::report {
 namespace {
@@ -110,7 +111,7 @@ void showGroup(ChartJob& job, const Group& group)
     if (group.rows && haveSameSource(job, *group.source))
         job.rows = group.rows;
     else
-        job.where.push_back(fmt::format("\"{}\"=\"{}\"", group.by, group.name));
+        job.where.push_back(makeCondition(group.by, group.name));
 }
 
 JsonNode fillInTexts(JsonNode job, const NamedTexts& texts)

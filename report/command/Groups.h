@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "report/command/ChartJob.h"
+#include "report/command/JobForm.h"
 #include "report/command/JsonTree.h"
 #include "report/table/RowGroups.h"
 
@@ -30,6 +31,8 @@ struct JobPlace {
     std::filesystem::path folder;
     /// The rows that charts of its table show; null: all.
     const Group* group = nullptr;
+    /// Where its values stand; makeReport needs it.
+    const JobText* source = nullptr;
 };
 
 /// The groups of a job's "for-each", in the order of their first rows; files are from `folder` on. Texts

@@ -1,4 +1,5 @@
 #include "report/command/Help.h"
+#include "support/Text.h"
 
 #include <fmt/format.h>
 
@@ -127,13 +128,6 @@ std::string describeVerbInManPage(const Verb& verb)
 }
 
 // --- Completion ---
-
-std::string join(const std::vector<std::string>& words, const char* between)
-{
-    std::string joined;
-    for (const auto& word : words) joined += (joined.empty() ? "" : between) + word;
-    return joined;
-}
 
 std::vector<std::string> listOptions(const Verb& verb)
 {

@@ -23,7 +23,6 @@
 #include "report/command/TemplateFiller.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
-#include "report/table/JsonText.h"
 
 namespace quillon::report {
 namespace {
@@ -37,18 +36,6 @@ std::string readText(const std::string& path)
     std::string text(std::istreambuf_iterator<char>(file), {});
     if (file.bad()) fail("Cannot read {}: {}.", quoteText(path, 200), std::strerror(errno));
     return text;
-}
-
-void requireNoProblems(const Job& job, const std::string& text, const std::string& name)
-{
-    constexpr std::size_t most = 50;
-    const auto problems = findProblems(job.tree, getJobForm(), job.folder);
-    std::string lines;
-    for (std::size_t i = 0; i < std::min(problems.size(), most); ++i)
-        lines += (i == 0 ? "" : "\n") + describePosition(text, name, problems[i].position) + ": " +
-                 problems[i].sentence;
-    if (problems.size() > most) lines += fmt::format("\n{}: and {} more.", name, problems.size() - most);
-    if (!lines.empty()) throw std::runtime_error(lines);
 }
 
 const JsonNode* findTemplate(const JsonNode& job)
@@ -97,7 +84,7 @@ struct Making {
 FillResult makeOne(const Making& making, const JsonNode& tree, const Group* group, const Output& output,
                    const Listener& listener)
 {
-    const JobPlace place{making.job.folder, group};
+    const JobPlace place{making.job.folder, group, &making.job.source};
     FillResult result;
     std::string bytes;
     if (making.document) {
@@ -212,11 +199,11 @@ void runGroups(const Making& making)
 
 Job readJob(const std::string& path)
 {
-    const auto text = readText(path);
-    const std::string name = path == "-" ? "standard input" : path;
+    JobText source{readText(path), path == "-" ? "standard input" : path};
+    auto tree = parseJson(source.text, source.name);
     Job job{path, path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path(),
-            parseJson(text, name)};
-    requireNoProblems(job, text, name);
+            std::move(source), std::move(tree)};
+    requireNoProblems(findProblems(job.tree, getJobForm(), job.folder), job.source);
     return job;
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "report/command/JobForm.h"
 #include "report/command/JsonTree.h"
 #include "report/command/Output.h"
 
@@ -14,6 +15,7 @@ struct Job {
     std::string path;
     /// Of the job file; the files that it names are from here on.
     std::filesystem::path folder;
+    JobText source;
     JsonNode tree;
 };
 

@@ -12,6 +12,7 @@
 #include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "report/table/JsonText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -169,6 +170,17 @@ void Checker::checkMembers(const JsonNode& node, const Form& form, const std::st
     }
 }
 
+/// The names that an object may have; the first ones of many.
+std::string listMembers(std::vector<std::string> known)
+{
+    constexpr std::size_t most = 20;
+    if (known.size() <= most) return "; the members are " + joinNames(known) + ".";
+    const auto further = known.size() - most;
+    known.resize(most);
+    return fmt::format("; the members are {} and {} more, which quillon-report --help lists.",
+                       join(known, ", "), further);
+}
+
 void Checker::checkNames(const JsonNode& node, const Form& form)
 {
     std::vector<std::string> known;
@@ -180,7 +192,7 @@ void Checker::checkNames(const JsonNode& node, const Form& form)
             add(member.position, quoted + ": the member is there twice.");
         else if (std::find(known.begin(), known.end(), member.name) == known.end()) {
             const auto near = suggestName(member.name, known);
-            const auto list = near == "." ? "; the members are " + joinNames(known) + "." : near;
+            const auto list = near == "." ? listMembers(known) : near;
             add(member.position, fmt::format("{}: unknown member{}", quoted, list));
         }
     }
@@ -214,6 +226,18 @@ std::vector<Problem> findProblems(const JsonNode& node, const Form& form, const 
     Checker checker(folder);
     checker.check(node, form, "");
     return checker.takeProblems();
+}
+
+void requireNoProblems(const std::vector<Problem>& problems, const JobText& source)
+{
+    constexpr std::size_t most = 50;
+    const auto& [text, name] = source;
+    std::string lines;
+    for (std::size_t i = 0; i < std::min(problems.size(), most); ++i)
+        lines += (i == 0 ? "" : "\n") + describePosition(text, name, problems[i].position) + ": " +
+                 problems[i].sentence;
+    if (problems.size() > most) lines += fmt::format("\n{}: and {} more.", name, problems.size() - most);
+    if (!lines.empty()) throw std::runtime_error(lines);
 }
 
 }  // namespace quillon::report

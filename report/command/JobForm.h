@@ -64,6 +64,15 @@ struct Problem {
 std::vector<Problem> findProblems(const JsonNode& node, const Form& form,
                                   const std::filesystem::path& folder);
 
+/// The text of a job file, and its name in sentences.
+struct JobText {
+    std::string text;
+    std::string name;
+};
+
+/// Throws: std::runtime_error with a line for each problem, the first 50: file, line, column and sentence.
+void requireNoProblems(const std::vector<Problem>& problems, const JobText& source);
+
 /// A JSON schema of the form, for editors.
 std::string describeSchema(const Form& form, const std::string& title);
 

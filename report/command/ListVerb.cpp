@@ -7,6 +7,7 @@
 #include "report/command/TemplateFiller.h"
 #include "report/command/Verbs.h"
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -46,13 +47,6 @@ Json toJson(const Template& document)
     return json;
 }
 
-std::string join(const std::vector<std::string>& texts)
-{
-    std::string joined;
-    for (const auto& text : texts) joined += (joined.empty() ? "" : ", ") + text;
-    return joined;
-}
-
 /// A text in a table on a terminal: as quoteText shows it, without the quotes.
 std::string show(const std::string& text, std::size_t longest = 30)
 {
@@ -90,7 +84,7 @@ std::string writeCharts(const std::vector<FoundChart>& charts)
         {"No.", "Name", "Alternative text", "Title", "Type", "Series", "Points", "Place", "Fillable"}};
     for (const auto& chart : charts)
         rows.push_back({std::to_string(chart.number), show(chart.name), show(chart.altText),
-                        show(chart.title), show(join(chart.types)), show(join(chart.series)),
+                        show(chart.title), show(join(chart.types, ", ")), show(join(chart.series, ", ")),
                         std::to_string(chart.points), chart.place,
                         chart.problem.empty() ? "yes" : "no: " + show(chart.problem, 200)});
     return writeTable(rows);

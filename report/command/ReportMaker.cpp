@@ -227,16 +227,19 @@ void BlockAdder::startSection(const JsonNode& block)
                             .left = getText(node, "left", usual.left.c_str())});
 }
 
-void addBlocks(Document& document, const JsonNode& blocks, const JobPlace& place, const Listener& listener)
+/// Adds all items of a list, and only then refuses those that could not be added.
+template <typename Add>
+void addAll(const JsonNode& list, const char* what, const JobText& source, const Add& add)
 {
-    BlockAdder adder(document, place, listener);
-    for (std::size_t i = 0; i < blocks.items.size(); ++i) {
+    std::vector<Problem> problems;
+    for (std::size_t i = 0; i < list.items.size(); ++i) {
         try {
-            adder.add(blocks.items[i]);
+            add(list.items[i]);
         } catch (const std::runtime_error& error) {
-            fail("block {}: {}", i + 1, error.what());
+            problems.push_back({list.items[i].position, fmt::format("{} {}: {}", what, i + 1, error.what())});
         }
     }
+    requireNoProblems(problems, source);
 }
 
 Document startDocument(const JsonNode& job, const std::filesystem::path& folder)
@@ -275,11 +278,12 @@ Document makeReport(const JsonNode& job, const JobPlace& place, const Listener& 
 {
     auto document = startDocument(job, place.folder);
     setPageLines(document, job);
-    if (const auto* blocks = job.find("blocks")) addBlocks(document, *blocks, place, listener);
+    BlockAdder adder(document, place, listener);
+    if (const auto* blocks = job.find("blocks"))
+        addAll(*blocks, "block", *place.source, [&](const auto& block) { adder.add(block); });
     if (const auto* charts = job.find("charts"))
-        for (std::size_t i = 0; i < charts->items.size(); ++i)
-            addChart(document, readChartJob(charts->items[i], place), charts->items.size() == 1 ? 0 : i + 1,
-                     listener);
+        addAll(*charts, "chart", *place.source,
+               [&](const auto& chart) { addChart(document, readChartJob(chart, place), 0, listener); });
     return document;
 }
 

@@ -57,8 +57,8 @@ void checkImage(const std::string& bytes, const ImageOptions& options)
 {
     readImageInfo(bytes);
     readXmlText(options.altText, "Alternative text");
-    for (const auto& length : {options.width, options.height})
-        if (!length.empty()) parseLength(length);
+    if (!options.width.empty()) parseLength("width", options.width);
+    if (!options.height.empty()) parseLength("height", options.height);
 }
 
 }  // namespace

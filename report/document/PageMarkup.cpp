@@ -37,11 +37,7 @@ Paper findPaper(const PageSetup& setup)
 
 std::int64_t readMargin(const std::string& text, const char* side)
 {
-    try {
-        return parseLength(text) / emuPerTwip;
-    } catch (const std::runtime_error& error) {
-        throw std::runtime_error(std::string(side) + ": " + error.what());
-    }
+    return parseLength(side, text) / emuPerTwip;
 }
 
 void setNumber(DOMElement* element, const char16_t* name, std::int64_t number)

@@ -146,13 +146,14 @@ void checkTable(const TextTable& table)
     for (std::size_t i = 0; i < table.rows.size(); ++i)
         if (table.rows[i].size() != table.columns.size())
             throw std::runtime_error("Table: expected " + std::to_string(table.columns.size()) +
-                                     " cells in row " + std::to_string(i + 1) + ", got " +
-                                     std::to_string(table.rows[i].size()) + ".");
+                                     (table.columns.size() == 1 ? " cell" : " cells") + " in row " +
+                                     std::to_string(i + 1) + ", got " + std::to_string(table.rows[i].size()) +
+                                     ".");
     if (!table.widths.empty() && table.widths.size() != table.columns.size())
         throw std::runtime_error("Table: expected a width for each of the " +
                                  std::to_string(table.columns.size()) + " columns, got " +
                                  std::to_string(table.widths.size()) + ".");
-    for (const auto& width : table.widths) parseLength(width);
+    for (const auto& width : table.widths) parseLength("widths", width);
     for (const auto& name : table.columns) readXmlText(name, "Table, header row");
     for (const auto& row : table.rows)
         for (const auto& cell : row) readXmlText(cell, "Table");

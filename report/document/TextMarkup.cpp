@@ -57,11 +57,28 @@ void appendReference(DOMElement* parent, const TextRun& run, const TextPlace& pl
     appendField(parent, u" REF " + nameBookmark(name) + u" \\h ", toUtf16(caption->second), run);
 }
 
+/// An address without the characters that none may hold; those of other languages it may.
+std::string escapeAddress(std::string_view address)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string escaped;
+    for (const char c : address) {
+        const bool isAllowed = c != ' ' && std::string_view("\"<>\\^`{|}").find(c) == std::string_view::npos;
+        if (isAllowed)
+            escaped += c;
+        else
+            escaped +=
+                {'%', digits[static_cast<unsigned char>(c) >> 4], digits[static_cast<unsigned char>(c) & 15]};
+    }
+    return escaped;
+}
+
 void appendLink(DOMElement* parent, const TextRun& run, TextPlace& place)
 {
     auto* link = appendElement(parent, u"w:hyperlink");
-    link->setAttribute(u"r:id",
-                       toUtf16(place.target.relateOutside(place.part, "hyperlink", run.link)).c_str());
+    link->setAttribute(
+        u"r:id",
+        toUtf16(place.target.relateOutside(place.part, "hyperlink", escapeAddress(run.link))).c_str());
     addLook(appendRun(link, toUtf16(run.text)), run, place.styles.use("character", "Hyperlink"));
 }
 

@@ -1,4 +1,5 @@
 #include "report/fill/DocumentText.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -53,13 +54,6 @@ bool isOneOf(const XmlElement& element, const Names& names)
 }
 
 constexpr std::string_view blanks = " \t\n\r";
-
-std::string trim(std::string_view text)
-{
-    const auto begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos) return {};
-    return std::string(text.substr(begin, text.find_last_not_of(blanks) + 1 - begin));
-}
 
 bool isName(std::string_view text)
 {
@@ -143,9 +137,11 @@ std::vector<TextMatch> ParagraphText::findPlaceholders() const
         // A name holds no brace: the opening is the last one before the closing.
         const auto before = std::string_view(text_).substr(at, end - at);
         const auto start = before.rfind(opening);
-        const auto name = start == std::string_view::npos ? "" : trim(before.substr(start + opening.size()));
+        const auto name = start == std::string_view::npos
+                              ? std::string_view()
+                              : trim(before.substr(start + opening.size()), blanks);
         const bool isPlaceholder = isName(name);
-        if (isPlaceholder) matches.push_back({name, at + start, end + closing.size()});
+        if (isPlaceholder) matches.push_back({std::string(name), at + start, end + closing.size()});
         at = end + (isPlaceholder ? closing.size() : 1);
     }
     return matches;
@@ -227,12 +223,11 @@ bool isInFallback(const XmlElement& element)
 
 std::string readPlaceholder(std::string_view text)
 {
-    const auto all = trim(text);
+    const auto all = trim(text, blanks);
     if (all.size() < opening.size() + closing.size() || !all.starts_with(opening) || !all.ends_with(closing))
         return {};
-    const auto name =
-        trim(std::string_view(all).substr(opening.size(), all.size() - opening.size() - closing.size()));
-    return isName(name) ? name : "";
+    const auto name = trim(all.substr(opening.size(), all.size() - opening.size() - closing.size()), blanks);
+    return isName(name) ? std::string(name) : std::string();
 }
 
 }  // namespace quillon::report

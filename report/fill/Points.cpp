@@ -35,12 +35,6 @@ std::size_t readPosition(const XmlSpans& xml, std::string_view text)
     return count;
 }
 
-std::string_view trim(std::string_view text)
-{
-    const auto begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
-    return text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
-}
-
 std::u16string unescape(std::u16string_view text)
 {
     std::u16string units;
@@ -255,7 +249,7 @@ void PointCache::append(std::string& markup, const Points& points, const Matches
 
 double readCachedNumber(std::string_view text)
 {
-    text = trim(text);
+    text = trim(text, " \t\r\n");
     if (text.starts_with('+')) text.remove_prefix(1);
     double number = missing;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);

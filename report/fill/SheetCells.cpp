@@ -43,7 +43,7 @@ std::string readItem(const XmlElement& item)
 
 bool isNothing(const CellValue& value)
 {
-    return std::holds_alternative<std::monostate>(value);
+    return std::holds_alternative<Nothing>(value);
 }
 
 std::string formatPlace(std::uint32_t row, std::uint32_t column)

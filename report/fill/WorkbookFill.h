@@ -8,13 +8,14 @@
 #include <vector>
 
 #include "report/fill/Points.h"
+#include "report/options/Nothing.h"
 #include "report/package/Package.h"
 #include "support/Export.h"
 
 namespace quillon::report {
 
 /// What a cell holds: nothing, a finite number, or a text that is not empty, in the notation of cells.
-using CellValue = std::variant<std::monostate, double, std::string>;
+using CellValue = std::variant<Nothing, double, std::string>;
 
 /// What cells hold one after the other.
 class QUILLON_EXPORT CellLine {

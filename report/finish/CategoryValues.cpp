@@ -67,19 +67,11 @@ std::optional<int> readDigits(const std::string& text, std::size_t at, std::size
     return number;
 }
 
-std::string trim(const std::u16string& text)
-{
-    auto utf8 = toUtf8(text);
-    const auto first = utf8.find_first_not_of(" \t");
-    if (first == std::string::npos) return {};
-    return utf8.substr(first, utf8.find_last_not_of(" \t") - first + 1);
-}
-
 }  // namespace
 
 std::optional<double> readNumberText(const std::u16string& text)
 {
-    const auto utf8 = trim(text);
+    const std::string utf8(trim(toUtf8(text)));
     double number = 0;
     const auto [end, error] = std::from_chars(utf8.data(), utf8.data() + utf8.size(), number);
     if (utf8.empty() || error != std::errc() || end != utf8.data() + utf8.size() || !std::isfinite(number))
@@ -89,7 +81,7 @@ std::optional<double> readNumberText(const std::u16string& text)
 
 std::optional<double> readDateText(const std::u16string& text)
 {
-    const auto utf8 = trim(text);
+    const std::string utf8(trim(toUtf8(text)));
     const bool hasDay = utf8.size() == 10 && utf8[7] == '-';
     if ((!hasDay && utf8.size() != 7) || utf8[4] != '-') return {};
     const auto year = readDigits(utf8, 0, 4);

@@ -45,6 +45,15 @@ std::int64_t parseLength(std::string_view text)
     return std::llround(emu);
 }
 
+std::int64_t parseLength(const std::string& name, std::string_view text)
+{
+    try {
+        return parseLength(text);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(name + ": " + error.what());
+    }
+}
+
 ChartOptions withSize(ChartOptions options)
 {
     if (options.width.empty()) options.width = "6in";

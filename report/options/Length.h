@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quillon::report {
@@ -19,6 +20,8 @@ double readLength(std::string_view text);
 /// Throws: std::runtime_error when the text is not such a length, or lies outside 0.1 to 22 inches, the
 /// widest page that word processors take.
 std::int64_t parseLength(std::string_view text);
+/// The same; sentences begin with the name of what has the length.
+std::int64_t parseLength(const std::string& name, std::string_view text);
 
 struct ChartOptions;
 

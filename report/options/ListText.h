@@ -13,6 +13,9 @@ namespace quillon::report {
 /// an item are dropped. Throws: std::runtime_error for a quote that is not closed.
 QUILLON_EXPORT std::vector<std::string> splitList(std::string_view text);
 
+/// An item without the quotes around it, in which a quote is doubled; any other text as it is.
+QUILLON_EXPORT std::string unquoteItem(const std::string& item);
+
 /// The texts of a list in a sentence: "low, next, high or none".
 template <typename Texts>
 std::string joinNames(const Texts& texts)
@@ -25,6 +28,8 @@ std::string joinNames(const Texts& texts)
     return joined;
 }
 
+/// The text in quotes, each quote in it doubled.
+QUILLON_EXPORT std::string putInQuotes(const std::string& text);
 /// The item as splitList reads it back: in quotes where it needs them.
 QUILLON_EXPORT std::string quoteItem(const std::string& item);
 

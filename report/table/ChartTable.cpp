@@ -12,6 +12,7 @@
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
+#include "report/table/NumberText.h"
 #include "report/table/Sources.h"
 #include "support/Text.h"
 
@@ -79,6 +80,31 @@ Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note
     return chosen;
 }
 
+/// A cell of the column in a sentence, and the option that reads it as a number.
+std::string describeText(const TableScan& scan, std::size_t column, const TableOptions& options)
+{
+    const auto& text = scan.getProfile(column).getFirstText();
+    const auto place = scan.getPlace();
+    const char* other = options.decimal == "point" ? "comma" : "point";
+    const bool isOther = !options.decimal.empty() && readNumber(text.text, {*other == 'c' ? ',' : '.'});
+    return fmt::format("; column {} has {} in {} {}{}", quoteText(scan.getNames()[column]),
+                       quoteText(text.text), place.getUnit(), text.line,
+                       isOther
+                           ? fmt::format(", a number with a decimal {}; --decimal {} reads it", other, other)
+                           : std::string());
+}
+
+[[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)
+{
+    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().countsLines;
+    std::string example = isOne ? "; the table has one column, and --delimiter says what parts several" : "";
+    for (std::size_t column = 0; column < scan.getNames().size() && example.empty(); ++column)
+        if (!contains(categories, column) && scan.getProfile(column).getFirstText().isSet())
+            example = describeText(scan, column, options);
+    fail("{}: no column beside {} holds numbers{}{}.", scan.getPlace().name,
+         quoteText(scan.getNames()[categories.front()]), example, scan.getPlace().hint);
+}
+
 Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& note)
 {
     Roles roles;
@@ -94,9 +120,7 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
     if (options.aggregate == "count" && options.columns.empty()) return roles;
     roles.values =
         options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
-    if (roles.values.empty())
-        fail("{}: no column beside {} holds numbers{}.", scan.getPlace().name,
-             quoteText(scan.getNames()[roles.categories.front()]), scan.getPlace().hint);
+    if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
     return roles;
 }
 

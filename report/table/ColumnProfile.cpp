@@ -4,14 +4,10 @@
 #include <cmath>
 
 #include "report/table/CellText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 /// Digits, with a point between them or without: by far the most cells. The number of digits before the point
 /// and behind it; nothing for any other text.
@@ -74,7 +70,8 @@ void ColumnProfile::addText(std::string_view text, std::size_t line)
     if (isMissing(text, *missing_)) return;
     ++values_;
     if (addPlain(text, line)) return;
-    if (const auto number = readNumberText(text)) addNumber(*number, text, line);
+    const auto number = readNumberText(text);
+    if (!number || !addNumber(*number, text, line)) firstText_.setOnce(line, text);
 }
 
 bool ColumnProfile::addPlain(std::string_view text, std::size_t line)
@@ -93,7 +90,7 @@ bool ColumnProfile::addPlain(std::string_view text, std::size_t line)
     return true;
 }
 
-void ColumnProfile::addNumber(const NumberText& number, std::string_view text, std::size_t line)
+bool ColumnProfile::addNumber(const NumberText& number, std::string_view text, std::size_t line)
 {
     std::optional<double> first;
     bool isNumber = false;
@@ -107,10 +104,11 @@ void ColumnProfile::addNumber(const NumberText& number, std::string_view text, s
         if (first && *first != digits->value) differing_.setOnce(line, text);
         first = digits->value;
     }
-    if (!isNumber) return;
+    if (!isNumber) return false;
     auto& unit = getUnit(number.unit);
     ++unit.count;
     unit.first.setOnce(line, text);
+    return true;
 }
 
 void ColumnProfile::addBare(std::string_view text, std::size_t line)

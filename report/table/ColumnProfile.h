@@ -48,6 +48,8 @@ class ColumnProfile {
     const std::vector<Reading>& getReadings() const { return readings_; }
     /// A cell that is one number with a decimal point, and another with a decimal comma.
     const Sample& getDiffering() const { return differing_; }
+    /// The first value that is no number in any style.
+    const Sample& getFirstText() const { return firstText_; }
 
     /// Numbers in one unit, which is empty for those that have none.
     struct UnitCount {
@@ -80,7 +82,7 @@ class ColumnProfile {
  private:
     void addText(std::string_view text, std::size_t line);
     bool addPlain(std::string_view text, std::size_t line);
-    void addNumber(const NumberText& number, std::string_view text, std::size_t line);
+    bool addNumber(const NumberText& number, std::string_view text, std::size_t line);
     UnitCount& getUnit(const Unit& unit);
     void addBare(std::string_view text, std::size_t line);
     void addFormat(const Cell& cell, std::size_t line);
@@ -97,6 +99,7 @@ class ColumnProfile {
     std::size_t filled_ = 0;
     std::size_t values_ = 0;
     Sample differing_;
+    Sample firstText_;
 
     /// The first counts numbers without a unit.
     std::vector<UnitCount> units_ = {{}};

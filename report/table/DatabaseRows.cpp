@@ -41,8 +41,11 @@ class Database {
     sqlite3* getHandle() const { return handle_; }
     [[noreturn]] void refuse() const
     {
-        if (sqlite3_errcode(handle_) == SQLITE_AUTH) fail("{}: a --query can only select.", name_);
-        fail("{}: the query is refused: {}.", name_, describe());
+        const auto code = sqlite3_errcode(handle_);
+        if (code == SQLITE_AUTH) fail("{}: a --query can only select.", name_);
+        const bool isDamaged = code == SQLITE_NOTADB || code == SQLITE_CORRUPT;
+        fail("{}: the {}: {}.", name_, isDamaged ? "database cannot be read" : "query is refused",
+             describe());
     }
     const std::string& getName() const { return name_; }
 

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <string>
 
+#include "support/Text.h"
+
 namespace quillon::report {
 namespace {
 
@@ -33,21 +35,9 @@ struct Tokens {
     const Token& operator[](std::size_t i) const { return items.at(i); }
 };
 
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 bool isLetter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
-}
-
-std::string_view trim(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    return text;
 }
 
 template <typename Accept>
@@ -240,7 +230,7 @@ bool isZone(std::string_view text)
 /// The hour of a clock with twelve hours; nothing where it has no such hour.
 std::optional<unsigned> applyHalf(unsigned hour, std::string_view& rest)
 {
-    const auto half = trim(rest);
+    const auto half = trim(rest, " ");
     const bool isMorning = half == "AM" || half == "am" || half == "a.m.";
     const bool isEvening = half == "PM" || half == "pm" || half == "p.m.";
     if (!isMorning && !isEvening) return hour;
@@ -270,11 +260,11 @@ std::optional<double> readTime(std::string_view text)
 
 std::optional<DateText> readDate(std::string_view text, DateOrder order)
 {
-    text = trim(text);
+    text = trim(text, " ");
     if (text.size() < 4 || text.size() > longestDate) return std::nullopt;
     const auto start = findTime(text);
     if (start == std::string_view::npos) return readDay(text, order);
-    const auto date = readDay(trim(text.substr(0, start)), order);
+    const auto date = readDay(trim(text.substr(0, start), " "), order);
     const auto time = readTime(text.substr(start + 1));
     if (!date || date->unit != DateUnit::Day || !time) return std::nullopt;
     return DateText{date->serial + *time, DateUnit::Time};

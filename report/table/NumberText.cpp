@@ -25,11 +25,6 @@ constexpr std::string_view currencies[] = {
 
 constexpr std::array<std::string_view, 7> missingMarks = {"n/a", "na", "nan", "null", "-", "#n/a", "."};
 
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 /// The length of the first of `texts` with which `text` starts; 0: none does.
 template <typename Texts>
 std::size_t matchStart(std::string_view text, const Texts& texts)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "report/options/ListText.h"
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
 #include "report/table/Fail.h"
@@ -9,21 +10,15 @@
 namespace quillon::report {
 namespace {
 
-/// The position of the "=" that stands outside of quotes.
+/// The position of the first "=" behind the column, which may stand in quotes.
 std::size_t findEquals(const std::string& condition)
 {
     bool isQuoted = false;
     for (std::size_t i = 0; i < condition.size(); ++i) {
-        if (condition[i] == '"') isQuoted = !isQuoted;
+        if (condition[i] == '"' && condition.starts_with('"')) isQuoted = !isQuoted;
         if (condition[i] == '=' && !isQuoted) return i;
     }
     fail("Where {}: expected a column and a text, as in region=North.", quoteText(condition));
-}
-
-std::string unquote(const std::string& text)
-{
-    const bool isQuoted = text.size() >= 2 && text.front() == '"' && text.back() == '"';
-    return isQuoted ? text.substr(1, text.size() - 2) : text;
 }
 
 }  // namespace
@@ -72,7 +67,12 @@ void RowFilter::noteUnknown(const Place& place, const Note& note) const
 std::pair<std::string, std::string> splitCondition(const std::string& condition)
 {
     const auto equals = findEquals(condition);
-    return {unquote(condition.substr(0, equals)), unquote(condition.substr(equals + 1))};
+    return {unquoteItem(condition.substr(0, equals)), unquoteItem(condition.substr(equals + 1))};
+}
+
+std::string makeCondition(const std::string& column, const std::string& text)
+{
+    return putInQuotes(column) + "=" + putInQuotes(text);
 }
 
 }  // namespace quillon::report

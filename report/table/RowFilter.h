@@ -42,4 +42,7 @@ class RowFilter {
 /// Throws: std::runtime_error where there is no "=".
 std::pair<std::string, std::string> splitCondition(const std::string& condition);
 
+/// The condition that splitCondition parts again, whatever stands in its texts.
+std::string makeCondition(const std::string& column, const std::string& text);
+
 }  // namespace quillon::report

@@ -149,9 +149,17 @@ class JobTest(CommandTest):
         self.assertIn("Sales 2024", self.read_part("out.docx", "docProps/core.xml"))
         self.assertIn("PAGE", self.read_part("out.docx", "word/header1.xml"))
 
-    def test_names_the_block_that_cannot_be_made(self):
-        self.write("job.json", {"blocks": [{"heading": "A"}, {"paragraph": "B", "style": "Titel"}]})
-        self.require_refusal(1, "block 2: ", "--job", "job.json", "-o", "out.docx")
+    def test_names_all_blocks_that_cannot_be_made(self):
+        self.write("t.csv", WIDE)
+        self.write("job.json", b"""{"blocks": [{"heading": "A"},
+            {"paragraph": "B", "style": "Titel"}, {"paragraph": "C"},
+             {"chart": {"table": "t.csv", "columns": "East"}}]}""")
+        for sentence in ['job.json:2:13: block 2: There is no paragraph style "Titel"',
+                         'job.json:3:14: block 4: t.csv: there is no column "East"']:
+            self.require_refusal(1, sentence, "--job", "job.json", "-o", "out.docx")
+        self.write("job.json", b"""{"charts": [{"table": "t.csv"},
+            {"table": "t.csv", "columns": "East"}]}""")
+        self.require_refusal(1, 'job.json:2:13: chart 2: t.csv: there is no column "East"', "--job", "job.json", "-o", "out.docx")
 
     def test_takes_the_look_of_a_template(self):
         self.write("look.json", {"header": "Letterhead", "blocks": [{"paragraph": "left out"}]})
@@ -197,6 +205,21 @@ class JobTest(CommandTest):
         self.write("one.json", {"blocks": [{"chart": chart}, {"table": {"table": "./t.csv", "columns": "net"}}]})
         result = self.run_command("--job", "one.json", "--check")
         self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)
+
+    def test_groups_of_another_reading_may_have_any_names(self):
+        self.write("t.csv", b'"a ""b""=c",net\n"=""x""",1\n"""y""",2\n')
+        self.write("job.json", {
+            "for-each": {"table": "t.csv", "by": "#1", "output": "{net}.docx"},
+            "blocks": [{"chart": {"table": "t.csv", "delimiter": "comma"}}],
+        })
+        self.write("named.json", {
+            "for-each": {"table": "t.csv", "by": 'a "b"=c', "output": "named-{net}.docx"},
+            "blocks": [{"chart": {"table": "t.csv", "delimiter": "comma"}}],
+        })
+        self.succeed("--job", "job.json")
+        self.succeed("--job", "named.json")
+        for document, category, value in [("1.docx", '="x"', "1"), ("named-2.docx", '"y"', "2")]:
+            self.assertEqual(self.read_charts(document), [("bar", [category], {"net": [value]})])
 
     def test_refuses_groups_before_anything_is_written(self):
         self.write("t.csv", b"region,net\na/b,1\na:b,2\n,3\n")

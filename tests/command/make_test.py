@@ -43,6 +43,8 @@ OTHER_FIELDS = (
 REFUSED = [
     (b"", [], "t.csv: the table is empty; expected a header row and rows of data."),
     (b"\n\n", [], "t.csv: the table is empty; expected a header row and rows of data."),
+    (b"A:B\nx:1\n", [],
+     't.csv: no column beside "A:B" holds numbers; the table has one column, and --delimiter says what parts several.'),
     (b"A,B\n", [], "t.csv: the table has a header row and no rows of data."),
     (b"A,\nx,1\n", [], "t.csv:1: column 2 has no name; name it, choose others by --columns, or leave out lines above the header by --skip."),
     (b'A,B\n"x\ny",1\nz,1,2\n', [], "t.csv:4: expected 2 fields, as in the header row, got 3" + OTHER_FIELDS),

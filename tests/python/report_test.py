@@ -209,6 +209,11 @@ class Saving(unittest.TestCase):
             with self.assertRaises(error) as caught:
                 make_document().save(path)
             self.assertEqual((caught.exception.errno, caught.exception.filename), (number, str(path)))
+        for open_file in (quillon.report.open, Document):
+            with self.assertRaises(FileNotFoundError):
+                open_file(str(self.folder / "missing.docx"))
+            self.assertRaises(ValueError, open_file, "a\0b")
+            self.assertRaises(ValueError, open_file, str(taken))
         for target, error in [(3, TypeError), (None, TypeError), ("a\0b", ValueError), (io.StringIO(), TypeError)]:
             self.assertRaises(error, make_document().save, target)
         self.assertEqual(list(self.folder.iterdir()), [taken])
@@ -251,6 +256,7 @@ class Refusals(unittest.TestCase):
             (document.add_list, ([ListItem("a", 9)],), ValueError, "level"),
             (document.add_list, ([ListItem("a", -1)],), ValueError, "List level: expected 0 to 8"),
             (document.add_table, ([["a"]], ["A", "B"]), ValueError, "row 1"),
+            (document.add_table, ([["a"]],), TypeError, "rows need a header row"),
             (document.add_image, (b"no picture",), ValueError, "PNG"),
             (document.add_caption, ("a", "Figure", "no name"), ValueError, "name"),
             (document.add_table_of_contents, (0,), ValueError, "1 to 9"),

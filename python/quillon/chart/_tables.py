@@ -128,7 +128,8 @@ def _read_source(table: Any) -> _Source:
         kind = type(table[0]).__name__
         raise TypeError(f"{_FRAME}: expected a list of numbers, got one of {kind}; from_rows takes rows.")
     name = getattr(table, "name", None)
-    return _Source(["Series 1" if name is None else name], lambda _: table, _index_of(table))
+    cells = list(table)
+    return _Source(["Series 1" if name is None else name], lambda _: cells, _index_of(table))
 
 
 def _column(array: Any, name: str) -> Any:
@@ -138,11 +139,35 @@ def _column(array: Any, name: str) -> Any:
 def _read_mapping(table: Mapping[Any, Any]) -> _Source:
     if table and not any(hasattr(value, "__iter__") and not isinstance(value, str) for value in table.values()):
         return _Source(["Series 1"], lambda _: table.values(), list(table))
-    inner = [value for value in table.values() if isinstance(value, Mapping)]
-    if inner:
-        return _Source(list(table), lambda name: [table[name].get(key) for key in inner[0]], list(inner[0]))
-    first: Any = next(iter(table.values()), None)
-    return _Source(list(table), table.__getitem__, _index_of(first))
+    if any(isinstance(value, Mapping) for value in table.values()):
+        return _read_mappings(table)
+    columns = {name: _read_column(name, value) for name, value in table.items()}
+    return _Source(list(table), columns.__getitem__, _shared_index(table))
+
+
+def _read_mappings(table: Mapping[Any, Any]) -> _Source:
+    for name, value in table.items():
+        if not isinstance(value, Mapping):
+            kind = type(value).__name__
+            raise TypeError(f"{_FRAME}: {name!r}: expected a dictionary, as the others are, got {kind}.")
+    keys = list(dict.fromkeys(key for value in table.values() for key in value))
+    return _Source(list(table), lambda name: [table[name].get(key) for key in keys], keys)
+
+
+def _read_column(name: object, column: Any) -> list[Any]:
+    if isinstance(column, (str, bytes)) or not hasattr(column, "__iter__"):
+        raise TypeError(f"{_FRAME}: {name!r}: expected a column of cells, got {type(column).__name__}.")
+    return list(column)
+
+
+def _shared_index(table: Mapping[Any, Any]) -> list[Any] | None:
+    """The names of the rows, which are those of all columns that have any."""
+    named = {name: index for name, column in table.items() if (index := _index_of(column)) is not None}
+    for name, index in named.items():
+        if index != next(iter(named.values())):
+            first = next(iter(named))
+            raise ValueError(f"{_FRAME}: {name!r} has other row names than {first!r}; make one data frame of them.")
+    return next(iter(named.values()), None)
 
 
 def _index_of(table: Any) -> list[Any] | None:

@@ -13,7 +13,7 @@ from quillon import chart as charts
 from quillon._chart_data import ChartData, as_chart_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
-from quillon.report._files import Target, save
+from quillon.report._files import Target, require_file, save
 
 Progress = Callable[[int, int], Any]
 Paper = Literal["A3", "A4", "A5", "letter", "legal"]
@@ -59,8 +59,8 @@ class Document:
 
         Its text, and the charts, pictures and comments in it, are left out.
         """
-        if isinstance(template, (str, bytes, os.PathLike)):
-            os.stat(template)
+        if template is not None:
+            require_file(template)
         self._core = _core.make_document(template)
 
     def add_heading(self, text: str, level: int = 1) -> None:
@@ -208,6 +208,8 @@ class Document:
         style: the name of a table style.
         """
         if columns is None:
+            if isinstance(table, Sequence) and table and isinstance(table[0], (list, tuple)):
+                raise TypeError('add_table: rows need a header row, as in add_table(rows, ["Name", "Price"]).')
             names, rows = _core.make_table(as_chart_data(table), header)
         else:
             names, rows = list(columns), [[_cell(cell) for cell in row] for row in table]

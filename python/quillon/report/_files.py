@@ -28,6 +28,12 @@ def save(target: Target, make: Callable[[], tuple[bytes, Iterable[str]]]) -> Non
         _core.write_file(path, data)
 
 
+def require_file(path: str | bytes | os.PathLike[Any]) -> None:
+    """Raise the OSError of a path that leads to no file."""
+    if "\0" not in os.fsdecode(path):
+        os.stat(path)
+
+
 def _write_all(file: Any, data: bytes) -> None:
     """Write to a file object, which may take a part of the bytes at a time. One that gives no number took all."""
     rest: bytes | memoryview = data

@@ -11,7 +11,7 @@ from quillon import _core, _options
 from quillon._chart_data import ChartData, as_chart_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
-from quillon.report._files import Target, save
+from quillon.report._files import Target, require_file, save
 
 if TYPE_CHECKING:
     import pandas
@@ -257,8 +257,8 @@ def open(source: str | os.PathLike[str] | bytes) -> Template:
 
     Raises FileNotFoundError, and ValueError that says what is wrong with the file, or what it is instead.
     """
-    if isinstance(source, (str, os.PathLike)):
-        os.stat(source)
+    if not isinstance(source, bytes):
+        require_file(source)
     return Template(_core.open_template(source))
 
 

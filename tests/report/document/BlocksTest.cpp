@@ -262,7 +262,7 @@ TEST(Blocks, SayWhatTheDocumentIs)
 TEST(Blocks, BringWhatTheyNeed)
 {
     const auto bytes = write([](Document& document) {
-        document.addParagraph({{.text = "here", .link = "https://example.com/?a&b"}}, "Title");
+        document.addParagraph({{.text = "here", .link = "https://example.com/ü b?a&b|c"}}, "Title");
         document.addTable({{"a"}, {{"1"}}});
     });
     const auto styles = findValues(readPart(bytes, "word/styles.xml"), "style", "styleId");
@@ -274,7 +274,7 @@ TEST(Blocks, BringWhatTheyNeed)
     const auto link = std::ranges::find(links, "hyperlink", &Relationship::getKind);
     ASSERT_NE(link, links.end());
     EXPECT_TRUE(link->isExternal);
-    EXPECT_EQ(link->target, "https://example.com/?a&b");
+    EXPECT_EQ(link->target, "https://example.com/ü%20b?a&b%7Cc");
 }
 
 TEST(Blocks, MakeTablesOfData)
@@ -322,11 +322,13 @@ TEST(Blocks, AreRefusedWithASentence)
         {[](auto& d) {
              d.addTable({{"a"}, {{"1"}, {"1", "2"}}});
          },
-         "Table: expected 1 cells in row 2, got 2."},
+         "Table: expected 1 cell in row 2, got 2."},
         {[](auto& d) {
              d.addTable({{"a"}, {}, {"1in", "1in"}});
          },
          "Table: expected a width for each of the 1 columns"},
+        {[](auto& d) { d.addImage(makePng(), {.width = "3"}); },
+         "width: expected one of the units cm, mm, in, pt after the number, as in 15cm, got \"3\"."},
         {[](auto& d) { d.addImage("GIF89a"); }, "Image: expected the bytes of a PNG or JPEG file."},
         {[](auto& d) { d.addImage(makePng().substr(0, 20)); }, "Image: the PNG file is damaged."},
         {[](auto& d) { d.addImage(makeJpeg().substr(0, 36)); }, "Image: the JPEG file is damaged."},

@@ -44,7 +44,11 @@ TEST(ListText, ItemsMayBeQuoted)
     EXPECT_EQ(splitList("\"say \"\"a,b\"\"\", \" c \""), (Items{"say \"a,b\"", " c "}));
     EXPECT_EQ(splitList("a,,"), (Items{"a", "", ""}));
     EXPECT_EQ(splitList(""), (Items{""}));
-    EXPECT_EQ(thrownText([] { splitList("a,\"b"); }), "List \"a,\"b\": a double quote is not closed.");
+    EXPECT_EQ(splitList("\"a\"=\"b\""), (Items{"\"a\"=\"b\""}));
+    EXPECT_EQ(
+        thrownText([] { splitList("a,\"b"); }),
+        "List \"a,\"b\": a double quote is not closed; an item with a quote stands in quotes, in which it "
+        "is doubled.");
     for (const auto* item : {"a", "a,b", "say \"x\"", " b", "f(x", "", "a\"\",b"})
         EXPECT_EQ(splitList(quoteItem(item) + "," + quoteItem("z")), (Items{item, "z"})) << item;
 }
