@@ -108,7 +108,7 @@ class FillPlan {
     void planNames(SeriesPlan& plan);
     void planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details);
     void planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count);
-    std::vector<double> readX(const chart::DataSeries& series) const;
+    std::vector<double> readX(const SeriesPlan& plan, const chart::DataSeries& series);
     void planDetails(SeriesPlan& plan, const SeriesDetails& details, std::size_t count);
     SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,
                            std::vector<double> numbers) const;

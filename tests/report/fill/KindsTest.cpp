@@ -305,9 +305,16 @@ TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)
               part.rfind("<c:xVal><c:numRef><c:f>Sheet1!$A$2:$A$3</c:f>"));
 
     // A table of categories has the x values in them.
-    document.fill("1", makeData({"0.5", "8"}, {{"S0", {1, 2}}}));
-    EXPECT_EQ(print(document.getChartData("1")), "1||S0:0.5;1,8;2,");
-    document.fill("1", makeData({"a", "b"}, {{"S0", {1, 2}}}));
+    for (const auto kind : {CategoryKind::Automatic, CategoryKind::Text}) {
+        auto table = makeData({"0.5", "8"}, {{"S0", {1, 2}}});
+        table.categoryKind = kind;
+        EXPECT_EQ(document.fill("1", table).warnings, Texts());
+        EXPECT_EQ(print(document.getChartData("1")), "1||S0:0.5;1,8;2,");
+    }
+    document.fill("1", makeData({"2026-01-01", "2026-01-03"}, {{"S0", {1, 2}}}));
+    EXPECT_EQ(print(document.getChartData("1")), "1||S0:46023;1,46025;2,");
+    EXPECT_EQ(document.fill("1", makeData({"a", "b"}, {{"S0", {1, 2}}})).warnings,
+              Texts{"series \"S0\": its categories are no numbers; the points stand at 1, 2, 3."});
     EXPECT_EQ(print(document.getChartData("1")), "1||S0:1;1,2;2,");
 
     auto bubbles = makeData({}, {{"S0", {1, 2, 3}}, {"S1", {1, 2, 3}}});
