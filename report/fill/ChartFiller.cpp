@@ -62,6 +62,8 @@ void ChartFiller::writeGroup(std::size_t group)
     std::vector<XmlElement> places;
     for (const auto& plan : plan_.getSeries())
         if (plan.look->group == group) series.push_back(&plan);
+    std::stable_sort(series.begin(), series.end(),
+                     [](const auto* left, const auto* right) { return left->order < right->order; });
     for (const auto& old : part_.getDrawnSeries())
         if (old.group == group) places.push_back(old.element);
     if (series.empty()) return;

@@ -186,6 +186,10 @@ void FillPlan::planCategories()
         after.points.resize(count);
         for (auto& level : after.levels) level.resize(count);
     }
+    // Dates and numbers that read as the old texts are those texts.
+    if (categoriesBefore_.kind == Categories::Kind::Text && data_.categoryFormat.empty() &&
+        getNames(after, part_.is1904()) == categoriesBefore_.points.texts)
+        after = categoriesBefore_;
     areCategoriesNew_ = !(after == categoriesBefore_) && hasCategoryGroups;
     if (after.kind != categoriesBefore_.kind && after.format.empty())
         after.format = after.kind == Categories::Kind::Date ? "yyyy\\-mm\\-dd" : "General";
@@ -247,6 +251,10 @@ void FillPlan::planOrder()
     for (const auto& series : part_.getSeries()) nextIndex = std::max(nextIndex, series.index + 1);
     for (auto& plan : series_)
         if (plan.isAdded) plan.index = nextIndex++;
+    // What a series of a stock chart means lies in its place: high, low, close.
+    const bool isStock = std::any_of(part_.getGroups().begin(), part_.getGroups().end(),
+                                     [](const auto& group) { return group.kind->element == "stockChart"; });
+    if (isStock && report_.count(FillReport::Change::Matched) == series_.size()) return;
     // Series lie in the order they are shown in, so that their places tell it.
     bool isKept = true;
     for (std::size_t i = 1; i < series_.size(); ++i) {

@@ -245,6 +245,32 @@ Texts listValues(const std::string& part)
     return values;
 }
 
+TEST(Kinds, KeepTextsThatReadAsTheNewDates)
+{
+    const auto part = makeColumns(makeTextReference('A', {"2026-07-30", "2026-07-31"}), {"1", "2"});
+    auto document = makeTemplate({part});
+    auto data = makeData({"2026-07-30", "2026-07-31"}, {{"North", {1, 2}}});
+    data.categoryKind = CategoryKind::Date;
+    data.categoryValues = {46233, 46234};
+    document.fill("1", data);
+    EXPECT_EQ(getChartPart(document), part);
+    data.categoryFormat = "d mmm";
+    document.fill("1", data);
+    EXPECT_NE(getChartPart(document).find("<c:v>46234</c:v>"), std::string::npos);
+}
+
+TEST(Kinds, OfStockKeepTheOrderOfTheirSeries)
+{
+    const auto make = [](const Texts& high, const Texts& low, const Texts& close) {
+        return makeChartPart(
+            makeGroup("stockChart", "", {{0, "High", high}, {1, "Low", low}, {2, "Close", close}}, "12") +
+            textAxes);
+    };
+    auto document = makeTemplate({make({"3", "4", "5"}, {"1", "2", "3"}, {"2", "3", "4"})});
+    document.fill("1", makeData({}, {{"Close", {7, 6, 5}}, {"High", {9, 8, 7}}, {"Low", {5, 4, 3}}}));
+    EXPECT_EQ(getChartPart(document), make({"9", "8", "7"}, {"5", "4", "3"}, {"7", "6", "5"}));
+}
+
 TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
 {
     const std::vector<std::string> names = {"Start", "Up", "Down", "End"};
