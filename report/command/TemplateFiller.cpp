@@ -9,18 +9,20 @@
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// A chart that is filled keeps its look: of the options for new ones it takes the number format alone.
+/// A chart that is filled keeps its look: it takes options for new ones that are about numbers alone.
 void requireFillOptions(const ChartJob& job)
 {
     for (const auto& option : getOptions()) {
         const std::string name = option.name;
-        if (name != "number-format" && name != "blank" && option.get(job.options) != option.get({}))
+        const bool isOfNumbers = name == "number-format" || name == "blank" || name == "totals";
+        if (!isOfNumbers && option.get(job.options) != option.get({}))
             fail(
                 "{} is for new charts, in the place of a placeholder; chart {} is filled, and keeps its "
                 "look.",
@@ -38,7 +40,8 @@ Match readMatch(const std::string& text)
 FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
 {
     requireFillOptions(job);
-    const auto data = readData(job, listener);
+    auto data = readData(job, listener);
+    for (const auto& total : job.options.totals) data.totals.push_back(quillon::toUtf16(total));
     auto report = document.fill(
         job.fill, data,
         {.match = readMatch(job.match), .title = job.title, .numberFormat = job.options.numberFormat});

@@ -63,6 +63,11 @@ bool isCounting(const std::vector<std::string>& texts)
     return true;
 }
 
+bool contains(const Matches& matches, std::size_t old)
+{
+    return std::find(matches.begin(), matches.end(), old) != matches.end();
+}
+
 std::shared_ptr<const Categories> share(Points points)
 {
     auto content = std::make_shared<Categories>();
@@ -113,7 +118,10 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     for (std::size_t i = 0; i < series_.size(); ++i)
         planContent(series_[i], *data_.dataSet->getSeries(i), data_.getDetails(i));
     drawnCount_ = series_.size();
-    if (part_.isWaterfall()) planWaterfall();
+    if (part_.isWaterfall())
+        planWaterfall();
+    else if (!data_.totals.empty())
+        report_.warnings.push_back("totals are for waterfalls; the chart is none.");
     shareCategories();
 }
 
@@ -446,7 +454,7 @@ void FillPlan::warn(const SeriesPlan& plan, const std::string& sentence)
 }
 
 /// The categories that showed a total still do, unless the data says which.
-std::vector<bool> FillPlan::chooseTotals() const
+std::vector<bool> FillPlan::chooseTotals()
 {
     auto categories = data_.dataSet->getCategories();
     if (categories.empty())
@@ -461,7 +469,13 @@ std::vector<bool> FillPlan::chooseTotals() const
         if (kept.back()) names.push_back(categories[i]);
     }
     // Of categories with one name, some may be totals and some not.
-    return data_.totals.empty() || data_.totals == names ? kept : findTotals(categories, data_.totals);
+    if (!data_.totals.empty() && data_.totals != names) return findTotals(categories, data_.totals);
+    const auto namesBefore = getNames(categoriesBefore_, part_.is1904());
+    for (const auto total : before)
+        if (!contains(*categoryMatches_, total) && total < namesBefore.size())
+            report_.warnings.push_back("the total " + quoteText(namesBefore[total]) +
+                                       " is gone; say which categories are totals now (totals).");
+    return kept;
 }
 
 /// The series of the author moves behind those that draw it.

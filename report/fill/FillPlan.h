@@ -116,7 +116,7 @@ class FillPlan {
     std::size_t countPoints(const SeriesPlan& plan, const std::vector<double>& numbers) const;
     bool hasCells(const PointSource& source) const;
     void planWaterfall();
-    std::vector<bool> chooseTotals() const;
+    std::vector<bool> chooseTotals();
     void shareCategories();
     bool isAnywhere(SourcePlan SeriesPlan::*source) const;
     void warn(const SeriesPlan& plan, const std::string& sentence);

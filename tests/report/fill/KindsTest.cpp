@@ -294,6 +294,8 @@ TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
     after.totals = {u"Down"};
     document.fill("1", after);
     EXPECT_EQ(document.getChartData("1").totals, after.totals);
+    EXPECT_EQ(document.fill("1", makeData({"Start", "Up", "Fall"}, {{"Change", {10, 5, -3}}})).warnings,
+              Texts{"the total \"Down\" is gone; say which categories are totals now (totals)."});
     EXPECT_EQ(thrownText([&] {
                   document.fill("1", makeData(names, {{"A", {1}}, {"B", {2}}}));
               }),
