@@ -106,6 +106,7 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
         if (const auto* charts = tree.find("charts"))
             for (const auto& chart : charts->items) filling.charts.push_back(readChartJob(chart, place));
         auto document = *making.document;
+        requireOutputOfKind(document, output.path);
         result = fillTemplate(document, filling, listener);
         bytes = document.toBytes();
     } else {

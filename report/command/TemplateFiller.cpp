@@ -1,6 +1,8 @@
 #include "report/command/TemplateFiller.h"
 
 #include <algorithm>
+#include <array>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -150,7 +152,33 @@ Json toJson(const FillReport& chart)
             {"warnings", chart.warnings}};
 }
 
+/// Word processors refuse a file whose name and content differ in these kinds.
+struct DocumentKind {
+    const char* ending;
+    const char* contentType;
+};
+constexpr std::array documentKinds = {
+    DocumentKind{".docx", "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml"},
+    DocumentKind{".dotx", "application/vnd.openxmlformats-officedocument.wordprocessingml.template.main+xml"},
+    DocumentKind{".docm", "application/vnd.ms-word.document.macroEnabled.main+xml"},
+    DocumentKind{".dotm", "application/vnd.ms-word.template.macroEnabledTemplate.main+xml"},
+};
+
 }  // namespace
+
+void requireOutputOfKind(const Template& document, const std::string& output)
+{
+    const auto type = document.getPackage().getContentType(document.getPackage().getMainPart());
+    const auto ending = toLower(std::filesystem::path(output).extension().string());
+    const auto find = [&](auto matches) {
+        return std::find_if(documentKinds.begin(), documentKinds.end(), matches);
+    };
+    const auto own = find([&](const auto& kind) { return kind.contentType == type; });
+    const auto named = find([&](const auto& kind) { return kind.ending == ending; });
+    if (own != documentKinds.end() && named != documentKinds.end() && own != named)
+        fail("Cannot write {}: the template is a {} file, and stays one; expected a name that ends so.",
+             quoteText(output, 200), own->ending);
+}
 
 Template openTemplate(const std::string& path)
 {

@@ -164,6 +164,8 @@ class FillTest(CommandTest):
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--match", "size", *out], """Match "size": expected name or position.\n"""),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "july.csv"], 'Cannot write "july.csv"'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--at", "profit", *out], "chart 2: There is no"),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "x.DOTX"],
+             'Cannot write "x.DOTX": the template is a .docx file, and stays one; expected a name that ends so.'),
         ]:
             with self.subTest(arguments=arguments):
                 self.require_refusal(status, sentence, *arguments)
