@@ -486,7 +486,7 @@ void FillPlan::planWaterfall()
     const auto totals = chooseTotals();
     for (std::size_t i = 0; i < totals.size(); ++i)
         if (totals[i]) totals_.push_back(i);
-    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals);
+    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals, options_.numberFormat);
     requireNumbers(*drawn.dataSet);
     series_ = drawn.series;
     drawnCount_ = series_.size();

@@ -294,12 +294,45 @@ TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
     after.totals = {u"Down"};
     document.fill("1", after);
     EXPECT_EQ(document.getChartData("1").totals, after.totals);
-    EXPECT_EQ(document.fill("1", makeData({"Start", "Up", "Fall"}, {{"Change", {10, 5, -3}}})).warnings,
+    EXPECT_EQ(document.fill("1", makeData({"Start", "Up"}, {{"Change", {10, 5}}})).warnings,
               Texts{"the total \"Down\" is gone; say which categories are totals now (totals)."});
     EXPECT_EQ(thrownText([&] {
                   document.fill("1", makeData(names, {{"A", {1}}, {"B", {2}}}));
               }),
               "A waterfall shows one series, of changes and totals; the data has 2.");
+}
+
+TEST(Kinds, ShowANumberFormatWhereTheyHaveTheirOwn)
+{
+    const auto fill = [](const ChartData& data, const ChartOptions& options) {
+        auto chart = chart::ColumnChart::create();
+        chart->setDataSet(data.dataSet);
+        Document document;
+        document.addChart(chart, options, data);
+        Template filled(document.toBytes());
+        filled.fill("1", filled.getChartData("1"), {.numberFormat = "0.00"});
+        std::string formats;
+        const auto part = getChartPart(filled);
+        const std::string name = "<c:numFmt formatCode=\"";
+        for (auto at = part.find(name); at != std::string::npos; at = part.find(name, at + 1)) {
+            const auto begin = at + name.size();
+            formats += part.substr(begin, part.find('"', begin) - begin) + " ";
+        }
+        const auto text = part.find("<a:t>");
+        return formats +
+               (text == std::string::npos ? "" : part.substr(text + 5, part.find("</a:t>") - text - 5));
+    };
+    const auto bars = makeData({"5", "6"}, {{"North", {1, 2}}});
+    auto waterfall = makeData({"a", "b", "c"}, {{"Change", {10, -25, 20}}});
+    waterfall.totals = {u"a"};
+    const auto value = std::vector{Label::Value};
+    // Labels of a series, then the axes: names of categories keep theirs, and so does a label of fixed text.
+    EXPECT_EQ(fill(bars, {.labels = value}), "0.00 General 0.00 ");
+    EXPECT_EQ(fill(bars, {.kind = ChartKind::Pie, .labels = {Label::Percent}}), "0% ");
+    EXPECT_EQ(fill(bars, {.stacking = Stacking::Percent}), "General 0% ");
+    EXPECT_EQ(fill(bars, {.kind = ChartKind::Scatter}), "General 0.00 ");
+    EXPECT_EQ(fill(waterfall, {.kind = ChartKind::Waterfall, .labels = value}),
+              "#,##0;#,##0 0.00;0.00 -#,##0;-#,##0 -0.00;-0.00 0.00 General 0.00 20.00");
 }
 
 TEST(Kinds, WithoutNamesOfSeriesHoldThemThemselves)
