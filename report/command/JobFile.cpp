@@ -118,9 +118,10 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
 
 void tell(const Making& making, const FillResult& result, const std::string& output)
 {
+    if (output == "-") return;
     if (making.options.asJson)
         fmt::print("{}", describeFillingAsJson(result, output));
-    else if (making.document && output != "-")
+    else if (making.document)
         fmt::print("{}", describeFilling(result));
 }
 
@@ -142,10 +143,7 @@ class GroupRun {
         progress_.clear();
         for (const auto& sentence : warnings_) warn(sentence);
         if (failure_) std::rethrow_exception(failure_);
-        for (std::size_t i = 0; i < groups_.size(); ++i) {
-            if (!making_.options.asJson) fmt::print("{}\n", groups_[i].output);
-            tell(making_, results_[i], groups_[i].output);
-        }
+        tellAll();
     }
 
  private:
@@ -161,6 +159,17 @@ class GroupRun {
             }
             progress_.show(fmt::format("document {} of {}", ++done_, groups_.size()));
         }
+    }
+
+    /// As JSON, an array with an object for each document.
+    void tellAll() const
+    {
+        const bool asJson = making_.options.asJson;
+        for (std::size_t i = 0; i < groups_.size(); ++i) {
+            fmt::print("{}", !asJson ? groups_[i].output + "\n" : i == 0 ? "[\n" : ",\n");
+            tell(making_, results_[i], groups_[i].output);
+        }
+        if (asJson) fmt::print("{}", groups_.empty() ? "[]\n" : "]\n");
     }
 
     void makeGroup(std::size_t index)

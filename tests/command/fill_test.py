@@ -94,7 +94,9 @@ class FillTest(CommandTest):
             "template": "t.docx", "for-each": {"table": "all.csv", "by": "month", "output": "{month}.docx"},
             "charts": [{"fill": "Revenue", "table": "all.csv", "category": "Month", "columns": ["North", "South"],
                         "title": "Revenue of {{month}}"}]})
-        self.succeed("--job", "job.json")
+        told = json.loads(self.succeed("--job", "job.json", "--json"))
+        self.assertEqual([(one["output"], one["texts"]) for one in told],
+                         [("May.docx", {"month": 2}), ("Jun.docx", {"month": 2})])
         self.assertEqual(self.read_charts("May.docx")[0], ("bar", ["May"], {"North": ["1"], "South": ["2"]}))
         self.assertEqual(self.read_charts("Jun.docx")[0], ("bar", ["Jun", "Jul"], {"North": ["3", "5"], "South": ["4", "6"]}))
         for month in ["May", "Jun"]:
