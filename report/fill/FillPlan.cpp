@@ -114,6 +114,7 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     requireTexts();
     planCategories();
     planSeries();
+    warnOfHiddenSlices();
     planOrder();
     for (std::size_t i = 0; i < series_.size(); ++i)
         planContent(series_[i], *data_.dataSet->getSeries(i), data_.getDetails(i));
@@ -251,6 +252,17 @@ void FillPlan::planSeries()
         removed_.push_back(&before[i]);
         report_.series.push_back({FillReport::Change::Removed, before[i].name, ""});
     }
+}
+
+/// Word processors draw the first series of a pie alone.
+void FillPlan::warnOfHiddenSlices()
+{
+    const auto isAdded = [](const SeriesPlan& plan) { return plan.isAdded; };
+    const auto element = part_.getGroups()[series_[0].look->group].kind->element;
+    const bool isPie = element.starts_with("pie") || element.starts_with("ofPie");
+    if (isPie && std::any_of(series_.begin(), series_.end(), isAdded))
+        report_.warnings.push_back("a pie shows one series, " + quoteText(report_.series[0].name) +
+                                   "; the others do not show.");
 }
 
 void FillPlan::planOrder()

@@ -102,6 +102,7 @@ class FillPlan {
     void planCategories();
     void matchCategories(const Categories& after, std::size_t count);
     void planSeries();
+    void warnOfHiddenSlices();
     void planOrder();
     void planContent(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details);
     void planName(SeriesPlan& plan, const std::string& name) const;
