@@ -183,6 +183,7 @@ TEST(Kinds, OfCategoriesFollowTheData)
     realDates.categoryKind = CategoryKind::Date;
     auto levels = makeData({"Q1", "Q2"}, {{"North", {1, 2}}});
     levels.levels = {{u"2026", u""}};
+    const auto days = makeData({"2026-07-30", "2026-07-31"}, {{"North", {1, 2}}});
     const auto plain = makeData({"x", "y"}, {{"North", {1, 2}}});
     const struct {
         std::string part;
@@ -204,6 +205,9 @@ TEST(Kinds, OfCategoriesFollowTheData)
         {dates, isoDates,
          "<c:formatCode>mmm\\ yy</c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
          "<c:dateAx>"},
+        // Days would fall together in a month.
+        {dates, days, "<c:v>46233</c:v>", "<c:baseTimeUnit val=\"days\"/></c:dateAx>"},
+        {dates, isoDates, "<c:v>46234</c:v>", "<c:baseTimeUnit val=\"months\"/></c:dateAx>"},
         {dates, plain,
          "<c:strRef><c:f>Sheet1!$A$2:$A$3</c:f><c:strCache><c:ptCount val=\"2\"/><c:pt "
          "idx=\"0\"><c:v>x</c:v>",
