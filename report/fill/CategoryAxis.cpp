@@ -99,6 +99,8 @@ void refineUnit(Edits& edits, const XmlElement& axis, std::size_t needed)
 void makeTextAxis(Edits& edits, const XmlElement& axis)
 {
     rename(edits, axis, "catAx");
+    // So that dates make it what it was.
+    if (const auto automatic = axis.findChild("auto")) edits.setAttribute(automatic, "val", "1");
     for (const auto child : axis.getChildren())
         if (contains(dateOnly, child.getName())) edits.remove(child.getOuter());
 }

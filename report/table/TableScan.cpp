@@ -285,9 +285,10 @@ void TableScan::noteMisfit(std::size_t column, const Note& note) const
 {
     const auto& profile = profiles_[column];
     if (profile.hasEarlyDates())
-        return note(fmt::format("{}: column {} holds dates before March 1900, for which worksheets have no "
-                                "numbers; its texts are shown as they are.",
-                                getPlace().name, quoteText(layout_.names[column])));
+        return note(
+            fmt::format("{}: column {} holds dates before March 1900, for which worksheets have no "
+                        "numbers; its texts are shown as they are.",
+                        getPlace().name, quoteText(layout_.names[column])));
     const auto dayFirst = profile.getMisfit(DateOrder::DayMonthYear);
     const auto misfit = dayFirst.isSet() ? dayFirst : profile.getMisfit(DateOrder::MonthDayYear);
     // A total is told of by itself.

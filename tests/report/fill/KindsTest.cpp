@@ -212,6 +212,8 @@ TEST(Kinds, OfCategoriesFollowTheData)
          "<c:strRef><c:f>Sheet1!$A$2:$A$3</c:f><c:strCache><c:ptCount val=\"2\"/><c:pt "
          "idx=\"0\"><c:v>x</c:v>",
          "<c:auto val=\"1\"/><c:lblOffset val=\"100\"/></c:catAx>"},
+        {changeAll(dates, "<c:auto val=\"1\"/>", "<c:auto val=\"0\"/>"), plain, "<c:v>x</c:v>",
+         "<c:auto val=\"1\"/><c:lblOffset val=\"100\"/></c:catAx>"},
         {texts, levels,
          "<c:lvl><c:pt idx=\"0\"><c:v>Q1</c:v></c:pt><c:pt "
          "idx=\"1\"><c:v>Q2</c:v></c:pt></c:lvl><c:lvl><c:pt idx=\"0\"><c:v>2026</c:v></c:pt></c:lvl>",
