@@ -64,6 +64,7 @@ void fillDocument(const CommandLine& commandLine)
     const auto filling = readFilling(commandLine);
     if (!isCheck) requireTarget(output, files.front(), filling);
     auto document = openTemplate(files.front());
+    requireOutputOfKind(document, output.path);
     ProgressLine progress;
     const auto result = fillTemplate(document, filling, progress.getListener("chart"));
     if (!isCheck) output.write(document.toBytes());

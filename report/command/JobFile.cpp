@@ -93,6 +93,7 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
         if (const auto* charts = tree.find("charts"))
             for (const auto& chart : charts->items) filling.charts.push_back(readChartJob(chart, place));
         auto document = *making.document;
+        requireOutputOfKind(document, output.path);
         result = fillTemplate(document, filling, listener);
         bytes = document.toBytes();
     } else {
@@ -104,9 +105,10 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
 
 void tell(const Making& making, const FillResult& result, const std::string& output)
 {
+    if (output == "-") return;
     if (making.options.asJson)
         fmt::print("{}", describeFillingAsJson(result, output));
-    else if (making.document && output != "-")
+    else if (making.document)
         fmt::print("{}", describeFilling(result));
 }
 

@@ -1,6 +1,8 @@
 #include "report/command/TemplateFiller.h"
 
 #include <algorithm>
+#include <array>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -9,18 +11,20 @@
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// A chart that is filled keeps its look: of the options for new ones it takes the number format alone.
+/// A chart that is filled keeps its look: it takes options for new ones that are about numbers alone.
 void requireFillOptions(const ChartJob& job)
 {
     for (const auto& option : getOptions()) {
         const std::string name = option.name;
-        if (name != "number-format" && name != "blank" && option.get(job.options) != option.get({}))
+        const bool isOfNumbers = name == "number-format" || name == "blank" || name == "totals";
+        if (!isOfNumbers && option.get(job.options) != option.get({}))
             fail(
                 "{} is for new charts, in the place of a placeholder; chart {} is filled, and keeps its "
                 "look.",
@@ -38,7 +42,8 @@ Match readMatch(const std::string& text)
 FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
 {
     requireFillOptions(job);
-    const auto data = readData(job, listener);
+    auto data = readData(job, listener);
+    for (const auto& total : job.options.totals) data.totals.push_back(quillon::toUtf16(total));
     auto report = document.fill(
         job.fill, data,
         {.match = readMatch(job.match), .title = job.title, .numberFormat = job.options.numberFormat});
@@ -174,7 +179,33 @@ std::string write(const Json& json)
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+/// Word processors refuse a file whose name and content differ in these kinds.
+struct DocumentKind {
+    const char* ending;
+    const char* contentType;
+};
+constexpr std::array documentKinds = {
+    DocumentKind{".docx", "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml"},
+    DocumentKind{".dotx", "application/vnd.openxmlformats-officedocument.wordprocessingml.template.main+xml"},
+    DocumentKind{".docm", "application/vnd.ms-word.document.macroEnabled.main+xml"},
+    DocumentKind{".dotm", "application/vnd.ms-word.template.macroEnabledTemplate.main+xml"},
+};
+
 }  // namespace
+
+void requireOutputOfKind(const Template& document, const std::string& output)
+{
+    const auto type = document.getPackage().getContentType(document.getPackage().getMainPart());
+    const auto ending = toLower(std::filesystem::path(output).extension().string());
+    const auto find = [&](auto matches) {
+        return std::find_if(documentKinds.begin(), documentKinds.end(), matches);
+    };
+    const auto own = find([&](const auto& kind) { return kind.contentType == type; });
+    const auto named = find([&](const auto& kind) { return kind.ending == ending; });
+    if (own != documentKinds.end() && named != documentKinds.end() && own != named)
+        fail("Cannot write {}: the template is a {} file, and stays one; expected a name that ends so.",
+             quoteText(output, 200), own->ending);
+}
 
 Template openTemplate(const std::string& path)
 {

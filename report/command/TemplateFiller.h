@@ -33,6 +33,10 @@ struct FillResult {
 /// A template, which may come by standard input ("-"). Throws: as Template::open.
 Template openTemplate(const std::string& path);
 
+/// Throws: std::runtime_error when the name of the output ends as another kind of document does: .docx for a
+/// template of .docm.
+void requireOutputOfKind(const Template& document, const std::string& output);
+
 /// Gives a template its charts and texts. Throws: std::runtime_error that says what cannot be filled.
 FillResult fillTemplate(Template& document, const Filling& filling, const Listener& listener);
 

@@ -64,6 +64,10 @@ CategoriesPlan planCategories(const ChartMarkup& part, const ChartData& data, co
         after.points.resize(count);
         for (auto& level : after.levels) level.resize(count);
     }
+    // Dates and numbers that read as the old texts are those texts.
+    if (plan.before.kind == Categories::Kind::Text && data.categoryFormat.empty() &&
+        getNames(after, part.is1904()) == plan.before.points.texts)
+        after = plan.before;
     plan.areNew = !(after == plan.before) && hasCategoryGroups;
     chooseFormat(after, plan.before);
     plan.matches = matchCategories(part, plan, after, count, options.match);

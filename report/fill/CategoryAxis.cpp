@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "report/finish/CategoryValues.h"
 #include "report/options/NumberText.h"
 
 namespace quillon::report {
@@ -24,17 +25,20 @@ bool contains(const Names& names, std::string_view name)
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// The unit that the distance between neighbouring dates suggests.
-const char* findTimeUnit(std::vector<double> dates)
+/// The units of axes, the smallest first, as DateUnit counts them.
+constexpr std::array<std::string_view, 3> timeUnits = {"days", "months", "years"};
+
+/// The largest unit that keeps the dates apart.
+std::size_t findTimeUnit(std::vector<double> dates, bool is1904)
 {
-    dates.erase(std::remove_if(dates.begin(), dates.end(), [](double date) { return std::isnan(date); }),
-                dates.end());
-    std::sort(dates.begin(), dates.end());
-    double least = dates.size() < 2 ? 1 : 1e9;
-    for (std::size_t i = 1; i < dates.size(); ++i)
-        if (dates[i] > dates[i - 1]) least = std::min(least, dates[i] - dates[i - 1]);
-    if (least >= 365) return "years";
-    return least >= 28 ? "months" : "days";
+    // Of those that a worksheet shows as dates.
+    constexpr double end = 2'958'466;
+    std::vector<double> known;
+    for (const double date : dates)
+        if (date >= 0 && date < end) known.push_back(date + (is1904 ? daysTo1904 : 0));
+    std::sort(known.begin(), known.end());
+    known.erase(std::unique(known.begin(), known.end()), known.end());
+    return static_cast<std::size_t>(chooseDateScale(known).base);
 }
 
 void rename(Edits& edits, const XmlElement& axis, const std::string& name)
@@ -64,7 +68,7 @@ void writeFormat(Edits& edits, const XmlElement& axis, const std::string& format
     }
 }
 
-void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates)
+void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates, bool is1904)
 {
     rename(edits, axis, "dateAx");
     writeFormat(edits, axis, dates.format);
@@ -77,13 +81,26 @@ void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates)
         if (contains(textOnly, child.getName())) edits.remove(child.getOuter());
     }
     if (!previous) return;
-    edits.insert(previous.getOuter().end, "<" + std::string(axis.getPrefix()) + "baseTimeUnit val=\"" +
-                                              findTimeUnit(dates.points.numbers) + "\"/>");
+    const std::string unit(timeUnits.at(findTimeUnit(dates.points.numbers, is1904)));
+    edits.insert(previous.getOuter().end,
+                 "<" + std::string(axis.getPrefix()) + "baseTimeUnit val=\"" + unit + "\"/>");
+}
+
+/// Dates that need a smaller unit than those before would fall together.
+void refineUnit(Edits& edits, const XmlElement& axis, std::size_t needed)
+{
+    const auto element = axis.findChild("baseTimeUnit");
+    const auto now =
+        std::find(timeUnits.begin(), timeUnits.end(), element.getAttribute("val").value_or("days"));
+    if (element && now != timeUnits.end() && needed < static_cast<std::size_t>(now - timeUnits.begin()))
+        edits.setAttribute(element, "val", timeUnits.at(needed));
 }
 
 void makeTextAxis(Edits& edits, const XmlElement& axis)
 {
     rename(edits, axis, "catAx");
+    // So that dates make it what it was.
+    if (const auto automatic = axis.findChild("auto")) edits.setAttribute(automatic, "val", "1");
     for (const auto child : axis.getChildren())
         if (contains(dateOnly, child.getName())) edits.remove(child.getOuter());
 }
@@ -106,13 +123,20 @@ void writeCategoryAxes(Edits& edits, const FillPlan& plan)
 {
     const bool wereDates = plan.getCategoriesBefore().kind == Categories::Kind::Date;
     const bool areDates = plan.getCategories().kind == Categories::Kind::Date;
-    if (wereDates == areDates) return;
+    if (!wereDates && !areDates) return;
+    const bool is1904 = plan.getPart().is1904();
+    const auto needed = findTimeUnit(plan.getCategories().points.numbers, is1904);
+    const bool needsMore = needed < findTimeUnit(plan.getCategoriesBefore().points.numbers, is1904);
     for (const auto axis : plan.getPart().getPlotArea().getChildren()) {
         if (!takesDates(plan, axis)) continue;
         const auto automatic = axis.findChild("auto").getAttribute("val").value_or("1");
-        if (areDates && axis.is(Ns::Chart, "catAx") && automatic != "0" && automatic != "false")
-            makeDateAxis(edits, axis, plan.getCategories());
-        if (!areDates && axis.is(Ns::Chart, "dateAx")) makeTextAxis(edits, axis);
+        if (areDates && !wereDates && axis.is(Ns::Chart, "catAx") && automatic != "0" && automatic != "false")
+            makeDateAxis(edits, axis, plan.getCategories(), is1904);
+        if (!axis.is(Ns::Chart, "dateAx")) continue;
+        if (!areDates)
+            makeTextAxis(edits, axis);
+        else if (wereDates && needsMore)
+            refineUnit(edits, axis, needed);
     }
 }
 

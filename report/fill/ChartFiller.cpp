@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "report/fill/CategoryAxis.h"
 #include "report/fill/PointFormats.h"
 #include "report/fill/SourceWriter.h"
+#include "report/fill/WaterfallPlan.h"
 
 namespace quillon::report {
 namespace {
@@ -37,6 +39,17 @@ std::string makeElement(const XmlElement& sibling, std::string_view name, const 
     return "<" + tag + ">" + content + "</" + tag + ">";
 }
 
+/// The labels of a series; false where they show shares, which have a format apart from the values.
+XmlElement findValueLabels(const XmlElement& series)
+{
+    const auto labels = series.findChild("dLbls");
+    const auto shows = [&](std::string_view what) {
+        const auto text = labels.findChild(what).getAttribute("val").value_or("");
+        return text == "1" || text == "true";
+    };
+    return shows("showVal") && !shows("showPercent") ? labels : XmlElement();
+}
+
 }  // namespace
 
 ChartFiller::ChartFiller(const FillPlan& plan, const Palette& palette)
@@ -50,6 +63,7 @@ std::string ChartFiller::write(const std::string& workbookId)
     removeEmptyGroups();
     if (const auto* waterfall = plan_.getWaterfall()) writeWaterfall(*waterfall);
     writeCategoryAxes(edits_, plan_);
+    writeAxisFormats();
     writeLegend();
     writeTitle();
     writeWorkbook(workbookId);
@@ -62,6 +76,8 @@ void ChartFiller::writeGroup(std::size_t group)
     std::vector<XmlElement> places;
     for (const auto& plan : plan_.getSeries())
         if (plan.look->group == group) series.push_back(&plan);
+    std::stable_sort(series.begin(), series.end(),
+                     [](const auto* left, const auto* right) { return left->order < right->order; });
     for (const auto& old : part_.getDrawnSeries())
         if (old.group == group) places.push_back(old.element);
     if (series.empty()) return;
@@ -118,7 +134,36 @@ void ChartFiller::writeSeries(Edits& edits, const SeriesPlan& plan)
         takeLook(edits, plan);
     else
         writePointFormats(edits, part_, plan, palette_, ids_);
+    if (!plan.isAdded || plan.hasOwnColor) writeNumberFormat(edits, findValueLabels(series));
     writeContent(edits, plan);
+}
+
+/// What has a number format of its own does not follow that of the cells.
+void ChartFiller::writeNumberFormat(Edits& edits, const XmlElement& holder) const
+{
+    const auto& format = plan_.getOptions().numberFormat;
+    const auto element = holder.findChild("numFmt");
+    const auto linked = element.getAttribute("sourceLinked").value_or("");
+    if (format.empty() || !element || linked == "1" || linked == "true") return;
+    const auto before = element.getAttribute("formatCode").value_or("");
+    edits.setAttribute(element, "formatCode",
+                       plan_.getWaterfall() == nullptr ? format : keepSign(before, format));
+}
+
+/// Axes of shares keep their percentages.
+void ChartFiller::writeAxisFormats()
+{
+    std::set<std::string> axes;
+    for (std::size_t i = 0; i < part_.getGroups().size(); ++i) {
+        const auto& group = part_.getGroups()[i];
+        const auto grouping = group.element.findChild("grouping").getAttribute("val");
+        if (group.axes.size() > 1 && grouping != "percentStacked" && !plan_.isEmptied(i))
+            axes.insert(group.axes[1]);
+    }
+    for (const auto axis : part_.getPlotArea().getChildren())
+        if (axis.getName() == "valAx" &&
+            axes.contains(axis.findChild("axId").getAttribute("val").value_or("")))
+            writeNumberFormat(edits_, axis);
 }
 
 void ChartFiller::writeContent(Edits& edits, const SeriesPlan& plan)

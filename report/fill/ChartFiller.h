@@ -24,6 +24,8 @@ class ChartFiller {
     void rearrange(const std::vector<XmlElement>& places, const std::vector<const SeriesPlan*>& series);
     void writeSeries(Edits& edits, const SeriesPlan& plan);
     std::string makeSeries(const SeriesPlan& plan);
+    void writeNumberFormat(Edits& edits, const XmlElement& holder) const;
+    void writeAxisFormats();
     void writeContent(Edits& edits, const SeriesPlan& plan);
     void takeLook(Edits& edits, const SeriesPlan& plan);
     void writeWaterfall(const SeriesPlan& plan);

@@ -13,8 +13,6 @@ namespace quillon::report {
 namespace {
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();
-/// From the first day of dates that count from 1900 to that of those from 1904.
-constexpr double daysTo1904 = 1'462;
 /// The series' category axis is one of dates.
 bool hasDateAxis(const ChartMarkup& part, const SeriesMarkup& series)
 {

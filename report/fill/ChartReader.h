@@ -10,6 +10,9 @@
 
 namespace quillon::report {
 
+/// From the first day of dates that count from 1900 to that of those from 1904.
+constexpr double daysTo1904 = 1'462;
+
 /// The categories of a chart, as its caches hold them.
 struct Categories {
     enum class Kind : std::uint8_t { None, Text, Number, Date, Levels };

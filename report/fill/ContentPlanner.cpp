@@ -136,10 +136,10 @@ void ContentPlanner::planPoints(SeriesPlan& plan, const chart::DataSeries& serie
     planDetails(plan, details, count);
 }
 
-void ContentPlanner::planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count) const
+void ContentPlanner::planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count)
 {
     const auto& source = plan.look->categories;
-    auto numbers = readX(series);
+    auto numbers = readX(plan, series);
     numbers.resize(count, missing);
     const bool isNumber = source.kind == Kind::Number || source.kind == Kind::NumberLiteral;
     if (!isNumber && isCounting(numbers)) return;
@@ -147,16 +147,26 @@ void ContentPlanner::planX(SeriesPlan& plan, const chart::DataSeries& series, st
     plan.categories.formula = source.formula;
 }
 
-/// The x values of the data; a table of categories has them there: numbers, or names that stand at 1, 2, 3.
-std::vector<double> ContentPlanner::readX(const chart::DataSeries& series) const
+/// The x values of the data. A table of categories has them there: numbers or dates, also as texts; other
+/// names stand at 1, 2, 3.
+std::vector<double> ContentPlanner::readX(const SeriesPlan& plan, const chart::DataSeries& series)
 {
     auto numbers = getNumbers(series, &chart::DataPoint::getX);
     const bool isSet = std::any_of(numbers.begin(), numbers.end(), [](double number) { return number != 0; });
     if (isSet || data_.dataSet->getCategories().empty()) return numbers;
-    auto categories =
-        makeCategories(data_, {.kind = Categories::Kind::Number}, part_.is1904()).points.numbers;
-    if (!categories.empty()) return categories;
+    ChartData names(data_.dataSet);
+    if (data_.categoryKind != CategoryKind::Text) {
+        names.categoryKind = data_.categoryKind;
+        names.categoryValues = data_.categoryValues;
+    }
+    for (const auto kind : {Categories::Kind::Number, Categories::Kind::Date}) {
+        auto categories = makeCategories(names, {.kind = kind}, part_.is1904()).points.numbers;
+        if (!categories.empty()) return categories;
+    }
     for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = static_cast<double>(i + 1);
+    const auto& source = plan.look->categories;
+    if (source.kind == Kind::Number || source.kind == Kind::NumberLiteral)
+        warn(plan, "its categories are not numbers; the points stand at 1, 2, 3.");
     return numbers;
 }
 

@@ -31,8 +31,8 @@ class ContentPlanner {
     void planName(SeriesPlan& plan, const std::string& name) const;
     void planNames(SeriesPlan& plan, const std::vector<SeriesPlan>& all) const;
     void planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details);
-    void planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count) const;
-    std::vector<double> readX(const chart::DataSeries& series) const;
+    void planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count);
+    std::vector<double> readX(const SeriesPlan& plan, const chart::DataSeries& series);
     void planDetails(SeriesPlan& plan, const SeriesDetails& details, std::size_t count);
     SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,
                            std::vector<double> numbers) const;

@@ -9,6 +9,7 @@
 #include "report/fill/PlannedCells.h"
 #include "report/fill/WaterfallPlan.h"
 #include "report/finish/Waterfall.h"
+#include "report/options/QuotedText.h"
 #include "report/workbook/Workbook.h"
 
 namespace quillon::report {
@@ -23,12 +24,16 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     report_.pointsBefore = categories_.pointsBefore;
     report_.pointsAfter = categories_.pointsAfter;
     planSeries();
+    warnOfHiddenSlices();
     planOrder();
     ContentPlanner planner(part_, data_, options_, categories_, report_);
     for (std::size_t i = 0; i < series_.size(); ++i)
         planner.plan(series_[i], series_, *data_.dataSet->getSeries(i), data_.getDetails(i));
     drawnCount_ = series_.size();
-    if (part_.isWaterfall()) planWaterfall();
+    if (part_.isWaterfall())
+        planWaterfall();
+    else if (!data_.totals.empty())
+        report_.warnings.push_back("totals are for waterfalls; the chart is not one.");
     shareCategories(series_);
 }
 
@@ -62,12 +67,27 @@ void FillPlan::planSeries()
     }
 }
 
+/// Word processors draw the first series of a pie alone.
+void FillPlan::warnOfHiddenSlices()
+{
+    const auto isAdded = [](const SeriesPlan& plan) { return plan.isAdded; };
+    const auto element = part_.getGroups()[series_[0].look->group].kind->element;
+    const bool isPie = element.starts_with("pie") || element.starts_with("ofPie");
+    if (isPie && std::any_of(series_.begin(), series_.end(), isAdded))
+        report_.warnings.push_back("a pie shows one series, " + quoteText(report_.series[0].name) +
+                                   "; the others do not show.");
+}
+
 void FillPlan::planOrder()
 {
     std::uint32_t nextIndex = 0;
     for (const auto& series : part_.getSeries()) nextIndex = std::max(nextIndex, series.index + 1);
     for (auto& plan : series_)
         if (plan.isAdded) plan.index = nextIndex++;
+    // What a series of a stock chart means lies in its place: high, low, close.
+    const bool isStock = std::any_of(part_.getGroups().begin(), part_.getGroups().end(),
+                                     [](const auto& group) { return group.kind->element == "stockChart"; });
+    if (isStock && report_.count(FillReport::Change::Matched) == series_.size()) return;
     // Series lie in the order they are shown in, so that their places tell it.
     bool isKept = true;
     for (std::size_t i = 1; i < series_.size(); ++i) {
@@ -90,7 +110,7 @@ bool FillPlan::isEmptied(std::size_t group) const
 }
 
 /// The categories that showed a total still do, unless the data says which.
-std::vector<bool> FillPlan::chooseTotals() const
+std::vector<bool> FillPlan::chooseTotals()
 {
     auto categories = data_.dataSet->getCategories();
     if (categories.empty())
@@ -106,7 +126,19 @@ std::vector<bool> FillPlan::chooseTotals() const
         if (kept.back()) names.push_back(categories[i]);
     }
     // Of categories with one name, some may be totals and some not.
-    return data_.totals.empty() || data_.totals == names ? kept : findTotals(categories, data_.totals);
+    if (!data_.totals.empty() && data_.totals != names) return findTotals(categories, data_.totals);
+    warnOfLostTotals();
+    return kept;
+}
+
+void FillPlan::warnOfLostTotals()
+{
+    const auto names = getNames(categories_.before, part_.is1904());
+    const auto& matches = getCategoryMatches();
+    for (const auto total : part_.getTotals())
+        if (total < names.size() && std::find(matches.begin(), matches.end(), total) == matches.end())
+            report_.warnings.push_back("the total " + quoteText(names[total]) +
+                                       " is gone; say which categories are totals now (totals).");
 }
 
 /// The series of the author moves behind those that draw it.
@@ -117,7 +149,7 @@ void FillPlan::planWaterfall()
     const auto totals = chooseTotals();
     for (std::size_t i = 0; i < totals.size(); ++i)
         if (totals[i]) totals_.push_back(i);
-    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals);
+    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals, options_.numberFormat);
     requireNumbers(*drawn.dataSet);
     series_ = drawn.series;
     drawnCount_ = series_.size();

@@ -47,9 +47,11 @@ class FillPlan {
 
  private:
     void planSeries();
+    void warnOfHiddenSlices();
     void planOrder();
     void planWaterfall();
-    std::vector<bool> chooseTotals() const;
+    std::vector<bool> chooseTotals();
+    void warnOfLostTotals();
 
     const ChartMarkup& part_;
     const ChartData& data_;

@@ -38,18 +38,21 @@ std::vector<double> readNumbers(const ChartMarkup& part, std::size_t index)
 }
 
 /// A bar that crosses 0 has one label, on its part above, which says how high all of it is.
-LabelTexts makeLabels(const ChartMarkup& part, std::size_t above, const std::vector<WaterfallSeries>& drawn)
+LabelTexts makeLabels(const ChartMarkup& part, std::size_t above, const std::vector<WaterfallSeries>& drawn,
+                      const std::string& numberFormat)
 {
     const auto labels = findPart(part, above)->element.findChild("dLbls");
     const auto format = labels.findChild("numFmt").getAttribute("formatCode");
     if (labels.findChild("showVal").getAttribute("val") != "1" || !format) return {};
     LabelTexts texts;
+    const auto shown =
+        numberFormat.empty() ? std::string(*format) : keepSign(std::string(*format), numberFormat);
     const auto belowIt = above + firstBelow;
     for (const auto& [index, height] : findCrossing(readNumbers(part, above), readNumbers(part, belowIt)))
         texts.before.insert(index);
     if (belowIt < drawn.size())
         for (const auto& [index, height] : findCrossing(drawn[above].values, drawn[belowIt].values))
-            texts.after[index] = formatNumber(height, *format);
+            texts.after[index] = formatNumber(height, shown);
     return texts;
 }
 
@@ -73,15 +76,24 @@ SeriesPlan addPart(const ChartMarkup& part, std::size_t index)
 
 }  // namespace
 
+std::string keepSign(const std::string& before, const std::string& format)
+{
+    const auto middle = before.size() / 2;
+    const bool isTwice = before == before.substr(0, middle) + ";" + before.substr(0, middle);
+    if (!isTwice || format.find(';') != std::string::npos) return format;
+    const std::string sign = before[0] == '-' ? "-" : "";
+    return sign + format + ";" + sign + format;
+}
+
 DrawnWaterfall drawWaterfall(const ChartMarkup& part, const chart::DataSeries& series,
-                             const std::vector<bool>& totals)
+                             const std::vector<bool>& totals, const std::string& numberFormat)
 {
     const auto parts = makeWaterfall(series, totals);
     const std::vector<double> empty(series.getSize(), nothing);
     DrawnWaterfall drawn{.dataSet = chart::DataSet::create()};
     for (const auto& old : part.getDrawnSeries()) {
         drawn.series.push_back({.look = &old, .index = old.index, .order = old.order});
-        if (old.index < base) drawn.series.back().labels = makeLabels(part, old.index, parts);
+        if (old.index < base) drawn.series.back().labels = makeLabels(part, old.index, parts, numberFormat);
         // Parts below 0 stay where no bar crosses it any more.
         drawn.dataSet->appendSeries(
             makeSeries(fromCellText(old.name), old.index < parts.size() ? parts[old.index].values : empty));

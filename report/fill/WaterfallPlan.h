@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "report/fill/SeriesPlan.h"
@@ -16,8 +17,13 @@ struct DrawnWaterfall {
     std::shared_ptr<chart::DataSet> dataSet = {};
 };
 
-/// The series that draw `series` in a chart that is a waterfall, with the labels of bars that cross 0.
+/// The series that draw `series` in a chart that is a waterfall, with the labels of bars that cross 0, in a
+/// new number format unless that is empty.
 DrawnWaterfall drawWaterfall(const ChartMarkup& part, const chart::DataSeries& series,
-                             const std::vector<bool>& totals);
+                             const std::vector<bool>& totals, const std::string& numberFormat);
+
+/// A new number format with the sign that labels of increases and decreases have in both parts of theirs:
+/// "-0;-0".
+std::string keepSign(const std::string& before, const std::string& format);
 
 }  // namespace quillon::report

@@ -240,11 +240,14 @@ class Preparation {
             context_.warn("dates before March 1900 cannot stand in a worksheet; the categories are texts.");
             return false;
         }
+        // An axis has no unit below days.
         const bool ascends =
             std::none_of(dates.begin(), dates.end(), [](double d) { return std::isnan(d); }) &&
-            std::adjacent_find(dates.begin(), dates.end(), std::greater_equal<>()) == dates.end();
+            std::adjacent_find(dates.begin(), dates.end(), [](double date, double next) {
+                return std::floor(date) >= std::floor(next);
+            }) == dates.end();
         if (!ascends && isGiven)
-            context_.warn("the dates do not ascend, each once; the categories are texts.");
+            context_.warn("the dates do not ascend, each on a day of its own; the categories are texts.");
         return ascends;
     }
 

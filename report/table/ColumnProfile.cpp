@@ -219,6 +219,13 @@ bool ColumnProfile::isDate(DateOrder order) const
     return misfits_.at(static_cast<std::size_t>(order)).count == 0 && rows_ > 0 && !hasEarly_ && isPlausible;
 }
 
+bool ColumnProfile::hasEarlyDates() const
+{
+    const bool fits = std::any_of(misfits_.begin(), misfits_.end(),
+                                  [](const Misfits& misfits) { return misfits.count == 0; });
+    return hasEarly_ && mayBeDates_ && fits && dateUnit_ != DateUnit::Year;
+}
+
 Sample ColumnProfile::getMisfit(DateOrder order) const
 {
     const auto& misfits = misfits_.at(static_cast<std::size_t>(order));

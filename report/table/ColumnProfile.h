@@ -75,6 +75,8 @@ class ColumnProfile {
     /// The first cell that is no date, where the others are months, days or times in this order; not set
     /// where all are dates, or fewer than half.
     Sample getMisfit(DateOrder order) const;
+    /// Whether it would hold dates, were none of them before March 1900.
+    bool hasEarlyDates() const;
     /// A date that is another day where the month comes first.
     const Sample& getDifferingDate() const { return differingDate_; }
     DateUnit getDateUnit() const { return dateUnit_.value_or(DateUnit::Day); }

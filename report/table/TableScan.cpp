@@ -280,10 +280,15 @@ void TableScan::noteAmbiguousDate(std::size_t column, const Note& note) const
                     writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
 }
 
-/// A column that would be all dates but for one cell names that cell.
+/// A column that would be all dates but for one cell names that cell; early dates are told of.
 void TableScan::noteMisfit(std::size_t column, const Note& note) const
 {
     const auto& profile = profiles_[column];
+    if (profile.hasEarlyDates())
+        return note(
+            fmt::format("{}: column {} holds dates before March 1900, for which worksheets have no "
+                        "numbers; its texts are shown as they are.",
+                        getPlace().name, quoteText(layout_.names[column])));
     const auto dayFirst = profile.getMisfit(DateOrder::DayMonthYear);
     const auto misfit = dayFirst.isSet() ? dayFirst : profile.getMisfit(DateOrder::MonthDayYear);
     // A total is told of by itself.

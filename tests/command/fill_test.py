@@ -55,6 +55,21 @@ class FillTest(CommandTest):
         texts = self.read_paragraphs("out.docx")
         self.assertTrue({"North", "May", "1", "Jun", "3"} <= set(texts))
 
+    def test_tables_of_their_own_shape_fill_their_charts(self):
+        self.write("points.csv", b"X,A\n1.5,2\n0.25,4\n")
+        self.succeed("points.csv", "--type", "scatter", "-o", "points.docx")
+        self.write("points.csv", self.succeed("extract", "points.docx").replace("1.5,", "7,").encode())
+        self.succeed("fill", "points.docx", "points.csv", "--chart", "1", "-o", "points.docx", "--force")
+        self.assertEqual(self.succeed("extract", "points.docx"), "X,A\n7,2\n0.25,4\n")
+
+    def test_totals_of_a_waterfall_follow_the_author(self):
+        self.write("budget.csv", b"Item,Change\nLast,10\nSales,5\nThis,0\n")
+        self.succeed("budget.csv", "--type", "waterfall", "--totals", "Last,This", "-o", "budget.docx")
+        self.write("budget.csv", b"Item,Change\nLast,10\nSales,-5\nTax,-1\nNext,\n")
+        self.succeed("fill", "budget.docx", "budget.csv", "--chart", "1", "--totals", "Last,Next", "--gaps",
+                     "-o", "next.docx")
+        self.assertEqual(self.read_charts("next.docx")[0][2]["Total"], ["10", None, None, "4"])
+
     def test_a_job_file_does_the_same(self):
         self.write("job.json", {
             "template": "t.docx", "texts": {"month": "July"},
@@ -163,6 +178,8 @@ class FillTest(CommandTest):
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--match", "size", *out], """Match "size": expected name or position.\n"""),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "july.csv"], 'Cannot write "july.csv"'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--at", "profit", *out], "chart 2: There is no"),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "x.DOTX"],
+             'Cannot write "x.DOTX": the template is a .docx file, and stays one; expected a name that ends so.'),
         ]:
             with self.subTest(arguments=arguments):
                 self.require_refusal(status, sentence, *arguments)

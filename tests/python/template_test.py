@@ -12,7 +12,7 @@ from pathlib import Path
 import quillon.report
 from charts import make_chart
 from quillon import _core
-from quillon.chart import ColumnChart, LineChart, PieChart, from_dataframe
+from quillon.chart import ColumnChart, DataSet, LineChart, PieChart, from_dataframe
 from quillon.report import ChartData, ChartWarning, Document, FillReport, Placeholder, SeriesChange
 
 JUNE = {"North": [1, 3], "South": [2, 4]}
@@ -64,6 +64,19 @@ class Templates(unittest.TestCase):
         self.assertEqual(values_of(self.template.get_data("Revenue")), JUNE)
         self.assertEqual(self.template.fill("Costs", JULY, match="position").series,
                          [SeriesChange("renamed", "South", "North"), SeriesChange("renamed", "East", "South")])
+
+    def test_totals_of_a_waterfall_are_those_that_are_named(self):
+        def make_data(*values):
+            data = DataSet(["Last", "Sales", "This"])
+            data.add_series("Change", values)
+            return data
+
+        document = Document()
+        document.add_chart(ColumnChart(data=make_data(10, 5, 0)), type="waterfall", totals=["Last"])
+        template = quillon.report.open(document.to_bytes())
+        self.assertEqual(template.get_data("1").totals, ["Last"])
+        template.fill("1", make_data(20, 5, 0), totals=["Last", "This"])
+        self.assertEqual(template.get_data("1").totals, ["Last", "This"])
 
     def test_inserts_charts_and_tables_and_replaces_text(self):
         self.template.insert("margin", PieChart(), {"North": [1, 2]}, labels="percent", legend="none")

@@ -178,13 +178,14 @@ def fill(
     match: Literal["name", "position"] = "name",
     title: str = "",
     number_format: str = "",
+    totals: Sequence[str] = (),
 ) -> FillReport:
     """Give a chart of a document of python-docx new data, and return what changed.
 
     chart: its name, alternative text, tag, title, or number. The rest is as in quillon.report.Template.fill.
     """
     template = _open(document)
-    report = template._fill(chart, data, match, title, number_format)
+    report = template._fill(chart, data, match, title, number_format, totals)
     warn(report.warnings)
     _take_over(document.part.package, docx.package.Package.open(io.BytesIO(template.to_bytes())))
     return report

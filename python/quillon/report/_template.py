@@ -115,6 +115,7 @@ class Template:
         match: Literal["name", "position"] = "name",
         title: str = "",
         number_format: str = "",
+        totals: Sequence[str] = (),
     ) -> FillReport:
         """Give a chart new data, and return what changed. The chart keeps its look.
 
@@ -122,16 +123,22 @@ class Template:
         match: how new series and categories find the old ones whose look they take; what is left over by name goes by
             position.
         title, number_format: those of the chart stay when they are left out.
+        totals: the categories of a waterfall that show a total; those that did still do when it is left out.
 
         Warns with ChartWarning of what the author ought to know. When the data is refused, the document is as it was.
         """
-        report = self._fill(chart, data, match, title, number_format)
+        report = self._fill(chart, data, match, title, number_format, totals)
         warn(report.warnings)
         return report
 
-    def _fill(self, chart: str, data: Any, match: str, title: str, number_format: str) -> FillReport:
+    def _fill(
+        self, chart: str, data: Any, match: str, title: str, number_format: str, totals: Sequence[str]
+    ) -> FillReport:
+        chart_data = as_chart_data(data)
+        if totals:
+            chart_data = dataclasses.replace(chart_data, totals=totals)
         number, name, series, before, after, sentences = self._core.fill(
-            chart, as_chart_data(data), match, title, number_format
+            chart, chart_data, match, title, number_format
         )
         return FillReport(number, name, [SeriesChange(*row) for row in series], before, after, sentences)
 

@@ -252,6 +252,8 @@ TEST(Fill, ContinuesTheSlicesOfAPie)
 
     document.fill("1", makeData({"Mar", "Jul"}, {{"Share", {1, 2}}}));
     EXPECT_EQ(findAll(getChartPart(document), "accent\\d"), (Texts{"accent3", "accent1"}));
+    EXPECT_EQ(document.fill("1", makeData({"Mar"}, {{"Share", {1}}, {"New", {2}}})).warnings,
+              Texts{"a pie shows one series, \"Share\"; the others do not show."});
 }
 
 TEST(Fill, WritesGapsAsMissingPointsAndNumbersInFull)

@@ -183,6 +183,7 @@ TEST(Kinds, OfCategoriesFollowTheData)
     realDates.categoryKind = CategoryKind::Date;
     auto levels = makeData({"Q1", "Q2"}, {{"North", {1, 2}}});
     levels.levels = {{u"2026", u""}};
+    const auto days = makeData({"2026-07-30", "2026-07-31"}, {{"North", {1, 2}}});
     const auto plain = makeData({"x", "y"}, {{"North", {1, 2}}});
     const struct {
         std::string part;
@@ -204,9 +205,14 @@ TEST(Kinds, OfCategoriesFollowTheData)
         {dates, isoDates,
          "<c:formatCode>mmm\\ yy</c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
          "<c:dateAx>"},
+        // Days would fall together in a month.
+        {dates, days, "<c:v>46233</c:v>", "<c:baseTimeUnit val=\"days\"/></c:dateAx>"},
+        {dates, isoDates, "<c:v>46234</c:v>", "<c:baseTimeUnit val=\"months\"/></c:dateAx>"},
         {dates, plain,
          "<c:strRef><c:f>Sheet1!$A$2:$A$3</c:f><c:strCache><c:ptCount val=\"2\"/><c:pt "
          "idx=\"0\"><c:v>x</c:v>",
+         "<c:auto val=\"1\"/><c:lblOffset val=\"100\"/></c:catAx>"},
+        {changeAll(dates, "<c:auto val=\"1\"/>", "<c:auto val=\"0\"/>"), plain, "<c:v>x</c:v>",
          "<c:auto val=\"1\"/><c:lblOffset val=\"100\"/></c:catAx>"},
         {texts, levels,
          "<c:lvl><c:pt idx=\"0\"><c:v>Q1</c:v></c:pt><c:pt "
@@ -245,6 +251,32 @@ Texts listValues(const std::string& part)
     return values;
 }
 
+TEST(Kinds, KeepTextsThatReadAsTheNewDates)
+{
+    const auto part = makeColumns(makeTextReference('A', {"2026-07-30", "2026-07-31"}), {"1", "2"});
+    auto document = makeTemplate({part});
+    auto data = makeData({"2026-07-30", "2026-07-31"}, {{"North", {1, 2}}});
+    data.categoryKind = CategoryKind::Date;
+    data.categoryValues = {46233, 46234};
+    document.fill("1", data);
+    EXPECT_EQ(getChartPart(document), part);
+    data.categoryFormat = "d mmm";
+    document.fill("1", data);
+    EXPECT_NE(getChartPart(document).find("<c:v>46234</c:v>"), std::string::npos);
+}
+
+TEST(Kinds, OfStockKeepTheOrderOfTheirSeries)
+{
+    const auto make = [](const Texts& high, const Texts& low, const Texts& close) {
+        return makeChartPart(
+            makeGroup("stockChart", "", {{0, "High", high}, {1, "Low", low}, {2, "Close", close}}, "12") +
+            textAxes);
+    };
+    auto document = makeTemplate({make({"3", "4", "5"}, {"1", "2", "3"}, {"2", "3", "4"})});
+    document.fill("1", makeData({}, {{"Close", {7, 6, 5}}, {"High", {9, 8, 7}}, {"Low", {5, 4, 3}}}));
+    EXPECT_EQ(getChartPart(document), make({"9", "8", "7"}, {"5", "4", "3"}, {"7", "6", "5"}));
+}
+
 TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
 {
     const std::vector<std::string> names = {"Start", "Up", "Down", "End"};
@@ -268,10 +300,45 @@ TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
     after.totals = {u"Down"};
     document.fill("1", after);
     EXPECT_EQ(document.getChartData("1").totals, after.totals);
+    EXPECT_EQ(document.fill("1", makeData({"Start", "Up"}, {{"Change", {10, 5}}})).warnings,
+              Texts{"the total \"Down\" is gone; say which categories are totals now (totals)."});
     EXPECT_EQ(thrownText([&] {
                   document.fill("1", makeData(names, {{"A", {1}}, {"B", {2}}}));
               }),
               "A waterfall shows one series, of changes and totals; the data has 2.");
+}
+
+TEST(Kinds, ShowANumberFormatWhereTheyHaveTheirOwn)
+{
+    const auto fill = [](const ChartData& data, const ChartOptions& options) {
+        auto chart = chart::ColumnChart::create();
+        chart->setDataSet(data.dataSet);
+        Document document;
+        document.addChart(chart, options, data);
+        Template filled(document.toBytes());
+        filled.fill("1", filled.getChartData("1"), {.numberFormat = "0.00"});
+        std::string formats;
+        const auto part = getChartPart(filled);
+        const std::string name = "<c:numFmt formatCode=\"";
+        for (auto at = part.find(name); at != std::string::npos; at = part.find(name, at + 1)) {
+            const auto begin = at + name.size();
+            formats += part.substr(begin, part.find('"', begin) - begin) + " ";
+        }
+        const auto text = part.find("<a:t>");
+        return formats +
+               (text == std::string::npos ? "" : part.substr(text + 5, part.find("</a:t>") - text - 5));
+    };
+    const auto bars = makeData({"5", "6"}, {{"North", {1, 2}}});
+    auto waterfall = makeData({"a", "b", "c"}, {{"Change", {10, -25, 20}}});
+    waterfall.totals = {u"a"};
+    const auto value = std::vector{Label::Value};
+    // Labels of a series, then the axes: names of categories keep theirs, and so does a label of fixed text.
+    EXPECT_EQ(fill(bars, {.labels = value}), "0.00 General 0.00 ");
+    EXPECT_EQ(fill(bars, {.kind = ChartKind::Pie, .labels = {Label::Percent}}), "0% ");
+    EXPECT_EQ(fill(bars, {.stacking = Stacking::Percent}), "General 0% ");
+    EXPECT_EQ(fill(bars, {.kind = ChartKind::Scatter}), "General 0.00 ");
+    EXPECT_EQ(fill(waterfall, {.kind = ChartKind::Waterfall, .labels = value}),
+              "#,##0;#,##0 0.00;0.00 -#,##0;-#,##0 -0.00;-0.00 0.00 General 0.00 20.00");
 }
 
 TEST(Kinds, WithoutNamesOfSeriesHoldThemThemselves)
@@ -305,9 +372,16 @@ TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)
               part.rfind("<c:xVal><c:numRef><c:f>Sheet1!$A$2:$A$3</c:f>"));
 
     // A table of categories has the x values in them.
-    document.fill("1", makeData({"0.5", "8"}, {{"S0", {1, 2}}}));
-    EXPECT_EQ(print(document.getChartData("1")), "1||S0:0.5;1,8;2,");
-    document.fill("1", makeData({"a", "b"}, {{"S0", {1, 2}}}));
+    for (const auto kind : {CategoryKind::Automatic, CategoryKind::Text}) {
+        auto table = makeData({"0.5", "8"}, {{"S0", {1, 2}}});
+        table.categoryKind = kind;
+        EXPECT_EQ(document.fill("1", table).warnings, Texts());
+        EXPECT_EQ(print(document.getChartData("1")), "1||S0:0.5;1,8;2,");
+    }
+    document.fill("1", makeData({"2026-01-01", "2026-01-03"}, {{"S0", {1, 2}}}));
+    EXPECT_EQ(print(document.getChartData("1")), "1||S0:46023;1,46025;2,");
+    EXPECT_EQ(document.fill("1", makeData({"a", "b"}, {{"S0", {1, 2}}})).warnings,
+              Texts{"series \"S0\": its categories are not numbers; the points stand at 1, 2, 3."});
     EXPECT_EQ(print(document.getChartData("1")), "1||S0:1;1,2;2,");
 
     auto bubbles = makeData({}, {{"S0", {1, 2, 3}}, {"S1", {1, 2, 3}}});

@@ -486,9 +486,11 @@ TEST(Categories, AreTextsWhereDatesDoNotAscendOrAreTooEarly)
     EXPECT_EQ(readXPath(make(data, {{"type", "line"}}).chart, "//c:cat/c:strRef//c:v"),
               "2026-01-01|2026-01-01|2026-01-02");
     EXPECT_EQ(make(data, {{"type", "line"}}).warnings, std::vector<std::string>{});
-    EXPECT_EQ(
-        make(data, {{"type", "line"}, {"category-type", "date"}}).warnings,
-        std::vector<std::string>{"chart 1: the dates do not ascend, each once; the categories are texts."});
+    EXPECT_EQ(make(data, {{"type", "line"}, {"category-type", "date"}}).warnings,
+              std::vector<std::string>{
+                  "chart 1: the dates do not ascend, each on a day of its own; the categories are texts."});
+    data.categoryValues = {46'023, 46'023.5, 46'024};
+    EXPECT_EQ(readXPath(make(data, {{"type", "line"}}).chart, "count(//c:dateAx)"), "0");
     data.categoryValues = {-10'000, 20, 46'024};
     const auto early = make(data, {{"type", "line"}});
     EXPECT_EQ(readXPath(early.chart, "//c:cat/c:strRef//c:v"), "1|1900-01-19|2026-01-02");
