@@ -32,7 +32,7 @@ inline std::string show(std::u16string_view text)
 }
 
 /// What an oracle asks for: ends the program, for the fuzzer to keep the input, where it does not hold.
-inline void require(bool condition, std::string_view sentence, std::string_view detail = {})
+inline void require(bool condition, std::string_view sentence, std::string_view detail = "")
 {
     if (condition) return;
     std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(sentence.size()), sentence.data(),
