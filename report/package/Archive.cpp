@@ -332,7 +332,9 @@ void Archive::findRecords()
 const std::string& Archive::read(std::size_t index) const
 {
     auto& content = contents_[index];
-    std::call_once(content.once, [&] { content.bytes = unpack(bytes_, entries_[index]); });
+    const std::scoped_lock lock(content.mutex);
+    if (!content.isRead) content.bytes = unpack(bytes_, entries_[index]);
+    content.isRead = true;
     return content.bytes;
 }
 

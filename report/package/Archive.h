@@ -74,7 +74,8 @@ class Archive {
 
  private:
     struct Content {
-        std::once_flag once;
+        std::mutex mutex;
+        bool isRead = false;
         std::string bytes;
     };
 
