@@ -23,9 +23,10 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     categories_ = planCategories(part_, data_, options_);
     report_.pointsBefore = categories_.pointsBefore;
     report_.pointsAfter = categories_.pointsAfter;
+    warnOfUnnamedPoints();
     planSeries();
-    warnOfHiddenSlices();
     planOrder();
+    warnOfHiddenSlices();
     ContentPlanner planner(part_, data_, options_, categories_, report_);
     for (std::size_t i = 0; i < series_.size(); ++i)
         planner.plan(series_[i], series_, *data_.dataSet->getSeries(i), data_.getDetails(i));
@@ -37,6 +38,19 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     shareCategories(series_);
 }
 
+/// Data without categories leaves the chart its own.
+void FillPlan::warnOfUnnamedPoints()
+{
+    const auto names = categories_.before.points.getSize();
+    const auto points = categories_.pointsAfter;
+    if (!data_.dataSet->getCategories().empty() || names == 0 || names == points) return;
+    report_.warnings.push_back("the data has " + std::to_string(points) + " points and no categories; " +
+                               (points > names
+                                    ? "those behind the chart's " + std::to_string(names) + " have no name."
+                                    : "of the chart's " + std::to_string(names) + " the first stay."));
+}
+
+/// Series that the data leaves without a name keep theirs.
 void FillPlan::planSeries()
 {
     const auto& before = part_.getSeries();
@@ -53,7 +67,9 @@ void FillPlan::planSeries()
         const bool isAdded = matches[i] == noMatch;
         if (!isAdded) look = matches[i];
         const auto& old = before[look];
-        series_.push_back({.look = &old, .isAdded = isAdded, .index = old.index, .order = old.order});
+        if (names[i].empty()) names[i] = isAdded ? "Series " + std::to_string(i + 1) : old.name;
+        series_.push_back(
+            {.look = &old, .isAdded = isAdded, .index = old.index, .order = old.order, .title = names[i]});
         const auto change = isAdded                ? FillReport::Change::Added
                             : old.name != names[i] ? FillReport::Change::Renamed
                                                    : FillReport::Change::Matched;
@@ -70,20 +86,35 @@ void FillPlan::planSeries()
 /// Word processors draw the first series of a pie alone.
 void FillPlan::warnOfHiddenSlices()
 {
-    const auto isAdded = [](const SeriesPlan& plan) { return plan.isAdded; };
+    const bool hasAdded = report_.count(FillReport::Change::Added) > 0;
+    if (isPie() && hasAdded)
+        report_.warnings.push_back(
+            "a pie shows one series, " +
+            quoteText(std::ranges::min_element(series_, {}, &SeriesPlan::order)->title) +
+            "; the others do not show.");
+}
+
+bool FillPlan::isPie() const
+{
     const auto element = part_.getGroups()[series_[0].look->group].kind->element;
-    const bool isPie = element.starts_with("pie") || element.starts_with("ofPie");
-    if (isPie && std::any_of(series_.begin(), series_.end(), isAdded))
-        report_.warnings.push_back("a pie shows one series, " + quoteText(report_.series[0].name) +
-                                   "; the others do not show.");
+    return element.starts_with("pie") || element.starts_with("ofPie");
 }
 
 void FillPlan::planOrder()
 {
     std::uint32_t nextIndex = 0;
-    for (const auto& series : part_.getSeries()) nextIndex = std::max(nextIndex, series.index + 1);
-    for (auto& plan : series_)
-        if (plan.isAdded) plan.index = nextIndex++;
+    std::uint32_t nextOrder = 0;
+    for (const auto& series : part_.getSeries()) {
+        nextIndex = std::max(nextIndex, series.index + 1);
+        nextOrder = std::max(nextOrder, series.order + 1);
+    }
+    for (auto& plan : series_) {
+        if (!plan.isAdded) continue;
+        plan.index = nextIndex++;
+        plan.order = nextOrder++;
+    }
+    // The first series of a pie is the one that it shows, and stays it.
+    if (isPie()) return;
     // What a series of a stock chart means lies in its place: high, low, close.
     const bool isStock = std::any_of(part_.getGroups().begin(), part_.getGroups().end(),
                                      [](const auto& group) { return group.kind->element == "stockChart"; });
@@ -154,8 +185,10 @@ void FillPlan::planWaterfall()
     series_ = drawn.series;
     drawnCount_ = series_.size();
     ContentPlanner planner(part_, data_, options_, categories_, report_);
-    for (std::size_t i = 0; i < drawnCount_; ++i)
+    for (std::size_t i = 0; i < drawnCount_; ++i) {
+        series_[i].title = toCellText(drawn.dataSet->getSeries(i)->getName());
         planner.plan(series_[i], series_, *drawn.dataSet->getSeries(i), {});
+    }
     series_.push_back(std::move(own));
 }
 

@@ -46,9 +46,11 @@ class FillPlan {
     void setReferences(const std::vector<SeriesCells>& cells);
 
  private:
+    void warnOfUnnamedPoints();
     void planSeries();
     void warnOfHiddenSlices();
     void planOrder();
+    bool isPie() const;
     void planWaterfall();
     std::vector<bool> chooseTotals();
     void warnOfLostTotals();

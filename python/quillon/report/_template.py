@@ -8,7 +8,7 @@ from collections.abc import Sequence
 from typing import TYPE_CHECKING, Any, Literal
 
 from quillon import _core, _options
-from quillon._chart_data import ChartData, as_chart_data, take_data
+from quillon._chart_data import ChartData, as_chart_data, as_fill_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
 from quillon.report._files import Target, require_file, save
@@ -119,7 +119,8 @@ class Template:
     ) -> FillReport:
         """Give a chart new data, and return what changed. The chart keeps its look.
 
-        data: a data frame or series, a dictionary of lists, an array, chart data, or a data set.
+        data: a data frame or series, a dictionary of lists, an array, chart data, or a data set. A table that names no
+            categories, or no series, leaves the chart its own.
         match: how new series and categories find the old ones whose look they take; what is left over by name goes by
             position.
         title, number_format: those of the chart stay when they are left out.
@@ -134,7 +135,7 @@ class Template:
     def _fill(
         self, chart: str, data: Any, match: str, title: str, number_format: str, totals: Sequence[str]
     ) -> FillReport:
-        chart_data = as_chart_data(data)
+        chart_data = as_fill_data(data)
         if totals:
             chart_data = dataclasses.replace(chart_data, totals=totals)
         number, name, series, before, after, sentences = self._core.fill(
