@@ -133,7 +133,9 @@ def as_chart_data(data: Any) -> ChartData:
 
 def as_fill_data(data: Any) -> ChartData:
     """Chart data for a chart that exists: names that a table does not say are left to the chart."""
-    if isinstance(data, ChartData) or hasattr(data, "SeriesCount"):
+    from quillon.chart import DataSet
+
+    if isinstance(data, (ChartData, DataSet)):
         return as_chart_data(data)
     read = _tables.read_table(data, None, None, stacklevel=5)
     filled = ChartData._from_table(read)

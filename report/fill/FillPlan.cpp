@@ -50,7 +50,7 @@ void FillPlan::warnOfUnnamedPoints()
                                     : "of the chart's " + std::to_string(names) + " the first stay."));
 }
 
-/// Series that the data leaves without a name keep theirs.
+/// Data whose series have no names leaves those of the chart.
 void FillPlan::planSeries()
 {
     const auto& before = part_.getSeries();
@@ -59,6 +59,7 @@ void FillPlan::planSeries()
     std::vector<std::string> names;
     for (const auto& old : before) namesBefore.push_back(old.name);
     for (const auto& one : *series) names.push_back(toCellText(one->getName()));
+    const bool hasNames = std::ranges::any_of(names, [](const auto& name) { return !name.empty(); });
     const auto matches = options_.match == Match::Name ? matchNames(namesBefore, names)
                                                        : matchPositions(before.size(), names.size());
     // What comes before all that was matched looks like the first of them.
@@ -67,7 +68,7 @@ void FillPlan::planSeries()
         const bool isAdded = matches[i] == noMatch;
         if (!isAdded) look = matches[i];
         const auto& old = before[look];
-        if (names[i].empty()) names[i] = isAdded ? "Series " + std::to_string(i + 1) : old.name;
+        if (!hasNames) names[i] = isAdded ? "Series " + std::to_string(i + 1) : old.name;
         series_.push_back(
             {.look = &old, .isAdded = isAdded, .index = old.index, .order = old.order, .title = names[i]});
         const auto change = isAdded                ? FillReport::Change::Added
@@ -97,24 +98,21 @@ void FillPlan::warnOfHiddenSlices()
 bool FillPlan::isPie() const
 {
     const auto element = part_.getGroups()[series_[0].look->group].kind->element;
-    return element.starts_with("pie") || element.starts_with("ofPie");
+    return part_.getGroups().size() == 1 && (element.starts_with("pie") || element.starts_with("ofPie"));
 }
 
 void FillPlan::planOrder()
 {
     std::uint32_t nextIndex = 0;
-    std::uint32_t nextOrder = 0;
-    for (const auto& series : part_.getSeries()) {
-        nextIndex = std::max(nextIndex, series.index + 1);
-        nextOrder = std::max(nextOrder, series.order + 1);
-    }
-    for (auto& plan : series_) {
-        if (!plan.isAdded) continue;
-        plan.index = nextIndex++;
-        plan.order = nextOrder++;
-    }
+    for (const auto& series : part_.getSeries()) nextIndex = std::max(nextIndex, series.index + 1);
+    for (auto& plan : series_)
+        if (plan.isAdded) plan.index = nextIndex++;
     // The first series of a pie is the one that it shows, and stays it.
-    if (isPie()) return;
+    const auto isShown = [&](const SeriesPlan& plan) {
+        return plan.look == part_.getSeries().data() && !plan.isAdded && plan.title == plan.look->name;
+    };
+    const auto shown = std::ranges::find_if(series_, isShown);
+    if (isPie() && shown != series_.end() && shown != series_.begin()) return putFirst(*shown);
     // What a series of a stock chart means lies in its place: high, low, close.
     const bool isStock = std::any_of(part_.getGroups().begin(), part_.getGroups().end(),
                                      [](const auto& group) { return group.kind->element == "stockChart"; });
@@ -130,6 +128,12 @@ void FillPlan::planOrder()
     }
     if (isKept && !series_[0].isAdded) return;
     for (std::size_t i = 0; i < series_.size(); ++i) series_[i].order = static_cast<std::uint32_t>(i);
+}
+
+void FillPlan::putFirst(SeriesPlan& first)
+{
+    std::uint32_t next = 1;
+    for (auto& plan : series_) plan.order = &plan == &first ? 0 : next++;
 }
 
 bool FillPlan::isEmptied(std::size_t group) const

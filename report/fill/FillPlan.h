@@ -51,6 +51,7 @@ class FillPlan {
     void warnOfHiddenSlices();
     void planOrder();
     bool isPie() const;
+    void putFirst(SeriesPlan& first);
     void planWaterfall();
     std::vector<bool> chooseTotals();
     void warnOfLostTotals();

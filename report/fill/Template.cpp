@@ -6,6 +6,7 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "report/fill/AltTextRenewal.h"
 #include "report/fill/ChartFiller.h"
 #include "report/fill/ChartFinder.h"
 #include "report/fill/ChartMarkup.h"
@@ -31,6 +32,15 @@ struct ReadChart {
     ChartMarkup part;
     Palette palette;
 };
+
+/// The relationship to the workbook: a part may have one that its markup does not name.
+std::string findWorkbookId(const Package& package, const std::string& name, const ChartMarkup& part)
+{
+    if (const auto id = part.getWorkbookId(); !id.empty()) return id;
+    for (const auto& row : package.getRelationships(name))
+        if (row.getKind() == "package" && !row.isExternal && package.hasPart(row.target)) return row.id;
+    return {};
+}
 
 using Drawings = std::vector<ChartDrawing>;
 
@@ -124,7 +134,9 @@ struct Template::Content {
     [[noreturn]] void failToFind(const std::string& key, std::size_t count) const;
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
     void separate(std::size_t index);
-    FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options);
+    FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options,
+                        std::string& altText);
+    void setAltText(std::size_t index, const std::string& altText);
 
     /// After a change of anything but a chart part.
     void forget();
@@ -230,14 +242,24 @@ FillReport Template::Content::fill(std::size_t index, const ChartData& data, con
         throw std::runtime_error("The chart cannot be filled: " + problem + ".");
     separate(index);
     const auto drawing = getDrawings()[index];
-    auto report = fillPart(drawing.chartParts[0], data, options);
+    auto altText = drawing.description;
+    auto report = fillPart(drawing.chartParts[0], data, options, altText);
+    if (altText != drawing.description) setAltText(index, altText);
     for (std::size_t i = 1; i < drawing.chartParts.size(); ++i)
-        fillPart(drawing.chartParts[i], data, options);
+        fillPart(drawing.chartParts[i], data, options, altText);
     report.number = index + 1;
     report.chart = drawing.name;
     if (package.isSigned())
         report.warnings.emplace_back("The document is signed; its signature is no longer valid.");
     return report;
+}
+
+void Template::Content::setAltText(std::size_t index, const std::string& altText)
+{
+    auto described = std::make_shared<Drawings>(getDrawings());
+    describeDrawing(package, *described, index, altText);
+    drawings = described;
+    isChanged = true;
 }
 
 /// A part that other drawings show as well is copied first.
@@ -255,13 +277,15 @@ void Template::Content::separate(std::size_t index)
     }
 }
 
+/// `altText`: that of the drawing; it becomes what it is to be.
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
-                                       const FillOptions& options)
+                                       const FillOptions& options, std::string& altText)
 {
     const auto chart = readChart(part);
     FillPlan plan(chart->part, data, options);
-    auto workbook =
-        updateWorkbook(package, part, chart->part.getWorkbookId(), plan.makeCells(), plan.makeRemovedCells());
+    altText = renewAltText(altText, plan, data);
+    auto workbook = updateWorkbook(package, part, findWorkbookId(package, part, chart->part),
+                                   plan.makeCells(), plan.makeRemovedCells());
     plan.setReferences(workbook.series);
     workbook.series.clear();
     workbook.series.shrink_to_fit();

@@ -82,8 +82,8 @@ def read_table(table: Any, categories: object, columns: Iterable[object] | None,
     labels = [name for name in source.names if named is None or name != named] if chosen is None else chosen
     _require_unique(labels)
     read = [(_cells.label(name), source.read(name)) for name in labels]
-    columns = _leave_out_words(read, stacklevel + 1) if chosen is None else read
-    return Table(names, columns, has_categories, source.has_names)
+    kept = _leave_out_words(read, stacklevel + 1) if chosen is None else read
+    return Table(names, kept, has_categories, source.has_names)
 
 
 def make_set(place: str, table: Table) -> DataSet:
