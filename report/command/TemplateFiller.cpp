@@ -23,7 +23,7 @@ void requireFillOptions(const ChartJob& job)
 {
     for (const auto& option : getOptions()) {
         const std::string name = option.name;
-        const bool isOfNumbers = name == "number-format" || name == "blank" || name == "totals";
+        const bool isOfNumbers = name == "number-format" || name == "totals";
         if (!isOfNumbers && option.get(job.options) != option.get({}))
             fail(
                 "{} is for new charts, in the place of a placeholder; chart {} is filled, and keeps its "
@@ -43,6 +43,8 @@ FillReport fillChart(Template& document, const ChartJob& job, const Listener& li
 {
     requireFillOptions(job);
     auto data = readData(job, listener);
+    // The chart knows its totals; what looks like one in the table may be none.
+    data.totals.clear();
     for (const auto& total : job.options.totals) data.totals.push_back(quillon::toUtf16(total));
     auto report = document.fill(
         job.fill, data,
@@ -59,14 +61,28 @@ bool hasPlaceholder(const Template& document, const std::string& name, Placehold
                        [&](const auto& one) { return one.name == name && one.kind == kind; });
 }
 
+/// A table takes the formats of numbers alone.
+void requireTableOptions(const ChartJob& job)
+{
+    const auto place = "{{table:" + showText(job.at) + "}} becomes a table";
+    for (const auto& option : getOptions()) {
+        const std::string name = option.name;
+        const bool isOfNumbers = name == "number-format" || name == "category-format";
+        if (!isOfNumbers && option.get(job.options) != option.get({}))
+            fail("{} is for charts; {}, which takes number-format and category-format.", name, place);
+    }
+    if (!job.title.empty()) fail("title is for charts; {}.", place);
+}
+
 /// `{{name}}` becomes a chart, and `{{table:name}}` a table of the same data.
 void insert(Template& document, const ChartJob& job, const Listener& listener)
 {
-    const auto data = readData(job, listener);
     const bool hasTable = hasPlaceholder(document, job.at, PlaceholderKind::Table);
-    if (hasTable) document.insertTable(job.at, data, job.options);
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
+    if (hasTable && !hasChart) requireTableOptions(job);
+    const auto data = readData(job, listener);
+    if (hasTable) document.insertTable(job.at, data, {job.options.numberFormat, job.options.categoryFormat});
     if (hasChart || !hasTable)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }

@@ -9,6 +9,7 @@
 #include "report/fill/ChartInserter.h"
 #include "report/fill/DataTable.h"
 #include "report/fill/PlaceholderSpots.h"
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 
@@ -26,16 +27,20 @@ std::string describe(const Placeholder& placeholder)
 {
     constexpr std::size_t named = 20;
     std::string list;
+    std::vector<std::string> names;
     std::unordered_set<std::string> known;
     for (const auto& placeholder : findPlaceholders(document)) {
+        names.push_back(placeholder.name);
         if (placeholder.name == name)
             throw std::runtime_error("Placeholder {{" + showText(name) + "}}: " + reason);
         const auto text = describe(placeholder);
         if (known.insert(text).second && known.size() <= named) list += (list.empty() ? "" : ", ") + text;
     }
     if (known.size() > named) list += " and " + std::to_string(known.size() - named) + " more";
-    throw std::runtime_error("There is no placeholder {{" + showText(name) + "}}; the document has " +
-                             (list.empty() ? "none" : list) + ".");
+    const auto near = findNearName(name, names);
+    throw MissingPlaceholder("There is no placeholder {{" + showText(name) + "}}" +
+                             (near.empty() ? "; the" : "; did you mean {{" + showText(near) + "}}? The") +
+                             " document has " + (list.empty() ? "none" : list) + ".");
 }
 
 /// Calls `change` with each part that holds text, and stores what it changed.
@@ -107,14 +112,14 @@ void insertChart(Package& document, const std::string& name, const NewChart& cha
 }
 
 void insertTable(Package& document, const std::string& name, const ChartData& data,
-                 const ChartOptions& options)
+                 const TableFormats& formats)
 {
     auto changed = document;
     const std::string mainBytes = document.getPart(document.getMainPart());
     const XmlSpans main(mainBytes, document.getMainPart());
     bool isFound = false;
     changeTextParts(changed, [&](const XmlSpans& xml, Edits& edits) {
-        const DataTable table(data, options, findTableStyle(document, xml.getRoot()));
+        const DataTable table(data, formats, findTableStyle(document, xml.getRoot()));
         for (const auto& spot : findSpots(xml.getRoot())) {
             if (spot.name != name || spot.kind != PlaceholderKind::Table) continue;
             table.insert(*spot.paragraph, spot.match, main.getRoot(), edits);

@@ -84,9 +84,9 @@ class QUILLON_EXPORT Template {
     void insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options = {},
                 const ChartData& data = {}, const Listener& listener = {});
     /// Puts a table of the data in the place of each paragraph that holds `{{table:placeholder}}`, in the
-    /// style that tables of the document have. Of the options it takes the number formats. Throws:
-    /// std::runtime_error that lists the placeholders when there is none such.
-    void insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options = {});
+    /// style that tables of the document have. Throws: std::runtime_error that lists the placeholders when
+    /// there is none such.
+    void insertTable(const std::string& placeholder, const ChartData& data, const TableFormats& formats = {});
     /// Replaces `{{placeholder}}` in running text, and returns how often.
     /// Throws: std::runtime_error that lists the placeholders when there is none such.
     std::size_t replace(const std::string& placeholder, const std::string& text);

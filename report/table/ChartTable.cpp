@@ -9,6 +9,7 @@
 
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
+#include "report/table/ColumnNames.h"
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
@@ -31,6 +32,8 @@ struct Roles {
     Columns sizes;
     Columns errorsPlus;
     Columns errorsMinus;
+    /// Of each series, where they do not share them.
+    Columns ownX;
     std::optional<std::size_t> series;
     std::optional<std::size_t> x;
 };
@@ -52,10 +55,23 @@ Columns findColumns(const TableScan& scan, const std::vector<std::string>& names
     return columns;
 }
 
+/// The leading columns "Level 1" ... "Category"; none for other names.
+Columns findLevels(const TableScan& scan)
+{
+    Columns columns;
+    for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
+        columns.push_back(column);
+        if (column > 0 && scan.getNames()[column] == columnNames::category) return columns;
+        if (scan.getNames()[column] != columnNames::level + std::to_string(column + 1)) break;
+    }
+    return {};
+}
+
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
     if (!options.category.empty()) return findColumns(scan, options.category);
     if (!options.x.empty()) return {scan.findColumn(options.x)};
+    if (auto levels = findLevels(scan); !levels.empty()) return levels;
     if (!scan.hasRowNumbers()) return {0};
     note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
     return {1};
@@ -68,6 +84,7 @@ Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note
     for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
         const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
                              contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
+                             contains(roles.ownX, column) ||
                              roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
                              scan.getNames()[column].empty();
         if (isTaken) continue;
@@ -105,11 +122,38 @@ std::string describeText(const TableScan& scan, std::size_t column, const TableO
          quoteText(scan.getNames()[categories.front()]), example, scan.getPlace().hint);
 }
 
-Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& note)
+/// The columns that are called as others are, with `suffix` behind.
+Columns findPartners(const TableScan& scan, std::string_view suffix)
+{
+    const auto& names = scan.getNames();
+    const std::set<std::string> known(names.begin(), names.end());
+    Columns columns;
+    for (std::size_t column = 0; column < names.size(); ++column)
+        if (names[column].size() > suffix.size() && names[column].ends_with(suffix) &&
+            known.contains(names[column].substr(0, names[column].size() - suffix.size())))
+            columns.push_back(column);
+    return columns;
+}
+
+/// Each column of values has its partner, where any has one.
+void orderPartners(const TableScan& scan, const Roles& roles, std::string_view suffix, Columns& partners)
+{
+    if (partners.empty()) return;
+    partners.clear();
+    for (const auto column : roles.values)
+        partners.push_back(scan.findColumn(scan.getNames()[column] + std::string(suffix)));
+}
+
+Roles findRoles(const TableScan& scan, const TableOptions& options, const TableTarget& target,
+                const Note& note)
 {
     Roles roles;
-    roles.categories = chooseCategories(scan, options, note);
-    roles.sizes = findColumns(scan, options.sizes);
+    const bool takesOwnX = target.hasX && options.x.empty() && options.category.empty();
+    const bool takesSizes = target.hasSizes && options.sizes.empty();
+    if (takesOwnX) roles.ownX = findPartners(scan, columnNames::ownX);
+    roles.categories = roles.ownX.empty() ? chooseCategories(scan, options, note) : Columns{roles.ownX[0]};
+    roles.sizes =
+        takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes);
     roles.errorsPlus = findColumns(scan, options.errorsPlus);
     roles.errorsMinus = findColumns(scan, options.errorsMinus);
     if (!options.x.empty()) roles.x = scan.findColumn(options.x);
@@ -121,6 +165,8 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
     roles.values =
         options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
     if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
+    orderPartners(scan, roles, columnNames::ownX, roles.ownX);
+    if (takesSizes) orderPartners(scan, roles, columnNames::size, roles.sizes);
     return roles;
 }
 
@@ -240,6 +286,7 @@ class GridMaker {
             {roles_.sizes, ColumnRole::Value, sizeColumns_},
             {roles_.errorsPlus, ColumnRole::Value, plusColumns_},
             {roles_.errorsMinus, ColumnRole::Value, minusColumns_},
+            {roles_.ownX, ColumnRole::Value, ownXColumns_},
             {listColumn(roles_.x), hasDates ? ColumnRole::Label : ColumnRole::Value, x},
         };
         std::vector<ColumnRequest> requests;
@@ -311,7 +358,8 @@ class GridMaker {
         if (valueColumns_.empty()) grid_.series.push_back({"Count", aggregate(nullptr)});
         for (std::size_t i = 0; i < valueColumns_.size(); ++i) {
             const auto& column = *valueColumns_[i];
-            GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column)};
+            GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column),
+                              getExtra(ownXColumns_, i, "X")};
             series.details = {options_.aggregate == "count" ? "" : column.numberFormat,
                               getExtra(sizeColumns_, i, "Sizes"), getExtra(plusColumns_, i, "Errors-plus"),
                               getExtra(minusColumns_, i, "Errors-minus")};
@@ -399,6 +447,7 @@ class GridMaker {
     TableColumns sizeColumns_;
     TableColumns plusColumns_;
     TableColumns minusColumns_;
+    TableColumns ownXColumns_;
     const TableColumn* xColumn_ = nullptr;
     Table table_;
     Categories categories_;
@@ -426,10 +475,13 @@ Note hearOnce(const Listener& listener)
     };
 }
 
-ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
+ChartData readFrom(std::shared_ptr<RowSource> source, TableOptions options, const Note& note,
+                   const TableTarget& target)
 {
     const TableScan scan(std::move(source), options, note);
-    const auto roles = findRoles(scan, options, note);
+    const auto roles = findRoles(scan, options, target, note);
+    // Series with X values of their own may differ in length.
+    options.gaps = options.gaps || target.hasGaps || !roles.ownX.empty();
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();
     auto totals = noteTotals(grid, note);
@@ -441,21 +493,22 @@ ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& option
 
 }  // namespace
 
-ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener,
+                        const TableTarget& target)
 {
     checkTableOptions(options);
     const auto note = hearOnce(listener);
-    return readFrom(openSource(path, options, note, listener.progress), options, note);
+    return readFrom(openSource(path, options, note, listener.progress), options, note, target);
 }
 
 ChartData readChartData(const std::shared_ptr<RowSource>& rows, const TableOptions& options,
-                        const Listener& listener)
+                        const Listener& listener, const TableTarget& target)
 {
     checkTableOptions(options);
     auto shaping = options;
     shaping.skip = 0;
     shaping.noHeader = false;
-    return readFrom(rows, shaping, hearOnce(listener));
+    return readFrom(rows, shaping, hearOnce(listener), target);
 }
 
 }  // namespace quillon::report

@@ -10,14 +10,25 @@
 
 namespace quillon::report {
 
+/// What the chart has that a table is for.
+struct TableTarget {
+    /// X values and sizes of its own for each series: columns called as in ColumnNames.h are taken for them
+    /// when no option says which are.
+    bool hasX = false;
+    bool hasSizes = false;
+    /// Gaps already, so that it may have them again.
+    bool hasGaps = false;
+};
+
 /// Reads a table, as readTable does, into the data of a chart. A column of categories that holds dates gives
 /// their serial numbers beside the texts, and a format unless they are days; quarters keep their texts, as
 /// worksheets have no format for them. A column's percent, currency or grouped thousands become the number
-/// format of its series. In place of gaps one point stands in all series. Throws: std::runtime_error with a
+/// format of its series. Leading columns "Level 1" ... "Category" are levels of categories. In place of gaps one point stands in all series. Throws: std::runtime_error with a
 /// sentence that names file, line, column and the option that helps.
-ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener = {});
+ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener = {},
+                        const TableTarget& target = {});
 /// The same of rows that have been read; the options of files are not looked at.
 ChartData readChartData(const std::shared_ptr<RowSource>& rows, const TableOptions& options,
-                        const Listener& listener = {});
+                        const Listener& listener = {}, const TableTarget& target = {});
 
 }  // namespace quillon::report

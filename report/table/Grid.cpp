@@ -36,6 +36,7 @@ void pickCategories(Grid& grid, const Order& order)
     pick(grid.positions, order);
     for (auto& one : grid.series) {
         pick(one.values, order);
+        pick(one.x, order);
         pick(one.details.sizes, order);
         pick(one.details.errorsPlus, order);
         pick(one.details.errorsMinus, order);
@@ -215,7 +216,7 @@ std::shared_ptr<chart::DataSeries> makeSeries(const Grid& grid, const GridSeries
         if (std::isnan(one.values[i]) && !hasX)
             series->appendPoint(emptyPoint);
         else if (hasX)
-            series->appendPoint(grid.positions[i], one.values[i]);
+            series->appendPoint(one.x.empty() ? grid.positions[i] : one.x[i], one.values[i]);
         else
             series->appendPoint(one.values[i]);
     return series;

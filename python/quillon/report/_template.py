@@ -63,7 +63,10 @@ class SeriesChange:
 
 @dataclasses.dataclass(frozen=True)
 class FillReport:
-    """What a fill changed in a chart."""
+    """What a fill changed in a chart.
+
+    chart: what it was asked for by; where that is its number, its title, or else its name in the document.
+    """
 
     number: int
     chart: str
@@ -237,9 +240,15 @@ class Template:
         options = _options.given(locals())
         warn(self._core.insert(placeholder, chart, take_data(chart, data), options))
 
-    def insert_table(self, placeholder: str, data: Any) -> None:
-        """Put a table of the data in the place of a paragraph {{table:placeholder}}."""
-        self._core.insert_table(placeholder, as_chart_data(data))
+    def insert_table(
+        self, placeholder: str, data: Any, *, number_format: str = "", category_format: str = ""
+    ) -> None:
+        """Put a table of the data in the place of a paragraph {{table:placeholder}}.
+
+        number_format, category_format: as in a cell of a worksheet, "0.0%" and "mmm yy"; those of the data when they
+            are left out.
+        """
+        self._core.insert_table(placeholder, as_chart_data(data), number_format, category_format)
 
     def replace(self, placeholder: str, text: str) -> int:
         """Replace {{placeholder}} in running text, and return how often."""

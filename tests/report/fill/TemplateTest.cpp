@@ -80,8 +80,8 @@ TEST(Template, FindsAChartByAnythingThatNamesIt)
     };
     for (const auto& [key, number] : keys) EXPECT_EQ(find(key), number) << key;
     const auto list = thrownText([] { find("Cost"); });
-    EXPECT_EQ(list.substr(0, 156),
-              "There is no chart \"Cost\"; the document has 1 \"Revenue\", title \"Title of Revenue\"; 2 "
+    EXPECT_EQ(list.substr(0, 177),
+              "There is no chart \"Cost\"; did you mean \"costs\"? The document has 1 \"Revenue\", title \"Title of Revenue\"; 2 "
               "\"Chart 2\", title \"Title of Chart 2\", alternative "
               "text \"{{costs}}\"; 3 \"Ch");
     EXPECT_EQ(thrownText([] { find("Same name"); }).substr(0, 34), "There are 2 charts \"Same name\"; th");
@@ -230,7 +230,7 @@ TEST(Template, FillsAgainWhatWasFilled)
     june.fill("costs", makeNews());
     auto july = Template(june.toBytes());
     const auto report = july.fill("costs", getPlaces().getChartData("costs"));
-    EXPECT_EQ(report.chart, "Chart 2");
+    EXPECT_EQ(report.chart, "costs");
     EXPECT_EQ(report.pointsBefore, 2U);
     EXPECT_EQ(report.pointsAfter, 3U);
     // Our own charts write what a fill would.
