@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "report/command/ChartMaker.h"
+#include "report/command/DataWriter.h"
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
@@ -39,10 +41,49 @@ Match readMatch(const std::string& text)
     fail("Match {}: expected name or position.", quoteText(text));
 }
 
+/// The data that a chart shows, none where it cannot be read; filling says why.
+ChartData readShown(const Template& document, const std::string& chart)
+{
+    try {
+        return document.getChartData(chart);
+    } catch (const std::runtime_error&) {
+        return chart::DataSet::create();
+    }
+}
+
+/// What a table for the chart may hold without being told so.
+TableTarget findTarget(const ChartData& shown)
+{
+    TableTarget target{.hasX = isOfPoints(shown), .hasTotals = !shown.totals.empty()};
+    const auto series = shown.dataSet->getSeriesList();
+    for (const auto& one : *series)
+        for (const auto& point : one->getPoints()) {
+            target.hasX = target.hasX || point->getX() != 0;
+            target.hasGaps = target.hasGaps || std::isnan(point->getY()) || std::isnan(point->getX());
+        }
+    for (const auto& details : shown.series) target.hasSizes = target.hasSizes || !details.sizes.empty();
+    return target;
+}
+
+/// Names that were changed so that columns differ are those of the chart again.
+void restoreNames(ChartData& data, const ChartData& shown)
+{
+    const auto names = nameColumns(shown);
+    const auto series = data.dataSet->getSeriesList();
+    for (const auto& one : *series) {
+        const auto place = std::ranges::find(names, toUtf8(one->getName()));
+        if (place != names.end())
+            one->setName(
+                shown.dataSet->getSeries(static_cast<unsigned long>(place - names.begin()))->getName());
+    }
+}
+
 FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
 {
     requireFillOptions(job);
-    auto data = readData(job, listener);
+    const auto shown = readShown(document, job.fill);
+    auto data = readData(job, listener, findTarget(shown));
+    restoreNames(data, shown);
     // The chart knows its totals; what looks like one in the table may be none.
     data.totals.clear();
     for (const auto& total : job.options.totals) data.totals.push_back(quillon::toUtf16(total));

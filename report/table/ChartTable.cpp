@@ -32,7 +32,7 @@ struct Roles {
     Columns sizes;
     Columns errorsPlus;
     Columns errorsMinus;
-    /// Of each series, where they do not share them.
+    /// Of some series, or of all.
     Columns ownX;
     std::optional<std::size_t> series;
     std::optional<std::size_t> x;
@@ -84,9 +84,8 @@ Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note
     for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
         const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
                              contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
-                             contains(roles.ownX, column) ||
-                             roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
-                             scan.getNames()[column].empty();
+                             contains(roles.ownX, column) || roles.x == column ||
+                             (column == 0 && scan.hasRowNumbers()) || scan.getNames()[column].empty();
         if (isTaken) continue;
         if (scan.getProfile(column).isNumeric())
             chosen.push_back(column);
@@ -135,28 +134,35 @@ Columns findPartners(const TableScan& scan, std::string_view suffix)
     return columns;
 }
 
-/// Each column of values has its partner, where any has one.
-void orderPartners(const TableScan& scan, const Roles& roles, std::string_view suffix, Columns& partners)
+/// The partners in the order of the values, each of which has one where any has.
+Columns orderPartners(const TableScan& scan, const Columns& values, std::string_view suffix)
 {
-    if (partners.empty()) return;
-    partners.clear();
-    for (const auto column : roles.values)
+    Columns partners;
+    for (const auto column : values)
         partners.push_back(scan.findColumn(scan.getNames()[column] + std::string(suffix)));
+    return partners;
+}
+
+/// Numbers in the first column are X values where the chart has such.
+std::optional<std::size_t> findX(const TableScan& scan, const TableOptions& options,
+                                 const TableTarget& target, const Columns& categories)
+{
+    if (!options.x.empty()) return scan.findColumn(options.x);
+    const bool isX = target.hasX && categories.size() == 1 && scan.getProfile(categories[0]).isNumeric();
+    return isX ? std::optional(categories[0]) : std::nullopt;
 }
 
 Roles findRoles(const TableScan& scan, const TableOptions& options, const TableTarget& target,
                 const Note& note)
 {
     Roles roles;
-    const bool takesOwnX = target.hasX && options.x.empty() && options.category.empty();
+    roles.categories = chooseCategories(scan, options, note);
+    if (target.hasX && options.x.empty()) roles.ownX = findPartners(scan, columnNames::ownX);
     const bool takesSizes = target.hasSizes && options.sizes.empty();
-    if (takesOwnX) roles.ownX = findPartners(scan, columnNames::ownX);
-    roles.categories = roles.ownX.empty() ? chooseCategories(scan, options, note) : Columns{roles.ownX[0]};
-    roles.sizes =
-        takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes);
+    roles.sizes = takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes);
     roles.errorsPlus = findColumns(scan, options.errorsPlus);
     roles.errorsMinus = findColumns(scan, options.errorsMinus);
-    if (!options.x.empty()) roles.x = scan.findColumn(options.x);
+    roles.x = findX(scan, options, target, roles.categories);
     if (!options.series.empty()) roles.series = scan.findColumn(options.series);
     if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
     if (roles.series || !options.value.empty()) return roles;
@@ -165,8 +171,8 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const TableT
     roles.values =
         options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
     if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
-    orderPartners(scan, roles, columnNames::ownX, roles.ownX);
-    if (takesSizes) orderPartners(scan, roles, columnNames::size, roles.sizes);
+    if (takesSizes && !roles.sizes.empty())
+        roles.sizes = orderPartners(scan, roles.values, columnNames::size);
     return roles;
 }
 
@@ -351,6 +357,14 @@ class GridMaker {
         return columns[columns.size() == 1 ? 0 : series]->numbers;
     }
 
+    /// Empty for a series that takes those of the table.
+    std::vector<double> getOwnX(const std::string& series) const
+    {
+        for (const auto* column : ownXColumns_)
+            if (column->name == series + columnNames::ownX) return column->numbers;
+        return {};
+    }
+
     void readWide()
     {
         requireLimits(grid_.name, valueColumns_.size(),
@@ -359,7 +373,7 @@ class GridMaker {
         for (std::size_t i = 0; i < valueColumns_.size(); ++i) {
             const auto& column = *valueColumns_[i];
             GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column),
-                              getExtra(ownXColumns_, i, "X")};
+                              getOwnX(column.name)};
             series.details = {options_.aggregate == "count" ? "" : column.numberFormat,
                               getExtra(sizeColumns_, i, "Sizes"), getExtra(plusColumns_, i, "Errors-plus"),
                               getExtra(minusColumns_, i, "Errors-minus")};
@@ -484,7 +498,7 @@ ChartData readFrom(std::shared_ptr<RowSource> source, TableOptions options, cons
     options.gaps = options.gaps || target.hasGaps || !roles.ownX.empty();
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();
-    auto totals = noteTotals(grid, note);
+    auto totals = target.hasTotals ? std::vector<std::u16string>() : noteTotals(grid, note);
     shapeGrid(grid, options);
     auto data = makeChartData(grid);
     if (!options.transpose) data.totals = std::move(totals);

@@ -18,13 +18,16 @@ struct TableTarget {
     bool hasSizes = false;
     /// Gaps already, so that it may have them again.
     bool hasGaps = false;
+    /// Totals of its own, as a waterfall has.
+    bool hasTotals = false;
 };
 
 /// Reads a table, as readTable does, into the data of a chart. A column of categories that holds dates gives
 /// their serial numbers beside the texts, and a format unless they are days; quarters keep their texts, as
 /// worksheets have no format for them. A column's percent, currency or grouped thousands become the number
-/// format of its series. Leading columns "Level 1" ... "Category" are levels of categories. In place of gaps one point stands in all series. Throws: std::runtime_error with a
-/// sentence that names file, line, column and the option that helps.
+/// format of its series. Leading columns "Level 1" ... "Category" are levels of categories. In place of gaps
+/// one point stands in all series. Throws: std::runtime_error with a sentence that names file, line, column
+/// and the option that helps.
 ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener = {},
                         const TableTarget& target = {});
 /// The same of rows that have been read; the options of files are not looked at.

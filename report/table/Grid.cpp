@@ -211,12 +211,13 @@ std::shared_ptr<chart::DataSeries> makeSeries(const Grid& grid, const GridSeries
                                               const std::shared_ptr<chart::DataPoint>& emptyPoint)
 {
     auto series = chart::DataSeries::create(toCellText(grid, one.name));
-    const bool hasX = grid.kind == CategoryKind::Number;
+    const auto& x = one.x.empty() && grid.kind == CategoryKind::Number ? grid.positions : one.x;
+    const bool hasX = !x.empty();
     for (std::size_t i = 0; i < one.values.size(); ++i)
         if (std::isnan(one.values[i]) && !hasX)
             series->appendPoint(emptyPoint);
         else if (hasX)
-            series->appendPoint(one.x.empty() ? grid.positions[i] : one.x[i], one.values[i]);
+            series->appendPoint(x[i], one.values[i]);
         else
             series->appendPoint(one.values[i]);
     return series;
