@@ -78,12 +78,24 @@ void restoreNames(ChartData& data, const ChartData& shown)
     }
 }
 
+/// Texts that the chart has already are no dates or numbers, whatever they look like.
+void keepTexts(ChartData& data, const ChartData& shown)
+{
+    if (shown.categoryKind != CategoryKind::Text ||
+        shown.dataSet->getCategories() != data.dataSet->getCategories())
+        return;
+    data.categoryKind = CategoryKind::Text;
+    data.categoryValues.clear();
+    data.categoryFormat.clear();
+}
+
 FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
 {
     requireFillOptions(job);
     const auto shown = readShown(document, job.fill);
     auto data = readData(job, listener, findTarget(shown));
     restoreNames(data, shown);
+    keepTexts(data, shown);
     // The chart knows its totals; what looks like one in the table may be none.
     data.totals.clear();
     for (const auto& total : job.options.totals) data.totals.push_back(quillon::toUtf16(total));
