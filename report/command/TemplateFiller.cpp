@@ -65,13 +65,14 @@ TableTarget findTarget(const ChartData& shown)
     return target;
 }
 
-/// Names that were changed so that columns differ are those of the chart again.
+/// Names that were changed so that columns differ, or that lost blanks, are those of the chart again.
 void restoreNames(ChartData& data, const ChartData& shown)
 {
-    const auto names = nameColumns(shown);
+    auto names = nameColumns(shown);
+    for (auto& name : names) name = std::string(trim(name));
     const auto series = data.dataSet->getSeriesList();
     for (const auto& one : *series) {
-        const auto place = std::ranges::find(names, toUtf8(one->getName()));
+        const auto place = std::ranges::find(names, std::string(trim(toUtf8(one->getName()))));
         if (place != names.end())
             one->setName(
                 shown.dataSet->getSeries(static_cast<unsigned long>(place - names.begin()))->getName());
