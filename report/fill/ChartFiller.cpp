@@ -8,6 +8,7 @@
 #include "report/fill/PointFormats.h"
 #include "report/fill/SourceWriter.h"
 #include "report/fill/WaterfallPlan.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -226,7 +227,7 @@ Palette::Color ChartFiller::findNextColor(std::uint32_t index)
                     usedColors_.push_back({color.getAttribute("val").value_or(""), {}});
     const auto isUsed = [&](const Palette::Color& color) {
         return std::any_of(usedColors_.begin(), usedColors_.end(),
-                           [&](const auto& used) { return used.scheme == color.scheme; });
+                           [&](const auto& used) { return toLower(used.value) == toLower(color.value); });
     };
     auto at = index;
     while (at < index + palette_.getSize() && isUsed(palette_.getColor(at))) ++at;

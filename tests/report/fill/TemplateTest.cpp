@@ -264,6 +264,23 @@ TEST(Template, RenewsAlternativeTextsThatWereGenerated)
               "Column chart: New; series High, Low, Close; values from 1 to 4");
 }
 
+TEST(Template, NewSeriesHaveColorsWithoutATheme)
+{
+    const auto color = makeAccent("<a:srgbClr val=\"4472c4\"/>");
+    const auto part = makeChartPart(
+        makeGroup("barChart", columnSettings, {{0, "North", {"1", "2", "3"}, color}}, "12") + textAxes);
+    const std::pair<const char*, const char*> cases[] = {{"theme", "<a:srgbClr val=\"ED7D31\">"},
+                                                         {"", "<a:schemeClr val=\"accent2\">"}};
+    for (const auto& [removed, expected] : cases) {
+        Package package(makeTemplate({part}).toBytes());
+        package.removeRelationships("word/document.xml",
+                                    [&](const auto& row) { return row.getKind() == removed; });
+        Template document(package.toBytes());
+        document.fill("1", makeNews());
+        EXPECT_NE(getChartPart(document).find(expected), std::string::npos) << getChartPart(document);
+    }
+}
+
 TEST(Template, UsesAWorkbookThatTheChartDoesNotName)
 {
     auto part = makeChartPart(makeGroup("barChart", columnSettings, {{0, "North", {"1", "2", "3"}}}, "12") +
