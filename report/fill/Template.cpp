@@ -269,7 +269,7 @@ std::string Template::Content::explainMissing(const std::string& key) const
     for (const auto& placeholder : findPlaceholders(package))
         if (placeholder.name == stripBraces(key))
             return ", but a placeholder {{" + showText(placeholder.name) +
-                   "}}, where a new chart is inserted (--at); the";
+                   "}}, where a new chart is inserted (--at, in a job file \"at\"); the";
     std::vector<std::string> keys;
     for (const auto& drawing : getDrawings())
         for (auto& one : listKeys(drawing, getTitle(drawing))) keys.push_back(std::move(one));
@@ -293,7 +293,8 @@ void Template::Content::insert(const std::string& placeholder, Insert insert)
     } catch (const MissingPlaceholder& error) {
         if (findNamed(placeholder).empty()) throw;
         throw std::runtime_error("There is no placeholder {{" + showText(placeholder) + "}}, but a chart " +
-                                 quoteText(placeholder) + ", which is filled (--chart).");
+                                 quoteText(placeholder) +
+                                 ", which is filled (--chart, in a job file \"fill\").");
     }
     forget();
 }

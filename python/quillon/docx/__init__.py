@@ -207,7 +207,7 @@ def _take_over(package: Any, filled: Any) -> None:
     for part in changed:
         own = parts[part.partname]
         if isinstance(own, XmlPart):
-            _take_over_ids(own.element, part.element)
+            _take_over_drawings(own.element, part.element)
         else:
             own._blob = part.blob
         for key, relation in part.rels.items():
@@ -215,10 +215,13 @@ def _take_over(package: Any, filled: Any) -> None:
                 own.load_rel(relation.reltype, parts[relation.target_part.partname], key)
 
 
-def _take_over_ids(element: Any, filled: Any) -> None:
-    """A chart whose part was shared has one of its own now."""
-    for own, other in zip(element.iter(qn("c:chart")), filled.iter(qn("c:chart"))):
-        own.set(qn("r:id"), other.get(qn("r:id")))
+def _take_over_drawings(element: Any, filled: Any) -> None:
+    """A chart whose part was shared has one of its own now; one that was described by its data is described anew."""
+    tags = qn("c:chart"), qn("wp:docPr"), "{*}cNvPr"
+    for own, other in zip(element.iter(*tags), filled.iter(*tags)):
+        for name in (qn("r:id"), "descr"):
+            if other.get(name) is not None:
+                own.set(name, other.get(name))
 
 
 def _find_part(target: Any) -> Any:
