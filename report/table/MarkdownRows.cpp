@@ -23,16 +23,22 @@ bool isRow(std::string_view line)
 bool isRule(std::string_view line)
 {
     return isRow(line) && line.find('-') != std::string_view::npos &&
-           line.find_first_not_of("|-: \t\r") == std::string_view::npos;
+           line.find_first_not_of("|-: \t") == std::string_view::npos;
 }
 
 /// Takes the first line off the text.
 std::string_view takeLine(std::string_view& text)
 {
     const auto end = std::min(text.find('\n'), text.size());
-    const auto line = text.substr(0, end);
+    auto line = text.substr(0, end);
     text.remove_prefix(std::min(end + 1, text.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
     return line;
+}
+
+std::string_view peekLine(std::string_view text)
+{
+    return takeLine(text);
 }
 
 /// The cells between the bars of a row.
@@ -62,7 +68,7 @@ std::size_t skipToTable(std::string_view& text, const std::string& name)
     for (std::size_t lines = 0; !text.empty(); ++lines) {
         auto rest = text;
         const bool isNames = isRow(takeLine(rest));
-        if (isNames && isRule(rest.substr(0, rest.find('\n')))) return lines;
+        if (isNames && isRule(peekLine(rest))) return lines;
         text = rest;
     }
     fail("{}: expected a table in Markdown, a line of names between bars and a line of dashes below it.",
@@ -87,7 +93,7 @@ std::unique_ptr<RowSource> readMarkdownRows(InputFile& file)
     auto stored = std::make_unique<StoredRows>(Place{file.getName()}, true, '.', 0);
     stored->addNames(readCells(takeLine(text)));
     takeLine(text);
-    for (line += 2; isRow(text.substr(0, text.find('\n'))); ++line) {
+    for (line += 2; isRow(peekLine(text)); ++line) {
         const auto texts = readCells(takeLine(text));
         std::vector<Cell> cells;
         for (const auto& cell : texts) cells.push_back({cell});
