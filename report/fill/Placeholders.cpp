@@ -1,9 +1,9 @@
 #include "report/fill/Placeholders.h"
 
+#include <algorithm>
 #include <functional>
 #include <set>
 #include <stdexcept>
-#include <unordered_set>
 #include <utility>
 
 #include "report/fill/ChartInserter.h"
@@ -16,30 +16,35 @@
 namespace quillon::report {
 namespace {
 
-std::string describe(const Placeholder& placeholder)
+/// What stands between the braces.
+std::string getText(const Placeholder& placeholder)
 {
-    const auto prefix = placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "";
-    return "{{" + prefix + showText(placeholder.name) + "}}";
+    return (placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "") + placeholder.name;
+}
+
+std::string showBraces(const std::string& text)
+{
+    return "{{" + showText(text) + "}}";
 }
 
 /// Says that a placeholder is missing, or stands where it cannot become what it should, with those there are.
-[[noreturn]] void failMissing(const Package& document, const std::string& name, const std::string& reason)
+[[noreturn]] void failMissing(const Package& document, const Placeholder& wanted, const std::string& reason)
 {
     constexpr std::size_t named = 20;
     std::string list;
-    std::vector<std::string> names;
-    std::unordered_set<std::string> known;
+    std::vector<std::string> texts;
     for (const auto& placeholder : findPlaceholders(document)) {
-        names.push_back(placeholder.name);
-        if (placeholder.name == name)
-            throw std::runtime_error("Placeholder {{" + showText(name) + "}}: " + reason);
-        const auto text = describe(placeholder);
-        if (known.insert(text).second && known.size() <= named) list += (list.empty() ? "" : ", ") + text;
+        if (placeholder.name == wanted.name)
+            throw std::runtime_error("Placeholder " + showBraces(wanted.name) + ": " + reason);
+        const auto text = getText(placeholder);
+        if (std::ranges::find(texts, text) != texts.end()) continue;
+        texts.push_back(text);
+        if (texts.size() <= named) list += (list.empty() ? "" : ", ") + showBraces(text);
     }
-    if (known.size() > named) list += " and " + std::to_string(known.size() - named) + " more";
-    const auto near = findNearName(name, names);
-    throw MissingPlaceholder("There is no placeholder {{" + showText(name) + "}}" +
-                             (near.empty() ? "; the" : "; did you mean {{" + showText(near) + "}}? The") +
+    if (texts.size() > named) list += " and " + std::to_string(texts.size() - named) + " more";
+    const auto near = findNearName(getText(wanted), texts);
+    throw MissingPlaceholder("There is no placeholder " + showBraces(getText(wanted)) +
+                             (near.empty() ? "; the" : "; did you mean " + showBraces(near) + "? The") +
                              " document has " + (list.empty() ? "none" : list) + ".");
 }
 
@@ -83,7 +88,8 @@ std::size_t replaceText(Package& document, const std::string& name, const std::s
             if (!isInFallback(paragraph)) count += replaced;
         }
     });
-    if (count == 0) failMissing(document, name, "it is a picture or a table; expected one in running text.");
+    if (count == 0)
+        failMissing(document, {name}, "it is a picture or a table; expected one in running text.");
     document = std::move(changed);
     return count;
 }
@@ -106,7 +112,7 @@ void insertChart(Package& document, const std::string& name, const NewChart& cha
         }
     });
     if (!isFound)
-        failMissing(document, name,
+        failMissing(document, {name},
                     "a chart takes the place of a picture, or of a paragraph that holds nothing else.");
     document = std::move(changed);
 }
@@ -128,7 +134,7 @@ void insertTable(Package& document, const std::string& name, const ChartData& da
     });
     if (!isFound)
         failMissing(
-            document, name,
+            document, {name, PlaceholderKind::Table},
             "a table takes the place of a paragraph that holds {{table:" + showText(name) + "}} alone.");
     document = std::move(changed);
 }

@@ -150,8 +150,6 @@ struct Template::Content {
     std::string explainMissing(const std::string& key) const;
     /// What the report of a fill calls the chart.
     std::string nameChart(std::size_t index, const std::string& key) const;
-    template <typename Insert>
-    void insert(const std::string& placeholder, Insert insert);
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
     void separate(std::size_t index);
     FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options,
@@ -283,20 +281,6 @@ std::string Template::Content::nameChart(std::size_t index, const std::string& k
     const auto title = getTitle(drawing);
     if (isNamed(drawing, title, key)) return key;
     return title.empty() ? drawing.name : title;
-}
-
-template <typename Insert>
-void Template::Content::insert(const std::string& placeholder, Insert insert)
-{
-    try {
-        insert();
-    } catch (const MissingPlaceholder& error) {
-        if (findNamed(placeholder).empty()) throw;
-        throw std::runtime_error("There is no placeholder {{" + showText(placeholder) + "}}, but a chart " +
-                                 quoteText(placeholder) +
-                                 ", which is filled (--chart, in a job file \"fill\").");
-    }
-    forget();
 }
 
 FillReport Template::Content::fill(std::size_t index, const ChartData& data, const FillOptions& options)
@@ -433,15 +417,21 @@ std::vector<Placeholder> Template::getPlaceholders() const
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
                       const ChartData& data, const Listener& listener)
 {
-    getContent().insert(placeholder, [&] {
+    try {
         insertChart(getContent().package, placeholder, {chart, options, listener, data});
-    });
+    } catch (const MissingPlaceholder&) {
+        if (getContent().findNamed(placeholder).empty()) throw;
+        throw std::runtime_error("There is no placeholder {{" + showText(placeholder) + "}}, but a chart " +
+                                 quoteText(placeholder) +
+                                 ", which is filled (--chart, in a job file \"fill\").");
+    }
+    getContent().forget();
 }
 
 void Template::insertTable(const std::string& placeholder, const ChartData& data, const TableFormats& formats)
 {
-    getContent().insert(placeholder,
-                        [&] { report::insertTable(getContent().package, placeholder, data, formats); });
+    report::insertTable(getContent().package, placeholder, data, formats);
+    getContent().forget();
 }
 
 std::size_t Template::replace(const std::string& placeholder, const std::string& text)
