@@ -9,11 +9,11 @@
 
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
+#include "report/table/ChartColumns.h"
 #include "report/table/ColumnNames.h"
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
-#include "report/table/NumberText.h"
 #include "report/table/Sources.h"
 #include "support/Text.h"
 
@@ -22,167 +22,7 @@ namespace {
 
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
 
-using Columns = std::vector<std::size_t>;
 using TableColumns = std::vector<const TableColumn*>;
-
-/// What the columns of the table are for, by position.
-struct Roles {
-    Columns categories;
-    Columns values;
-    Columns sizes;
-    Columns errorsPlus;
-    Columns errorsMinus;
-    /// Of some series, or of all.
-    Columns ownX;
-    std::optional<std::size_t> series;
-    std::optional<std::size_t> x;
-};
-
-bool contains(const Columns& columns, std::size_t column)
-{
-    return std::find(columns.begin(), columns.end(), column) != columns.end();
-}
-
-Columns listColumn(std::optional<std::size_t> column)
-{
-    return column ? Columns{*column} : Columns{};
-}
-
-Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
-{
-    Columns columns;
-    for (const auto& name : names) columns.push_back(scan.findColumn(name));
-    return columns;
-}
-
-/// The leading columns "Level 1" ... "Category"; none for other names.
-Columns findLevels(const TableScan& scan)
-{
-    Columns columns;
-    for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
-        columns.push_back(column);
-        if (column > 0 && scan.getNames()[column] == columnNames::category) return columns;
-        if (scan.getNames()[column] != columnNames::level + std::to_string(column + 1)) break;
-    }
-    return {};
-}
-
-Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
-{
-    if (!options.category.empty()) return findColumns(scan, options.category);
-    if (!options.x.empty()) return {scan.findColumn(options.x)};
-    if (auto levels = findLevels(scan); !levels.empty()) return levels;
-    if (!scan.hasRowNumbers()) return {0};
-    note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
-    return {1};
-}
-
-/// All columns with numbers that have no other role.
-Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note)
-{
-    Columns chosen;
-    for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
-        const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
-                             contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
-                             contains(roles.ownX, column) || roles.x == column ||
-                             (column == 0 && scan.hasRowNumbers()) || scan.getNames()[column].empty();
-        if (isTaken) continue;
-        if (scan.getProfile(column).isNumeric())
-            chosen.push_back(column);
-        else
-            note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out.",
-                             scan.getPlace().name, quoteText(scan.getNames()[column])));
-    }
-    return chosen;
-}
-
-/// A cell of the column in a sentence, and the option that reads it as a number.
-std::string describeText(const TableScan& scan, std::size_t column, const TableOptions& options)
-{
-    const auto& text = scan.getProfile(column).getFirstText();
-    const auto place = scan.getPlace();
-    const char* other = options.decimal == "point" ? "comma" : "point";
-    const bool isOther = !options.decimal.empty() && readNumber(text.text, {*other == 'c' ? ',' : '.'});
-    return fmt::format("; column {} has {} in {} {}{}", quoteText(scan.getNames()[column]),
-                       quoteText(text.text), place.getUnit(), text.line,
-                       isOther
-                           ? fmt::format(", a number with a decimal {}; --decimal {} reads it", other, other)
-                           : std::string());
-}
-
-[[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)
-{
-    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().countsLines;
-    std::string example = isOne ? "; the table has one column, and --delimiter says what parts several" : "";
-    for (std::size_t column = 0; column < scan.getNames().size() && example.empty(); ++column)
-        if (!contains(categories, column) && scan.getProfile(column).getFirstText().isSet())
-            example = describeText(scan, column, options);
-    fail("{}: no column beside {} holds numbers{}{}.", scan.getPlace().name,
-         quoteText(scan.getNames()[categories.front()]), example, scan.getPlace().hint);
-}
-
-/// The columns that are called as others are, with `suffix` behind.
-Columns findPartners(const TableScan& scan, std::string_view suffix)
-{
-    const auto& names = scan.getNames();
-    const std::set<std::string> known(names.begin(), names.end());
-    Columns columns;
-    for (std::size_t column = 0; column < names.size(); ++column)
-        if (names[column].size() > suffix.size() && names[column].ends_with(suffix) &&
-            known.contains(names[column].substr(0, names[column].size() - suffix.size())))
-            columns.push_back(column);
-    return columns;
-}
-
-/// The partners in the order of the values, each of which has one where any has.
-Columns orderPartners(const TableScan& scan, const Columns& values, std::string_view suffix)
-{
-    Columns partners;
-    for (const auto column : values)
-        partners.push_back(scan.findColumn(scan.getNames()[column] + std::string(suffix)));
-    return partners;
-}
-
-/// Numbers in the first column are X values where the chart has such.
-std::optional<std::size_t> findX(const TableScan& scan, const TableOptions& options,
-                                 const TableTarget& target, const Columns& categories)
-{
-    if (!options.x.empty()) return scan.findColumn(options.x);
-    const bool isX = target.hasX && categories.size() == 1 && scan.getProfile(categories[0]).isNumeric();
-    return isX ? std::optional(categories[0]) : std::nullopt;
-}
-
-Roles findRoles(const TableScan& scan, const TableOptions& options, const TableTarget& target,
-                const Note& note)
-{
-    Roles roles;
-    roles.categories = chooseCategories(scan, options, note);
-    if (target.hasX && options.x.empty()) roles.ownX = findPartners(scan, columnNames::ownX);
-    const bool takesSizes = target.hasSizes && options.sizes.empty();
-    roles.sizes = takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes);
-    roles.errorsPlus = findColumns(scan, options.errorsPlus);
-    roles.errorsMinus = findColumns(scan, options.errorsMinus);
-    roles.x = findX(scan, options, target, roles.categories);
-    if (!options.series.empty()) roles.series = scan.findColumn(options.series);
-    if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
-    if (roles.series || !options.value.empty()) return roles;
-    // Rows are counted where the author names no column of values.
-    if (options.aggregate == "count" && options.columns.empty()) return roles;
-    roles.values =
-        options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
-    if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
-    if (takesSizes && !roles.sizes.empty())
-        roles.sizes = orderPartners(scan, roles.values, columnNames::size);
-    return roles;
-}
-
-/// Refuses early what a chart cannot show: a wide table that is not aggregated shows every row.
-void requireRows(const TableScan& scan, const Roles& roles, const TableOptions& options)
-{
-    const bool keepsAll =
-        options.aggregate.empty() && options.top == 0 && !options.transpose && !roles.series;
-    if (keepsAll) requireLimits(scan.getPlace().name, roles.values.size(), scan.getRowCount());
-}
 
 /// Values of one category and series that become one.
 struct Accumulator {
@@ -250,10 +90,15 @@ Categories keepRows(std::size_t rowCount)
     return categories;
 }
 
+Columns listColumn(std::optional<std::size_t> column)
+{
+    return column ? Columns{*column} : Columns{};
+}
+
 /// Makes a grid of a table whose columns have been read for their roles.
 class GridMaker {
  public:
-    GridMaker(const TableScan& scan, const Roles& roles, const TableOptions& options, const Note& note)
+    GridMaker(const TableScan& scan, const ChartColumns& roles, const TableOptions& options, const Note& note)
         : roles_(roles), options_(options), note_(note), table_(readRoles(scan))
     {
         grid_.name = table_.place.name;
@@ -452,7 +297,7 @@ class GridMaker {
             grid_.kind = CategoryKind::Date;
     }
 
-    const Roles& roles_;
+    const ChartColumns& roles_;
     const TableOptions& options_;
     const Note& note_;
     TableColumns categoryColumns_;
@@ -493,7 +338,7 @@ ChartData readFrom(std::shared_ptr<RowSource> source, TableOptions options, cons
                    const TableTarget& target)
 {
     const TableScan scan(std::move(source), options, note);
-    const auto roles = findRoles(scan, options, target, note);
+    const auto roles = findChartColumns(scan, options, target, note);
     // Series with X values of their own may differ in length.
     options.gaps = options.gaps || target.hasGaps || !roles.ownX.empty();
     requireRows(scan, roles, options);

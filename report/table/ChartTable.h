@@ -5,22 +5,11 @@
 
 #include "report/options/ChartData.h"
 #include "report/options/Listener.h"
+#include "report/table/ChartColumns.h"
 #include "report/table/Rows.h"
 #include "report/table/TableOptions.h"
 
 namespace quillon::report {
-
-/// What the chart has that a table is for.
-struct TableTarget {
-    /// X values and sizes of its own for each series: columns called as in ColumnNames.h are taken for them
-    /// when no option says which are.
-    bool hasX = false;
-    bool hasSizes = false;
-    /// Gaps already, so that it may have them again.
-    bool hasGaps = false;
-    /// Totals of its own, as a waterfall has.
-    bool hasTotals = false;
-};
 
 /// Reads a table, as readTable does, into the data of a chart. A column of categories that holds dates gives
 /// their serial numbers beside the texts, and a format unless they are days; quarters keep their texts, as
