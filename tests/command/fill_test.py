@@ -73,7 +73,7 @@ class FillTest(CommandTest):
             (b"Time,North\n2026-01-01 08:00,1\n2026-01-01 09:30,2\n", "--type", "line"),
             (b"Year,North\n2024,1\n2025,2\n", "--type", "line", "--category-type", "number"),
             (b"Year,North\n2024,1\n2025,2\n",),
-            (b"Category,Category 2,A | B,C\\\nx|y,1,2,3\n\"a\nb\",4,5,6\n",),
+            (b"Month,Category,A | B,C\\\nx|y,1,2,3\n\"a\nb\",4,5,6\n",),
         ]:
             self.write("new.csv", table)
             self.run_command("new.csv", *options, "-o", "new.docx", "--force")
