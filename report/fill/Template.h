@@ -69,7 +69,9 @@ class QUILLON_EXPORT Template {
     ChartData getChartData(const std::string& chart) const;
 
     /// Gives a chart new data, and returns what changed. Series and categories are matched by name, what is
-    /// left over by position; formats stay with their names.
+    /// left over by position; formats stay with their names. Data without categories, without any name of a
+    /// series, or with X values of 0 alone leaves the chart its own. An alternative text that was generated
+    /// is generated anew.
     /// Throws: as getChartData, and std::runtime_error for data that the chart cannot show. The document is
     /// then as it was.
     FillReport fill(const std::string& chart, const ChartData& data, const FillOptions& options = {});
