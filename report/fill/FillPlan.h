@@ -50,7 +50,8 @@ class FillPlan {
     void warnOfHiddenSlices();
     void planOrder();
     void planWaterfall();
-    std::vector<bool> chooseTotals();
+    std::vector<std::u16string> listCategories() const;
+    std::vector<bool> chooseTotals(const std::vector<std::u16string>& categories);
     void warnOfLostTotals();
 
     const ChartMarkup& part_;

@@ -16,6 +16,16 @@ bool isSecond(const ChartPart& part, const DOMElement* group)
     return std::find(part.secondGroups.begin(), part.secondGroups.end(), group) != part.secondGroups.end();
 }
 
+bool hasFilledShapes(const ChartPart& part, ScaleKind kind)
+{
+    return part.context.options.hidden.empty() &&
+           std::any_of(part.groups.begin(), part.groups.end(), [&](const DOMElement* group) {
+               const std::u16string_view name = group->getTagName();
+               return isSecond(part, group) == (kind == ScaleKind::Second) &&
+                      (name == u"c:barChart" || name == u"c:areaChart");
+           });
+}
+
 /// Whether a group on that value axis stacks its series in that way.
 bool hasGrouping(const ChartPart& part, ScaleKind kind, std::u16string_view wanted)
 {
@@ -35,16 +45,38 @@ Scale getScale(const ChartPart& part, ScaleKind kind)
     const bool isStacked = isShare || hasGrouping(part, kind, u"stacked");
     switch (kind) {
         case ScaleKind::Second:
-            return {kind,        "second-", "second-log", o.secondMin, o.secondMax,    o.secondStep,
-                    o.secondLog, {},        isShare,      isStacked,   o.secondFormat, o.secondTitle};
+            return {kind,
+                    "second-",
+                    "second-log",
+                    o.secondMin,
+                    o.secondMax,
+                    o.secondStep,
+                    o.secondLog,
+                    {},
+                    isShare,
+                    isStacked,
+                    hasFilledShapes(part, kind) && !o.secondLog,
+                    o.secondFormat,
+                    o.secondTitle};
         case ScaleKind::X:
-            return {kind,   "x-", "x-log", o.xMin, o.xMax,    o.xStep,
-                    o.xLog, {},   false,   false,  o.xFormat, o.xTitle};
+            return {kind, "x-",  "x-log", o.xMin, o.xMax,    o.xStep, o.xLog,
+                    {},   false, false,   false,  o.xFormat, o.xTitle};
         case ScaleKind::Value:
             break;
     }
-    return {kind,  "value-", "log",   o.valueMin, o.valueMax, o.valueStep,
-            o.log, o.units,  isShare, isStacked,  "",         o.valueTitle};
+    return {kind,
+            "value-",
+            "log",
+            o.valueMin,
+            o.valueMax,
+            o.valueStep,
+            o.log,
+            o.units,
+            isShare,
+            isStacked,
+            hasFilledShapes(part, kind) && !o.log,
+            "",
+            o.valueTitle};
 }
 
 xercesc::DOMElement* findAxis(const ChartPart& part, ScaleKind kind)

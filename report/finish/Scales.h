@@ -24,6 +24,8 @@ struct Scale {
     /// Whether the values are shares of the whole category.
     bool isShare;
     bool isStacked;
+    /// Whether it has shapes whose size is their value: bars, unless they float, and areas.
+    bool startsAtZero;
     /// The format that the author chose for this axis alone; empty for none.
     std::string format;
     std::string title;
