@@ -98,7 +98,7 @@ TextColor chooseColor(const DOMElement* fill, const ThemeColors& theme)
 // --- Whether a label has room ---
 
 constexpr double textSize = 9;
-constexpr double digitHeight = 0.8;
+constexpr double digitHeight = 0.7;
 constexpr double lineHeight = 1.2;
 
 struct Extent {
