@@ -16,15 +16,11 @@ std::u16string composeLabel(const ChartPart& part, const SeriesPart& series, con
     std::vector<std::u16string> texts;
     if (settings.series) texts.push_back(series.series.getName());
     if (settings.category && point < categories.size()) texts.push_back(categories[point]);
-    if (settings.value)
-        texts.push_back(toUtf16(formatNumber(inUnits, chooseLabelFormat(part, series, false))));
+    if (settings.value) texts.push_back(toUtf16(formatNumber(inUnits, toUtf8(settings.numberFormat))));
     if (settings.percent) texts.emplace_back(u"100%");
+    const auto* between = settings.separator == nullptr ? standardSeparator : settings.separator;
     std::u16string label;
-    for (const auto& text : texts)
-        label += (label.empty()                   ? u""
-                  : settings.separator == nullptr ? standardSeparator
-                                                  : settings.separator) +
-                 text;
+    for (const auto& text : texts) label += (label.empty() ? u"" : between) + text;
     return label;
 }
 

@@ -8,8 +8,10 @@
 #include "chart/model/ColumnChart.h"
 #include "chart/model/PieChart.h"
 #include "report/document/Document.h"
+#include "report/fill/Placeholders.h"
 #include "report/options/Options.h"
 #include "report/package/ThemeColors.h"
+#include "tests/report/TestFolder.h"
 #include "tests/report/finish/FinishedPart.h"
 
 namespace quillon::report {
@@ -173,6 +175,28 @@ TEST(LabelColors, FollowTheThemeOfTheDocument)
     for (const auto* damaged :
          {"", "<a:accent2/>", R"(<a:accent2><a:srgbClr val="12345G"/></a:accent2>)", "<a:accent2>"})
         EXPECT_EQ(read(damaged), 0xED7D31U) << damaged;
+}
+
+TEST(LabelColors, FollowTheThemeOfADocumentThatExists)
+{
+    Document plain;
+    plain.addParagraph("{{sales}}");
+    Package package(plain.toBytes());
+    constexpr auto part = "word/theme/theme1.xml";
+    auto theme = package.getPart(part);
+    theme.replace(theme.find("4472C4"), 6, "FFEE88");
+    package.setPart(part, theme);
+    const auto chart = makeChart<chart::ColumnChart>(1, {8, 9});
+    const auto options = makeOptions({{"labels", "value"}, {"stacking", "normal"}, {"width", "10cm"}});
+
+    const TestFolder folder;
+    writeText(folder / "look.docx", package.toBytes());
+    Document like(folder / "look.docx");
+    like.addChart(chart, options);
+    EXPECT_EQ(listColors(MarkupReader(readPart(like.toBytes(), "word/charts/chart1.xml"))), "black");
+
+    insertChart(package, "sales", {*chart, options, {}, {}});
+    EXPECT_EQ(listColors(MarkupReader(package.getPart("word/charts/chart1.xml"))), "black");
 }
 
 }  // namespace
