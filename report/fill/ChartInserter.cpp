@@ -68,12 +68,6 @@ std::string nameDrawing(const std::string& run, const std::string& name)
     return edits.apply(xml);
 }
 
-ThemeColors readTheme(const Package& document)
-{
-    const auto part = findRelated(document, "theme");
-    return readThemeColors(part.empty() ? std::string() : document.getPart(part));
-}
-
 }  // namespace
 
 DrawingNames::DrawingNames(const Package& document, std::string first) : first_(std::move(first))

@@ -195,6 +195,10 @@ TEST(LabelColors, FollowTheThemeOfADocumentThatExists)
     like.addChart(chart, options);
     EXPECT_EQ(listColors(MarkupReader(readPart(like.toBytes(), "word/charts/chart1.xml"))), "black");
 
+    auto damaged = package;
+    damaged.setPart(part, "<a:theme>");
+    insertChart(damaged, "sales", {*chart, options, {}, {}});
+    EXPECT_EQ(listColors(MarkupReader(damaged.getPart("word/charts/chart1.xml"))), "white");
     insertChart(package, "sales", {*chart, options, {}, {}});
     EXPECT_EQ(listColors(MarkupReader(package.getPart("word/charts/chart1.xml"))), "black");
 }
