@@ -131,24 +131,26 @@ void ChartFiller::writeSeries(Edits& edits, const SeriesPlan& plan)
     const auto& series = plan.look->element;
     if (plan.isAdded || plan.order != plan.look->order)
         edits.setAttribute(series.findChild("order"), "val", std::to_string(plan.order));
+    FormatChange labelFormat;
+    if (!plan.isAdded || plan.hasOwnColor) labelFormat = writeNumberFormat(edits, findValueLabels(series));
     if (plan.isAdded)
         takeLook(edits, plan);
     else
-        writePointFormats(edits, part_, plan, palette_, ids_);
-    if (!plan.isAdded || plan.hasOwnColor) writeNumberFormat(edits, findValueLabels(series));
+        writePointFormats(edits, part_, plan, palette_, ids_, labelFormat);
     writeContent(edits, plan);
 }
 
 /// What has a number format of its own does not follow that of the cells.
-void ChartFiller::writeNumberFormat(Edits& edits, const XmlElement& holder) const
+FormatChange ChartFiller::writeNumberFormat(Edits& edits, const XmlElement& holder) const
 {
     const auto& format = plan_.getOptions().numberFormat;
     const auto element = holder.findChild("numFmt");
     const auto linked = element.getAttribute("sourceLinked").value_or("");
-    if (format.empty() || !element || linked == "1" || linked == "true") return;
+    if (format.empty() || !element || linked == "1" || linked == "true") return {};
     const auto before = element.getAttribute("formatCode").value_or("");
-    edits.setAttribute(element, "formatCode",
-                       plan_.getWaterfall() == nullptr ? format : keepSign(before, format));
+    const auto after = plan_.getWaterfall() == nullptr ? format : keepSign(before, format);
+    edits.setAttribute(element, "formatCode", after);
+    return {before, after};
 }
 
 /// Axes of shares keep their percentages.

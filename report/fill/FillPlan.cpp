@@ -144,13 +144,18 @@ bool FillPlan::isEmptied(std::size_t group) const
            std::none_of(series_.begin(), series_.end(), isThere);
 }
 
-/// The categories that showed a total still do, unless the data says which.
-std::vector<bool> FillPlan::chooseTotals()
+std::vector<std::u16string> FillPlan::listCategories() const
 {
     auto categories = data_.dataSet->getCategories();
     if (categories.empty())
         for (const auto& name : getNames(*categories_.after, part_.is1904()))
             categories.push_back(fromCellText(name));
+    return categories;
+}
+
+/// The categories that showed a total still do, unless the data says which.
+std::vector<bool> FillPlan::chooseTotals(const std::vector<std::u16string>& categories)
+{
     const auto& before = part_.getTotals();
     const auto& matches = getCategoryMatches();
     std::vector<bool> kept;
@@ -162,7 +167,7 @@ std::vector<bool> FillPlan::chooseTotals()
     }
     // Of categories with one name, some may be totals and some not.
     if (!data_.totals.empty() && data_.totals != names) return findTotals(categories, data_.totals);
-    warnOfLostTotals();
+    if (data_.totals.empty()) warnOfLostTotals();
     return kept;
 }
 
@@ -181,10 +186,12 @@ void FillPlan::planWaterfall()
 {
     auto own = std::move(series_[0]);
     own.categories = {};
-    const auto totals = chooseTotals();
+    const auto categories = listCategories();
+    const auto totals = chooseTotals(categories);
     for (std::size_t i = 0; i < totals.size(); ++i)
         if (totals[i]) totals_.push_back(i);
-    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals, options_.numberFormat);
+    const auto drawn =
+        drawWaterfall(part_, *data_.dataSet->getSeries(0), categories, totals, options_.numberFormat);
     requireNumbers(*drawn.dataSet);
     series_ = drawn.series;
     drawnCount_ = series_.size();

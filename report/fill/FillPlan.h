@@ -53,7 +53,8 @@ class FillPlan {
     bool isPie() const;
     void putFirst(SeriesPlan& first);
     void planWaterfall();
-    std::vector<bool> chooseTotals();
+    std::vector<std::u16string> listCategories() const;
+    std::vector<bool> chooseTotals(const std::vector<std::u16string>& categories);
     void warnOfLostTotals();
 
     const ChartMarkup& part_;

@@ -40,6 +40,18 @@ std::vector<std::size_t> findSeries(const chart::DataSet& dataSet, const std::ve
     return positions;
 }
 
+std::vector<std::size_t> findCategories(const std::vector<std::u16string>& categories,
+                                        const std::u16string& name, const char* option)
+{
+    std::vector<std::size_t> positions;
+    for (std::size_t i = 0; i < categories.size(); ++i)
+        if (categories[i] == name) positions.push_back(i);
+    if (positions.empty())
+        throw ChartError("", std::string(option) + ": there is no category " + quoteText(name) +
+                                 "; the categories are" + listNames(categories) + ".");
+    return positions;
+}
+
 std::string listNames(const std::vector<std::u16string>& names)
 {
     constexpr std::size_t named = 20;

@@ -53,6 +53,17 @@ class Adding(unittest.TestCase):
         self.assertEqual(chart.rels["rId1"].reltype, RELATIONSHIP_TYPE.PACKAGE)
         self.assertEqual(read_workbook(chart), [(None, "North"), ("Q", 1.5), ("Q", 2)])
 
+    def test_writes_labels_that_are_read_on_the_colours_of_the_document(self):
+        document = docx.Document()
+        chart = make_chart([8, 9])
+        for name in "ABC":
+            chart.DataSet.add_series(name, [8, 9])
+        add_chart(document, chart, stacking="normal", labels="value")
+        part, = find_charts(document.part)
+        # The fourth accent of its theme is a dark purple; ours is yellow.
+        fourth = part.blob.split(b"<c:ser>")[4]
+        self.assertRegex(fourth, rb"<c:dLbls>.*<c:txPr>.*<a:schemeClr val=\"bg1\"/>")
+
     def test_stands_where_it_is_put(self):
         document = docx.Document()
         paragraph = document.add_paragraph("before ")

@@ -389,6 +389,10 @@ TEST(Kinds, ShowANumberFormatWhereTheyHaveTheirOwn)
     // Labels of a series, then the axes: names of categories keep theirs, and so does a label of fixed text.
     EXPECT_EQ(fill(bars, {.labels = value}), "0.00 General 0.00 ");
     EXPECT_EQ(fill(bars, {.kind = ChartKind::Pie, .labels = {Label::Percent}}), "0% ");
+    // The first slice has a label of its own, in white.
+    auto slices = makeData({"5", "6"}, {{"North", {1, 2}}});
+    EXPECT_EQ(fill(slices, {.kind = ChartKind::Pie, .labels = value, .colors = {"navy", "yellow"}}),
+              "0.00 0.00 ");
     EXPECT_EQ(fill(bars, {.stacking = Stacking::Percent}), "General 0% ");
     EXPECT_EQ(fill(bars, {.kind = ChartKind::Scatter}), "General 0.00 ");
     EXPECT_EQ(fill(waterfall, {.kind = ChartKind::Waterfall, .labels = value}),
