@@ -233,7 +233,7 @@ Palette::Color ChartFiller::findNextColor(std::uint32_t index)
     };
     auto at = index;
     while (at < index + palette_.getSize() && isUsed(palette_.getColor(at))) ++at;
-    const auto color = palette_.getColor(at < index + palette_.getSize() ? at : index);
+    auto color = palette_.getColor(at < index + palette_.getSize() ? at : index);
     usedColors_.push_back(color);
     return color;
 }

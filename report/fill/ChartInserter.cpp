@@ -31,7 +31,7 @@ std::string toDialect(std::string markup, bool isStrict)
 std::string makeLength(std::int64_t emu)
 {
     constexpr std::int64_t smallest = 91'440;
-    constexpr std::int64_t largest = 22 * 914'400;
+    constexpr std::int64_t largest = 22 * emuPerInch;
     return toUtf8(num2str(static_cast<double>(std::clamp(emu, smallest, largest)) / emuPerInch)) + "in";
 }
 

@@ -34,7 +34,7 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     if (part_.isWaterfall())
         planWaterfall();
     else if (!data_.totals.empty())
-        report_.warnings.push_back("totals are for waterfalls; the chart is not one.");
+        report_.warnings.emplace_back("totals are for waterfalls; the chart is not one.");
     shareCategories(series_);
 }
 

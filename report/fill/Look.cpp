@@ -62,7 +62,12 @@ void replaceColor(Edits& edits, const XmlElement& element, const Palette::Color&
     const auto tag = prefix + (color.isOfTheme ? "schemeClr" : "srgbClr");
     std::string markup = "<" + tag + " val=\"" + escapeAttribute(color.value) + "\">";
     for (const auto& [name, value] : color.variation)
-        markup += "<" + prefix + name + " val=\"" + escapeAttribute(value) + "\"/>";
+        markup.append("<")
+            .append(prefix)
+            .append(name)
+            .append(" val=\"")
+            .append(escapeAttribute(value))
+            .append("\"/>");
     for (const auto child : element.getChildren())
         if (!isVaried || !isVariation(child)) markup += child.getSource();
     edits.replace(element.getOuter(), markup + "</" + tag + ">");
@@ -164,7 +169,7 @@ void UniqueIds::renew(Edits& edits, const XmlElement& element, const std::vector
     if (!isUniqueId(element)) return;
     const auto id = element.getAttribute("val").value_or("");
     std::array<char, 16> digits;
-    std::snprintf(digits.data(), digits.size(), "{%08X", next_++);
+    static_cast<void>(std::snprintf(digits.data(), digits.size(), "{%08X", next_++));
     edits.setAttribute(element, "val",
                        digits.data() + (id.size() > 9 ? id.substr(9) : "-0000-4000-8000-000000000000}"));
 }

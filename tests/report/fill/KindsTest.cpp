@@ -100,7 +100,8 @@ std::vector<std::string> makeAllParts()
         makeColumns("", {"1", "2"}),
         makeColumns(makeNumberReference('A', {"2024", "2025"}), {"1", "2"}),
         makeColumns(makeTextReference('A', {"a", "b"}), {"1", "", "3", ""}),
-        makeColumns("<c:strLit><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>a</c:v></c:pt></c:strLit>",
+        makeColumns("<c:strLit><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>a</c:v></c:pt><c:pt "
+                    "idx=\"2\"><c:v>out of the count</c:v></c:pt></c:strLit>",
                     {"1", "2"}),
         makeColumns(makeTextReference('A', {"a", "b"}), {"1", "2"}, textAxes, makeErrorBars({"1", "2"})),
         makeColumns(makeTextReference('A', {"a"}), {"1"}, textAxes, "<c:dPt><c:idx val=\"7\"/></c:dPt>"),

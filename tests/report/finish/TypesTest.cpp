@@ -380,6 +380,11 @@ TEST(ChartTypes, PlacePointsOfTheirOwn)
                          {{{"type", "scatter"}}, "//c:ser[1]/c:xVal//c:f", "Sheet1!$D$2:$D$3"},
                          {{{"type", "scatter"}}, "//c:ser[2]/c:xVal//c:f", "Sheet1!$E$2:$E$2"},
                      });
+    ChartData shared(chart::DataSet::create());
+    for (const auto* name : {u"A", u"B"}) shared.dataSet->appendSeries(chart::DataSeries::create(name));
+    for (const double x : {1.0, gap, 3.0})
+        for (const unsigned long i : {0UL, 1UL}) shared.dataSet->getSeries(i)->appendPoint(x, 10);
+    expectRows(shared, {{{{"type", "scatter"}}, "//c:ser[2]/c:xVal//c:f", "Sheet1!$A$2:$A$4"}});
 }
 
 // --- Waterfalls ---
@@ -574,6 +579,8 @@ TEST(Trends, ShowTheirOptions)
             {{{"minus-series", "C"}}, "//c:errBars/c:errBarType/@val", "minus|minus"},
             {{{"minus-series", "C"}}, "//c:errBars/c:minus//c:f", "Sheet1!$D$2:$D$5|Sheet1!$E$2:$E$5"},
         });
+    expectRows(makeData({{1, 2}, {3, 4}, {5, 6}, {7, 8}}),
+               {{{{"plus-series", "C,D"}}, "//c:errBars/c:plus//c:v", "5|6|7|8"}});
 }
 
 TEST(Trends, ShowTheDigitsThatTheirNumbersNeed)
