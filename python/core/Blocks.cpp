@@ -9,6 +9,19 @@ namespace quillon::python {
 
 namespace py = pybind11;
 
+namespace {
+
+report::TableCell readCell(py::handle value)
+{
+    if (PyUnicode_Check(value.ptr())) return readText(value, "rows");
+    const auto parts = py::cast<py::tuple>(value);
+    report::TableCell cell(py::cast<double>(parts[0]), readText(parts[1], "rows"));
+    cell.isDate = py::cast<bool>(parts[2]);
+    return cell;
+}
+
+}  // namespace
+
 std::shared_ptr<const chart::Chart> readChart(py::handle value)
 {
     auto chart = isHandle(value.ptr()) ? hostOf(value.ptr())->getNative<chart::Chart>() : nullptr;
@@ -42,13 +55,13 @@ std::vector<report::ListItem> readListItems(py::handle value)
     return items;
 }
 
-report::TextTable readTable(py::handle value)
+report::TextTable readTable(py::handle columns, py::handle rows)
 {
-    const auto parts = py::cast<py::tuple>(value);
-    report::TextTable table{.columns = readTexts(parts[0], "columns")};
-    for (const auto& row : parts[1]) table.rows.push_back(readTexts(row, "rows"));
-    table.widths = readTexts(parts[2], "widths");
-    table.style = readText(parts[3], "style");
+    report::TextTable table{.columns = readTexts(columns, "columns")};
+    for (const auto& row : rows) {
+        auto& cells = table.rows.emplace_back();
+        for (const auto& cell : row) cells.push_back(readCell(cell));
+    }
     return table;
 }
 

@@ -35,15 +35,6 @@ namespace {
     throw py::error_already_set();
 }
 
-/// The table of a chart's data: (columns, rows).
-py::tuple makeTable(py::handle data, py::handle header)
-{
-    return guard("add_table", [&] {
-        const auto table = report::makeTable(readChartData(data), readText(header, "header"));
-        return py::make_tuple(table.columns, table.rows);
-    });
-}
-
 /// A report::Document that Python code may use on several threads: while one writes it, the others are
 /// refused.
 class Document {
@@ -101,9 +92,17 @@ class Document {
         });
     }
 
-    void addTable(py::handle table)
+    void addTable(py::handle columns, py::handle rows, py::handle widths, py::handle style)
     {
-        guard("add_table", [&] { use().addTable(readTable(table)); });
+        guard("add_table", [&] { use().addTable(withLook(readTable(columns, rows), widths, style)); });
+    }
+
+    void addDataTable(py::handle data, py::handle header, py::handle widths, py::handle style)
+    {
+        guard("add_table", [&] {
+            const auto table = report::makeTable(readChartData(data), readText(header, "header"));
+            use().addTable(withLook(table, widths, style));
+        });
     }
 
     void addImage(const py::bytes& bytes, py::handle width, py::handle height, py::handle altText)
@@ -167,6 +166,13 @@ class Document {
     }
 
  private:
+    static report::TextTable withLook(report::TextTable table, py::handle widths, py::handle style)
+    {
+        table.widths = readTexts(widths, "widths");
+        table.style = readText(style, "style");
+        return table;
+    }
+
     static report::Document open(py::handle path)
     {
         return guard("Document", [&] { return report::Document(readPath(path)); });
@@ -239,6 +245,7 @@ void defineReport(py::module_& core)
         .def("add_charts", &Document::addCharts)
         .def("add_caption", &Document::addCaption)
         .def("add_table", &Document::addTable)
+        .def("add_data_table", &Document::addDataTable)
         .def("add_image", &Document::addImage)
         .def("add_page_break", &Document::addPageBreak)
         .def("start_section", &Document::startSection)
@@ -251,7 +258,6 @@ void defineReport(py::module_& core)
     reinterpret_cast<PyTypeObject*>(document.ptr())->tp_new = nullptr;
     core.def("make_document", [](py::handle path) { return std::make_unique<Document>(path); });
     core.def("make_chart_parts", makeChartParts);
-    core.def("make_table", makeTable);
     core.def("make_preview", makePreview);
     core.def("write_file", writeFile);
 }

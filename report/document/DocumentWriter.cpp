@@ -109,6 +109,7 @@ DocumentWriter::DocumentWriter(const DocumentContent& content, const Listener& l
       place_{*target_, styles_, mainPart_, captions_},
       textWidth_(getTextWidth(setup_))
 {
+    if (!content.properties.language.empty()) styles_.setLanguage(content.properties.language);
     if (content.look) readLook();
 }
 
@@ -138,7 +139,6 @@ std::string DocumentWriter::write()
 
 void DocumentWriter::addStyles()
 {
-    if (!content_.properties.language.empty()) styles_.setLanguage(content_.properties.language);
     const auto name = content_.look ? findRelated(*content_.look, "styles") : std::string();
     target_->addPart(name.empty() ? "word/styles.xml" : name, styles_.getPart(), content_type::styles);
     if (name.empty()) target_->relate(mainPart_, "styles", "word/styles.xml");

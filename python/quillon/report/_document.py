@@ -3,6 +3,8 @@
 from __future__ import annotations
 
 import dataclasses
+import decimal
+import numbers
 import os
 from collections.abc import Callable, Iterable, Sequence
 from pathlib import Path
@@ -12,7 +14,7 @@ from quillon import _core, _options
 from quillon import chart as charts
 from quillon._chart_data import ChartData, as_chart_data, take_data
 from quillon._warnings import warn
-from quillon.chart import Chart
+from quillon.chart import Chart, _cells
 from quillon.report._files import Target, require_file, save
 
 Progress = Callable[[int, int], Any]
@@ -202,18 +204,19 @@ class Document:
     ) -> None:
         """Append a table.
 
-        table: rows of texts and numbers, with `columns` as their header row; or the data of a chart, as add_chart takes
-            it, whose categories stand below `header`.
+        table: rows of texts, numbers and dates, with `columns` as their header row; or the data of a chart, as add_chart
+            takes it, whose categories stand below `header`. Numbers and dates are written as the language of the document
+            has them.
         widths: of the columns, "3cm"; as wide as their texts need when left out.
         style: the name of a table style.
         """
         if columns is None:
             if isinstance(table, Sequence) and table and isinstance(table[0], (list, tuple)):
                 raise TypeError('add_table: rows need a header row, as in add_table(rows, ["Name", "Price"]).')
-            names, rows = _core.make_table(as_chart_data(table), header)
+            self._core.add_data_table(as_chart_data(table), header, list(widths), style)
         else:
-            names, rows = list(columns), [[_cell(cell) for cell in row] for row in table]
-        self._core.add_table((names, rows, list(widths), style))
+            rows = [[_cell(cell) for cell in row] for row in table]
+            self._core.add_table(list(columns), rows, list(widths), style)
 
     def add_image(
         self, image: str | os.PathLike[str] | bytes, width: str = "", height: str = "", alt_text: str = ""
@@ -409,9 +412,18 @@ def _run(run: str | Run) -> tuple[str, bool, bool, str, str]:
     return run.text, bool(run.bold), bool(run.italic), run.link, run.reference
 
 
-def _cell(cell: object) -> str:
-    if isinstance(cell, float) and cell.is_integer():
-        return str(int(cell))
-    return "" if cell is None else str(cell)
+def _cell(cell: Any) -> str | tuple[float, str, bool]:
+    """A cell as text, or as a number with its format and whether it is a date."""
+    date = _cells.as_date(cell)
+    if _cells.is_missing(cell):
+        return ""
+    if date is not None:
+        return _cells.serial(date), "", True
+    if isinstance(cell, decimal.Decimal) and cell.is_finite():
+        return float(cell), "0." + "0" * -int(cell.as_tuple().exponent), False
+    if isinstance(cell, numbers.Real) and not isinstance(cell, numbers.Integral):
+        # The digits that a number of less precision has.
+        return float(str(cell) if hasattr(cell, "dtype") else cell), "", False
+    return str(cell)
 
 
