@@ -1,8 +1,12 @@
 #include "report/command/Verbs.h"
 
 #include <array>
+#include <filesystem>
 
 #include "report/command/TableArguments.h"
+#include "report/options/ListText.h"
+#include "report/options/NearName.h"
+#include "report/options/QuotedText.h"
 
 namespace quillon::report {
 namespace {
@@ -150,6 +154,24 @@ quillon-report init shop.sqlite --query "SELECT month, total FROM sales" -o repo
         getInitArguments, writeExampleJob},
 };
 
+/// A table has an ending, stands in a folder, or is there.
+bool mayBeTable(const std::string& word)
+{
+    std::error_code ignored;
+    return word.starts_with('-') || word.find_first_of("./") != std::string::npos ||
+           std::filesystem::exists(word, ignored);
+}
+
+[[noreturn]] void failUnknown(const std::string& word)
+{
+    std::vector<std::string> names;
+    for (const auto& verb : getVerbs().subspan(1)) names.emplace_back(verb.name);
+    const auto near = findNearName(word, names);
+    throw UsageError(
+        "There is no verb or table " + quoteText(word, 200) +
+        (near.empty() ? "; the verbs are " + joinNames(names) + "." : "; did you mean " + near + "?"));
+}
+
 }  // namespace
 
 std::span<const Verb> getVerbs()
@@ -161,6 +183,7 @@ const Verb& findVerb(const std::string& word)
 {
     for (const auto& verb : verbs)
         if (word == verb.name) return verb;
+    if (!mayBeTable(word)) failUnknown(word);
     return verbs.front();
 }
 
