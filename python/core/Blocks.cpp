@@ -48,8 +48,9 @@ std::vector<report::ListItem> readListItems(py::handle value)
     std::vector<report::ListItem> items;
     for (const auto& entry : value) {
         const auto item = py::cast<py::tuple>(entry);
-        const int level = readInteger(item[1], "level", "List level: expected 0 to 8.");
-        if (level < 0) throw Refused(PyExc_ValueError, "List level: expected 0 to 8.");
+        constexpr auto sentence = "level: expected 0 to 8.";
+        const int level = readInteger(item[1], "level", sentence);
+        if (level < 0) throw Refused(PyExc_ValueError, sentence);
         items.push_back({readRuns(item[0]), static_cast<unsigned>(level)});
     }
     return items;

@@ -46,7 +46,7 @@ class Document {
     {
         guard("add_heading", [&] {
             use().addHeading(readText(text, "text"),
-                             readInteger(level, "level", "Heading level: expected 1 to 9."));
+                             readInteger(level, "level", "level: expected 1 to 9."));
         });
     }
 
@@ -61,9 +61,9 @@ class Document {
         guard("add_list", [&] { use().addList(readListItems(items), kind); });
     }
 
-    void addChart(py::handle chart, py::handle data, const py::dict& options)
+    void addChart(py::handle chart, py::handle data, const py::dict& options, const std::string& place)
     {
-        guard("add_chart", [&] {
+        guard(place.c_str(), [&] {
             const auto native = readChart(chart);
             use().addChart(native, readOptions(options), readDetails(data));
             charts_.push_back(native);
@@ -141,7 +141,7 @@ class Document {
     void addContents(py::handle levels)
     {
         guard("add_table_of_contents", [&] {
-            use().addTableOfContents(readInteger(levels, "levels", "Levels of contents: expected 1 to 9."));
+            use().addTableOfContents(readInteger(levels, "levels", "levels: expected 1 to 9."));
         });
     }
 
@@ -192,7 +192,7 @@ class Document {
 py::tuple makeChartParts(py::handle chart, py::handle data, const py::dict& options,
                          std::size_t drawingNumber, const std::string& relationshipId)
 {
-    return guard("chart", [&] {
+    return guard("add_chart", [&] {
         const auto native = readChart(chart);
         const auto chosen = readOptions(options);
         const auto details = readDetails(data);

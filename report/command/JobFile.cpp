@@ -92,7 +92,8 @@ std::vector<std::string> listNames(const NamedTexts& texts, const Group* group)
     return names;
 }
 
-/// Warns of each {{name}} that nothing stands for, and returns the names.
+/// Warns of each {{name}} that nothing stands for, and returns the names. A job without texts makes a document
+/// to be filled later.
 std::vector<std::string> tellUnfilled(const JsonNode& job, const std::vector<std::string>& known,
                                       const JobPlace& place, const Listener& listener)
 {
@@ -102,6 +103,7 @@ std::vector<std::string> tellUnfilled(const JsonNode& job, const std::vector<std
     std::vector<std::string> names;
     for (const auto& [name, position] : findUnfilled(job)) {
         names.push_back(name);
+        if (known.empty()) continue;
         listener.warning(fmt::format("{}: {} stays as it is: {}{}",
                                      describePosition(place.source->text, place.source->name, position),
                                      quoteText("{{" + name + "}}"), reason, suggestName(name, known)));

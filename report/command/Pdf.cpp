@@ -15,6 +15,7 @@
 #include <sstream>
 #include <vector>
 
+#include "report/command/ContentsFields.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 #include "report/table/Fail.h"
@@ -92,7 +93,7 @@ void requirePdf(const std::string& path)
 std::string makePdf(std::string_view document)
 {
     const TemporaryFolder folder;
-    writeFile(folder.at("document.docx"), document);
+    writeFile(folder.at("document.docx"), freePageNumbers(std::string(document)));
     // A profile of its own, for LibreOffice refuses to start beside another that runs with the same one.
     const bool isDone =
         run({findProgram(), "-env:UserInstallation=file://" + folder.at("profile"), "--headless",

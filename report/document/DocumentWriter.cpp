@@ -367,15 +367,20 @@ void DocumentWriter::add(const ContentsBlock& block)
         ++number;
         if (heading->headingLevel > block.levels) continue;
         const bool isFirst = last == nullptr;
-        last = addParagraph(("toc " + std::to_string(heading->headingLevel)).c_str());
+        const auto style = "toc " + std::to_string(heading->headingLevel);
+        const auto bookmark = u"_Toc" + toNumber(number);
+        last = addParagraph(style.c_str());
+        setTabStops(last, {{u"right", textWidth_ / emuPerTwip, u"dot"}}, styles_.getTabStops(style));
         if (isFirst)
             startField(
                 last,
                 u" TOC \\o \"1-" + toNumber(static_cast<std::size_t>(block.levels)) + u"\" \\h \\z \\u ",
                 true);
         auto* link = appendElement(last, u"w:hyperlink");
-        link->setAttribute(u"w:anchor", (u"_Toc" + toNumber(number)).c_str());
+        link->setAttribute(u"w:anchor", bookmark.c_str());
         for (const auto& run : heading->runs) appendRun(link, toUtf16(run.text));
+        appendRun(link, u"\t");
+        appendField(link, u" PAGEREF " + bookmark + u" \\h ", {});
     }
     if (last != nullptr) return endField(last);
     if (listener_.warning)

@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import subprocess
 import unittest
 
 from command import CommandTest
@@ -98,6 +99,8 @@ REFUSED_CALLS = [
     (2, ["t.csv"], "Expected --output, the document to write."),
     (2, ["-o", "out.docx"], "Expected at least one TABLE"),
     (2, ["t.csv", "--titel", "A", "-o", "out.docx"], 'There is no option "--titel"; did you mean --title?'),
+    (2, ["extrat", "t.docx"], 'There is no verb or table "extrat"; did you mean extract? See quillon-report --help.\n'),
+    (2, ["tablle"], 'There is no verb or table "tablle"; the verbs are list, extract, fill or init. See'),
     (2, ["t.csv", "--zzzzzz", "-o", "out.docx"], 'There is no option "--zzzzzz". See quillon-report --help.\n'),
     (2, ["t.csv", "-o"], "--output: expected a value, FILE."),
     (2, ["t.csv", "--gaps=yes", "-o", "out.docx"], "--gaps takes no value."),
@@ -221,12 +224,17 @@ class MakeTest(CommandTest):
         self.require_refusal(1, 'Cannot make "out.pdf": LibreOffice Writer makes PDFs, and there is no program soffice;',
                              "t.csv", "-o", "out.pdf", env={"PATH": self.folder})
 
-    @unittest.skipUnless(shutil.which("soffice"), "LibreOffice makes the PDF")
-    def test_makes_a_pdf(self):
-        self.write("t.csv", WIDE)
-        self.succeed("t.csv", "-o", "out.pdf")
-        self.assertTrue(self.read("out.pdf").startswith(b"%PDF"))
-        self.assertEqual(sorted(os.listdir(self.folder)), ["out.pdf", "t.csv"])
+    @unittest.skipUnless(shutil.which("soffice") and shutil.which("pdftotext"), "LibreOffice makes the PDF")
+    def test_makes_a_pdf_with_the_pages_of_its_contents(self):
+        self.write("job.json", {"footer": "Page {page} of {pages}", "blocks": [
+            {"contents": 2}, {"heading": "First"}, {"page-break": True}, {"heading": "Second", "level": 2},
+            {"page-break": True}, {"heading": "Third"}]})
+        self.succeed("--job", "job.json", "-o", "out.pdf")
+        text = subprocess.run(["pdftotext", self.at("out.pdf"), "-"], capture_output=True, check=True).stdout.decode()
+        for name, page in [("First", 1), ("Second", 2), ("Third", 3)]:
+            self.assertRegex(text, rf"{name}\.+{page}\n")
+        self.assertIn("Page 2 of 3", text)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "out.pdf"])
 
 
 if __name__ == "__main__":

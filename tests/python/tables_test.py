@@ -126,8 +126,8 @@ class Tables(unittest.TestCase):
                 data = make(frame)
             self.assertEqual([series.Name for series in data], ["n", "e"])
             self.assertEqual([str(item.message) for item in caught.warnings],
-                             ["from_dataframe: 'note' holds text and is left out.",
-                              "from_dataframe: 'day' holds dates and is left out."])
+                             ["'note' holds text and is left out.",
+                              "'day' holds dates and is left out."])
             self.assertEqual({item.filename for item in caught.warnings}, {__file__})
         self.assertRaisesRegex(ValueError, "'note', value 1: expected a number", from_dataframe, frame, columns=["note"])
 
