@@ -3,7 +3,6 @@
 #include <string_view>
 #include <vector>
 
-#include "report/package/Package.h"
 #include "report/package/XmlSpans.h"
 
 namespace quillon::report {
@@ -59,14 +58,13 @@ class FieldWalk {
 
 }  // namespace
 
-std::string freePageNumbers(std::string document)
+void freePageNumbers(Package& document)
 {
-    Package package(std::move(document));
-    const XmlSpans main(package.getPart(package.getMainPart()), package.getMainPart());
+    const auto& name = document.getMainPart();
+    const XmlSpans main(document.getPart(name), name);
     Edits edits;
     FieldWalk(edits).visit(main.getRoot());
-    if (!edits.isEmpty()) package.setPart(package.getMainPart(), edits.apply(main));
-    return package.toBytes();
+    if (!edits.isEmpty()) document.setPart(name, edits.apply(main));
 }
 
 }  // namespace quillon::report

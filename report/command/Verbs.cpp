@@ -55,7 +55,7 @@ const std::vector<Argument>& getMakeArguments()
                  .group = general},
                 makeCheck("do everything but write: say what is wrong, and what a template gets"),
                 makeForce(),
-                makeJson("with --job: tell what was filled as JSON"),
+                makeJson("with --job: tell what was filled, or what is wrong, as JSON"),
                 help,
                 {.name = "version", .help = "print the version and exit", .group = general},
                 // What documentation and installation are made of.
@@ -70,7 +70,7 @@ const std::vector<Argument>& getMakeArguments()
 
 const std::vector<Argument>& getListArguments()
 {
-    static const std::vector<Argument> arguments = {makeJson("print the list as JSON"), help};
+    static const std::vector<Argument> arguments = {makeJson("print the list, or what is wrong, as JSON"), help};
     return arguments;
 }
 
@@ -97,7 +97,7 @@ const std::vector<Argument>& getFillArguments()
                                            .often = Often::Repeatedly},
                                           makeCheck(),
                                           makeForce(),
-                                          makeJson("tell what was filled as JSON"),
+                                          makeJson("tell what was filled, or what is wrong, as JSON"),
                                           help},
                                          makeTableArguments(JobUse::Fill));
     return arguments;

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "report/document/Styles.h"
 #include "report/options/Length.h"
 #include "support/Text.h"
 
@@ -116,6 +117,12 @@ std::string readRelated(const std::optional<Package>& package, std::string_view 
 {
     const auto name = package ? findRelated(*package, kind) : std::string();
     return name.empty() ? std::string() : package->getPart(name);
+}
+
+std::string readLanguage(const Package& package)
+{
+    const auto name = findRelated(package, "styles");
+    return package.hasPart(name) ? Styles(package.getPart(name)).getLanguage() : std::string();
 }
 
 std::int64_t readTextWidth(const XmlElement& section)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "report/document/Styles.h"
 #include "report/document/TemplateParts.h"
 #include "report/fill/BlockWidth.h"
 #include "report/options/Length.h"
@@ -90,9 +89,7 @@ std::string findTableStyle(const Package& document, const XmlElement& root)
 Language findLanguageAt(const Package& document, const ParagraphText& paragraph, const TextMatch& match)
 {
     const auto own = paragraph.getRun(match).findPath({"rPr", "lang"}).getAttribute(Ns::Word, "val");
-    if (own) return findLanguage(*own);
-    const auto name = findRelated(document, "styles");
-    return findLanguage(document.hasPart(name) ? Styles(document.getPart(name)).getLanguage() : "");
+    return findLanguage(own ? *own : readLanguage(document));
 }
 
 std::string DataTable::makeRow(std::size_t row, std::int64_t width, const std::string& look,
