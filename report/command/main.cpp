@@ -56,7 +56,7 @@ void run(std::vector<std::string> words)
 }
 
 /// Says what went wrong; as JSON too where that is asked for, unless standard output takes a document.
-void fail(const std::string& sentences, std::span<char*> words)
+void tellError(const std::string& sentences, std::span<char*> words)
 {
     const auto has = [words](std::string_view word) { return std::ranges::count(words, word) > 0; };
     if (has("--json") && !has("-")) fmt::print("{}", describeErrorAsJson(sentences));
@@ -93,12 +93,12 @@ int main(int argc, char** argv)
         run({words.begin(), words.end()});
         return 0;
     } catch (const UsageError& error) {
-        fail(std::string(error.what()) + " See quillon-report --help.", words);
+        tellError(std::string(error.what()) + " See quillon-report --help.", words);
         return usageError;
     } catch (const std::bad_alloc&) {
         complain("Out of memory.");
     } catch (const std::exception& error) {
-        fail(error.what(), words);
+        tellError(error.what(), words);
     }
     return dataError;
 }

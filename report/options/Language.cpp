@@ -112,6 +112,13 @@ Language findLanguage(std::string_view tag)
             names.shortMonths, names.weekdays, names.shortWeekdays};
 }
 
+std::vector<std::string_view> listMonthNames()
+{
+    std::vector<std::string_view> lists;
+    for (const auto& names : nameRows) lists.insert(lists.end(), {names.months, names.shortMonths});
+    return lists;
+}
+
 std::string_view pickName(std::string_view names, std::size_t position)
 {
     for (; position > 0 && !names.empty(); --position)

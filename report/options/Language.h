@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "support/Export.h"
 
@@ -23,7 +24,10 @@ struct Language {
 /// The language of a tag, "de-DE" or "de_AT" in any case; English for one that is not in the list.
 QUILLON_EXPORT Language findLanguage(std::string_view tag);
 
+/// The names of the months in all languages, and the short ones.
+QUILLON_EXPORT std::vector<std::string_view> listMonthNames();
+
 /// The name at a position, from 0, of those of a language.
-std::string_view pickName(std::string_view names, std::size_t position);
+QUILLON_EXPORT std::string_view pickName(std::string_view names, std::size_t position);
 
 }  // namespace quillon::report

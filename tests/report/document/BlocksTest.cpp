@@ -262,7 +262,17 @@ TEST(Blocks, ContentsAreBroughtUpToDateWhenOpened)
                                }),
                                body);
     EXPECT_EQ(findValues(part, "fldChar", "dirty"), "true|-|-|-|-|-|-|-|-");
-    EXPECT_EQ(readTexts(part), "OneOne PAGEREF _Toc1 \\h ");
+    EXPECT_EQ(readXPath(part, "//w:instrText[contains(., 'PAGEREF')]"),
+              " PAGEREF _Toc1 \\h | PAGEREF _Toc2 \\h ");
+    EXPECT_EQ(findValues(part, "tab", "pos"), "-|-");
+    const auto wide = readPart(write([](Document& document) {
+                                   document.startSection({.landscape = true});
+                                   document.addTableOfContents();
+                                   document.addHeading("One");
+                               }),
+                               body);
+    EXPECT_EQ(readXPath(wide, "//w:tabs/w:tab/@w:pos"), "9026|13958");
+    EXPECT_EQ(readXPath(wide, "//w:tabs/w:tab/@w:leader"), "dot");
     EXPECT_EQ(findValues(part, "hyperlink", "anchor"), "_Toc1|_Toc2");
     EXPECT_EQ(findValues(part, "bookmarkStart", "name"), "_Toc1|_Toc2|_Toc3");
     Document document;
