@@ -185,28 +185,30 @@ Column makeNumbers(const chart::DataSeries& series, const std::string& name, con
     return column;
 }
 
+/// The values of a series, and its sizes behind them.
+void addSeries(std::vector<Column>& columns, const chart::DataSeries& series, const SeriesDetails& details,
+               const ChartOptions& options)
+{
+    const auto format = findFormat(series, choose(options.numberFormat, details.numberFormat));
+    columns.push_back(makeNumbers(series, toCellText(series.getName()), format,
+                                  [](const auto& point) { return point.getValue(); }));
+    if (details.sizes.empty()) return;
+    auto& sizes = columns.emplace_back();
+    for (const auto size : details.sizes) sizes.cells.emplace_back(size);
+}
+
 std::vector<Column> makeColumns(const ChartData& data, const std::string& header, const ChartOptions& options)
 {
     std::vector<Column> columns;
     const auto& set = *data.dataSet;
-    const bool hasX = set.getCategories().empty() && set.getSeriesCount() > 0;
     for (const auto& level : data.levels) columns.push_back(makeTextColumn({}, level));
-    const auto& categoryFormat = choose(options.categoryFormat, data.categoryFormat);
-    if (hasX)
+    if (set.getCategories().empty() && set.getSeriesCount() > 0)
         columns.push_back(makeNumbers(*set.getSeries(0), header, options.xFormat,
                                       [](const auto& point) { return point.getX(); }));
     else
-        columns.push_back(makeCategories(data, header, categoryFormat));
-    for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
-        const auto& series = *set.getSeries(i);
-        const auto& details = data.getDetails(i);
-        const auto format = findFormat(series, choose(options.numberFormat, details.numberFormat));
-        columns.push_back(makeNumbers(series, toCellText(series.getName()), format,
-                                      [](const auto& point) { return point.getValue(); }));
-        if (details.sizes.empty()) continue;
-        auto& sizes = columns.emplace_back();
-        for (const auto size : details.sizes) sizes.cells.emplace_back(size);
-    }
+        columns.push_back(makeCategories(data, header, choose(options.categoryFormat, data.categoryFormat)));
+    for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i)
+        addSeries(columns, *set.getSeries(i), data.getDetails(i), options);
     return columns;
 }
 

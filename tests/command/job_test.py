@@ -174,10 +174,10 @@ class JobTest(CommandTest):
         self.require_refusal(1, 'job.json:2:13: chart 2: t.csv: there is no column "East"', "--job", "job.json", "-o", "out.docx")
 
     def test_names_what_texts_leave_unfilled(self):
-        self.write("job.json", {"texts": {"month": "May"}, "header": "{{moth}}", "blocks": [
+        self.write("job.json", {"texts": {"month": "May", "x": "{{y}}"}, "header": "{{moth}}", "blocks": [
             {"heading": "{{month}} {{moth}}"}, {"paragraph": [{"text": "{{north}}"}]}]})
         warnings = [f'quillon-report: warning: job.json:1:{column}: "{{{{{name}}}}}" stays as it is: it is not in "texts"{end}\n'
-                    for column, name, end in [(39, "moth", '; did you mean "month"?'), (121, "north", ".")]]
+                    for column, name, end in [(53, "moth", '; did you mean "month"?'), (135, "north", ".")]]
         told = self.succeed("--job", "job.json", "--check", "--json", warnings="".join(warnings))
         self.assertEqual(json.loads(told)["left"], ["moth", "north"])
         self.write("job.json", {"blocks": [{"paragraph": "{{later}}"}]})

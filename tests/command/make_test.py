@@ -1,5 +1,6 @@
 """Tests of documents from tables: make_test.py QUILLON_REPORT."""
 
+import json
 import os
 import shutil
 import subprocess
@@ -226,15 +227,29 @@ class MakeTest(CommandTest):
 
     @unittest.skipUnless(shutil.which("soffice") and shutil.which("pdftotext"), "LibreOffice makes the PDF")
     def test_makes_a_pdf_with_the_pages_of_its_contents(self):
-        self.write("job.json", {"footer": "Page {page} of {pages}", "blocks": [
+        self.write("t.csv", WIDE)
+        self.write("job.json", {"footer": "Page {page} of {pages}", "properties": {"language": "de-DE"}, "blocks": [
             {"contents": 2}, {"heading": "First"}, {"page-break": True}, {"heading": "Second", "level": 2},
-            {"page-break": True}, {"heading": "Third"}]})
+            {"page-break": True}, {"heading": "Third"}, {"chart": {"table": "t.csv", "labels": "value", "label-format": "0.000"}}]})
         self.succeed("--job", "job.json", "-o", "out.pdf")
         text = subprocess.run(["pdftotext", self.at("out.pdf"), "-"], capture_output=True, check=True).stdout.decode()
         for name, page in [("First", 1), ("Second", 2), ("Third", 3)]:
             self.assertRegex(text, rf"{name}\.+{page}\n")
         self.assertIn("Page 2 of 3", text)
-        self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "out.pdf"])
+        self.assertIn("1,500", text)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "out.pdf", "t.csv"])
+
+    def test_a_table_needs_no_ending_when_it_is_there(self):
+        self.write("table", WIDE)
+        self.succeed("table", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART])
+
+    def test_tells_errors_as_json_where_that_is_asked_for(self):
+        for status, arguments in [(1, ["list", "no.docx", "--json"]), (2, ["fill", "--json"])]:
+            result = self.run_command(*arguments)
+            self.assertEqual(result.returncode, status)
+            self.assertEqual(result.stderr, f"quillon-report: {json.loads(result.stdout)['error']}\n")
+        self.assertEqual(self.run_command("fill", "no.docx", "--text", "a=b", "--json", "-o", "-").stdout, "")
 
 
 if __name__ == "__main__":

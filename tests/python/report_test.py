@@ -259,6 +259,7 @@ class Refusals(unittest.TestCase):
             (document.add_list, ([ListItem("a", 9)],), ValueError, "level"),
             (document.add_list, ([ListItem("a", -1)],), ValueError, "add_list: level: expected 0 to 8"),
             (document.add_list, (5,), TypeError, "^add_list: items: expected a list, got int"),
+            (document.add_list, ({"a": 1},), TypeError, "^add_list: items: expected a list, got dict"),
             (document.add_list, (["a"], 1), TypeError, "^add_list: numbered: expected bool, got int"),
             (document.add_table, (5, ["A"]), TypeError, "^add_table: expected a list of rows, got int"),
             (document.add_table, ([5], ["A"]), TypeError, "^add_table: expected rows of cells, got int"),

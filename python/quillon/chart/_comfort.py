@@ -69,7 +69,7 @@ class Items(Generic[Item]):
             raise refuse(type(self).__name__, self._positions, position)
         index = operator.index(position)
         if not -size <= index < size:
-            raise IndexError(f"{type(self).__name__}: position {index} is out of range, there are {size} items.")
+            raise IndexError(f"{type(self).__name__}: position {index} is out of range; the length is {size}.")
         return self._item(index % size)
 
     def __iter__(self) -> Iterator[Item]:
