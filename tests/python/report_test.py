@@ -248,7 +248,7 @@ class Refusals(unittest.TestCase):
             (document.add_chart, (chart.DataSet,), TypeError, "expected a chart, got .*DataSet"),
             (document.add_chart, (ColumnChart,), TypeError, "expected a chart, got type"),
             (document.add_chart, (3, {"North": [1]}), TypeError, "expected a chart, got int"),
-            (document.add_chart, (chart, 15), TypeError, "expected a data frame, a series, .*, got int"),
+            (document.add_chart, (chart, 15), TypeError, "^add_chart: expected a data frame, a series, .*, got int"),
             (add_with(document, width=15), (chart,), TypeError, "width: expected str, got int"),
             (add_with(document, height="15"), (chart,), ValueError, 'height: expected one of the units'),
             (add_with(document, legend="up"), (chart,), ValueError, 'legend: expected auto, .*, got "up"'),
