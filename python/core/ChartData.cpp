@@ -104,7 +104,8 @@ std::vector<SeriesDetails> readSeries(const py::object& list, const chart::DataS
 std::vector<Texts> readLevels(const py::object& list, std::size_t categories)
 {
     std::vector<Texts> result;
-    for (const auto& level : readList(list)) result.push_back(requireSize(readTexts(level), categories, "category"));
+    for (const auto& level : readList(list))
+        result.push_back(requireSize(readTexts(level), categories, "category"));
     return result;
 }
 

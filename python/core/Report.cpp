@@ -45,8 +45,7 @@ class Document {
     void addHeading(py::handle text, py::handle level)
     {
         guard("add_heading", [&] {
-            use().addHeading(readText(text, "text"),
-                             readInteger(level, "level", "level: expected 1 to 9."));
+            use().addHeading(readText(text, "text"), readInteger(level, "level", "level: expected 1 to 9."));
         });
     }
 
@@ -140,9 +139,8 @@ class Document {
 
     void addContents(py::handle levels)
     {
-        guard("add_table_of_contents", [&] {
-            use().addTableOfContents(readInteger(levels, "levels", "levels: expected 1 to 9."));
-        });
+        guard("add_table_of_contents",
+              [&] { use().addTableOfContents(readInteger(levels, "levels", "levels: expected 1 to 9.")); });
     }
 
     void setProperties(py::handle title, py::handle author, py::handle keywords, py::handle language)

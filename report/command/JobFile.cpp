@@ -92,8 +92,8 @@ std::vector<std::string> listNames(const NamedTexts& texts, const Group* group)
     return names;
 }
 
-/// Warns of each {{name}} that nothing stands for, and returns the names. A job without texts makes a document
-/// to be filled later.
+/// Warns of each {{name}} that nothing stands for, and returns the names. A job without texts makes a
+/// document to be filled later.
 std::vector<std::string> tellUnfilled(const JsonNode& job, const std::vector<std::string>& known,
                                       const JobPlace& place, const Listener& listener)
 {

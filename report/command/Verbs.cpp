@@ -70,7 +70,8 @@ const std::vector<Argument>& getMakeArguments()
 
 const std::vector<Argument>& getListArguments()
 {
-    static const std::vector<Argument> arguments = {makeJson("print the list, or what is wrong, as JSON"), help};
+    static const std::vector<Argument> arguments = {makeJson("print the list, or what is wrong, as JSON"),
+                                                    help};
     return arguments;
 }
 
