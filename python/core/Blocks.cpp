@@ -9,6 +9,19 @@ namespace quillon::python {
 
 namespace py = pybind11;
 
+namespace {
+
+report::TableCell readCell(py::handle value)
+{
+    if (PyUnicode_Check(value.ptr())) return readText(value, "rows");
+    const auto parts = py::cast<py::tuple>(value);
+    report::TableCell cell(py::cast<double>(parts[0]), readText(parts[1], "rows"));
+    cell.isDate = py::cast<bool>(parts[2]);
+    return cell;
+}
+
+}  // namespace
+
 std::shared_ptr<const chart::Chart> readChart(py::handle value)
 {
     auto chart = isHandle(value.ptr()) ? hostOf(value.ptr())->getNative<chart::Chart>() : nullptr;
@@ -35,20 +48,21 @@ std::vector<report::ListItem> readListItems(py::handle value)
     std::vector<report::ListItem> items;
     for (const auto& entry : value) {
         const auto item = py::cast<py::tuple>(entry);
-        const int level = readInteger(item[1], "level", "List level: expected 0 to 8.");
-        if (level < 0) throw Refused(PyExc_ValueError, "List level: expected 0 to 8.");
+        constexpr auto sentence = "level: expected 0 to 8.";
+        const int level = readInteger(item[1], "level", sentence);
+        if (level < 0) throw Refused(PyExc_ValueError, sentence);
         items.push_back({readRuns(item[0]), static_cast<unsigned>(level)});
     }
     return items;
 }
 
-report::TextTable readTable(py::handle value)
+report::TextTable readTable(py::handle columns, py::handle rows)
 {
-    const auto parts = py::cast<py::tuple>(value);
-    report::TextTable table{.columns = readTexts(parts[0], "columns")};
-    for (const auto& row : parts[1]) table.rows.push_back(readTexts(row, "rows"));
-    table.widths = readTexts(parts[2], "widths");
-    table.style = readText(parts[3], "style");
+    report::TextTable table{.columns = readTexts(columns, "columns")};
+    for (const auto& row : rows) {
+        auto& cells = table.rows.emplace_back();
+        for (const auto& cell : row) cells.push_back(readCell(cell));
+    }
     return table;
 }
 

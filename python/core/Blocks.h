@@ -20,8 +20,8 @@ report::TextRuns readRuns(pybind11::handle value);
 /// A list of (runs, level).
 std::vector<report::ListItem> readListItems(pybind11::handle value);
 
-/// (columns, rows, widths, style).
-report::TextTable readTable(pybind11::handle value);
+/// A list of texts, and one of rows, whose cells are texts or (number, format, whether it is a date).
+report::TextTable readTable(pybind11::handle columns, pybind11::handle rows);
 
 /// A list of texts.
 std::vector<std::string> readTexts(pybind11::handle value, const std::string& name);

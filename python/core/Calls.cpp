@@ -35,7 +35,8 @@ void callAll(orca::HostObject& self, const Form& form, PyObject* values)
 
 }  // namespace
 
-void callForEach(const py::object& object, const std::string& method, const py::object& values)
+void callForEach(const py::object& object, const std::string& method, const py::object& values,
+                 const std::string& place)
 {
     const auto member = py::type::of(object).attr(method.c_str());
     const auto* const found = asMethod(member.ptr());
@@ -44,7 +45,7 @@ void callForEach(const py::object& object, const std::string& method, const py::
     try {
         callAll(*hostOf(object.ptr()), findForm(*found), values.ptr());
     } catch (...) {
-        raise(found->place);
+        raise(place);
         throw py::error_already_set();
     }
 }

@@ -70,15 +70,24 @@ std::vector<double> readNumbers(py::handle owner, const char* name, std::size_t 
 
 SeriesDetails readDetails(py::handle value, std::size_t points)
 {
+    if (!py::hasattr(value, "number_format"))
+        throw Refused(PyExc_TypeError, "expected SeriesDetails, got " + nameType(value) + ".");
     return {readText(value.attr("number_format"), "number_format"),
             readNumbers(value, "sizes", points, "point"), readNumbers(value, "errors_plus", points, "point"),
             readNumbers(value, "errors_minus", points, "point")};
 }
 
+py::list readList(const py::object& value)
+{
+    if (!py::isinstance<py::iterable>(value) || py::isinstance<py::str>(value))
+        throw Refused(PyExc_TypeError, "expected a list, got " + nameType(value) + ".");
+    return py::list(value);
+}
+
 std::vector<SeriesDetails> readSeries(const py::object& list, const chart::DataSet& set)
 {
     std::vector<SeriesDetails> result;
-    for (const auto& item : list) {
+    for (const auto& item : readList(list)) {
         if (result.size() == set.getSeriesCount())
             throw Refused(PyExc_ValueError,
                           "expected at most " + std::to_string(result.size()) + ", one for each series.");
@@ -95,7 +104,8 @@ std::vector<SeriesDetails> readSeries(const py::object& list, const chart::DataS
 std::vector<Texts> readLevels(const py::object& list, std::size_t categories)
 {
     std::vector<Texts> result;
-    for (const auto& level : list) result.push_back(requireSize(readTexts(level), categories, "category"));
+    for (const auto& level : readList(list))
+        result.push_back(requireSize(readTexts(level), categories, "category"));
     return result;
 }
 

@@ -46,7 +46,7 @@ void define(py::module_& module)
             return describeConstructors(reinterpret_cast<PyTypeObject*>(type.ptr()));
         },
         "The forms of the constructors of a type: a list of (arguments, result).");
-    module.def("call_for_each", callForEach, "object"_a, "method"_a, "values"_a,
+    module.def("call_for_each", callForEach, "object"_a, "method"_a, "values"_a, "place"_a,
                "Calls a method of one number for each number of a sequence or buffer.");
     module.def("bound_objects", orca::BindingRegistry::size,
                "The number of library objects that Python or another host holds.");

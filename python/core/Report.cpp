@@ -35,15 +35,6 @@ namespace {
     throw py::error_already_set();
 }
 
-/// The table of a chart's data: (columns, rows).
-py::tuple makeTable(py::handle data, py::handle header)
-{
-    return guard("add_table", [&] {
-        const auto table = report::makeTable(readChartData(data), readText(header, "header"));
-        return py::make_tuple(table.columns, table.rows);
-    });
-}
-
 /// A report::Document that Python code may use on several threads: while one writes it, the others are
 /// refused.
 class Document {
@@ -54,8 +45,7 @@ class Document {
     void addHeading(py::handle text, py::handle level)
     {
         guard("add_heading", [&] {
-            use().addHeading(readText(text, "text"),
-                             readInteger(level, "level", "Heading level: expected 1 to 9."));
+            use().addHeading(readText(text, "text"), readInteger(level, "level", "level: expected 1 to 9."));
         });
     }
 
@@ -70,9 +60,9 @@ class Document {
         guard("add_list", [&] { use().addList(readListItems(items), kind); });
     }
 
-    void addChart(py::handle chart, py::handle data, const py::dict& options)
+    void addChart(py::handle chart, py::handle data, const py::dict& options, const std::string& place)
     {
-        guard("add_chart", [&] {
+        guard(place.c_str(), [&] {
             const auto native = readChart(chart);
             use().addChart(native, readOptions(options), readDetails(data));
             charts_.push_back(native);
@@ -101,9 +91,17 @@ class Document {
         });
     }
 
-    void addTable(py::handle table)
+    void addTable(py::handle columns, py::handle rows, py::handle widths, py::handle style)
     {
-        guard("add_table", [&] { use().addTable(readTable(table)); });
+        guard("add_table", [&] { use().addTable(withLook(readTable(columns, rows), widths, style)); });
+    }
+
+    void addDataTable(py::handle data, py::handle header, py::handle widths, py::handle style)
+    {
+        guard("add_table", [&] {
+            const auto table = report::makeTable(readChartData(data), readText(header, "header"));
+            use().addTable(withLook(table, widths, style));
+        });
     }
 
     void addImage(const py::bytes& bytes, py::handle width, py::handle height, py::handle altText)
@@ -141,9 +139,8 @@ class Document {
 
     void addContents(py::handle levels)
     {
-        guard("add_table_of_contents", [&] {
-            use().addTableOfContents(readInteger(levels, "levels", "Levels of contents: expected 1 to 9."));
-        });
+        guard("add_table_of_contents",
+              [&] { use().addTableOfContents(readInteger(levels, "levels", "levels: expected 1 to 9.")); });
     }
 
     void setProperties(py::handle title, py::handle author, py::handle keywords, py::handle language)
@@ -167,6 +164,13 @@ class Document {
     }
 
  private:
+    static report::TextTable withLook(report::TextTable table, py::handle widths, py::handle style)
+    {
+        table.widths = readTexts(widths, "widths");
+        table.style = readText(style, "style");
+        return table;
+    }
+
     static report::Document open(py::handle path)
     {
         return guard("Document", [&] { return report::Document(readPath(path)); });
@@ -187,7 +191,7 @@ py::tuple makeChartParts(py::handle chart, py::handle data, const py::dict& opti
                          std::size_t drawingNumber, const std::string& relationshipId,
                          const std::string& theme)
 {
-    return guard("chart", [&] {
+    return guard("add_chart", [&] {
         const auto native = readChart(chart);
         const auto chosen = readOptions(options);
         const auto details = readDetails(data);
@@ -240,6 +244,7 @@ void defineReport(py::module_& core)
         .def("add_charts", &Document::addCharts)
         .def("add_caption", &Document::addCaption)
         .def("add_table", &Document::addTable)
+        .def("add_data_table", &Document::addDataTable)
         .def("add_image", &Document::addImage)
         .def("add_page_break", &Document::addPageBreak)
         .def("start_section", &Document::startSection)
@@ -252,7 +257,6 @@ void defineReport(py::module_& core)
     reinterpret_cast<PyTypeObject*>(document.ptr())->tp_new = nullptr;
     core.def("make_document", [](py::handle path) { return std::make_unique<Document>(path); });
     core.def("make_chart_parts", makeChartParts);
-    core.def("make_table", makeTable);
     core.def("make_preview", makePreview);
     core.def("write_file", writeFile);
 }

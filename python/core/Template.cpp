@@ -108,9 +108,10 @@ class Template {
                      py::handle categoryFormat)
     {
         guard("insert_table", [&] {
-            use().insertTable(
-                readText(placeholder, "placeholder"), readChartData(data),
-                {readText(numberFormat, "number_format"), readText(categoryFormat, "category_format")});
+            report::ChartOptions formats;
+            formats.numberFormat = readText(numberFormat, "number_format");
+            formats.categoryFormat = readText(categoryFormat, "category_format");
+            use().insertTable(readText(placeholder, "placeholder"), readChartData(data), formats);
         });
     }
 

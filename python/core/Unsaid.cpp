@@ -18,12 +18,12 @@ namespace {
 
 /// The library's object behind a handle. Throws: Refused when it is not a T.
 template <typename T>
-std::shared_ptr<T> read(py::handle value)
+std::shared_ptr<T> read(py::handle value, const char* expected = "a chart object")
 {
     auto object = isHandle(value.ptr()) ? hostOf(value.ptr())->getNative<T>() : nullptr;
     if (!object)
         throw Refused(PyExc_TypeError,
-                      std::string("unexpected object of type ") + Py_TYPE(value.ptr())->tp_name + ".");
+                      std::string("expected ") + expected + ", got " + Py_TYPE(value.ptr())->tp_name + ".");
     return object;
 }
 
@@ -79,7 +79,7 @@ void replaceFill(py::handle format, py::handle fill)
 {
     guard("replace_fill", [&] {
         const auto native = readForChange<chart::ShapeFormat>(format);
-        native->setFill(read<chart::FillFormat>(fill));
+        native->setFill(read<chart::FillFormat>(fill, "FillFormat"));
     });
 }
 
@@ -87,7 +87,7 @@ void replaceBorder(py::handle format, py::handle border)
 {
     guard("replace_border", [&] {
         const auto native = readForChange<chart::ShapeFormat>(format);
-        native->setBorder(read<chart::BorderFormat>(border));
+        native->setBorder(read<chart::BorderFormat>(border, "BorderFormat"));
     });
 }
 

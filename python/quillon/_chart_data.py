@@ -65,16 +65,17 @@ class ChartData:
         Dates stay dates, and an index of several levels stays one. Categories that are numbers count as such when
         `category_format` says how to write them.
         """
-        return cls._from_table(_tables.read_table(table, categories, columns, stacklevel=3), category_format)
+        place = "from_dataframe"
+        return cls._from_table(place, _tables.read_table(place, table, categories, columns), category_format)
 
     @classmethod
-    def _from_table(cls, read: _tables.Table, category_format: str = "") -> ChartData:
+    def _from_table(cls, place: str, read: _tables.Table, category_format: str = "") -> ChartData:
         levels: list[list[str]] = []
         if all(isinstance(cell, tuple) and len(cell) > 1 for cell in read.categories):
             levels = _read_levels(read.categories)
             read.categories = [cell[-1] for cell in read.categories]
         kind, values, own_format = _read_values(read.categories, category_format)
-        data = _tables.make_set("from_dataframe", read)
+        data = _tables.make_set(place, read)
         return cls(data, kind, values, category_format or own_format, levels)
 
     def check(self) -> ChartData:
@@ -122,23 +123,28 @@ def _read_levels(cells: list[tuple[Any, ...]]) -> list[list[str]]:
     return levels
 
 
-def as_chart_data(data: Any) -> ChartData:
-    """Chart data of whatever says as much: chart data, a data set, or what ChartData.from_dataframe takes."""
+def as_chart_data(data: Any, place: str) -> ChartData:
+    """Chart data of whatever says as much: chart data, a data set, or what ChartData.from_dataframe takes.
+
+    place: what was called, for refusals.
+    """
     from quillon.chart import DataSet
 
     if isinstance(data, ChartData):
         return data
-    return ChartData(data) if isinstance(data, DataSet) else ChartData.from_dataframe(data)
+    if isinstance(data, DataSet):
+        return ChartData(data)
+    return ChartData._from_table(place, _tables.read_table(place, data, None, None))
 
 
-def as_fill_data(data: Any) -> ChartData:
+def as_fill_data(data: Any, place: str) -> ChartData:
     """Chart data for a chart that exists: names that a table does not say are left to the chart."""
     from quillon.chart import DataSet
 
     if isinstance(data, (ChartData, DataSet)):
-        return as_chart_data(data)
-    read = _tables.read_table(data, None, None, stacklevel=5)
-    filled = ChartData._from_table(read)
+        return as_chart_data(data, place)
+    read = _tables.read_table(place, data, None, None)
+    filled = ChartData._from_table(place, read)
     if not read.has_categories:
         filled.data_set.Categories = []
     if not read.has_names:
@@ -147,11 +153,11 @@ def as_fill_data(data: Any) -> ChartData:
     return filled
 
 
-def take_data(chart: Any, data: Any) -> ChartData | None:
+def take_data(chart: Any, data: Any, place: str) -> ChartData | None:
     """The data to show a chart with; a chart that has no data set yet gets it."""
     if data is None:
         return None
-    taken = as_chart_data(data)
+    taken = as_chart_data(data, place)
     if getattr(chart, "DataSet", chart) is None:
         chart.DataSet = taken.data_set
     return taken

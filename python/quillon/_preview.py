@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import functools
+import numbers
 import os
 import shutil
 import signal
@@ -12,6 +13,7 @@ from collections.abc import Sequence
 from pathlib import Path
 
 from quillon import _core, _options
+from quillon._arguments import refuse
 from quillon._warnings import warn
 
 _EMU_PER_INCH = 914_400
@@ -124,6 +126,8 @@ class Preview:
         Takes some seconds; a chart that has not changed since is not drawn again. Raises PreviewError, which says how
         to install LibreOffice when it is missing.
         """
+        if not isinstance(dpi, numbers.Real):
+            raise refuse("preview: dpi", "a number", dpi)
         if not 10 <= dpi <= 600:
             raise ValueError(f"dpi: expected 10 to 600, got {dpi}.")
         document, *emu, sentences = _core.make_preview(self, _options.given(locals()))

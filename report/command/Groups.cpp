@@ -55,8 +55,8 @@ std::string makeOutput(const std::string& pattern, const Group& group)
         std::vector<std::string> names;
         for (const auto& one : group.texts) names.push_back(one.first);
         if (text == nullptr)
-            fail("\"for-each\", \"output\": {} is not a column with one text in each group{}",
-                 quoteText("{" + name + "}"), suggestName(name, names));
+            fail("\"output\": {} is not a column with one text in each group{}", quoteText("{" + name + "}"),
+                 suggestName(name, names));
         made = makeFileText(*text);
         return &made;
     });
@@ -69,10 +69,23 @@ void requireDifferent(const std::vector<Group>& groups)
         const auto [other, isNew] = outputs.emplace(group.output, &group);
         if (!isNew)
             fail(
-                "\"for-each\": the groups {} and {} would both be written to {}; name another column in "
-                "\"output\".",
+                "\"output\": the groups {} and {} would both be written to {}; name another column in "
+                "it.",
                 quoteText(other->second->name), quoteText(group.name), quoteText(group.output, 200));
     }
+}
+
+/// Adds the names that are left in a value and in all that it holds.
+void collectUnfilled(const JsonNode& node, std::vector<Unfilled>& unfilled)
+{
+    replaceNames(node.text, "{{", "}}", [&](const std::string& name) -> const std::string* {
+        const bool isNew = std::ranges::find(unfilled, name, &Unfilled::name) == unfilled.end();
+        if (isNew && !name.empty()) unfilled.push_back({name, node.position});
+        return nullptr;
+    });
+    for (const auto& item : node.items) collectUnfilled(item, unfilled);
+    for (const auto& member : node.members)
+        if (member.name != "texts") collectUnfilled(member.value, unfilled);
 }
 
 using TextsByName = std::unordered_map<std::string, const std::string*>;
@@ -89,16 +102,20 @@ void fillIn(JsonNode& node, const TextsByName& texts)
 
 }  // namespace
 
-std::vector<Group> readGroups(const JsonNode& forEach, const std::filesystem::path& folder, const Note& note)
+std::vector<Group> readGroups(const JsonNode& forEach, const JobPlace& place, const Note& note)
 {
-    const auto source = std::make_shared<const ChartJob>(readChartJob(forEach, {folder}));
-    const auto& by = forEach.find("by")->text;
+    const auto source = std::make_shared<const ChartJob>(readChartJob(forEach, place));
+    const auto& by = *forEach.find("by");
+    const auto& output = *forEach.find("output");
     std::vector<Group> groups;
-    for (auto& rows : readRowGroups(source->table, *source, by, note)) {
-        auto& group = groups.emplace_back(Group{std::move(rows), source, by, {}});
-        group.output = (folder / makeOutput(forEach.find("output")->text, group)).string();
-    }
-    requireDifferent(groups);
+    requireDone(by.position, *place.source, [&] {
+        for (auto& rows : readRowGroups(source->table, *source, by.text, note))
+            groups.push_back({std::move(rows), source, by.text, {}});
+    });
+    requireDone(output.position, *place.source, [&] {
+        for (auto& group : groups) group.output = (place.folder / makeOutput(output.text, group)).string();
+        requireDifferent(groups);
+    });
     return groups;
 }
 
@@ -127,6 +144,13 @@ JsonNode makeGroupJob(const JsonNode& job, const Group& group)
     auto made = job;
     std::erase_if(made.members, [](const auto& member) { return member.name == "for-each"; });
     return fillInTexts(std::move(made), group.texts);
+}
+
+std::vector<Unfilled> findUnfilled(const JsonNode& job)
+{
+    std::vector<Unfilled> unfilled;
+    collectUnfilled(job, unfilled);
+    return unfilled;
 }
 
 }  // namespace quillon::report

@@ -35,11 +35,10 @@ struct JobPlace {
     const JobText* source = nullptr;
 };
 
-/// The groups of a job's "for-each", in the order of their first rows; files are from `folder` on. Texts
-/// become names of files: what parts folders, and control characters, become "-".
-/// Throws: std::runtime_error for a column that is not there, a row without a text, and two groups whose
-/// documents would have one name.
-std::vector<Group> readGroups(const JsonNode& forEach, const std::filesystem::path& folder, const Note& note);
+/// The groups of a job's "for-each", in the order of their first rows. Texts become names of files: what
+/// parts folders, and control characters, become "-". Throws: std::runtime_error for a column that is not
+/// there, a row without a text, and two groups whose documents would have one name.
+std::vector<Group> readGroups(const JsonNode& forEach, const JobPlace& place, const Note& note);
 
 /// Lets a chart of the group's table show the rows of the group alone.
 void showGroup(ChartJob& job, const Group& group);
@@ -49,5 +48,14 @@ JsonNode fillInTexts(JsonNode job, const NamedTexts& texts);
 
 /// The job of one group: its texts filled in.
 JsonNode makeGroupJob(const JsonNode& job, const Group& group);
+
+/// A {{name}} that no text stands for.
+struct Unfilled {
+    std::string name;
+    /// Where the text that holds it begins, in the job file.
+    std::size_t position;
+};
+/// Those that are left in a job whose texts are filled in, each name once.
+std::vector<Unfilled> findUnfilled(const JsonNode& job);
 
 }  // namespace quillon::report

@@ -150,6 +150,12 @@ std::string completeInBash()
 _quillon_report()
 {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} words options choices=""
+    # --type=line are three words.
+    if [[ $word == "=" ]]; then
+        word=""
+    elif [[ $before == "=" ]]; then
+        before=${COMP_WORDS[COMP_CWORD-2]}
+    fi
 )text";
     script += fmt::format("    words=\"{}\"\n    case ${{COMP_WORDS[1]}} in\n", join(listVerbs(), " "));
     for (const auto& verb : getVerbs().subspan(1))
@@ -196,7 +202,8 @@ std::string escapeZsh(const std::string& text)
 
 std::string describeInZsh(const Argument& argument)
 {
-    auto line = fmt::format("'*--{}[{}]", argument.name, escapeZsh(argument.help));
+    auto line =
+        fmt::format("'*--{}{}[{}]", argument.name, argument.isFlag() ? "" : "=", escapeZsh(argument.help));
     if (!argument.isFlag())
         line += fmt::format(":{}:{}", argument.value,
                             argument.choices.empty() ? "_files" : "(" + join(argument.choices, " ") + ")");

@@ -94,9 +94,14 @@ Json describeChart(const ChartJob& job, const Json& table, const std::string& ti
     return members;
 }
 
+/// On one line, with blanks behind commas and colons.
 std::string write(const Json& value)
 {
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    if (!value.is_structured()) return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    std::string text;
+    for (const auto& [name, item] : value.items())
+        text += (text.empty() ? "" : ", ") + (value.is_object() ? write(name) + ": " : "") + write(item);
+    return value.is_object() ? "{" + text + "}" : "[" + text + "]";
 }
 
 /// A member on each line.
@@ -130,13 +135,15 @@ std::string makeExample(const ChartJob& job, const std::string& path, const Char
 {chart}
     }}}},
     {{"caption": "What the table shows", "name": "overview"}},
-    {{"table": {table}}}
+    {{"table": {{
+{table}
+    }}}}
   ]
 }}
 )text",
         fmt::arg("title", write(title)),
         fmt::arg("chart", writeLines(describeChart(job, table, title, data), "      ")),
-        fmt::arg("table", write(table)));
+        fmt::arg("table", writeLines(table, "      ")));
 }
 
 }  // namespace

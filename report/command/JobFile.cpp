@@ -21,8 +21,10 @@
 #include "report/command/Messages.h"
 #include "report/command/ReportMaker.h"
 #include "report/command/TemplateFiller.h"
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
+#include "report/table/JsonText.h"
 
 namespace quillon::report {
 namespace {
@@ -80,6 +82,44 @@ struct Making {
     }
 };
 
+/// The names of the texts of a job, and of a group.
+std::vector<std::string> listNames(const NamedTexts& texts, const Group* group)
+{
+    std::vector<std::string> names;
+    for (const auto& text : texts) names.push_back(text.first);
+    if (group != nullptr)
+        for (const auto& text : group->texts) names.push_back(text.first);
+    return names;
+}
+
+/// Warns of each {{name}} that nothing stands for, and returns the names. A job without texts makes a
+/// document to be filled later.
+std::vector<std::string> tellUnfilled(const JsonNode& job, const std::vector<std::string>& known,
+                                      const JobPlace& place, const Listener& listener)
+{
+    const auto* reason = place.group == nullptr
+                             ? "it is not in \"texts\""
+                             : "it is neither in \"texts\" nor a column with one text in each group";
+    std::vector<std::string> names;
+    for (const auto& [name, position] : findUnfilled(job)) {
+        names.push_back(name);
+        if (known.empty()) continue;
+        listener.warning(fmt::format("{}: {} stays as it is: {}{}",
+                                     describePosition(place.source->text, place.source->name, position),
+                                     quoteText("{{" + name + "}}"), reason, suggestName(name, known)));
+    }
+    return names;
+}
+
+/// The same in front of each line.
+std::string putInFront(const std::string& what, const std::string& lines)
+{
+    auto result = what + lines;
+    for (auto at = result.find('\n'); at != std::string::npos; at = result.find('\n', at + 1))
+        result.insert(at + 1, what);
+    return result;
+}
+
 /// Makes and writes one document, and returns what was filled.
 FillResult makeOne(const Making& making, const JsonNode& tree, const Group* group, const Output& output,
                    const Listener& listener)
@@ -97,7 +137,10 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
         result = fillTemplate(document, filling, listener);
         bytes = document.toBytes();
     } else {
-        bytes = makeReport(fillInTexts(tree, readTexts(tree)), place, listener).toBytes(listener);
+        const auto texts = readTexts(tree);
+        const auto filled = fillInTexts(tree, texts);
+        result.left = tellUnfilled(filled, listNames(texts, group), place, listener);
+        bytes = makeReport(filled, place, listener).toBytes(listener);
     }
     if (!making.options.isCheck) output.write(bytes);
     return result;
@@ -171,7 +214,7 @@ class GroupRun {
             results_[index] = makeOne(making_, makeGroupJob(making_.job.tree, group), &group,
                                       {group.output, making_.options.output.force}, listener);
         } catch (const std::runtime_error& error) {
-            fail("{}: {}", quoteText(group.name), error.what());
+            throw std::runtime_error(putInFront(quoteText(group.name) + ": ", error.what()));
         }
     }
 
@@ -192,7 +235,8 @@ void runGroups(const Making& making)
 {
     if (!making.options.output.path.empty())
         throw UsageError("--output is for one document; \"for-each\" names those of its groups.");
-    const auto groups = readGroups(*making.job.tree.find("for-each"), making.job.folder, warn);
+    const JobPlace place{making.job.folder, nullptr, &making.job.source};
+    const auto groups = readGroups(*making.job.tree.find("for-each"), place, warn);
     for (const auto& group : groups) making.requireOutput({group.output, making.options.output.force});
     GroupRun(making, groups).run();
 }
@@ -206,6 +250,7 @@ Job readJob(const std::string& path)
     Job job{path, path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path(),
             std::move(source), std::move(tree)};
     requireNoProblems(findProblems(job.tree, getJobForm(), job.folder), job.source);
+    requireNoProblems(findLostReferences(job.tree), job.source);
     return job;
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -73,10 +74,26 @@ struct JobText {
 /// Throws: std::runtime_error with a line for each problem, the first 50: file, line, column and sentence.
 void requireNoProblems(const std::vector<Problem>& problems, const JobText& source);
 
+/// Does `work`; what it refuses is said of that position of the job file. Throws: as requireNoProblems.
+template <typename Work>
+void requireDone(std::size_t position, const JobText& source, const Work& work)
+{
+    std::vector<Problem> problems;
+    try {
+        work();
+    } catch (const std::runtime_error& error) {
+        problems.push_back({position, error.what()});
+    }
+    requireNoProblems(problems, source);
+}
+
 /// A JSON schema of the form, for editors.
 std::string describeSchema(const Form& form, const std::string& title);
 
 /// The form of a whole job file.
 const Form& getJobForm();
+
+/// The references of a job, which is right so far, to captions that are not there.
+std::vector<Problem> findLostReferences(const JsonNode& job);
 
 }  // namespace quillon::report

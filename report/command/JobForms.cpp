@@ -187,6 +187,8 @@ struct JobForms {
         form.members.push_back({"header", &text, "what stands above the categories"});
         form.members.push_back(
             {"number-format", formOf(*findOption("number-format")), "how its numbers look"});
+        form.members.push_back({"category-format", formOf(*findOption("category-format")),
+                                "how its dates look (default: as the language orders them)"});
         form.members.insert(form.members.end(), {widths, style});
         addTableOptions(form.members);
         form.check = [](const JsonNode& node) { checkTableOptions(readChartJob(node, JobPlace{})); };

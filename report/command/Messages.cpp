@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <nlohmann/json.hpp>
 
 namespace quillon::report {
 
@@ -14,6 +15,12 @@ void complain(const std::string& sentences)
         fmt::print(stderr, "quillon-report: {}\n", sentences.substr(at, end - at));
         at = end + 1;
     }
+}
+
+std::string describeErrorAsJson(const std::string& sentences)
+{
+    using Json = nlohmann::json;
+    return Json{{"error", sentences}}.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 void warn(const std::string& sentence)

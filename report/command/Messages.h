@@ -13,6 +13,9 @@ namespace quillon::report {
 /// Writes sentences, one a line, to standard error.
 void complain(const std::string& sentences);
 
+/// The same for programs: {"error": "..."}.
+std::string describeErrorAsJson(const std::string& sentences);
+
 /// Says what the author should know about a document that is written all the same.
 void warn(const std::string& sentence);
 

@@ -15,8 +15,11 @@
 #include <sstream>
 #include <vector>
 
+#include "report/command/ContentsFields.h"
+#include "report/document/TemplateParts.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
+#include "report/package/XmlText.h"
 #include "report/table/Fail.h"
 
 namespace quillon::report {
@@ -76,6 +79,18 @@ bool run(std::vector<std::string> words)
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+/// The settings of LibreOffice, so that charts have the decimal marks and names of the document's language.
+void writeProfile(const std::string& folder, const std::string& language)
+{
+    if (language.empty()) return;
+    std::filesystem::create_directories(folder + "/user");
+    writeFile(folder + "/user/registrymodifications.xcu",
+              R"(<?xml version="1.0" encoding="UTF-8"?>
+<oor:items xmlns:oor="http://openoffice.org/2001/registry">
+<item oor:path="/org.openoffice.Setup/L10N"><prop oor:name="ooSetupSystemLocale" oor:op="fuse"><value>)" +
+                  escapeText(language) + "</value></prop></item>\n</oor:items>\n");
+}
+
 }  // namespace
 
 void requirePdf(const std::string& path)
@@ -90,7 +105,10 @@ void requirePdf(const std::string& path)
 std::string makePdf(std::string_view document)
 {
     const TemporaryFolder folder;
-    writeFile(folder.at("document.docx"), document);
+    Package package{std::string(document)};
+    freePageNumbers(package);
+    writeFile(folder.at("document.docx"), package.toBytes());
+    writeProfile(folder.at("profile"), readLanguage(package));
     // A profile of its own, for LibreOffice refuses to start beside another that runs with the same one.
     const bool isDone =
         run({findProgram(), "-env:UserInstallation=file://" + folder.at("profile"), "--headless",

@@ -9,7 +9,6 @@
 #include "report/command/ChartMaker.h"
 #include "report/command/ChartReader.h"
 #include "report/options/QuotedText.h"
-#include "report/table/CellText.h"
 #include "report/table/Fail.h"
 
 namespace quillon::report {
@@ -62,9 +61,9 @@ TextRuns readRuns(const JsonNode& node)
     return runs;
 }
 
-std::string readCell(const JsonNode& cell)
+TableCell readCell(const JsonNode& cell)
 {
-    return cell.is(Kind::Number) ? writeNumber(cell.number) : cell.text;
+    return cell.is(Kind::Number) ? TableCell(cell.number) : TableCell(cell.text);
 }
 
 std::string readFile(const std::string& path)
@@ -157,7 +156,7 @@ void BlockAdder::addChart(const JsonNode& block)
     const auto data = readData(job, listener_);
     if (!job.heading.empty()) document_.addHeading(job.heading, 1);
     document_.addChart(makeChart(job, data, listener_.warning), job.options, data);
-    if (getFlag(block, "table")) document_.addTable(makeTable(data));
+    if (getFlag(block, "table")) document_.addTable(makeTable(data, {}, job.options));
 }
 
 void BlockAdder::addCharts(const JsonNode& block)
@@ -184,11 +183,7 @@ TextTable BlockAdder::makeOwnTable(const JsonNode& table) const
 TextTable BlockAdder::makeDataTable(const JsonNode& table) const
 {
     const auto job = readChartJob(table, place_);
-    auto data = readData(job, listener_);
-    data.series.resize(data.dataSet->getSeriesCount());
-    if (!job.options.numberFormat.empty())
-        for (auto& series : data.series) series.numberFormat = job.options.numberFormat;
-    return makeTable(data, getText(table, "header"));
+    return makeTable(readData(job, listener_), getText(table, "header"), job.options);
 }
 
 void BlockAdder::addTable(const JsonNode& block)

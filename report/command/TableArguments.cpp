@@ -12,7 +12,8 @@
 namespace quillon::report {
 namespace {
 
-constexpr std::array<std::pair<OptionGroup, const char*>, 6> titles = {{
+constexpr std::array<std::pair<OptionGroup, const char*>, 7> titles = {{
+    {OptionGroup::Chart, "The chart"},
     {OptionGroup::Place, "Place"},
     {OptionGroup::Axes, "Axes and numbers"},
     {OptionGroup::Labels, "Labels"},

@@ -137,7 +137,7 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
     if (hasTable && !hasChart) requireTableOptions(job);
     const auto data = readData(job, listener);
-    if (hasTable) document.insertTable(job.at, data, {job.options.numberFormat, job.options.categoryFormat});
+    if (hasTable) document.insertTable(job.at, data, job.options);
     if (hasChart || !hasTable)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }

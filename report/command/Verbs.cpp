@@ -1,8 +1,12 @@
 #include "report/command/Verbs.h"
 
 #include <array>
+#include <filesystem>
 
 #include "report/command/TableArguments.h"
+#include "report/options/ListText.h"
+#include "report/options/NearName.h"
+#include "report/options/QuotedText.h"
 
 namespace quillon::report {
 namespace {
@@ -51,7 +55,7 @@ const std::vector<Argument>& getMakeArguments()
                  .group = general},
                 makeCheck("do everything but write: say what is wrong, and what a template gets"),
                 makeForce(),
-                makeJson("with --job: tell what was filled as JSON"),
+                makeJson("with --job: tell what was filled, or what is wrong, as JSON"),
                 help,
                 {.name = "version", .help = "print the version and exit", .group = general},
                 // What documentation and installation are made of.
@@ -66,7 +70,8 @@ const std::vector<Argument>& getMakeArguments()
 
 const std::vector<Argument>& getListArguments()
 {
-    static const std::vector<Argument> arguments = {makeJson("print the list as JSON"), help};
+    static const std::vector<Argument> arguments = {makeJson("print the list, or what is wrong, as JSON"),
+                                                    help};
     return arguments;
 }
 
@@ -93,7 +98,7 @@ const std::vector<Argument>& getFillArguments()
                                            .often = Often::Repeatedly},
                                           makeCheck(),
                                           makeForce(),
-                                          makeJson("tell what was filled as JSON"),
+                                          makeJson("tell what was filled, or what is wrong, as JSON"),
                                           help},
                                          makeTableArguments(JobUse::Fill));
     return arguments;
@@ -150,6 +155,24 @@ quillon-report init shop.sqlite --query "SELECT month, total FROM sales" -o repo
         getInitArguments, writeExampleJob},
 };
 
+/// A table has an ending, stands in a folder, or is there.
+bool mayBeTable(const std::string& word)
+{
+    std::error_code ignored;
+    return word.starts_with('-') || word.find_first_of("./") != std::string::npos ||
+           std::filesystem::exists(word, ignored);
+}
+
+[[noreturn]] void failUnknown(const std::string& word)
+{
+    std::vector<std::string> names;
+    for (const auto& verb : getVerbs().subspan(1)) names.emplace_back(verb.name);
+    const auto near = findNearName(word, names);
+    throw UsageError(
+        "There is no verb or table " + quoteText(word, 200) +
+        (near.empty() ? "; the verbs are " + joinNames(names) + "." : "; did you mean " + near + "?"));
+}
+
 }  // namespace
 
 std::span<const Verb> getVerbs()
@@ -161,6 +184,7 @@ const Verb& findVerb(const std::string& word)
 {
     for (const auto& verb : verbs)
         if (word == verb.name) return verb;
+    if (!mayBeTable(word)) failUnknown(word);
     return verbs.front();
 }
 

@@ -28,7 +28,8 @@ struct Verb {
 /// The first makes a document of tables.
 std::span<const Verb> getVerbs();
 
-/// The verb of that name; the first where there is none.
+/// The verb of that name; the first for a word that may be a table.
+/// Throws: UsageError for one that is neither.
 const Verb& findVerb(const std::string& word);
 
 // What the verbs do. Throws: UsageError, and std::runtime_error with a sentence.

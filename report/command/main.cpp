@@ -1,8 +1,10 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <exception>
 #include <new>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,13 +46,21 @@ constexpr Page pages[] = {
 
 void run(std::vector<std::string> words)
 {
-    const auto& verb = findVerb(words.empty() ? "" : words.front());
+    const auto& verb = words.empty() ? getVerbs().front() : findVerb(words.front());
     if (*verb.name != '\0') words.erase(words.begin());
     const CommandLine commandLine(verb.getArguments(), words);
     if (commandLine.has("help")) return fmt::print("{}", describeVerb(verb));
     for (const auto& page : pages)
         if (commandLine.has(page.option)) return fmt::print("{}", page.print(commandLine));
     verb.run(commandLine);
+}
+
+/// Says what went wrong; as JSON too where that is asked for, unless standard output takes a document.
+void tellError(const std::string& sentences, std::span<char*> words)
+{
+    const auto has = [words](std::string_view word) { return std::ranges::count(words, word) > 0; };
+    if (has("--json") && !has("-")) fmt::print("{}", describeErrorAsJson(sentences));
+    complain(sentences);
 }
 
 /// An exception that nobody can catch, because the libraries start before main: there, memory has run out.
@@ -78,16 +88,17 @@ int main(int argc, char** argv)
 {
     using namespace quillon::report;
     std::set_terminate(usualEnd);
+    const std::span words(argv + 1, argv + argc);
     try {
-        run({argv + 1, argv + argc});
+        run({words.begin(), words.end()});
         return 0;
     } catch (const UsageError& error) {
-        complain(std::string(error.what()) + " See quillon-report --help.");
+        tellError(std::string(error.what()) + " See quillon-report --help.", words);
         return usageError;
     } catch (const std::bad_alloc&) {
         complain("Out of memory.");
     } catch (const std::exception& error) {
-        complain(error.what());
+        tellError(error.what(), words);
     }
     return dataError;
 }

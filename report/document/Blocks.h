@@ -4,6 +4,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "report/options/ChartData.h"
@@ -48,21 +50,48 @@ struct Caption {
     std::string name = {};
 };
 
-/// A table of text. Numbers are set to the right.
+/// A cell of a table: a text, or a number, which stands as the language of the document writes it.
+struct TableCell {
+    TableCell() = default;
+    // NOLINTBEGIN(google-explicit-constructor): rows of cells read as lists of texts and numbers.
+    TableCell(std::string content) : text(std::move(content)) {}
+    TableCell(const char* content) : text(content) {}
+    template <typename Number>
+    requires std::is_arithmetic_v<Number> TableCell(Number value, std::string numberFormat = {})
+        : number(static_cast<double>(value)), format(std::move(numberFormat))
+    {
+    }
+    // NOLINTEND(google-explicit-constructor)
+
+    bool operator==(const TableCell& other) const = default;
+
+    std::string text = {};
+    /// In place of the text. One that is not finite leaves the cell empty.
+    std::optional<double> number = {};
+    /// Of the number, as in a cell of a worksheet: "#,##0.00". Default, empty: all digits that it has.
+    std::string format = {};
+    /// Whether the number is a date: days since 30 December 1899, with the time of day as fraction. Without a
+    /// format it stands as the language orders day, month and year.
+    bool isDate = false;
+};
+
+/// A table of texts and numbers. Numbers, and texts that look like some, are set to the right.
 struct TextTable {
     /// The header row, which is repeated on each page.
     std::vector<std::string> columns = {};
     /// As many cells in each as there are columns.
-    std::vector<std::vector<std::string>> rows = {};
+    std::vector<std::vector<TableCell>> rows = {};
     /// By column; default: as wide as their texts need.
     std::vector<std::string> widths = {};
     /// The name of a table style. Default: the document's own look for tables.
     std::string style = {};
 };
 
-/// The table of a chart's data: a column for the categories and one for each series, numbers as their formats
-/// say. `header` stands above the categories.
-QUILLON_EXPORT TextTable makeTable(const ChartData& data, const std::string& header = {});
+/// The table of a chart's data: a column for each level of categories, or one of X where there are none, and
+/// one for each series, with its sizes behind it. `header` stands above the categories. Of the options it
+/// takes the formats of numbers and categories, before those of the data.
+QUILLON_EXPORT TextTable makeTable(const ChartData& data, const std::string& header = {},
+                                   const ChartOptions& options = {});
 
 /// How a picture stands in the document.
 struct ImageOptions {
@@ -103,8 +132,9 @@ struct Properties {
     std::string title = {};
     std::string author = {};
     std::string keywords = {};
-    /// The language of the texts, for spelling marks and screen readers, as in "de-DE". Default: "en-US", or
-    /// the template's.
+    /// The language of the texts, as in "de-DE", for spelling marks and screen readers; tables have its
+    /// decimal marks and its order of dates, or those of English where it is not among the European ones that
+    /// are known. Default: "en-US", or the template's.
     std::string language = {};
 };
 

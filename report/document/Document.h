@@ -68,7 +68,7 @@ class QUILLON_EXPORT Document {
     void setFooter(const PageLine& line);
     /// A table of the headings of levels 1 to `levels`; where there are none it is left out with a warning. A
     /// word processor fills in the numbers of the pages when it opens the document, and may ask before.
-    /// Levels: 1 to 9.
+    /// Levels: 1 to 9. Throws: std::runtime_error for another number.
     void addTableOfContents(int levels = 3);
     void setProperties(const Properties& properties);
 

@@ -60,7 +60,9 @@ std::unique_ptr<PartTarget> makeTarget(const std::optional<Package>& look)
 Styles makeStyles(const DocumentContent& content)
 {
     const auto part = readRelated(content.look, "styles");
-    return part.empty() ? Styles() : Styles(part);
+    auto styles = part.empty() ? Styles() : Styles(part);
+    if (!content.properties.language.empty()) styles.setLanguage(content.properties.language);
+    return styles;
 }
 
 DocumentWriter::DocumentWriter(const DocumentContent& content, const Listener& listener)
@@ -94,7 +96,6 @@ std::string DocumentWriter::write()
 
 void DocumentWriter::addStyles()
 {
-    if (!content_.properties.language.empty()) styles_.setLanguage(content_.properties.language);
     const auto name = content_.look ? findRelated(*content_.look, "styles") : std::string();
     target_->addPart(name.empty() ? "word/styles.xml" : name, styles_.getPart(), content_type::styles);
     if (name.empty()) target_->relate(mainPart_, "styles", "word/styles.xml");
@@ -328,15 +329,21 @@ void DocumentWriter::add(const ContentsBlock& block)
         ++number;
         if (heading->headingLevel > block.levels) continue;
         const bool isFirst = last == nullptr;
-        last = addParagraph(("toc " + std::to_string(heading->headingLevel)).c_str());
+        const auto style = "toc " + std::to_string(heading->headingLevel);
+        const auto bookmark = u"_Toc" + toNumber(number);
+        last = addParagraph(style.c_str());
+        setTabStops(last, {{u"right", pages_.getTextWidth() / emuPerTwip, u"dot"}},
+                    styles_.getTabStops(style));
         if (isFirst)
             startField(
                 last,
                 u" TOC \\o \"1-" + toNumber(static_cast<std::size_t>(block.levels)) + u"\" \\h \\z \\u ",
                 true);
         auto* link = appendElement(last, u"w:hyperlink");
-        link->setAttribute(u"w:anchor", (u"_Toc" + toNumber(number)).c_str());
+        link->setAttribute(u"w:anchor", bookmark.c_str());
         for (const auto& run : heading->runs) appendRun(link, toUtf16(run.text));
+        appendRun(link, u"\t");
+        appendField(link, u" PAGEREF " + bookmark + u" \\h ", {});
     }
     if (last != nullptr) return endField(last);
     if (listener_.warning)

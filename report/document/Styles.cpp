@@ -32,6 +32,12 @@ std::vector<std::int64_t> readTabStops(const XmlElement& style)
     return stops;
 }
 
+/// The element that tells the language of all texts, or none.
+XmlElement findLanguageElement(const XmlSpans& styles)
+{
+    return styles.getRoot().findPath({"docDefaults", "rPrDefault", "rPr", "lang"});
+}
+
 }  // namespace
 
 Styles::Styles() : part_(parts::styles) {}
@@ -89,6 +95,13 @@ std::vector<std::int64_t> Styles::getTabStops(std::string_view name) const
     return found == getTable().end() ? std::vector<std::int64_t>() : found->second.tabStops;
 }
 
+std::string Styles::getLanguage() const
+{
+    if (!language_.empty()) return language_;
+    const XmlSpans xml(part_, "the styles");
+    return findLanguageElement(xml).getAttribute(Ns::Word, "val").value_or("");
+}
+
 void Styles::setLanguage(const std::string& language)
 {
     language_ = language;
@@ -101,7 +114,7 @@ std::string Styles::getPart() const
     Edits edits;
     const auto root = xml.getRoot();
     if (!language_.empty())
-        if (const auto lang = root.findPath({"docDefaults", "rPrDefault", "rPr", "lang"}))
+        if (const auto lang = findLanguageElement(xml))
             if (const auto value = lang.findAttribute(Ns::Word, "val"))
                 edits.replace(*value, escapeAttribute(language_));
     if (!added_.empty()) {

@@ -26,7 +26,8 @@ class Styles {
     std::u16string use(std::string_view kind, std::string_view name);
     /// The tab stops of a paragraph style, in twentieths of a point.
     std::vector<std::int64_t> getTabStops(std::string_view name) const;
-    /// Sets the language of all texts.
+    /// The language of all texts.
+    std::string getLanguage() const;
     void setLanguage(const std::string& language);
 
     /// The markup with what was added.

@@ -1,6 +1,8 @@
 #include "report/document/TableMarkup.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
 #include <stdexcept>
 
 #include "report/options/Length.h"
@@ -15,6 +17,8 @@ using xercesc::DOMElement;
 
 namespace {
 
+using Rows = std::vector<std::vector<std::string>>;
+
 std::u16string toNumber(std::int64_t number)
 {
     return num2str(static_cast<unsigned long>(std::max<std::int64_t>(number, 0)));
@@ -27,31 +31,58 @@ void setWidth(DOMElement* parent, const char16_t* name, std::int64_t twips)
     width->setAttribute(u"w:type", u"dxa");
 }
 
-/// Whether all cells of a column that hold something look like numbers. The first column names the rows.
-bool isNumeric(const TextTable& table, std::size_t column)
+/// All digits of a number, with the mark of the language.
+std::string writeDigits(double number, const Language& language)
+{
+    if (!std::isfinite(number)) return {};
+    auto digits = toUtf8(num2str(number));
+    const auto point = digits.find('.');
+    return point == std::string::npos ? digits : digits.replace(point, 1, language.decimalMark);
+}
+
+std::string writeDate(double date, const Language& language)
+{
+    const auto format = std::string(language.dayFormat) + (date == std::floor(date) ? "" : " hh:mm");
+    return formatNumber(date, format, language);
+}
+
+std::string writeCell(const TableCell& cell, const Language& language)
+{
+    if (!cell.number) return cell.text;
+    if (!cell.format.empty()) return formatNumber(*cell.number, cell.format, language);
+    return cell.isDate ? writeDate(*cell.number, language) : writeDigits(*cell.number, language);
+}
+
+bool looksLikeNumber(const std::string& cell)
+{
+    const auto letters =
+        std::ranges::count_if(cell, [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
+    return cell.find_first_of("0123456789") != std::string::npos && letters <= 3;
+}
+
+/// Whether all cells of a column that hold something are numbers. The first column names the rows.
+bool isNumericColumn(const TextTable& table, std::size_t column)
 {
     bool any = false;
     for (const auto& row : table.rows) {
         const auto& cell = row[column];
-        if (cell.empty()) continue;
-        const auto letters = std::ranges::count_if(
-            cell, [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
-        if (cell.find_first_of("0123456789") == std::string::npos || letters > 3) return false;
+        if (!cell.number && cell.text.empty()) continue;
+        if (!cell.number && !looksLikeNumber(cell.text)) return false;
         any = true;
     }
     return any && column > 0;
 }
 
 /// Twips by the length of the longest text, in shares of the text's width.
-std::vector<std::int64_t> shareWidth(const TextTable& table, std::int64_t textWidth)
+std::vector<std::int64_t> shareWidth(const Rows& rows, std::int64_t textWidth)
 {
     constexpr std::size_t shortest = 4;
     constexpr std::size_t longest = 40;
     std::vector<std::size_t> lengths;
     std::size_t sum = 0;
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        auto length = table.columns[i].size();
-        for (const auto& row : table.rows) length = std::max(length, row[i].size());
+    for (std::size_t i = 0; i < rows.front().size(); ++i) {
+        std::size_t length = 0;
+        for (const auto& row : rows) length = std::max(length, row[i].size());
         lengths.push_back(std::clamp(length, shortest, longest));
         sum += lengths.back();
     }
@@ -63,9 +94,9 @@ std::vector<std::int64_t> shareWidth(const TextTable& table, std::int64_t textWi
     return widths;
 }
 
-std::vector<std::int64_t> chooseWidths(const TextTable& table, std::int64_t textWidth)
+std::vector<std::int64_t> chooseWidths(const TextTable& table, const Rows& rows, std::int64_t textWidth)
 {
-    if (table.widths.empty()) return shareWidth(table, textWidth);
+    if (table.widths.empty()) return shareWidth(rows, textWidth);
     std::vector<std::int64_t> widths;
     for (const auto& width : table.widths) widths.push_back(parseLength(width) / emuPerTwip);
     return widths;
@@ -94,9 +125,10 @@ void appendCell(DOMElement* row, const std::string& text, std::int64_t width, bo
     if (!text.empty()) appendRun(paragraph, toUtf16(text));
 }
 
-}  // namespace
-
-namespace {
+const std::string& choose(const std::string& wanted, const std::string& otherwise)
+{
+    return wanted.empty() ? otherwise : wanted;
+}
 
 /// The format of a series; without one, as many decimals for all values as one needs, so that they stand
 /// below one another. Where they are many each value has its own.
@@ -107,36 +139,95 @@ std::string findFormat(const chart::DataSeries& series, const std::string& forma
     for (const auto& point : series.getPoints())
         decimals = std::max(decimals, countDecimals(point->getValue()));
     return decimals == 0 || decimals > maximumDecimals
-               ? std::string()
+               ? "General"
                : "0." + std::string(static_cast<std::size_t>(decimals), '0');
+}
+
+struct Column {
+    std::string name;
+    std::vector<TableCell> cells;
+};
+
+std::string toCellText(const std::u16string& text)
+{
+    return toUtf8(escapeCharacters(text));
+}
+
+Column makeTextColumn(const std::string& name, const std::vector<std::u16string>& texts)
+{
+    Column column{name, {}};
+    for (const auto& text : texts) column.cells.emplace_back(toCellText(text));
+    return column;
+}
+
+/// Categories that are dates or numbers stand as such.
+Column makeCategories(const ChartData& data, const std::string& header, const std::string& format)
+{
+    auto column = makeTextColumn(header, data.dataSet->getCategories());
+    const bool isDate = data.categoryKind == CategoryKind::Date;
+    if (!isDate && data.categoryKind != CategoryKind::Number) return column;
+    column.cells.resize(std::max(column.cells.size(), data.categoryValues.size()));
+    for (std::size_t i = 0; i < data.categoryValues.size(); ++i) {
+        if (!std::isfinite(data.categoryValues[i])) continue;
+        column.cells[i] = TableCell(data.categoryValues[i], format);
+        column.cells[i].isDate = isDate;
+    }
+    return column;
+}
+
+/// `read` gives the number of a point.
+template <typename Read>
+Column makeNumbers(const chart::DataSeries& series, const std::string& name, const std::string& format,
+                   const Read& read)
+{
+    Column column{name, {}};
+    for (const auto& point : series.getPoints()) column.cells.emplace_back(read(*point), format);
+    return column;
+}
+
+/// The values of a series, and its sizes behind them.
+void addSeries(std::vector<Column>& columns, const chart::DataSeries& series, const SeriesDetails& details,
+               const ChartOptions& options)
+{
+    const auto format = findFormat(series, choose(options.numberFormat, details.numberFormat));
+    columns.push_back(makeNumbers(series, toCellText(series.getName()), format,
+                                  [](const auto& point) { return point.getValue(); }));
+    if (details.sizes.empty()) return;
+    auto& sizes = columns.emplace_back();
+    for (const auto size : details.sizes) sizes.cells.emplace_back(size);
+}
+
+std::vector<Column> makeColumns(const ChartData& data, const std::string& header, const ChartOptions& options)
+{
+    std::vector<Column> columns;
+    const auto& set = *data.dataSet;
+    for (const auto& level : data.levels) columns.push_back(makeTextColumn({}, level));
+    if (set.getCategories().empty() && set.getSeriesCount() > 0)
+        columns.push_back(makeNumbers(*set.getSeries(0), header, options.xFormat,
+                                      [](const auto& point) { return point.getX(); }));
+    else
+        columns.push_back(makeCategories(data, header, choose(options.categoryFormat, data.categoryFormat)));
+    for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i)
+        addSeries(columns, *set.getSeries(i), data.getDetails(i), options);
+    return columns;
 }
 
 }  // namespace
 
-TextTable makeTable(const ChartData& data, const std::string& header)
+TextTable makeTable(const ChartData& data, const std::string& header, const ChartOptions& options)
 {
     TextTable table;
-    table.columns.push_back(header);
-    if (!data.dataSet) return table;
-    const auto& set = *data.dataSet;
-    std::size_t rows = set.getCategories().size();
-    std::vector<std::string> formats;
-    for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
-        formats.push_back(findFormat(*set.getSeries(i), data.getDetails(i).numberFormat));
-        table.columns.push_back(toUtf8(escapeCharacters(set.getSeries(i)->getName())));
-        rows = std::max<std::size_t>(rows, set.getSeries(i)->getSize());
-    }
-    for (std::size_t row = 0; row < rows; ++row) {
-        auto& cells = table.rows.emplace_back();
-        cells.push_back(row < set.getCategories().size() ? toUtf8(escapeCharacters(set.getCategories()[row]))
-                                                         : std::string());
-        for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
-            const auto& series = *set.getSeries(i);
-            const bool isThere = row < series.getSize();
-            cells.push_back(isThere ? formatNumber(series.getPoint(row)->getValue(), formats[i])
-                                    : std::string());
+    if (!data.dataSet) return {.columns = {header}};
+    for (auto& column : makeColumns(data, header, options)) {
+        const auto index = table.columns.size();
+        table.columns.push_back(column.name);
+        table.rows.resize(std::max(table.rows.size(), column.cells.size()));
+        for (std::size_t row = 0; row < column.cells.size(); ++row) {
+            table.rows[row].resize(index);
+            table.rows[row].push_back(std::move(column.cells[row]));
         }
     }
+    for (auto& row : table.rows) row.resize(table.columns.size());
     return table;
 }
 
@@ -156,30 +247,37 @@ void checkTable(const TextTable& table)
     for (const auto& width : table.widths) parseLength("widths", width);
     for (const auto& name : table.columns) readXmlText(name, "Table, header row");
     for (const auto& row : table.rows)
-        for (const auto& cell : row) readXmlText(cell, "Table");
+        for (const auto& cell : row) readXmlText(cell.number ? cell.format : cell.text, "Table");
+}
+
+TableTexts writeTexts(const TextTable& table, const Language& language)
+{
+    TableTexts texts{{table.columns}, {}};
+    for (const auto& cells : table.rows) {
+        auto& row = texts.rows.emplace_back();
+        for (const auto& cell : cells) row.push_back(writeCell(cell, language));
+    }
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        texts.isNumeric.push_back(isNumericColumn(table, i));
+    return texts;
 }
 
 void appendTable(DOMElement* body, const TextTable& table, std::int64_t textWidth, TextPlace& place)
 {
-    const auto widths = chooseWidths(table, textWidth);
-    std::int64_t whole = 0;
-    for (const auto width : widths) whole += width;
+    const auto texts = writeTexts(table, findLanguage(place.styles.getLanguage()));
+    const auto widths = chooseWidths(table, texts.rows, textWidth);
     auto* element = appendElement(body, u"w:tbl");
     const auto style = place.styles.use("table", table.style.empty() ? "Report Table" : table.style);
-    appendTableProperties(element, style, whole);
+    appendTableProperties(element, style, std::accumulate(widths.begin(), widths.end(), std::int64_t{0}));
     auto* grid = appendElement(element, u"w:tblGrid");
     for (const auto width : widths)
         appendElement(grid, u"w:gridCol")->setAttribute(u"w:w", toNumber(width).c_str());
-    std::vector<bool> numeric;
-    for (std::size_t i = 0; i < table.columns.size(); ++i) numeric.push_back(isNumeric(table, i));
-    auto* header = appendElement(element, u"w:tr");
-    appendElement(appendElement(header, u"w:trPr"), u"w:tblHeader");
-    for (std::size_t i = 0; i < table.columns.size(); ++i)
-        appendCell(header, table.columns[i], widths[i], numeric[i]);
-    for (const auto& cells : table.rows) {
+    for (const auto& cells : texts.rows) {
         auto* row = appendElement(element, u"w:tr");
-        appendElement(appendElement(row, u"w:trPr"), u"w:cantSplit");
-        for (std::size_t i = 0; i < cells.size(); ++i) appendCell(row, cells[i], widths[i], numeric[i]);
+        const bool isHeader = &cells == &texts.rows.front();
+        appendElement(appendElement(row, u"w:trPr"), isHeader ? u"w:tblHeader" : u"w:cantSplit");
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            appendCell(row, cells[i], widths[i], texts.isNumeric[i]);
     }
 }
 

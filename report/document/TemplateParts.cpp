@@ -5,6 +5,7 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "report/document/Styles.h"
 #include "report/options/Length.h"
 #include "support/Text.h"
 
@@ -124,6 +125,12 @@ try {
     return name.empty() ? ThemeColors() : readThemeColors(package.getPart(name));
 } catch (const std::runtime_error&) {
     return {};
+}
+
+std::string readLanguage(const Package& package)
+{
+    const auto name = findRelated(package, "styles");
+    return package.hasPart(name) ? Styles(package.getPart(name)).getLanguage() : std::string();
 }
 
 std::int64_t readTextWidth(const XmlElement& section)

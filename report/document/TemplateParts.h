@@ -10,6 +10,7 @@
 #include "report/package/Package.h"
 #include "report/package/ThemeColors.h"
 #include "report/package/XmlSpans.h"
+#include "support/Export.h"
 
 /// What a document takes over from the one that it looks like.
 namespace quillon::report {
@@ -29,6 +30,9 @@ std::string readRelated(const std::optional<Package>& package, std::string_view 
 
 /// The colours of its theme; those of new documents where there is none that can be read.
 ThemeColors readTheme(const Package& package);
+
+/// The language of its texts, "de-DE", as its styles have it; empty when they do not.
+QUILLON_EXPORT std::string readLanguage(const Package& package);
 
 /// Between the margins of the pages of a section, a w:sectPr; in English Metric Units.
 std::int64_t readTextWidth(const XmlElement& section);

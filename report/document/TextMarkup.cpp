@@ -30,6 +30,7 @@ void appendTabStop(DOMElement* tabs, const TabStop& stop)
 {
     auto* tab = appendElement(tabs, u"w:tab");
     tab->setAttribute(u"w:val", stop.alignment);
+    if (stop.leader != nullptr) tab->setAttribute(u"w:leader", stop.leader);
     tab->setAttribute(u"w:pos", num2str(static_cast<unsigned long>(stop.twips)).c_str());
 }
 

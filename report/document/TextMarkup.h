@@ -42,6 +42,8 @@ void appendRuns(xercesc::DOMElement* parent, const TextRuns& runs, TextPlace& pl
 struct TabStop {
     const char16_t* alignment;
     std::int64_t twips;
+    /// What leads to it, u"dot"; null for blank space.
+    const char16_t* leader = nullptr;
 };
 /// Sets the tab stops of a paragraph in place of those of its style, where they are others.
 void setTabStops(xercesc::DOMElement* paragraph, const std::vector<TabStop>& stops,

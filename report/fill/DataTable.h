@@ -1,11 +1,10 @@
 #pragma once
 
 #include <string>
-#include <vector>
+#include <utility>
 
+#include "report/document/TableMarkup.h"
 #include "report/fill/DocumentText.h"
-#include "report/fill/FillReport.h"
-#include "report/options/ChartData.h"
 #include "report/package/Package.h"
 #include "report/package/XmlSpans.h"
 
@@ -15,32 +14,29 @@ namespace quillon::report {
 /// has it; empty otherwise.
 std::string findTableStyle(const Package& document, const XmlElement& root);
 
+/// The language of the text at a placeholder: that of its run, else that of the document.
+Language findLanguageAt(const Package& document, const ParagraphText& paragraph, const TextMatch& match);
+
 /// The data of a chart as a table of a document: a header row, which is repeated on each page, and a row for
 /// each category.
 class DataTable {
  public:
-    DataTable(const ChartData& data, const TableFormats& formats, std::string style);
+    DataTable(const TextTable& table, std::string style, const Language& language)
+        : style_(std::move(style)), texts_(writeTexts(table, language))
+    {
+    }
 
     /// Puts the table in the place of the paragraph. `main` is the root of the main part.
     void insert(const ParagraphText& paragraph, const TextMatch& match, const XmlElement& main,
                 Edits& edits) const;
 
  private:
-    struct Column {
-        bool isNumber;
-        /// The header first.
-        std::vector<std::string> texts;
-    };
-
-    void addCategories(const ChartData& data, const TableFormats& formats);
-    void addSeries(const ChartData& data, std::size_t index, const TableFormats& formats);
     std::string makeMarkup(const ParagraphText& paragraph, const TextMatch& match,
                            const XmlElement& main) const;
     std::string makeRow(std::size_t row, std::int64_t width, const std::string& look, bool isStrict) const;
 
     std::string style_;
-    std::vector<Column> columns_;
-    std::size_t rowCount_ = 1;
+    TableTexts texts_;
 };
 
 }  // namespace quillon::report

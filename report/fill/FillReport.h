@@ -23,13 +23,6 @@ struct FillOptions {
     std::string numberFormat = {};
 };
 
-/// How a table in a document shows numbers, as a cell of a worksheet does: "0.0%". Empty: as the data says.
-struct TableFormats {
-    std::string numberFormat = {};
-    /// Of categories that are dates or numbers.
-    std::string categoryFormat = {};
-};
-
 /// What a fill changed in a chart. Texts are UTF-8.
 struct FillReport {
     enum class Change : std::uint8_t { Matched, Renamed, Added, Removed };

@@ -118,16 +118,17 @@ void insertChart(Package& document, const std::string& name, const NewChart& cha
 }
 
 void insertTable(Package& document, const std::string& name, const ChartData& data,
-                 const TableFormats& formats)
+                 const ChartOptions& options)
 {
     auto changed = document;
     const std::string mainBytes = document.getPart(document.getMainPart());
     const XmlSpans main(mainBytes, document.getMainPart());
     bool isFound = false;
     changeTextParts(changed, [&](const XmlSpans& xml, Edits& edits) {
-        const DataTable table(data, formats, findTableStyle(document, xml.getRoot()));
         for (const auto& spot : findSpots(xml.getRoot())) {
             if (spot.name != name || spot.kind != PlaceholderKind::Table) continue;
+            const DataTable table(makeTable(data, {}, options), findTableStyle(document, xml.getRoot()),
+                                  findLanguageAt(document, *spot.paragraph, spot.match));
             table.insert(*spot.paragraph, spot.match, main.getRoot(), edits);
             isFound = true;
         }

@@ -49,6 +49,6 @@ QUILLON_EXPORT void insertChart(Package& document, const std::string& name, cons
 /// Puts a table of the data wherever `{{table:name}}` is alone in a paragraph, in the style that tables of
 /// the document have. Throws: as replaceText.
 QUILLON_EXPORT void insertTable(Package& document, const std::string& name, const ChartData& data,
-                                const TableFormats& formats = {});
+                                const ChartOptions& options = {});
 
 }  // namespace quillon::report

@@ -361,9 +361,9 @@ void Template::insert(const std::string& placeholder, const chart::Chart& chart,
     getContent().forget();
 }
 
-void Template::insertTable(const std::string& placeholder, const ChartData& data, const TableFormats& formats)
+void Template::insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options)
 {
-    report::insertTable(getContent().package, placeholder, data, formats);
+    report::insertTable(getContent().package, placeholder, data, options);
     getContent().forget();
 }
 

@@ -88,7 +88,7 @@ class QUILLON_EXPORT Template {
     /// Puts a table of the data in the place of each paragraph that holds `{{table:placeholder}}`, in the
     /// style that tables of the document have. Throws: std::runtime_error that lists the placeholders when
     /// there is none such.
-    void insertTable(const std::string& placeholder, const ChartData& data, const TableFormats& formats = {});
+    void insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options = {});
     /// Replaces `{{placeholder}}` in running text, and returns how often.
     /// Throws: std::runtime_error that lists the placeholders when there is none such.
     std::size_t replace(const std::string& placeholder, const std::string& text);

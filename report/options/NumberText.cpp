@@ -125,15 +125,21 @@ bool has(const std::vector<Token>& tokens, std::string_view kinds)
     });
 }
 
-std::string formatGeneral(double number)
+/// Digits with the decimal mark of the language and a capital E.
+std::string localise(std::string digits, const Language& language)
+{
+    std::ranges::replace(digits, 'e', 'E');
+    const auto point = digits.find('.');
+    return point == std::string::npos ? digits : digits.replace(point, 1, language.decimalMark);
+}
+
+std::string formatGeneral(double number, const Language& language)
 {
     constexpr int digits = 11;
     std::array<char, 40> text{};
     const auto end =
         std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, digits);
-    std::string general(text.data(), end.ptr);
-    std::ranges::replace(general, 'e', 'E');
-    return general;
+    return localise({text.data(), end.ptr}, language);
 }
 
 /// Decimal digits of a number that is not negative; what its 15th digit rounds up is rounded up here as well.
@@ -178,17 +184,17 @@ Digits readDigits(const std::vector<Token>& tokens)
     return digits;
 }
 
-std::string group(const std::string& whole)
+std::string group(const std::string& whole, std::string_view mark)
 {
     std::string grouped;
     for (std::size_t i = 0; i < whole.size(); ++i) {
-        if (i > 0 && (whole.size() - i) % 3 == 0) grouped += ',';
+        if (i > 0 && (whole.size() - i) % 3 == 0) grouped += mark;
         grouped += whole[i];
     }
     return grouped;
 }
 
-std::string formatDigits(double number, const Digits& digits)
+std::string formatDigits(double number, const Digits& digits, const Language& language)
 {
     auto text = formatFixed(number * digits.scale, digits.decimals);
     const auto point = std::min(text.find('.'), text.size());
@@ -198,22 +204,20 @@ std::string formatDigits(double number, const Digits& digits)
         decimals.pop_back();
     if (whole == "0" && digits.whole == 0 && !decimals.empty()) whole.clear();
     while (whole.size() < static_cast<std::size_t>(digits.whole)) whole.insert(0, 1, '0');
-    if (digits.isGrouped) whole = group(whole);
-    return decimals.empty() ? whole : whole + "." + decimals;
+    if (digits.isGrouped) whole = group(whole, language.groupMark);
+    return decimals.empty() ? whole : whole + std::string(language.decimalMark) + decimals;
 }
 
-std::string formatScientific(double number, const Digits& digits)
+std::string formatScientific(double number, const Digits& digits, const Language& language)
 {
     std::array<char, 60> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
                                    std::chars_format::scientific, digits.decimals);
-    std::string scientific(text.data(), end.ptr);
-    std::ranges::replace(scientific, 'e', 'E');
-    return scientific;
+    return localise({text.data(), end.ptr}, language);
 }
 
 /// The digits stand where the first placeholder of one does.
-std::string formatQuantity(double number, const std::vector<Token>& tokens)
+std::string formatQuantity(double number, const std::vector<Token>& tokens, const Language& language)
 {
     const auto digits = readDigits(tokens);
     std::string text;
@@ -222,11 +226,11 @@ std::string formatQuantity(double number, const std::vector<Token>& tokens)
     for (const auto& token : tokens) {
         if (token.kind == 'e') isExponent = true;
         if (token.kind == 0 || token.kind == '%') text += token.text;
-        if (token.kind == 'g') text += formatGeneral(number);
+        if (token.kind == 'g') text += formatGeneral(number, language);
         if (isDone || std::string_view("0#?.").find(token.kind) == std::string_view::npos || token.kind == 0)
             continue;
-        text +=
-            has(tokens, "e") && !isExponent ? formatScientific(number, digits) : formatDigits(number, digits);
+        text += has(tokens, "e") && !isExponent ? formatScientific(number, digits, language)
+                                                : formatDigits(number, digits, language);
         isDone = true;
     }
     return text;
@@ -258,22 +262,18 @@ std::string pad(long long number, std::size_t width)
     return text.size() < width ? std::string(width - text.size(), '0') + text : text;
 }
 
-std::string formatName(std::string_view name, std::size_t letters)
+/// The first letter, which may be of several bytes.
+std::string takeLetter(std::string_view name)
 {
-    if (letters == 5) return std::string(name.substr(0, 1));
-    return std::string(letters == 3 ? name.substr(0, 3) : name);
+    std::size_t size = 1;
+    while (size < name.size() && (name[size] & 0xC0) == 0x80) ++size;
+    return std::string(name.substr(0, size));
 }
-
-constexpr std::array<std::string_view, 12> months = {"January",   "February", "March",    "April",
-                                                     "May",       "June",     "July",     "August",
-                                                     "September", "October",  "November", "December"};
-constexpr std::array<std::string_view, 7> weekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                      "Thursday", "Friday", "Saturday"};
 
 class DateFormat {
  public:
-    DateFormat(double serial, const std::vector<Token>& tokens)
-        : moment_(readSerial(serial)), tokens_(tokens), hasNoon_(has(tokens, "a"))
+    DateFormat(double serial, const std::vector<Token>& tokens, const Language& language)
+        : moment_(readSerial(serial)), tokens_(tokens), language_(language), hasNoon_(has(tokens, "a"))
     {
     }
 
@@ -298,22 +298,29 @@ class DateFormat {
         return false;
     }
 
+    std::string formatMonth(std::size_t letters) const
+    {
+        const auto month = static_cast<unsigned>(moment_.day.month());
+        if (letters < 3) return pad(month, letters);
+        const auto name = pickName(letters == 3 ? language_.shortMonths : language_.months, month - 1);
+        return letters == 5 ? takeLetter(name) : std::string(name);
+    }
+
     std::string formatToken(std::size_t index) const
     {
         const auto& [kind, text] = tokens_[index];
         const auto width = text.size();
         const auto wide = std::min<std::size_t>(width, 2);
-        const auto month = static_cast<unsigned>(moment_.day.month());
         switch (kind) {
             case 'y':
                 return width <= 2 ? pad(static_cast<int>(moment_.day.year()) % 100, 2)
                                   : pad(static_cast<int>(moment_.day.year()), 4);
             case 'm':
-                if (isMinute(index)) return pad(moment_.minute, wide);
-                return width >= 3 ? formatName(months.at(month - 1), width) : pad(month, wide);
+                return isMinute(index) ? pad(moment_.minute, wide) : formatMonth(width);
             case 'd':
-                if (width >= 3) return formatName(weekdays.at(moment_.weekday), width);
-                return pad(static_cast<unsigned>(moment_.day.day()), wide);
+                if (width < 3) return pad(static_cast<unsigned>(moment_.day.day()), wide);
+                return std::string(
+                    pickName(width == 3 ? language_.shortWeekdays : language_.weekdays, moment_.weekday));
             case 'h':
                 return pad(hasNoon_ ? (moment_.hour + 11) % 12 + 1 : moment_.hour, wide);
             case 's':
@@ -333,6 +340,7 @@ class DateFormat {
 
     Moment moment_;
     const std::vector<Token>& tokens_;
+    const Language& language_;
     bool hasNoon_;
 };
 
@@ -346,19 +354,25 @@ const std::vector<Token>& chooseSection(double number, const std::vector<std::ve
 
 }  // namespace
 
-std::string formatNumber(double number, std::string_view format)
+std::string formatNumber(double number, std::string_view format, const Language& language)
 {
     if (!std::isfinite(number)) return {};
     const auto sections = Tokenizer(format.empty() ? "General" : format).read();
     const auto& section = chooseSection(number, sections);
     constexpr double lastDate = 2'958'466;
     if (has(section, "ymdhsHMS") && number >= 0 && number < lastDate)
-        return DateFormat(number, section).format();
-    if (has(section, "@")) return formatGeneral(number);
+        return DateFormat(number, section, language).format();
+    if (has(section, "@")) return formatGeneral(number, language);
     const bool isNegative = number < 0 && sections.size() == 1;
-    const auto text = formatQuantity(std::abs(number), section);
+    const auto text = formatQuantity(std::abs(number), section, language);
     const bool showsNothing = text.find_first_of("123456789") == std::string::npos;
     return isNegative && !showsNothing ? "-" + text : text;
+}
+
+std::string formatNumber(double number, std::string_view format)
+{
+    static const auto english = findLanguage("en");
+    return formatNumber(number, format, english);
 }
 
 bool isDateFormat(std::string_view format)

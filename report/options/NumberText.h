@@ -3,13 +3,15 @@
 #include <string>
 #include <string_view>
 
+#include "report/options/Language.h"
 #include "support/Export.h"
 
 namespace quillon::report {
 
 /// A number as a cell of that number format shows it, in UTF-8: "#,##0.00", "0.0%", "[$€-407] 0;-0", "mmm
-/// yy". Dates are serial numbers, days since 30 December 1899, with English names. Fractions are decimal
-/// numbers. A number that is not finite gives an empty text.
+/// yy", with the marks and names of the language, English without one. Dates are serial numbers, days since
+/// 30 December 1899. Fractions are decimal numbers. A number that is not finite gives an empty text.
+QUILLON_EXPORT std::string formatNumber(double number, std::string_view format, const Language& language);
 QUILLON_EXPORT std::string formatNumber(double number, std::string_view format);
 
 /// Whether the format shows a date or a time.

@@ -124,7 +124,7 @@ using O = ChartOptions;
 
 // clang-format off: one option a line or two.
 constexpr std::array optionTable = {
-    row<&O::kind>("type", Place, everyKind, "TYPE", "what the chart is drawn as",
+    row<&O::kind>("type", Chart, everyKind, "TYPE", "what the chart is drawn as",
                   "column; in programs, what the class of the chart says"),
     row<&O::width>("width", Place, everyKind, "LENGTH", "width of the chart, in cm, mm, in or pt", "6in", {},
                    checkLength),

@@ -17,7 +17,7 @@
 namespace quillon::report {
 
 /// What an option is about; help and documentation are divided so.
-enum class OptionGroup : std::uint8_t { Place, Axes, Labels, Series, Trends, Look };
+enum class OptionGroup : std::uint8_t { Chart, Place, Axes, Labels, Series, Trends, Look };
 
 /// How people write the value of an option.
 enum class OptionForm : std::uint8_t { Flag, Number, Integer, Text, Choice, Choices, Texts, TextPairs };

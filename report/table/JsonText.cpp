@@ -29,16 +29,52 @@ std::size_t findOpeningQuote(std::string_view text, std::size_t taken)
     return 0;
 }
 
+namespace {
+
+/// What the parser's own words say of a text, and how we say it; the first row that suits counts.
+struct Reason {
+    std::string_view words;
+    const char* sentence;
+};
+constexpr Reason reasons[] = {
+    {"closing quote", "expected a quote at the end of a text"},
+    {"control character",
+     "expected \\n, \\t or \\u in place of a line end, tab or control character in a text"},
+    {"after backslash", "expected one of \" \\ / b f n r t u behind \\ in a text"},
+    {"'\\u'", "expected four hexadecimal digits behind \\u in a text"},
+    {"surrogate", "expected both halves of a character that is written with \\u"},
+    {"UTF-8", "expected text in UTF-8"},
+    {"comment", "expected a comment that begins with // or that stands between /* and */"},
+    {"invalid number", "expected digits in a number"},
+    {"parsing object key", "expected the name of a member in quotes"},
+    {"parsing object separator", "expected a colon behind the name of a member"},
+    {"parsing object", "expected a comma or } behind a member"},
+    {"parsing array", "expected a comma or ] behind an item"},
+    {"", "expected a text in quotes, a number, true, false, null, [ or {"},
+};
+
+/// `words`: "... while parsing value - what is wrong; last read: 'text of the author'; what is expected".
+std::string describeReason(std::string_view words)
+{
+    if (words.ends_with("expected end of input")) return "expected nothing behind the value";
+    words = words.substr(0, words.find("; last read"));
+    const auto isSaid = [words](const Reason& row) {
+        return words.find(row.words) != std::string_view::npos;
+    };
+    const std::string reason = std::ranges::find_if(reasons, isSaid)->sentence;
+    return words.find("end of input") == std::string_view::npos ? reason
+                                                                : reason + ", got the end of the text";
+}
+
+}  // namespace
+
 void failParsing(std::string_view text, const std::string& name, std::size_t taken, const std::string& token,
                  const nlohmann::detail::exception& error)
 {
     const auto place = describePosition(text, name, taken > 0 ? taken - 1 : 0);
     constexpr int tooLarge = 406;
     if (error.id == tooLarge) fail("{}: the number {} is too large.", place, quoteText(token));
-    const std::string_view sentence = error.what();  // "[...] parse error at line 1, column 2: what is wrong"
-    const auto colon = sentence.find(": ");
-    const auto reason = sentence.substr(colon == std::string_view::npos ? 0 : colon + 2);
-    fail("{}: not well-formed JSON: {}.", place, showText(reason));
+    fail("{}: not well-formed JSON: {}.", place, describeReason(error.what()));
 }
 
 }  // namespace quillon::report

@@ -1,81 +1,26 @@
 #include <langinfo.h>
 
-#include <array>
 #include <clocale>
+#include <iterator>
 #include <map>
 #include <string>
+#include <string_view>
+#include <utility>
 
+#include "report/options/Language.h"
 #include "report/table/DateText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
-/// The months of a language, long names and short ones; what is written alike in an earlier row need not come
-/// again.
-struct Language {
-    std::array<const char*, 12> full;
-    std::array<const char*, 12> brief;
+/// Other names than those of calendars: a month in a Polish and a Czech date, and single ones.
+constexpr std::string_view inDates[] = {
+    "stycznia lutego marca kwietnia maja czerwca lipca sierpnia września października listopada grudnia",
+    "ledna února března dubna května června července srpna září října listopadu prosince",
 };
-
-constexpr Language languages[] = {
-    // English
-    {{"january", "february", "march", "april", "may", "june", "july", "august", "september", "october",
-      "november", "december"},
-     {"jan", "feb", "mar", "apr", "may", "jun", "jul", "aug", "sep", "oct", "nov", "dec"}},
-    // German, with Austria's January
-    {{"januar", "februar", "märz", "april", "mai", "juni", "juli", "august", "september", "oktober",
-      "november", "dezember"},
-     {"jän", "feber", "mär", "apr", "mai", "jun", "jul", "aug", "sept", "okt", "nov", "dez"}},
-    {{"jänner", "", "mrz", "", "", "", "", "", "", "", "", ""},
-     {"", "", "", "", "", "", "", "", "", "", "", ""}},
-    // French
-    {{"janvier", "février", "mars", "avril", "mai", "juin", "juillet", "août", "septembre", "octobre",
-      "novembre", "décembre"},
-     {"janv", "févr", "mars", "avr", "mai", "juin", "juil", "août", "sept", "oct", "nov", "déc"}},
-    // Spanish
-    {{"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre",
-      "noviembre", "diciembre"},
-     {"ene", "feb", "mar", "abr", "may", "jun", "jul", "ago", "sept", "oct", "nov", "dic"}},
-    // Italian
-    {{"gennaio", "febbraio", "marzo", "aprile", "maggio", "giugno", "luglio", "agosto", "settembre",
-      "ottobre", "novembre", "dicembre"},
-     {"gen", "feb", "mar", "apr", "mag", "giu", "lug", "ago", "set", "ott", "nov", "dic"}},
-    // Portuguese
-    {{"janeiro", "fevereiro", "março", "abril", "maio", "junho", "julho", "agosto", "setembro", "outubro",
-      "novembro", "dezembro"},
-     {"jan", "fev", "mar", "abr", "mai", "jun", "jul", "ago", "set", "out", "nov", "dez"}},
-    // Dutch
-    {{"januari", "februari", "maart", "april", "mei", "juni", "juli", "augustus", "september", "oktober",
-      "november", "december"},
-     {"jan", "feb", "mrt", "apr", "mei", "jun", "jul", "aug", "sep", "okt", "nov", "dec"}},
-    // Swedish, Danish, Norwegian
-    {{"januari", "februari", "mars", "april", "maj", "juni", "juli", "augusti", "september", "oktober",
-      "november", "december"},
-     {"jan", "febr", "mars", "apr", "maj", "jun", "jul", "aug", "sept", "okt", "nov", "dec"}},
-    {{"januar", "februar", "marts", "april", "maj", "juni", "juli", "august", "september", "oktober",
-      "november", "desember"},
-     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "des"}},
-    // Finnish
-    {{"tammikuu", "helmikuu", "maaliskuu", "huhtikuu", "toukokuu", "kesäkuu", "heinäkuu", "elokuu", "syyskuu",
-      "lokakuu", "marraskuu", "joulukuu"},
-     {"tammi", "helmi", "maalis", "huhti", "touko", "kesä", "heinä", "elo", "syys", "loka", "marras",
-      "joulu"}},
-    // Polish, as it stands alone and in a date
-    {{"styczeń", "luty", "marzec", "kwiecień", "maj", "czerwiec", "lipiec", "sierpień", "wrzesień",
-      "październik", "listopad", "grudzień"},
-     {"sty", "lut", "mar", "kwi", "maj", "cze", "lip", "sie", "wrz", "paź", "lis", "gru"}},
-    {{"stycznia", "lutego", "marca", "kwietnia", "maja", "czerwca", "lipca", "sierpnia", "września",
-      "października", "listopada", "grudnia"},
-     {"", "", "", "", "", "", "", "", "", "", "", ""}},
-    // Czech, as it stands alone and in a date
-    {{"leden", "únor", "březen", "duben", "květen", "červen", "červenec", "srpen", "září", "říjen",
-      "listopad", "prosinec"},
-     {"led", "úno", "bře", "dub", "kvě", "čvn", "čvc", "srp", "zář", "říj", "lis", "pro"}},
-    {{"ledna", "února", "března", "dubna", "května", "června", "července", "srpna", "září", "října",
-      "listopadu", "prosince"},
-     {"", "", "", "", "", "", "", "", "", "", "", ""}},
-};
+constexpr std::pair<const char*, unsigned> others[] = {
+    {"jänner", 1}, {"jän", 1}, {"feber", 2}, {"febr", 2}, {"mär", 3}};
 
 /// The small letter of an accented capital, from U+00C0 to U+017E; every other character stays.
 constexpr unsigned toSmallLetter(unsigned letter)
@@ -118,13 +63,21 @@ void addSystemMonths(Months& months)
     freelocale(system);
 }
 
+/// `names`: of twelve months, with a blank between and points behind short ones.
+void addMonths(Months& months, std::string_view names)
+{
+    for (unsigned month = 0; month < 12; ++month) {
+        auto name = pickName(names, month);
+        if (name.ends_with('.')) name.remove_suffix(1);
+        months.emplace(toSmallLetters(name), month + 1);
+    }
+}
+
 Months collectMonths()
 {
-    Months months;
-    for (const auto& language : languages)
-        for (unsigned month = 0; month < 12; ++month)
-            for (const std::string name : {language.full.at(month), language.brief.at(month)})
-                if (!name.empty()) months.emplace(name, month + 1);
+    Months months(std::begin(others), std::end(others));
+    for (const auto names : listMonthNames()) addMonths(months, names);
+    for (const auto names : inDates) addMonths(months, names);
     addSystemMonths(months);
     return months;
 }

@@ -88,7 +88,9 @@ class DocumentationTest(CommandTest):
         self.write("completion", self.succeed("--completion", "bash").encode())
         self.write("list.csv", b"")
         self.assertEqual(self.complete("li"), ["list", "list.csv"])
-        self.assertEqual(self.complete("t.csv", "--type", "l"), ["line"])
+        for words in [("l",), ("=", "l")]:
+            self.assertEqual(self.complete("t.csv", "--type", *words), ["line"])
+        self.assertEqual(self.complete("fill", "--match", "="), ["name", "position"])
         self.assertEqual(self.complete("t.csv", "--labels", ""), ["value", "percent", "category", "series"])
         self.assertEqual(self.complete("fill", "--ch"), ["--check", "--chart"])
         self.assertEqual(self.complete("t.csv", "--classe"), [])
@@ -101,7 +103,7 @@ class DocumentationTest(CommandTest):
     def test_zsh_has_a_line_for_each_option(self):
         script = self.succeed("--completion", "zsh")
         self.assertIn(":TYPE:(column bar line pie area doughnut scatter bubble radar stock waterfall)'", script)
-        self.assertEqual(script.count("'*--chart["), 2)
+        self.assertEqual(script.count("'*--chart=["), 2)
         self.assertIn("'*--check[", script)
 
 

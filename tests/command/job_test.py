@@ -44,7 +44,19 @@ REFUSED = [
     ('{"blocks": [{"headnig": "A"}]}', ['1:14: "headnig": unknown member; did you mean "heading"?']),
     ('{"blocks": [{"image": "no.png"}]}', ['1:23: "image": cannot read "no.png": No such file or directory.']),
     ('{"charts": [{"table": "t.csv", "gap": 1e999}]}', ["1:43: the number \"1e999\" is too large."]),
-    ('{"charts": ', ["1:12: not well-formed JSON: syntax error while parsing value - unexpected end of input;"]),
+    ('{"charts": ', ["1:12: not well-formed JSON: expected a text in quotes, a number, true, false, null, [ or {, got the end of the text."]),
+    ('{"UTF-8": 1,}', ["1:13: not well-formed JSON: expected the name of a member in quotes."]),
+    ('{"a" 1}', ["1:6: not well-formed JSON: expected a colon behind the name of a member."]),
+    ('{"a": 1 "b": 2}', ["1:11: not well-formed JSON: expected a comma or } behind a member."]),
+    ('[1 2]', ["1:4: not well-formed JSON: expected a comma or ] behind an item."]),
+    ('["comment", tru]', ["1:16: not well-formed JSON: expected a text in quotes, a number,"]),
+    ('{} x', ["1:4: not well-formed JSON: expected nothing behind the value."]),
+    ('"a\nb"', ["1:3: not well-formed JSON: expected \\n, \\t or"]),
+    ('/* {}', ["1:6: not well-formed JSON: expected a comment that"]),
+    ("""{"footer": [{"reference": "ntes"}], "blocks": [{"caption": "Net", "name": "notes"},
+ {"list": [{"text": ["see", {"reference": "net"}]}]}]}""",
+     ['1:27: "reference": there is no caption with the name "ntes"; did you mean "notes"?',
+      '2:43: "reference": there is no caption with the name "net".']),
     (r'{"charts": [{"table": "t.csv", "a\"\\\"b\\": 1, "type": "\"x"}]}',
      [r'1:32: "a"\"b\": unknown member; the members are table, title,', '1:57: "type": expected column,']),
     ("[" * 101 + "]" * 101, ["1:101: more than 100 levels of lists and objects."]),
@@ -161,6 +173,24 @@ class JobTest(CommandTest):
             {"table": "t.csv", "columns": "East"}]}""")
         self.require_refusal(1, 'job.json:2:13: chart 2: t.csv: there is no column "East"', "--job", "job.json", "-o", "out.docx")
 
+    def test_names_what_texts_leave_unfilled(self):
+        self.write("job.json", {"texts": {"month": "May", "x": "{{y}}"}, "header": "{{moth}}", "blocks": [
+            {"heading": "{{month}} {{moth}}"}, {"paragraph": [{"text": "{{north}}"}]}]})
+        warnings = [f'quillon-report: warning: job.json:1:{column}: "{{{{{name}}}}}" stays as it is: it is not in "texts"{end}\n'
+                    for column, name, end in [(53, "moth", '; did you mean "month"?'), (135, "north", ".")]]
+        told = self.succeed("--job", "job.json", "--check", "--json", warnings="".join(warnings))
+        self.assertEqual(json.loads(told)["left"], ["moth", "north"])
+        self.write("job.json", {"blocks": [{"paragraph": "{{later}}"}]})
+        self.assertEqual(json.loads(self.succeed("--job", "job.json", "--check", "--json"))["left"], ["later"])
+
+    def test_names_the_group_in_each_line(self):
+        self.write("t.csv", SALES)
+        self.write("job.json", {"for-each": {"table": "t.csv", "by": "manager", "output": "{manager}.docx"},
+                                "blocks": [{"paragraph": "a", "style": "A"}, {"paragraph": "b", "style": "B"}]})
+        said = self.run_command("--job", "job.json").stderr.splitlines()
+        self.assertEqual([line.split(" block")[0] for line in said],
+                         ['quillon-report: "Ann": job.json:1:90:', 'quillon-report: "Ann": job.json:1:124:'])
+
     def test_takes_the_look_of_a_template(self):
         self.write("look.json", {"header": "Letterhead", "blocks": [{"paragraph": "left out"}]})
         self.write("job.json", {"template": "look.docx", "blocks": [{"paragraph": "A"}]})
@@ -176,7 +206,9 @@ class JobTest(CommandTest):
             "blocks": [{"heading": "{{region}} by {{manager}}, not {{month}}"},
                        {"chart": {"table": "t.csv", "category": "month", "columns": "net"}}],
         })
-        self.assertEqual(self.succeed("--job", "job.json"), "of-North-Ann.docx\nof-A-B- S-Bob.docx\n")
+        left = ('quillon-report: warning: job.json:1:113: "{{month}}" stays as it is: it is neither in "texts" nor a column with'
+                " one text in each group.\n")
+        self.assertEqual(self.succeed("--job", "job.json", warnings=left), "of-North-Ann.docx\nof-A-B- S-Bob.docx\n")
         for document, heading, values in [("of-North-Ann.docx", "North by Ann, not {{month}}", ["1", "2"]),
                                           ("of-A-B- S-Bob.docx", "A/B: S by Bob, not {{month}}", ["3", "4"])]:
             self.assertEqual(self.read_paragraphs(document), [heading])
@@ -226,10 +258,11 @@ class JobTest(CommandTest):
         self.write("u.csv", b"region,net\na/b,1\na:b,2\n..,3\n")
         self.write("v.csv", b"region,net\n..,1\n--,2\n")
         for table, output, sentence in [
-            ("t.csv", "{region}.docx", 't.csv:4: column "region": expected a text, the name of a group'),
-            ("u.csv", "{region}.docx", 'the groups "a/b" and "a:b" would both be written to "a-b.docx"'),
-            ("v.csv", "{region}/net.docx", 'the groups ".." and "--" would both be written to "--/net.docx"'),
-            ("u.csv", "{regoin}.docx", '"{regoin}" is not a column with one text in each group; did you mean "region"?'),
+            ("t.csv", "{region}.docx", 'job.json:1:39: t.csv:4: column "region": expected a text, the name of a group'),
+            ("u.csv", "{region}.docx", '1:59: "output": the groups "a/b" and "a:b" would both be written to "a-b.docx"'),
+            ("u.csv", "{regoin}.docx",
+             '1:59: "output": "{regoin}" is not a column with one text in each group; did you mean "region"?'),
+            ("v.csv", "{region}/net.docx", '1:59: "output": the groups ".." and "--" would both be written to "--/net.docx"'),
             ("u.csv", "u.csv", "the groups"),
         ]:
             with self.subTest(table=table, output=output):
@@ -254,7 +287,7 @@ class JobTest(CommandTest):
                      "30", "--palette", "red,blue", "--series-colors", "q=red", "--delimiter", "semicolon", "-o", "l.json")
         self.succeed("--job", "l.json", "-o", "out.docx")
         self.assertEqual(self.read_charts("out.docx")[0][1:], (["x"], {"p": ["1"], "q": ["2"]}))
-        for member in (b'"gap": 30', b'"palette": ["red","blue"]', b'"series-colors": {"q":"red"}', b'"delimiter": "semicolon"'):
+        for member in (b'"gap": 30', b'"palette": ["red", "blue"]', b'"series-colors": {"q": "red"}', b'"delimiter": "semicolon"'):
             self.assertIn(member, self.read("l.json"))
         self.write("l.json", b"changed by hand")
         self.require_refusal(1, 'Cannot write "l.json": it is there already; --force replaces it.', "init", "data/t.csv",

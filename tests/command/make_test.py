@@ -1,7 +1,9 @@
 """Tests of documents from tables: make_test.py QUILLON_REPORT."""
 
+import json
 import os
 import shutil
+import subprocess
 import unittest
 
 from command import CommandTest
@@ -100,6 +102,8 @@ REFUSED_CALLS = [
     (2, ["t.csv"], "Expected --output, the document to write."),
     (2, ["-o", "out.docx"], "Expected at least one TABLE"),
     (2, ["t.csv", "--titel", "A", "-o", "out.docx"], 'There is no option "--titel"; did you mean --title?'),
+    (2, ["extrat", "t.docx"], 'There is no verb or table "extrat"; did you mean extract? See quillon-report --help.\n'),
+    (2, ["tablle"], 'There is no verb or table "tablle"; the verbs are list, extract, fill or init. See'),
     (2, ["t.csv", "--zzzzzz", "-o", "out.docx"], 'There is no option "--zzzzzz". See quillon-report --help.\n'),
     (2, ["t.csv", "-o"], "--output: expected a value, FILE."),
     (2, ["t.csv", "--gaps=yes", "-o", "out.docx"], "--gaps takes no value."),
@@ -223,12 +227,31 @@ class MakeTest(CommandTest):
         self.require_refusal(1, 'Cannot make "out.pdf": LibreOffice Writer makes PDFs, and there is no program soffice;',
                              "t.csv", "-o", "out.pdf", env={"PATH": self.folder})
 
-    @unittest.skipUnless(shutil.which("soffice"), "LibreOffice makes the PDF")
-    def test_makes_a_pdf(self):
+    @unittest.skipUnless(shutil.which("soffice") and shutil.which("pdftotext"), "LibreOffice makes the PDF")
+    def test_makes_a_pdf_with_the_pages_of_its_contents(self):
         self.write("t.csv", WIDE)
-        self.succeed("t.csv", "-o", "out.pdf")
-        self.assertTrue(self.read("out.pdf").startswith(b"%PDF"))
-        self.assertEqual(sorted(os.listdir(self.folder)), ["out.pdf", "t.csv"])
+        self.write("job.json", {"footer": "Page {page} of {pages}", "properties": {"language": "de-DE"}, "blocks": [
+            {"contents": 2}, {"heading": "First"}, {"page-break": True}, {"heading": "Second", "level": 2},
+            {"page-break": True}, {"heading": "Third"}, {"chart": {"table": "t.csv", "labels": "value", "label-format": "0.000"}}]})
+        self.succeed("--job", "job.json", "-o", "out.pdf")
+        text = subprocess.run(["pdftotext", self.at("out.pdf"), "-"], capture_output=True, check=True).stdout.decode()
+        for name, page in [("First", 1), ("Second", 2), ("Third", 3)]:
+            self.assertRegex(text, rf"{name}\.+{page}\n")
+        self.assertIn("Page 2 of 3", text)
+        self.assertIn("1,500", text)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "out.pdf", "t.csv"])
+
+    def test_a_table_needs_no_ending_when_it_is_there(self):
+        self.write("table", WIDE)
+        self.succeed("table", "-o", "out.docx")
+        self.assertEqual(self.read_charts("out.docx"), [WIDE_CHART])
+
+    def test_tells_errors_as_json_where_that_is_asked_for(self):
+        for status, arguments in [(1, ["list", "no.docx", "--json"]), (2, ["fill", "--json"])]:
+            result = self.run_command(*arguments)
+            self.assertEqual(result.returncode, status)
+            self.assertEqual(result.stderr, f"quillon-report: {json.loads(result.stdout)['error']}\n")
+        self.assertEqual(self.run_command("fill", "no.docx", "--text", "a=b", "--json", "-o", "-").stdout, "")
 
 
 if __name__ == "__main__":

@@ -57,9 +57,9 @@ class Sequences(unittest.TestCase):
         self.series.extend(array.array("f", [7]))
         self.assertEqual([point.Value for point in self.series], [1, 2, 3, 0, 0.5, 1, 7])
         rows = [
-            (TypeError, r"item 2 \(from 0\): expected float, got str", [1, 2, "3"]),
+            (TypeError, r"^extend: item 2 \(from 0\): expected float, got str", [1, 2, "3"]),
             (TypeError, "got str", "123"),
-            (TypeError, "not iterable", 5),
+            (TypeError, "^extend: expected numbers, got int", 5),
             (ValueError, r"item 0 \(from 0\): expected a number in the range", [10**400]),
             (TypeError, "got set", {1, 2}),
         ]

@@ -1,6 +1,8 @@
 """quillon.report: what a document holds, where it is written, what is refused."""
 
 import base64
+import datetime
+import decimal
 import errno
 import gc
 import io
@@ -71,7 +73,8 @@ class Content(unittest.TestCase):
         document.add_chart(make_chart())
         document.add_caption("Net", name="net")
         document.add_charts([make_chart(), (make_chart(kind=PieChart), {"legend": "none"})])
-        document.add_table([["x", 1.5], ["y", None], ["z", 2.0]], ["A", "B"], widths=["3cm", "4cm"])
+        cells = [1.5, None, 2.0, decimal.Decimal("2.50"), datetime.date(2024, 12, 31)]
+        document.add_table(list(zip("xyzuv", cells)), ["A", "B"], widths=["3cm", "4cm"])
         document.add_table({"South": [3, 4.5]}, header="When")
         document.add_image(IMAGE, width="1cm", alt_text="Dot")
         document.add_page_break()
@@ -81,7 +84,7 @@ class Content(unittest.TestCase):
         main = read_part(data, "word/document.xml")
         self.assertRegex(main, ".*".join([
             '"Title"', "See ", "Figure 1", "there", "<w:numPr>", "one", 'w:ilvl w:val="1"', "<w:b/>", "two", "Chart 1", ": Net",
-            "Chart 2", "Chart 3", 'w:w="1700"', ">x<", ">1.5<", ">z<", ">2<", ">When<", ">South<", ">3.0<", ">4.5<",
+            "Chart 2", "Chart 3", 'w:w="1700"', ">x<", ">1,5<", ">z<", ">2<", ">2,50<", ">31.12.2024<", ">When<", ">South<", ">3,0<", ">4,5<",
             'descr="Dot"', 'w:type="page"', "TOC", 'w:orient="landscape"']))
         self.assertIn("<dc:creator>Ann", read_part(data, "docProps/core.xml"))
         self.assertRegex(read_part(data, "word/header1.xml"), "Quillon.*<w:b/>.*PAGE")
@@ -237,7 +240,7 @@ class Refusals(unittest.TestCase):
         expected = document.to_bytes()
         cases = [
             (document.add_heading, ("x", 0), ValueError, "Heading level: expected 1 to 9, got 0."),
-            (document.add_heading, ("x", 10**30), ValueError, "Heading level: expected 1 to 9"),
+            (document.add_heading, ("x", 10**30), ValueError, "add_heading: level: expected 1 to 9"),
             (document.add_heading, (3,), TypeError, "text: expected str, got int"),
             (document.add_paragraph, ("a\0b",), ValueError, r"Paragraph: character 2 \(U\+0000\)"),
             (document.add_paragraph, ("\ud800",), ValueError, "surrogates"),
@@ -245,16 +248,33 @@ class Refusals(unittest.TestCase):
             (document.add_chart, (chart.DataSet,), TypeError, "expected a chart, got .*DataSet"),
             (document.add_chart, (ColumnChart,), TypeError, "expected a chart, got type"),
             (document.add_chart, (3, {"North": [1]}), TypeError, "expected a chart, got int"),
-            (document.add_chart, (chart, 15), TypeError, "expected a data frame, a series, .*, got int"),
+            (document.add_chart, (chart, 15), TypeError, "^add_chart: expected a data frame, a series, .*, got int"),
             (add_with(document, width=15), (chart,), TypeError, "width: expected str, got int"),
             (add_with(document, height="15"), (chart,), ValueError, 'height: expected one of the units'),
             (add_with(document, legend="up"), (chart,), ValueError, 'legend: expected auto, .*, got "up"'),
             (add_with(document, start_angle=5), (chart,), ValueError, "start-angle is for pie or doughnut charts"),
-            (document.add_paragraph, (3,), TypeError, "text: expected str, Run or a list of them, got int"),
-            (document.add_paragraph, (["a", 3],), TypeError, "text: expected str or Run, got int"),
+            (document.add_paragraph, (3,), TypeError, "^add_paragraph: text: expected str, Run or a list of them, got int"),
+            (document.set_footer, (["a", 3],), TypeError, "^set_footer: text: expected str or Run, got int"),
             (document.add_paragraph, ("a", "Titel"), ValueError, "Titel"),
             (document.add_list, ([ListItem("a", 9)],), ValueError, "level"),
-            (document.add_list, ([ListItem("a", -1)],), ValueError, "List level: expected 0 to 8"),
+            (document.add_list, ([ListItem("a", -1)],), ValueError, "add_list: level: expected 0 to 8"),
+            (document.add_list, (5,), TypeError, "^add_list: items: expected a list, got int"),
+            (document.add_list, ({"a": 1},), TypeError, "^add_list: items: expected a list, got dict"),
+            (document.add_list, (["a"], 1), TypeError, "^add_list: numbered: expected bool, got int"),
+            (document.add_table, (5, ["A"]), TypeError, "^add_table: expected a list of rows, got int"),
+            (document.add_table, ([5], ["A"]), TypeError, "^add_table: expected rows of cells, got int"),
+            (document.add_table, ("a",), TypeError, "^add_table: expected a data frame, .* got str"),
+            (document.add_charts, (chart,), TypeError, "^add_charts: expected a list of charts, got .*ColumnChart"),
+            (document.add_charts, ([(chart, 5)],), TypeError, r"^add_charts: expected a chart, \(chart, options\) or"),
+            (document.add_image, (5,), TypeError, "^add_image: expected a path or bytes, got int"),
+            (document.save, (5,), TypeError, "^save: expected a path or a file object opened for bytes, got int"),
+            (Document, (5,), TypeError, "^Document: expected a path, got int"),
+            (quillon.report.open, (5,), TypeError, "^open: expected a path or bytes, got int"),
+            (add_with(document, gap="x"), (chart,), TypeError, "^add_chart: gap: expected float, got str"),
+            (lambda gap: quillon.report.chart({"a": [1]}, gap=gap), ("x",), TypeError, "^chart: gap: expected float, got str"),
+            (lambda title: quillon.report.chart({"a": [1]}, title), (5,), TypeError, "^chart: title: expected str, got int"),
+            (lambda title: ColumnChart(title=title), (5,), TypeError, "^ColumnChart: title: expected str or Title, got int"),
+            (lambda data: ColumnChart(data=data), (5,), TypeError, "^ColumnChart: expected a data frame, .* got int"),
             (document.add_table, ([["a"]], ["A", "B"]), ValueError, "row 1"),
             (document.add_table, ([["a"]],), TypeError, "rows need a header row"),
             (document.add_image, (b"no picture",), ValueError, "PNG"),

@@ -73,7 +73,7 @@ class Tables(unittest.TestCase):
             (from_rows, [["", "N"], ["Q1", 1], ["Q2", 2, 3]], ValueError, "row 3: expected 2 cells, got 3"),
             (from_rows, [["", "N"], ["Q1", 1], ["Q2", "1,5"]], ValueError, "'N', value 2: expected .*, got '1,5'"),
             (from_rows, [["", "N"], ["Q1", [1]]], TypeError, r"'N', value 1: expected a number, got \[1\]"),
-            (from_rows, [["", "N"], "Q1"], TypeError, "row 2: expected a sequence of cells, got str"),
+            (from_rows, [["", "N"], "Q1"], TypeError, "row 2: expected a list of cells, got str"),
             (from_dataframe, 5, TypeError, "expected a data frame, .* got int"),
             (from_dataframe, "text", TypeError, "got str"),
             (from_dataframe, numpy.zeros((2, 2, 2)), TypeError, "got ndarray"),
@@ -126,8 +126,8 @@ class Tables(unittest.TestCase):
                 data = make(frame)
             self.assertEqual([series.Name for series in data], ["n", "e"])
             self.assertEqual([str(item.message) for item in caught.warnings],
-                             ["from_dataframe: 'note' holds text and is left out.",
-                              "from_dataframe: 'day' holds dates and is left out."])
+                             ["'note' holds text and is left out.",
+                              "'day' holds dates and is left out."])
             self.assertEqual({item.filename for item in caught.warnings}, {__file__})
         self.assertRaisesRegex(ValueError, "'note', value 1: expected a number", from_dataframe, frame, columns=["note"])
 
@@ -198,7 +198,8 @@ class Data(unittest.TestCase):
             ({"series": [SeriesDetails()] * 2}, ValueError, "series: expected at most 1, one for each series"),
             ({"series": [SeriesDetails(sizes=[1, 2])]}, ValueError,
              r"series: item 0 \(from 0\): sizes: expected 3, one for each point, got 2"),
-            ({"series": [None]}, AttributeError, "number_format"),
+            ({"series": [None]}, TypeError, r"series: item 0 \(from 0\): expected SeriesDetails, got NoneType"),
+            ({"levels": 5}, TypeError, "levels: expected a list, got int"),
         ]
         for fields, error, text in rows:
             with self.subTest(text):

@@ -9,6 +9,7 @@ from collections.abc import Iterable, Iterator
 from typing import TYPE_CHECKING, Any, Generic, SupportsIndex, TypeVar, overload
 
 from quillon import _core
+from quillon._arguments import listed, refuse
 from quillon._preview import Preview as Preview
 from quillon.chart._common import Common as Common
 from quillon.chart._common import show
@@ -33,16 +34,22 @@ def _fill_chart(chart: Any, title: Any, data: Any) -> None:
     from quillon._chart_data import as_chart_data
     from quillon.chart import Title
 
-    if title is not None:
-        chart.ChartTitle = Title(title) if isinstance(title, str) else title
+    place = type(chart).__name__
+    if isinstance(title, str):
+        chart.ChartTitle = Title(title)
+    elif isinstance(title, Title):
+        chart.ChartTitle = title
+    elif title is not None:
+        raise refuse(f"{place}: title", "str or Title", title)
     if data is not None:
-        chart.DataSet = as_chart_data(data).data_set
+        chart.DataSet = as_chart_data(data, place).data_set
 
 
 class Items(Generic[Item]):
     """Has items in an order. Positions count from 0, where the library's own methods count from 1."""
 
     __slots__ = ()
+    _positions = "a position"
 
     def __len__(self) -> int:
         raise NotImplementedError
@@ -58,9 +65,11 @@ class Items(Generic[Item]):
         size = len(self)
         if isinstance(position, slice):
             return [self._item(i) for i in range(*position.indices(size))]
+        if not hasattr(position, "__index__"):
+            raise refuse(type(self).__name__, self._positions, position)
         index = operator.index(position)
         if not -size <= index < size:
-            raise IndexError(f"{type(self).__name__}: position {index} is out of range, there are {size} items.")
+            raise IndexError(f"{type(self).__name__}: position {index} is out of range; the length is {size}.")
         return self._item(index % size)
 
     def __iter__(self) -> Iterator[Item]:
@@ -98,11 +107,14 @@ class SeriesItems(Items["DataPoint"]):
 
         What a masked array masks becomes a gap. When a value is refused, no point is appended.
         """
+        self._extend("extend", values)
+
+    def _extend(self, place: str, values: Any) -> None:
         if hasattr(values, "mask") and hasattr(values, "filled"):
-            values = values.astype("float64").filled(float("nan"))  # type: ignore[attr-defined]
+            values = values.astype("float64").filled(float("nan"))
         elif not hasattr(values, "__len__"):
-            values = list(values)
-        _core.call_for_each(self, "appendPoint", values)
+            values = listed(place, values, "numbers")
+        _core.call_for_each(self, "appendPoint", values, place)
 
     def _contents(self: Any) -> dict[str, Any]:
         return {**Common._contents(self), "points": list(self)}
@@ -120,6 +132,7 @@ class SetItems(Items["DataSeries"]):
     """The series of a data set, by position or by name."""
 
     __slots__ = ()
+    _positions = "a position or a name"
 
     def __len__(self: Any) -> int:
         return self.SeriesCount
@@ -150,8 +163,10 @@ class SetItems(Items["DataSeries"]):
         """
         from quillon.chart import DataSeries
 
+        if not isinstance(name, str):
+            raise refuse("add_series: name", "str", name)
         series = DataSeries(name)
-        series.extend(values)
+        series._extend("add_series", values)
         return self.appendSeries(series)
 
     def without(self: Any, *names: str) -> DataSet:

@@ -5,18 +5,15 @@ from __future__ import annotations
 import collections
 import dataclasses
 import numbers
-import warnings
 from collections.abc import Iterable, Mapping, Sequence
 from typing import TYPE_CHECKING, Any
 
-from quillon._warnings import ChartWarning
+from quillon._arguments import listed
+from quillon._warnings import warn
 from quillon.chart import _cells
 
 if TYPE_CHECKING:
     from quillon.chart import DataSet
-
-_FRAME = "from_dataframe"
-
 
 @dataclasses.dataclass
 class Table:
@@ -37,14 +34,15 @@ def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None =
     Without `names` the first row has the names of the series, after a cell of any content. A number may be text, as a
     CSV file has it; None, empty text and NaN leave a gap.
     """
-    table = [_row_cells(row, number) for number, row in enumerate(rows, start=1)]
+    several = listed("from_rows", rows, "a list of rows")
+    table = [listed(f"from_rows: row {number}", row, "a list of cells") for number, row in enumerate(several, start=1)]
     first_number = 1
     if names is None:
         if not table:
             raise ValueError("from_rows: expected a first row with the names of the series, got no row.")
         names = table.pop(0)[1:]
         first_number = 2
-    series_names = [_cells.label(name) for name in _several("from_rows: names", names)]
+    series_names = [_cells.label(name) for name in listed("from_rows: names", names)]
     for number, row in enumerate(table, start=first_number):
         if len(row) != len(series_names) + 1:
             raise ValueError(f"from_rows: row {number}: expected {len(series_names) + 1} cells, got {len(row)}.")
@@ -64,13 +62,28 @@ def from_dataframe(table: Any, categories: object = None, columns: Iterable[obje
 
     Missing values leave gaps. quillon.report.ChartData.from_dataframe keeps dates and levels of categories besides.
     """
-    return make_set(_FRAME, read_table(table, categories, columns, stacklevel=3))
+    return make_set("from_dataframe", read_table("from_dataframe", table, categories, columns))
 
 
-def read_table(table: Any, categories: object, columns: Iterable[object] | None, stacklevel: int) -> Table:
-    """Read what from_dataframe() takes. The warnings name the caller at `stacklevel`, seen from here."""
+def read_table(place: str, table: Any, categories: object, columns: Iterable[object] | None) -> Table:
+    """Read what from_dataframe() takes; place: what was called, for refusals."""
+    chosen = None if columns is None else listed(f"{place}: columns", columns)
+    try:
+        return _read_table(table, categories, chosen)
+    except Refused as error:
+        raise error.kind(f"{place}: {error}") from None
+
+
+class Refused(Exception):
+    """A table that is refused, before the error says what was called."""
+
+    def __init__(self, kind: type[Exception], sentence: str) -> None:
+        super().__init__(sentence)
+        self.kind = kind
+
+
+def _read_table(table: Any, categories: object, chosen: list[Any] | None) -> Table:
     source = _read_source(table)
-    chosen = None if columns is None else _several(f"{_FRAME}: columns", columns)
     if categories is None:
         names, named = _find_categories(source)
     else:
@@ -78,11 +91,11 @@ def read_table(table: Any, categories: object, columns: Iterable[object] | None,
     has_categories = bool(names)
     names = names or list(range(1, len(source.read(source.names[0])) + 1))
     if not names:
-        raise ValueError(f"{_FRAME}: the table has no rows.")
+        raise Refused(ValueError, "the table has no rows.")
     labels = [name for name in source.names if named is None or name != named] if chosen is None else chosen
     _require_unique(labels)
     read = [(_cells.label(name), source.read(name)) for name in labels]
-    kept = _leave_out_words(read, stacklevel + 1) if chosen is None else read
+    kept = _leave_out_words(read) if chosen is None else read
     return Table(names, kept, has_categories, source.has_names)
 
 
@@ -118,7 +131,7 @@ class _Source:
             return list(self.get(name))
         there = ", ".join(repr(_cells.label(own)) for own in self.names)
         what = f"{count} columns have the name" if count else "there is no column"
-        raise ValueError(f"{_FRAME}: {what} {_cells.label(name)!r}; the columns are {there}.")
+        raise Refused(ValueError, f"{what} {_cells.label(name)!r}; the columns are {there}.")
 
 
 def _read_source(table: Any) -> _Source:
@@ -130,13 +143,14 @@ def _read_source(table: Any) -> _Source:
         names = [f"Series {i + 1}" for i in range(table.shape[1])]
         return _Source(names, lambda name: _column(table, name), has_names=False)
     if isinstance(table, (str, bytes)) or not hasattr(table, "__iter__") or getattr(table, "ndim", 1) != 1:
-        raise TypeError(
-            f"{_FRAME}: expected a data frame, a series, a dictionary, an array or a list of numbers, got"
-            f" {type(table).__name__}."
+        raise Refused(
+            TypeError,
+            "expected a data frame, a series, a dictionary, an array or a list of numbers, got"
+            f" {type(table).__name__}.",
         )
     if isinstance(table, Sequence) and table and isinstance(table[0], (list, tuple, Mapping)):
         kind = type(table[0]).__name__
-        raise TypeError(f"{_FRAME}: expected a list of numbers, got one of {kind}; from_rows takes rows.")
+        raise Refused(TypeError, f"expected a list of numbers, got one of {kind}; from_rows takes rows.")
     name = getattr(table, "name", None)
     cells = list(table)
     names = ["Series 1" if name is None else name]
@@ -160,14 +174,14 @@ def _read_mappings(table: Mapping[Any, Any]) -> _Source:
     for name, value in table.items():
         if not isinstance(value, Mapping):
             kind = type(value).__name__
-            raise TypeError(f"{_FRAME}: {name!r}: expected a dictionary, as the others are, got {kind}.")
+            raise Refused(TypeError, f"{name!r}: expected a dictionary, as the others are, got {kind}.")
     keys = list(dict.fromkeys(key for value in table.values() for key in value))
     return _Source(list(table), lambda name: [table[name].get(key) for key in keys], keys)
 
 
 def _read_column(name: object, column: Any) -> list[Any]:
     if isinstance(column, (str, bytes)) or not hasattr(column, "__iter__"):
-        raise TypeError(f"{_FRAME}: {name!r}: expected a column of cells, got {type(column).__name__}.")
+        raise Refused(TypeError, f"{name!r}: expected a column of cells, got {type(column).__name__}.")
     return list(column)
 
 
@@ -177,7 +191,7 @@ def _shared_index(table: Mapping[Any, Any]) -> list[Any] | None:
     for name, index in named.items():
         if index != next(iter(named.values())):
             first = next(iter(named))
-            raise ValueError(f"{_FRAME}: {name!r} has other row names than {first!r}; make one data frame of them.")
+            raise Refused(ValueError, f"{name!r} has other row names than {first!r}; make one data frame of them.")
     return next(iter(named.values()), None)
 
 
@@ -195,7 +209,7 @@ def _index_name(table: Any) -> object:
 def _find_categories(source: _Source) -> tuple[list[Any], object]:
     """The names of the categories, none where nothing says them, and the name of the column that they come from."""
     if not source.names:
-        raise ValueError(f"{_FRAME}: the table has no columns.")
+        raise Refused(ValueError, f"the table has no columns.")
     if source.index is not None and not source.is_numbered():
         return source.index, None
     first = source.read(source.names[0])
@@ -207,10 +221,10 @@ def _find_categories(source: _Source) -> tuple[list[Any], object]:
 def _require_unique(names: list[Any]) -> None:
     for name, count in collections.Counter(map(_cells.label, names)).items():
         if count > 1:
-            raise ValueError(f"{_FRAME}: {count} columns have the name {name!r}; give each a name of its own.")
+            raise Refused(ValueError, f"{count} columns have the name {name!r}; give each a name of its own.")
 
 
-def _leave_out_words(columns: list[tuple[str, list[Any]]], stacklevel: int) -> list[tuple[str, list[Any]]]:
+def _leave_out_words(columns: list[tuple[str, list[Any]]]) -> list[tuple[str, list[Any]]]:
     """The columns that hold numbers. One that holds both is kept, so that the cell which is not a number gets named."""
     kept = []
     for name, cells in columns:
@@ -219,19 +233,7 @@ def _leave_out_words(columns: list[tuple[str, list[Any]]], stacklevel: int) -> l
             kept.append((name, cells))
             continue
         what = "dates" if _cells.as_date(given[0]) is not None else "text"
-        warnings.warn(f"{_FRAME}: {name!r} holds {what} and is left out.", ChartWarning, stacklevel=stacklevel)
+        warn([f"{name!r} holds {what} and is left out."])
     if not kept:
-        raise ValueError(f"{_FRAME}: no column holds numbers.")
+        raise Refused(ValueError, f"no column holds numbers.")
     return kept
-
-
-def _several(place: str, labels: Iterable[object]) -> list[object]:
-    if isinstance(labels, str):
-        raise TypeError(f"{place}: expected a list, got str.")
-    return list(labels)
-
-
-def _row_cells(row: Sequence[object], number: int) -> list[object]:
-    if isinstance(row, (str, bytes)) or not hasattr(row, "__iter__"):
-        raise TypeError(f"from_rows: row {number}: expected a sequence of cells, got {type(row).__name__}.")
-    return list(row)

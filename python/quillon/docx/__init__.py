@@ -27,6 +27,7 @@ from docx.shape import InlineShape
 from docx.text.run import Run
 
 from quillon import _core, _options
+from quillon._arguments import refuse
 from quillon._chart_data import take_data
 from quillon._warnings import ChartWarning, warn
 from quillon.chart import Chart
@@ -148,7 +149,7 @@ def add_chart(
         part = _find_part(target)
         numbers = _numbers_of(part.package)
         chart_bytes, workbook_bytes, markup, sentences = _core.make_chart_parts(
-            chart, take_data(chart, data), options, numbers.chart, _WORKBOOK_ID, _read_theme(part.package)
+            chart, take_data(chart, data, "add_chart"), options, numbers.chart, _WORKBOOK_ID, _read_theme(part.package)
         )
         warn(sentences)
     except BaseException:
@@ -180,7 +181,7 @@ def _read_theme(package: Any) -> bytes:
 
 def charts(document: Any) -> list[FoundChart]:
     """The charts of a document of python-docx, those that cannot be filled as well."""
-    return _open(document).charts
+    return _open("charts", document).charts
 
 
 def fill(
@@ -197,14 +198,16 @@ def fill(
 
     chart: its name, alternative text, tag, title, or number. The rest is as in quillon.report.Template.fill.
     """
-    template = _open(document)
+    template = _open("fill", document)
     report = template._fill(chart, data, match, title, number_format, totals)
     warn(report.warnings)
     _take_over(document.part.package, docx.package.Package.open(io.BytesIO(template.to_bytes())))
     return report
 
 
-def _open(document: Any) -> Template:
+def _open(place: str, document: Any) -> Template:
+    if not hasattr(document, "save") or not hasattr(document, "part"):
+        raise refuse(place, "a document of python-docx", document)
     data = io.BytesIO()
     document.save(data)
     return open_template(data.getvalue())

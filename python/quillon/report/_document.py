@@ -3,6 +3,8 @@
 from __future__ import annotations
 
 import dataclasses
+import decimal
+import numbers
 import os
 from collections.abc import Callable, Iterable, Sequence
 from pathlib import Path
@@ -10,9 +12,10 @@ from typing import Any, Literal
 
 from quillon import _core, _options
 from quillon import chart as charts
+from quillon._arguments import flag, listed, path, refuse
 from quillon._chart_data import ChartData, as_chart_data, take_data
 from quillon._warnings import warn
-from quillon.chart import Chart
+from quillon.chart import Chart, _cells
 from quillon.report._files import Target, require_file, save
 
 Progress = Callable[[int, int], Any]
@@ -60,7 +63,7 @@ class Document:
         Its text, and the charts, pictures and comments in it, are left out.
         """
         if template is not None:
-            require_file(template)
+            require_file("Document", template)
         self._core = _core.make_document(template)
 
     def add_heading(self, text: str, level: int = 1) -> None:
@@ -72,12 +75,13 @@ class Document:
 
         style: the name of a paragraph style, "Title" or one of the template's.
         """
-        self._core.add_paragraph(_runs(text), style)
+        self._core.add_paragraph(_runs("add_paragraph", text), style)
 
     def add_list(self, items: Iterable[RichText | ListItem], numbered: bool = False) -> None:
         """Append a list, with bullets or with numbers from 1."""
-        listed = [item if isinstance(item, ListItem) else ListItem(item) for item in items]
-        self._core.add_list([(_runs(item.text), item.level) for item in listed], numbered)
+        given = [item if isinstance(item, ListItem) else ListItem(item) for item in listed("add_list: items", items)]
+        rows = [(_runs("add_list", item.text), item.level) for item in given]
+        self._core.add_list(rows, flag("add_list: numbered", numbered))
 
     def add_chart(
         self,
@@ -177,14 +181,14 @@ class Document:
         does not suit the chart, and for a value that is not allowed.
         """
         options = _options.given(locals())
-        self._core.add_chart(chart, take_data(chart, data), options)
+        self._core.add_chart(chart, take_data(chart, data, "add_chart"), options, "add_chart")
 
     def add_charts(self, charts: Iterable[Chart | tuple[Chart, dict[str, Any]] | tuple[Chart, Any, dict[str, Any]]]) -> None:
         """Append charts in one line. One without a width gets an equal share.
 
         charts: each a chart, (chart, options), or (chart, data, options) with data as add_chart takes it.
         """
-        self._core.add_charts([_placed(one) for one in charts])
+        self._core.add_charts([_placed(one) for one in listed("add_charts", charts, "a list of charts")])
 
     def add_caption(self, text: str, label: str = "Figure", name: str = "") -> None:
         """Append a caption, which stays on the page of what it belongs to: the chart or image before it, or else the
@@ -206,18 +210,21 @@ class Document:
     ) -> None:
         """Append a table.
 
-        table: rows of texts and numbers, with `columns` as their header row; or the data of a chart, as add_chart takes
-            it, whose categories stand below `header`.
+        table: rows of texts, numbers and dates, with `columns` as their header row; or the data of a chart, as add_chart
+            takes it, whose categories stand below `header`. Numbers and dates are written as the language of the document
+            has them.
         widths: of the columns, "3cm"; as wide as their texts need when left out.
         style: the name of a table style.
         """
+        lengths = listed("add_table: widths", widths)
         if columns is None:
             if isinstance(table, Sequence) and table and isinstance(table[0], (list, tuple)):
                 raise TypeError('add_table: rows need a header row, as in add_table(rows, ["Name", "Price"]).')
-            names, rows = _core.make_table(as_chart_data(table), header)
+            self._core.add_data_table(as_chart_data(table, "add_table"), header, lengths, style)
         else:
-            names, rows = list(columns), [[_cell(cell) for cell in row] for row in table]
-        self._core.add_table((names, rows, list(widths), style))
+            rows = [listed("add_table", row, "rows of cells") for row in listed("add_table", table, "a list of rows")]
+            cells = [[_cell(cell) for cell in row] for row in rows]
+            self._core.add_table(listed("add_table: columns", columns), cells, lengths, style)
 
     def add_image(
         self, image: str | os.PathLike[str] | bytes, width: str = "", height: str = "", alt_text: str = ""
@@ -227,7 +234,7 @@ class Document:
         width, height: one length alone keeps the proportions; the picture's own size when both are left out.
         alt_text: what a screen reader says.
         """
-        data = image if isinstance(image, bytes) else Path(image).read_bytes()
+        data = image if isinstance(image, bytes) else Path(os.fsdecode(path("add_image", image, "a path or bytes"))).read_bytes()
         self._core.add_image(data, width, height, alt_text)
 
     def add_page_break(self) -> None:
@@ -245,16 +252,16 @@ class Document:
         left: str = "1in",
     ) -> None:
         """End the pages so far and begin new ones; the first call before any block sets up the first pages."""
-        self._core.start_section(paper, landscape, (top, right, bottom, left))
+        self._core.start_section(paper, flag("start_section: landscape", landscape), (top, right, bottom, left))
 
     def set_header(self, text: RichText) -> None:
         """Put a line at the top of each page. "{page}" stands for the number of the page, "{pages}" for how many there
         are; a tab goes to the middle, a second one to the right."""
-        self._core.set_header(_runs(text))
+        self._core.set_header(_runs("set_header", text))
 
     def set_footer(self, text: RichText) -> None:
         """Put a line at the bottom of each page, as set_header does at the top."""
-        self._core.set_footer(_runs(text))
+        self._core.set_footer(_runs("set_footer", text))
 
     def add_table_of_contents(self, levels: int = 3) -> None:
         """Append a table of the headings of levels 1 to `levels`."""
@@ -383,43 +390,52 @@ def chart(
     The options are those of docs/options.md.
     """
     options = _options.given(locals())
-    if data is None:
-        raise TypeError("chart: expected a data frame, a dictionary, an array, chart data or a data set, got None.")
-    made = charts.ColumnChart()
-    if title:
-        made.ChartTitle = charts.Title(title)
+    for name, text in [("title", title), ("heading", heading)]:
+        if not isinstance(text, str):
+            raise refuse(f"chart: {name}", "str", text)
+    taken = as_chart_data(data, "chart")
+    made = charts.ColumnChart(title=title or None, data=taken)
     document = Document()
     if heading:
         document.add_heading(heading)
-    document._core.add_chart(made, take_data(made, data), options)
+    document._core.add_chart(made, taken, options, "chart")
     return document
 
 
 def _placed(one: Any) -> tuple[Chart, ChartData | None, dict[str, Any]]:
     if not isinstance(one, tuple):
         return one, None, {}
+    if not 2 <= len(one) <= 3 or not isinstance(one[-1], dict):
+        raise TypeError("add_charts: expected a chart, (chart, options) or (chart, data, options), options a dict.")
     chart, *data, options = one
-    return chart, take_data(chart, data[0] if data else None), options
+    return chart, take_data(chart, data[0] if data else None, "add_charts"), options
 
 
-def _runs(text: RichText) -> list[tuple[str, bool, bool, str, str]]:
-    runs = [text] if isinstance(text, (str, Run)) else text
-    if not isinstance(runs, Sequence):
-        raise TypeError(f"text: expected str, Run or a list of them, got {type(text).__name__}.")
-    return [_run(run) for run in runs]
+def _runs(place: str, text: RichText) -> list[tuple[str, bool, bool, str, str]]:
+    runs = [text] if isinstance(text, (str, Run)) else listed(f"{place}: text", text, "str, Run or a list of them")
+    return [_run(place, run) for run in runs]
 
 
-def _run(run: str | Run) -> tuple[str, bool, bool, str, str]:
+def _run(place: str, run: str | Run) -> tuple[str, bool, bool, str, str]:
     if isinstance(run, str):
         return run, False, False, "", ""
     if not isinstance(run, Run):
-        raise TypeError(f"text: expected str or Run, got {type(run).__name__}.")
+        raise refuse(f"{place}: text", "str or Run", run)
     return run.text, bool(run.bold), bool(run.italic), run.link, run.reference
 
 
-def _cell(cell: object) -> str:
-    if isinstance(cell, float) and cell.is_integer():
-        return str(int(cell))
-    return "" if cell is None else str(cell)
+def _cell(cell: Any) -> str | tuple[float, str, bool]:
+    """A cell as text, or as a number with its format and whether it is a date."""
+    date = _cells.as_date(cell)
+    if _cells.is_missing(cell):
+        return ""
+    if date is not None:
+        return _cells.serial(date), "", True
+    if isinstance(cell, decimal.Decimal) and cell.is_finite():
+        return float(cell), "0." + "0" * -int(cell.as_tuple().exponent), False
+    if isinstance(cell, numbers.Real) and not isinstance(cell, numbers.Integral):
+        # The digits that a number of less precision has.
+        return float(str(cell) if hasattr(cell, "dtype") else cell), "", False
+    return str(cell)
 
 

@@ -9,6 +9,7 @@ from collections.abc import Callable, Iterable
 from typing import Any, BinaryIO
 
 from quillon import _core
+from quillon._arguments import path
 from quillon._warnings import warn
 
 Target = str | bytes | os.PathLike[Any] | BinaryIO
@@ -19,19 +20,20 @@ def save(target: Target, make: Callable[[], tuple[bytes, Iterable[str]]]) -> Non
     if isinstance(target, io.TextIOBase):
         raise TypeError("save: expected a file object opened for bytes, got one for text.")
     is_file = hasattr(target, "write")
-    path = None if is_file else os.fspath(target)  # type: ignore[arg-type]
+    name = None if is_file else path("save", target, "a path or a file object opened for bytes")
     data, sentences = make()
-    warn(sentences, stacklevel=4)
-    if path is None:
+    warn(sentences)
+    if name is None:
         _write_all(target, data)
     else:
-        _core.write_file(path, data)
+        _core.write_file(name, data)
 
 
-def require_file(path: str | bytes | os.PathLike[Any]) -> None:
+def require_file(place: str, value: Any, expected: str = "a path") -> None:
     """Raise the OSError of a path that leads to no file."""
-    if "\0" not in os.fsdecode(path):
-        os.stat(path)
+    name = path(place, value, expected)
+    if "\0" not in os.fsdecode(name):
+        os.stat(name)
 
 
 def _write_all(file: Any, data: bytes) -> None:

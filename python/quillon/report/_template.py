@@ -138,7 +138,7 @@ class Template:
     def _fill(
         self, chart: str, data: Any, match: str, title: str, number_format: str, totals: Sequence[str]
     ) -> FillReport:
-        chart_data = as_fill_data(data)
+        chart_data = as_fill_data(data, "fill")
         if totals:
             chart_data = dataclasses.replace(chart_data, totals=totals)
         number, name, series, before, after, sentences = self._core.fill(
@@ -242,7 +242,7 @@ class Template:
         data, options: as in Document.add_chart.
         """
         options = _options.given(locals())
-        warn(self._core.insert(placeholder, chart, take_data(chart, data), options))
+        warn(self._core.insert(placeholder, chart, take_data(chart, data, "insert"), options))
 
     def insert_table(
         self, placeholder: str, data: Any, *, number_format: str = "", category_format: str = ""
@@ -252,7 +252,7 @@ class Template:
         number_format, category_format: as in a cell of a worksheet, "0.0%" and "mmm yy"; those of the data when they
             are left out.
         """
-        self._core.insert_table(placeholder, as_chart_data(data), number_format, category_format)
+        self._core.insert_table(placeholder, as_chart_data(data, "insert_table"), number_format, category_format)
 
     def replace(self, placeholder: str, text: str) -> int:
         """Replace {{placeholder}} in running text, and return how often."""
@@ -279,7 +279,7 @@ def open(source: str | os.PathLike[str] | bytes) -> Template:
     Raises FileNotFoundError, and ValueError that says what is wrong with the file, or what it is instead.
     """
     if not isinstance(source, bytes):
-        require_file(source)
+        require_file("open", source, "a path or bytes")
     return Template(_core.open_template(source))
 
 

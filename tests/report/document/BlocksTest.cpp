@@ -12,7 +12,9 @@
 #include "report/package/Package.h"
 #include "report/package/XmlSpans.h"
 #include "tests/ThrownText.h"
+#include "tests/report/MarkupReader.h"
 #include "tests/report/TestDocuments.h"
+#include "tests/report/TestFolder.h"
 
 namespace quillon::report {
 namespace {
@@ -72,6 +74,26 @@ std::string findValues(const std::string& part, std::string_view name, std::stri
 std::string readTexts(const std::string& part)
 {
     return XmlSpans(part, "part").getRoot().getText();
+}
+
+/// The rows of the tables of a document, with "|" between the cells.
+std::string readRows(const std::string& bytes)
+{
+    const MarkupReader markup(readPart(bytes, body));
+    std::string rows;
+    for (std::size_t i = 1; i <= markup.list("//w:tr").size(); ++i)
+        rows += MarkupReader::join(markup.list("//w:tr[" + std::to_string(i) + "]/w:tc"), "|") + "\n";
+    return rows;
+}
+
+/// Those of the table of chart data, in a document of that language.
+std::string readRows(const ChartData& data, const std::string& language = {},
+                     const ChartOptions& options = {})
+{
+    return readRows(write([&](Document& document) {
+        document.addTable(makeTable(data, "When", options));
+        document.setProperties({.language = language});
+    }));
 }
 
 TEST(Blocks, AreWrittenAsTheMarkupHasThem)
@@ -239,7 +261,18 @@ TEST(Blocks, ContentsAreBroughtUpToDateWhenOpened)
                                    document.addHeading("Three", 3);
                                }),
                                body);
-    EXPECT_EQ(findValues(part, "fldChar", "dirty"), "true|-|-");
+    EXPECT_EQ(findValues(part, "fldChar", "dirty"), "true|-|-|-|-|-|-|-|-");
+    EXPECT_EQ(readXPath(part, "//w:instrText[contains(., 'PAGEREF')]"),
+              " PAGEREF _Toc1 \\h | PAGEREF _Toc2 \\h ");
+    EXPECT_EQ(findValues(part, "tab", "pos"), "-|-");
+    const auto wide = readPart(write([](Document& document) {
+                                   document.startSection({.landscape = true});
+                                   document.addTableOfContents();
+                                   document.addHeading("One");
+                               }),
+                               body);
+    EXPECT_EQ(readXPath(wide, "//w:tabs/w:tab/@w:pos"), "9026|13958");
+    EXPECT_EQ(readXPath(wide, "//w:tabs/w:tab/@w:leader"), "dot");
     EXPECT_EQ(findValues(part, "hyperlink", "anchor"), "_Toc1|_Toc2");
     EXPECT_EQ(findValues(part, "bookmarkStart", "name"), "_Toc1|_Toc2|_Toc3");
     Document document;
@@ -282,10 +315,36 @@ TEST(Blocks, MakeTablesOfData)
     const auto chart = makeChart<chart::ColumnChart>(2, {1234.5, std::numeric_limits<double>::quiet_NaN()});
     ChartData data(chart->getDataSet());
     data.series = {{.numberFormat = "#,##0.00"}};
-    const auto table = makeTable(data, "When");
-    EXPECT_EQ(table.columns, (std::vector<std::string>{"When", "North", "North"}));
-    EXPECT_EQ(table.rows,
-              (std::vector<std::vector<std::string>>{{"c", "1,234.50", "1234.5"}, {"c", "", ""}}));
+    data.levels = {{u"2024", u""}};
+    data.series[0].sizes = {1.5, 2};
+    EXPECT_EQ(readRows(data), "|When|North||North\n2024|c|1,234.50|1.5|1234.5\n|c||2|\n");
+    EXPECT_EQ(readRows(data, "de-DE", {.numberFormat = "#,##0"}),
+              "|When|North||North\n2024|c|1.235|1,5|1.235\n|c||2|\n");
+}
+
+TEST(Blocks, WriteNumbersAndDatesOfTablesInTheLanguageOfTheDocument)
+{
+    const auto chart = makeChart<chart::ColumnChart>(1, {0.5, 1234});
+    ChartData data(chart->getDataSet());
+    data.categoryKind = CategoryKind::Date;
+    data.categoryValues = {45'351, 45'352.75};
+    EXPECT_EQ(readRows(data), "When|North\n2024-02-29|0.5\n2024-03-01 18:00|1234.0\n");
+    EXPECT_EQ(readRows(data, "de"), "When|North\n29.02.2024|0,5\n01.03.2024 18:00|1234,0\n");
+    EXPECT_EQ(readRows(data, "fr-FR", {.categoryFormat = "mmmm"}), "When|North\nfévrier|0,5\nmars|1234,0\n");
+    data.categoryKind = CategoryKind::Number;
+    EXPECT_EQ(readRows(data, "de"), "When|North\n45351|0,5\n45352,75|1234,0\n");
+    chart->getDataSet()->setCategories({});
+    EXPECT_EQ(readRows(data, "sv"), "When|North\n0|0,5\n0|1234,0\n");
+    // A document that looks like one in another language is in that one.
+    const TestFolder folder;
+    Document look;
+    look.setProperties({.language = "nl"});
+    look.save(folder / "look.docx");
+    Document document(folder / "look.docx");
+    const double infinity = std::numeric_limits<double>::infinity();
+    document.addTable(
+        {{"a", "b"}, {{"1.5", 1.5}, {TableCell(1.5, "0.00"), infinity}, {"x", 123'456'789'012.25}}});
+    EXPECT_EQ(readRows(document.toBytes()), "a|b\n1.5|1,5\n1,50|\nx|123456789012,25\n");
 }
 
 TEST(Blocks, NumbersOfATableHaveTheDecimalsOfTheirColumn)
@@ -297,9 +356,8 @@ TEST(Blocks, NumbersOfATableHaveTheDecimalsOfTheirColumn)
         {{0.125, 3}, {"0.125", "3"}},
     };
     for (const auto& [values, texts] : cases) {
-        const auto table = makeTable(ChartData(makeChart<chart::ColumnChart>(1, values)->getDataSet()));
-        ASSERT_EQ(table.rows.size(), texts.size());
-        for (std::size_t i = 0; i < texts.size(); ++i) EXPECT_EQ(table.rows[i].back(), texts[i]);
+        const auto rows = readRows(ChartData(makeChart<chart::ColumnChart>(1, values)->getDataSet()));
+        for (const auto& text : texts) EXPECT_NE(rows.find("|" + text + "\n"), std::string::npos) << rows;
     }
 }
 

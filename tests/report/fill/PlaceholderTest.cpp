@@ -360,6 +360,9 @@ TEST(Placeholder, BecomesATableOfTheData)
     auto other = makeDocument(paragraph(run("{{table:sales}}")));
     insertTable(other, "sales", makeData(), {.numberFormat = "0%"});
     EXPECT_EQ(readTable(readBody(other)), "/||North|South/|Jan|123450%|123450%/|Feb &lt;1&gt;||");
+    other = makeDocument(paragraph(run("{{table:sales}}", "<w:rPr><w:lang w:val=\"de-DE\"/></w:rPr>")));
+    insertTable(other, "sales", makeData());
+    EXPECT_EQ(readTable(readBody(other)), "/||North|South/|Jan|1.234,50|1234,5/|Feb &lt;1&gt;||");
     EXPECT_EQ(body.find("<w:tbl "), 0U);
     EXPECT_TRUE(body.ends_with("</w:tbl><w:p></w:p>"));
     EXPECT_EQ(count(body, "<w:tblHeader/>"), 1U);

@@ -61,6 +61,40 @@ TEST(NumberText, ShowsDatesAsCellsDo)
         {1e300, "yyyy", ""},
     };
     for (const auto& [serial, code, text] : cases) EXPECT_EQ(formatNumber(serial, code), text) << code;
+}
+
+TEST(NumberText, HasTheMarksAndNamesOfALanguage)
+{
+    struct Case {
+        const char* tag;
+        double number;
+        const char* code;
+        const char* text;
+    };
+    constexpr Case cases[] = {
+        {"de-DE", -1'234'567.5, "#,##0.00", "-1.234.567,50"},
+        {"de_ch", 1'234'567.5, "#,##0.00", "1’234’567.50"},
+        {"FR", 1234.5, "#,##0.0", "1\u00A0234,5"},
+        {"pt-BR", 1234.5, "#,##0.0", "1.234,5"},
+        {"pt-PT", 1234.5, "#,##0.0", "1\u00A0234,5"},
+        {"it", 0.1234, "0.0%", "12,3%"},
+        {"nl", 1e300, "0.0E+00", "1,0E+300"},
+        {"es", 0.25, "General", "0,25"},
+        {"tlh", 1234.5, "#,##0.0", "1,234.5"},
+        {"dead", 1234.5, "#,##0.0", "1,234.5"},
+        {"", 0.25, "", "0.25"},
+        {"de-AT", 45'351, "dddd, d. mmmm yyyy", "Donnerstag, 29. Februar 2024"},
+        {"fr", 45'505, "ddd d mmm", "jeu. 1 août"},
+        {"cs", 45'474, "mmmmm", "č"},
+        {"fi", 45'656, "mmmm", "joulukuu"},
+    };
+    for (const auto& [tag, number, code, text] : cases)
+        EXPECT_EQ(formatNumber(number, code, findLanguage(tag)), text) << tag << " " << code;
+    EXPECT_EQ(findLanguage("da-DK").dayFormat, "dd-mm-yyyy");
+}
+
+TEST(NumberText, KnowsFormatsOfDates)
+{
     EXPECT_TRUE(isDateFormat("mmm yy"));
     EXPECT_FALSE(isDateFormat("#,##0 \"days\""));
     EXPECT_FALSE(isDateFormat("[Red]0"));
