@@ -22,7 +22,8 @@ inline std::string show(std::u16string_view text)
     std::string shown;
     for (const char16_t character : text.substr(0, 200)) {
         char escaped[8];
-        std::snprintf(escaped, sizeof escaped, "\\u%04X", static_cast<unsigned>(character));
+        static_cast<void>(
+            std::snprintf(escaped, sizeof escaped, "\\u%04X", static_cast<unsigned>(character)));
         if (character < u' ' || character > u'~')
             shown += escaped;
         else
@@ -35,8 +36,8 @@ inline std::string show(std::u16string_view text)
 inline void require(bool condition, std::string_view sentence, std::string_view detail = "")
 {
     if (condition) return;
-    std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(sentence.size()), sentence.data(),
-                 static_cast<int>(detail.size()), detail.data());
+    static_cast<void>(std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(sentence.size()), sentence.data(),
+                                   static_cast<int>(detail.size()), detail.data()));
     std::abort();
 }
 

@@ -38,7 +38,8 @@ ChartData vary(const ChartData& data, int change, bool keepsSeries)
         if (points.empty()) one->appendPoint(1);
         for (std::size_t i = 0; !points.empty() && i < resize(points.size()); ++i) {
             const auto& point = points[i % points.size()];
-            one->appendPoint(point->getX() + static_cast<double>(i / points.size()),
+            const auto lap = i / points.size();
+            one->appendPoint(point->getX() + static_cast<double>(lap),
                              point->getY() * 0.75 + static_cast<double>(s));
         }
         varied.dataSet->appendSeries(one);

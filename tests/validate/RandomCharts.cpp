@@ -31,7 +31,7 @@ report::Document makeDocument(std::set<std::string>& optionNames)
 bool areAllOptions(const std::set<std::string>& names)
 {
     for (const auto& option : report::getOptions())
-        if (names.count(option.name) == 0) {
+        if (!names.contains(option.name)) {
             std::fprintf(stderr, "No random chart has the option %s.\n", option.name);
             return false;
         }
