@@ -295,7 +295,8 @@ class Preparation {
         throw ChartError(ChartPart::describe(index, series),
                          std::string("every X is 0, and the categories are not numbers; a ") +
                              findRow(kindRows, context_.kind).name +
-                             " chart needs points with X, or categories that are numbers or dates.");
+                             " chart needs points with X, or categories that are numbers or dates; "
+                             "--x names the column of a table that holds them.");
     }
 
     std::shared_ptr<chart::DataSeries> moveToCategories(const chart::DataSeries& series) const

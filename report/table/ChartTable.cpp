@@ -45,17 +45,17 @@ Columns listColumn(std::optional<std::size_t> column)
     return column ? Columns{*column} : Columns{};
 }
 
-Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
+Columns findColumns(const TableScan& scan, const std::vector<std::string>& names, const char* option)
 {
     Columns columns;
-    for (const auto& name : names) columns.push_back(scan.findColumn(name));
+    for (const auto& name : names) columns.push_back(scan.findColumn(name, option));
     return columns;
 }
 
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
-    if (!options.category.empty()) return findColumns(scan, options.category);
-    if (!options.x.empty()) return {scan.findColumn(options.x)};
+    if (!options.category.empty()) return findColumns(scan, options.category, "--category");
+    if (!options.x.empty()) return {scan.findColumn(options.x, "--x")};
     if (!scan.hasRowNumbers()) return {0};
     note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
     return {1};
@@ -71,11 +71,15 @@ Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note
                              roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
                              scan.getNames()[column].empty();
         if (isTaken) continue;
-        if (scan.getProfile(column).isNumeric())
+        const auto name = quoteText(scan.getNames()[column]);
+        if (scan.holdsCompactDates(column))
+            note(fmt::format("{}: column {} holds dates and is left out; --dates none makes them numbers.",
+                             scan.getPlace().name, name));
+        else if (scan.getProfile(column).isNumeric())
             chosen.push_back(column);
         else
             note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out.",
-                             scan.getPlace().name, quoteText(scan.getNames()[column])));
+                             scan.getPlace().name, name));
     }
     return chosen;
 }
@@ -109,17 +113,17 @@ Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& 
 {
     Roles roles;
     roles.categories = chooseCategories(scan, options, note);
-    roles.sizes = findColumns(scan, options.sizes);
-    roles.errorsPlus = findColumns(scan, options.errorsPlus);
-    roles.errorsMinus = findColumns(scan, options.errorsMinus);
-    if (!options.x.empty()) roles.x = scan.findColumn(options.x);
-    if (!options.series.empty()) roles.series = scan.findColumn(options.series);
-    if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
+    roles.sizes = findColumns(scan, options.sizes, "--sizes");
+    roles.errorsPlus = findColumns(scan, options.errorsPlus, "--errors-plus");
+    roles.errorsMinus = findColumns(scan, options.errorsMinus, "--errors-minus");
+    if (!options.x.empty()) roles.x = scan.findColumn(options.x, "--x");
+    if (!options.series.empty()) roles.series = scan.findColumn(options.series, "--series");
+    if (!options.value.empty()) roles.values = {scan.findColumn(options.value, "--value")};
     if (roles.series || !options.value.empty()) return roles;
     // Rows are counted where the author names no column of values.
     if (options.aggregate == "count" && options.columns.empty()) return roles;
-    roles.values =
-        options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
+    roles.values = options.columns.empty() ? chooseValues(scan, roles, note)
+                                           : findColumns(scan, options.columns, "--columns");
     if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
     return roles;
 }
@@ -225,7 +229,8 @@ class GridMaker {
     /// The columns stand in the order in which they are asked for here.
     Table readRoles(const TableScan& scan)
     {
-        const bool hasDates = roles_.x && !scan.getProfile(*roles_.x).isNumeric();
+        const bool hasDates =
+            roles_.x && (!scan.getProfile(*roles_.x).isNumeric() || scan.holdsCompactDates(*roles_.x));
         TableColumns series;
         TableColumns x;
         struct Part {
@@ -299,8 +304,8 @@ class GridMaker {
         static const std::vector<double> none;
         if (columns.empty()) return none;
         if (columns.size() != 1 && columns.size() != valueColumns_.size())
-            fail("{}: got {} columns for {} series; give one for each, or one for all.", option,
-                 columns.size(), valueColumns_.size());
+            fail("--{}: expected one column for each series ({}), or one for all, got {}.", option,
+                 valueColumns_.size(), columns.size());
         return columns[columns.size() == 1 ? 0 : series]->numbers;
     }
 
@@ -313,8 +318,8 @@ class GridMaker {
             const auto& column = *valueColumns_[i];
             GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column)};
             series.details = {options_.aggregate == "count" ? "" : column.numberFormat,
-                              getExtra(sizeColumns_, i, "Sizes"), getExtra(plusColumns_, i, "Errors-plus"),
-                              getExtra(minusColumns_, i, "Errors-minus")};
+                              getExtra(sizeColumns_, i, "sizes"), getExtra(plusColumns_, i, "errors-plus"),
+                              getExtra(minusColumns_, i, "errors-minus")};
             grid_.series.push_back(std::move(series));
         }
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
@@ -32,6 +33,12 @@ std::optional<DateOrder> findOrder(std::string_view name)
 std::string describeCell(const Sample& cell)
 {
     return cell.text.empty() ? "an empty cell" : quoteText(cell.text);
+}
+
+/// Whether a name with a comma, typed without quotes, gives this item of a list.
+bool isPart(const std::string& item, const std::string& name)
+{
+    return name.starts_with(item + ",") || (name.find(',') != std::string::npos && name.ends_with(item));
 }
 
 bool holdsWords(std::string_view text)
@@ -82,10 +89,10 @@ RowFilter TableScan::makeFilter() const
     std::vector<RowFilter::Condition> conditions;
     for (const auto& condition : options_.where) {
         const auto [name, text] = splitCondition(condition);
-        conditions.push_back({findColumn(name), text});
+        conditions.push_back({findColumn(name, "--where"), text});
     }
     std::vector<std::size_t> dropColumns;
-    for (const auto& name : options_.category) dropColumns.push_back(findColumn(name));
+    for (const auto& name : options_.category) dropColumns.push_back(findColumn(name, "--category"));
     // Without a category column it is the first, or the second where that numbers the rows.
     if (dropColumns.empty()) dropColumns.push_back(0);
     if (options_.category.empty() && hasUnnamedFirst()) dropColumns.push_back(1);
@@ -170,7 +177,7 @@ void TableScan::requireNames() const
                 getPlace().at(layout_.headerLine), i + 1);
 }
 
-std::size_t TableScan::findColumn(const std::string& name) const
+std::size_t TableScan::findColumn(const std::string& name, const char* option) const
 {
     const auto& names = layout_.names;
     const auto found = std::find(names.begin(), names.end(), name);
@@ -180,8 +187,12 @@ std::size_t TableScan::findColumn(const std::string& name) const
     if (name.starts_with('#') && std::from_chars(name.data() + 1, end, position).ptr == end &&
         position >= 1 && position <= names.size())
         return position - 1;
-    fail("{}: there is no column {}; the columns are {}{}", getPlace().name, quoteText(name),
-         listNames(names), suggestName(name, names));
+    const auto whole = std::ranges::find_if(names, [&](const auto& one) { return isPart(name, one); });
+    fail("{}: {}: there is no column {}; the columns are {}{}", getPlace().name, option, quoteText(name),
+         listNames(names),
+         whole == names.end() ? suggestName(name, names)
+                              : fmt::format("; a name with a comma stands in double quotes, as in '{}'.",
+                                            putInQuotes(*whole)));
 }
 
 bool TableScan::decides(const ColumnProfile& profile, char decimal) const
@@ -246,16 +257,20 @@ std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const No
     const auto isDate = [&](DateOrder order) { return profile.isDate(order); };
     if (options_.dates == "none") return std::nullopt;
     if (const auto asked = findOrder(options_.dates)) {
-        if (isDate(*asked)) return asked;
-        noteOtherOrder(column, *asked, note);
-        return std::nullopt;
+        if (isDate(*asked))
+            noteOffsets(column, note);
+        else
+            noteOtherOrder(column, *asked, note);
+        return isDate(*asked) ? asked : std::nullopt;
     }
     const bool dayFirst = isDate(DateOrder::DayMonthYear);
     const bool monthFirst = isDate(DateOrder::MonthDayYear);
     const bool isAmbiguous = dayFirst && monthFirst && profile.getDifferingDate().isSet();
     if (isAmbiguous) noteAmbiguousDate(column, note);
     if (!dayFirst && !monthFirst) noteMisfit(column, note);
-    if (isAmbiguous || (!dayFirst && !monthFirst)) return std::nullopt;
+    if (isAmbiguous || (!dayFirst && !monthFirst) || noteSeason(column, note)) return std::nullopt;
+    noteOffsets(column, note);
+    noteCompact(column, note);
     return dayFirst ? DateOrder::DayMonthYear : DateOrder::MonthDayYear;
 }
 
@@ -278,6 +293,37 @@ void TableScan::noteAmbiguousDate(std::size_t column, const Note& note) const
                     getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
                     writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
                     writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
+}
+
+/// Whether the months may be seasons.
+bool TableScan::noteSeason(std::size_t column, const Note& note) const
+{
+    const auto sample = profiles_[column].getSeason();
+    if (!sample.isSet()) return false;
+    note(
+        fmt::format("{}: column {}: {} can be a month or a season over two years; --dates ymd reads a month. "
+                    "Its texts are shown as they are.",
+                    getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text)));
+    return true;
+}
+
+void TableScan::noteCompact(std::size_t column, const Note& note) const
+{
+    const auto sample = profiles_[column].getCompactDate();
+    if (sample.isSet())
+        note(fmt::format("{}: column {}: {} is read as a date; --dates none shows its texts as they are.",
+                         getPlace().at(sample.line), quoteText(layout_.names[column]),
+                         quoteText(sample.text)));
+}
+
+void TableScan::noteOffsets(std::size_t column, const Note& note) const
+{
+    const auto& sample = profiles_[column].getOtherOffset();
+    if (sample.isSet())
+        note(fmt::format(
+            "{}: column {}: {} has another offset from UTC than the cells above; the times of "
+            "the column are shown in UTC, and one without an offset counts as such.",
+            getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text)));
 }
 
 /// A column that would be all dates but for one cell names that cell; early dates are told of.
