@@ -112,12 +112,13 @@ DataTable::DataTable(const ChartData& data, const ChartOptions& options, std::st
 
 void DataTable::addCategories(const ChartData& data, const ChartOptions& options)
 {
-    for (const auto& level : data.levels) {
-        Column column{false, {""}};
-        for (const auto& text : level) column.texts.push_back(makeText(text));
+    for (std::size_t i = 0; i < data.levels.size(); ++i) {
+        Column column{false, {makeText(data.getCategoryName(i))}};
+        for (const auto& text : data.levels[i]) column.texts.push_back(makeText(text));
         columns_.push_back(std::move(column));
     }
-    Column column{data.categoryKind == CategoryKind::Number, {""}};
+    Column column{data.categoryKind == CategoryKind::Number,
+                  {makeText(data.getCategoryName(data.levels.size()))}};
     const bool isDate = data.categoryKind == CategoryKind::Date;
     const auto& format = choose(options.categoryFormat, choose(data.categoryFormat, isDate ? usualDate : ""));
     const auto& categories = data.dataSet->getCategories();

@@ -209,7 +209,7 @@ class Preparation {
     void findCategories()
     {
         auto& kind = data().categoryKind;
-        if (dataSet().getCategories().empty()) data().levels.clear();
+        if (dataSet().getCategories().empty()) leaveLevels();
         if (!data().levels.empty()) kind = CategoryKind::Text;
         const bool isGiven = kind == CategoryKind::Date || kind == CategoryKind::Number;
         if (isGiven && data().categoryValues.empty()) readTexts();
@@ -226,6 +226,14 @@ class Preparation {
             return;
         }
         writeDates();
+    }
+
+    void leaveLevels()
+    {
+        auto& names = data().categoryNames;
+        const auto levels = std::min(names.size(), data().levels.size());
+        names.erase(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(levels));
+        data().levels.clear();
     }
 
     bool suitsDateAxis(bool isGiven) const
@@ -322,7 +330,7 @@ class Preparation {
     /// X values that all series share stand in the place of the categories; others in columns of their own.
     void findXValues()
     {
-        data().levels.clear();
+        leaveLevels();
         std::vector<std::shared_ptr<chart::DataSeries>> series;
         const auto given = *dataSet().getSeriesList();
         for (std::size_t i = 0; i < given.size(); ++i) {

@@ -376,6 +376,7 @@ class GridMaker {
             for (const auto row : categories_.firstRow) texts.push_back(column.texts[row]);
             return texts;
         };
+        for (const auto* column : categoryColumns_) grid_.categoryNames.push_back(column->name);
         for (std::size_t i = 0; i + 1 < categoryColumns_.size(); ++i)
             grid_.levels.push_back(read(*categoryColumns_[i]));
         grid_.categories = read(*categoryColumns_.back());

@@ -24,6 +24,8 @@ class Table:
 
     categories: list[Any]
     columns: list[tuple[str, list[Any]]]
+    #: What the categories are called, one for each level; empty where they have no name.
+    category_names: list[str] = dataclasses.field(default_factory=list)
 
 
 def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None = None) -> DataSet:
@@ -75,7 +77,9 @@ def read_table(table: Any, categories: object, columns: Iterable[object] | None,
     labels = [name for name in source.names if named is None or name != named] if chosen is None else chosen
     _require_unique(labels)
     read = [(_cells.label(name), source.read(name)) for name in labels]
-    return Table(names, _leave_out_words(read, stacklevel + 1) if chosen is None else read)
+    called = [named] if named is not None else source.index_names if source.index else []
+    category_names = [_cells.label(name) for name in called] if any(name is not None for name in called) else []
+    return Table(names, _leave_out_words(read, stacklevel + 1) if chosen is None else read, category_names)
 
 
 def make_set(place: str, table: Table) -> DataSet:
@@ -96,12 +100,13 @@ class _Source:
     names: list[Any]
     get: Any
     index: list[Any] | None = None
-    #: Of an index that has one.
-    index_name: object = None
+    #: Of the index, for each of its levels; None where it has none.
+    index_names: list[Any] = dataclasses.field(default_factory=list)
 
     def is_numbered(self) -> bool:
         """Whether the index may be what is left of a count of rows: whole numbers without a name."""
-        return self.index_name is None and all(isinstance(cell, numbers.Integral) for cell in self.index or [])
+        unnamed = all(name is None for name in self.index_names)
+        return unnamed and all(isinstance(cell, numbers.Integral) for cell in self.index or [])
 
     def read(self, name: object) -> list[Any]:
         count = self.names.count(name)
@@ -114,7 +119,7 @@ class _Source:
 
 def _read_source(table: Any) -> _Source:
     if hasattr(table, "columns"):
-        return _Source(list(table.columns), table.__getitem__, _index_of(table), _index_name(table))
+        return _Source(list(table.columns), table.__getitem__, _index_of(table), _index_names(table))
     if isinstance(table, Mapping):
         return _read_mapping(table)
     if getattr(table, "ndim", 1) == 2:
@@ -129,7 +134,7 @@ def _read_source(table: Any) -> _Source:
         raise TypeError(f"{_FRAME}: expected a list of numbers, got one of {kind}; from_rows takes rows.")
     name = getattr(table, "name", None)
     cells = list(table)
-    return _Source(["Series 1" if name is None else name], lambda _: cells, _index_of(table))
+    return _Source(["Series 1" if name is None else name], lambda _: cells, _index_of(table), _index_names(table))
 
 
 def _column(array: Any, name: str) -> Any:
@@ -177,8 +182,9 @@ def _index_of(table: Any) -> list[Any] | None:
     return None if index is None or callable(index) or is_count else list(index)
 
 
-def _index_name(table: Any) -> object:
-    return getattr(getattr(table, "index", None), "name", None)
+def _index_names(table: Any) -> list[Any]:
+    index = getattr(table, "index", None)
+    return list(getattr(index, "names", None) or [getattr(index, "name", None)])
 
 
 def _find_categories(source: _Source) -> tuple[list[Any], object]:
