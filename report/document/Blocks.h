@@ -60,9 +60,8 @@ struct TextTable {
     std::string style = {};
 };
 
-/// The table of a chart's data: a column for each level of the categories, one for them, and one for each
-/// series, numbers as their formats say. Header: stands above the categories. Default: their name in the
-/// data.
+/// The table of a chart's data: a column for the categories and one for each series, numbers as their formats
+/// say. Header: stands above the categories. Default: their name in the data.
 QUILLON_EXPORT TextTable makeTable(const ChartData& data, const std::string& header = {});
 
 /// How a picture stands in the document.

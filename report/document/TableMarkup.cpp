@@ -116,24 +116,21 @@ std::string findFormat(const chart::DataSeries& series, const std::string& forma
 TextTable makeTable(const ChartData& data, const std::string& header)
 {
     TextTable table;
-    const auto write = [](const std::u16string& name) { return toUtf8(escapeCharacters(name)); };
-    for (std::size_t i = 0; i < data.levels.size(); ++i)
-        table.columns.push_back(write(data.getCategoryName(i)));
-    table.columns.push_back(header.empty() ? write(data.getCategoryName(data.levels.size())) : header);
+    const auto& name = data.getCategoryName(data.levels.size());
+    table.columns.push_back(header.empty() ? toUtf8(escapeCharacters(name)) : header);
     if (!data.dataSet) return table;
     const auto& set = *data.dataSet;
     std::size_t rows = set.getCategories().size();
     std::vector<std::string> formats;
     for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
         formats.push_back(findFormat(*set.getSeries(i), data.getDetails(i).numberFormat));
-        table.columns.push_back(write(set.getSeries(i)->getName()));
+        table.columns.push_back(toUtf8(escapeCharacters(set.getSeries(i)->getName())));
         rows = std::max<std::size_t>(rows, set.getSeries(i)->getSize());
     }
     for (std::size_t row = 0; row < rows; ++row) {
         auto& cells = table.rows.emplace_back();
-        for (const auto& level : data.levels)
-            cells.push_back(row < level.size() ? write(level[row]) : std::string());
-        cells.push_back(row < set.getCategories().size() ? write(set.getCategories()[row]) : std::string());
+        cells.push_back(row < set.getCategories().size() ? toUtf8(escapeCharacters(set.getCategories()[row]))
+                                                         : std::string());
         for (std::uint64_t i = 0; i < set.getSeriesCount(); ++i) {
             const auto& series = *set.getSeries(i);
             const bool isThere = row < series.getSize();
