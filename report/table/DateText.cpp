@@ -182,9 +182,10 @@ std::optional<DateText> readThree(const Tokens& t, DateOrder order)
 /// 20240331, of a year from 1900 to 2099: other numbers are hardly dates.
 std::optional<DateText> readCompact(const Token& token)
 {
+    if (!token.isNumber || token.size() != 8) return std::nullopt;
     const auto number = token.getNumber();
     const auto year = number / 10'000;
-    if (!token.isNumber || token.size() != 8 || year < 1900 || year > 2099) return std::nullopt;
+    if (year < 1900 || year > 2099) return std::nullopt;
     auto date = makeDate(year, number / 100 % 100, number % 100, DateUnit::Day);
     if (date) date->isDoubtful = true;
     return date;

@@ -292,10 +292,11 @@ std::optional<double> readNumber(std::string_view cell, const NumberStyle& style
 bool isMissing(std::string_view cell, const std::vector<std::string>& further)
 {
     if (std::find(further.begin(), further.end(), cell) != further.end()) return true;
-    if (cell.empty() || isDigit(cell.front())) return false;
     constexpr std::size_t longestMark = 4;
-    cell = quillon::trim(cell, " ");
-    if (cell.size() > longestMark) return false;
+    if (cell.starts_with(' '))
+        cell = quillon::trim(cell, " ");
+    else if (cell.empty() || cell.size() > longestMark || isDigit(cell.front()))
+        return false;
     return cell.empty() ||
            std::find(missingMarks.begin(), missingMarks.end(), toLower(cell)) != missingMarks.end();
 }

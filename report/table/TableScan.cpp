@@ -7,6 +7,7 @@
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
+#include "report/table/DateChoice.h"
 #include "report/table/Fail.h"
 
 namespace quillon::report {
@@ -20,19 +21,6 @@ std::size_t countCells(const Row& row)
     auto count = row.cells.size();
     while (count > 0 && row.cells[count - 1].isEmpty()) --count;
     return count;
-}
-
-/// The order that the option dates names.
-std::optional<DateOrder> findOrder(std::string_view name)
-{
-    if (name == "dmy") return DateOrder::DayMonthYear;
-    if (name == "mdy") return DateOrder::MonthDayYear;
-    return name == "ymd" ? std::optional(DateOrder::YearMonthDay) : std::nullopt;
-}
-
-std::string describeCell(const Sample& cell)
-{
-    return cell.text.empty() ? "an empty cell" : quoteText(cell.text);
 }
 
 /// Whether a name with a comma, typed without quotes, gives this item of a list.
@@ -253,98 +241,8 @@ void TableScan::refuseAmbiguous(std::size_t column) const
 
 std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const Note& note) const
 {
-    const auto& profile = profiles_[column];
-    const auto isDate = [&](DateOrder order) { return profile.isDate(order); };
-    if (options_.dates == "none") return std::nullopt;
-    if (const auto asked = findOrder(options_.dates)) {
-        if (isDate(*asked))
-            noteOffsets(column, note);
-        else
-            noteOtherOrder(column, *asked, note);
-        return isDate(*asked) ? asked : std::nullopt;
-    }
-    const bool dayFirst = isDate(DateOrder::DayMonthYear);
-    const bool monthFirst = isDate(DateOrder::MonthDayYear);
-    const bool isAmbiguous = dayFirst && monthFirst && profile.getDifferingDate().isSet();
-    if (isAmbiguous) noteAmbiguousDate(column, note);
-    if (!dayFirst && !monthFirst) noteMisfit(column, note);
-    if (isAmbiguous || (!dayFirst && !monthFirst) || noteSeason(column, note)) return std::nullopt;
-    noteOffsets(column, note);
-    noteCompact(column, note);
-    return dayFirst ? DateOrder::DayMonthYear : DateOrder::MonthDayYear;
-}
-
-void TableScan::noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const
-{
-    const auto misfit = profiles_[column].getMisfit(asked);
-    note(fmt::format(
-        "{}: column {} does not hold dates as --dates {} says{}; its texts are shown as they are.",
-        misfit.isSet() ? getPlace().at(misfit.line) : getPlace().name, quoteText(layout_.names[column]),
-        options_.dates, misfit.isSet() ? ": got " + describeCell(misfit) : ""));
-}
-
-void TableScan::noteAmbiguousDate(std::size_t column, const Note& note) const
-{
-    const auto& sample = profiles_[column].getDifferingDate();
-    note(
-        fmt::format("{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
-                    "shown as they "
-                    "are.",
-                    getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
-                    writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
-                    writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
-}
-
-/// Whether the months may be seasons.
-bool TableScan::noteSeason(std::size_t column, const Note& note) const
-{
-    const auto sample = profiles_[column].getSeason();
-    if (!sample.isSet()) return false;
-    note(
-        fmt::format("{}: column {}: {} can be a month or a season over two years; --dates ymd reads a month. "
-                    "Its texts are shown as they are.",
-                    getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text)));
-    return true;
-}
-
-void TableScan::noteCompact(std::size_t column, const Note& note) const
-{
-    const auto sample = profiles_[column].getCompactDate();
-    if (sample.isSet())
-        note(fmt::format("{}: column {}: {} is read as a date; --dates none shows its texts as they are.",
-                         getPlace().at(sample.line), quoteText(layout_.names[column]),
-                         quoteText(sample.text)));
-}
-
-void TableScan::noteOffsets(std::size_t column, const Note& note) const
-{
-    const auto& sample = profiles_[column].getOtherOffset();
-    if (sample.isSet())
-        note(fmt::format(
-            "{}: column {}: {} has another offset from UTC than the cells above; the times of "
-            "the column are shown in UTC, and one without an offset counts as such.",
-            getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text)));
-}
-
-/// A column that would be all dates but for one cell names that cell; early dates are told of.
-void TableScan::noteMisfit(std::size_t column, const Note& note) const
-{
-    const auto& profile = profiles_[column];
-    if (profile.hasEarlyDates())
-        return note(
-            fmt::format("{}: column {} holds dates before March 1900, for which worksheets have no "
-                        "numbers; its texts are shown as they are.",
-                        getPlace().name, quoteText(layout_.names[column])));
-    const auto dayFirst = profile.getMisfit(DateOrder::DayMonthYear);
-    const auto misfit = dayFirst.isSet() ? dayFirst : profile.getMisfit(DateOrder::MonthDayYear);
-    // A total is told of by itself.
-    if (!misfit.isSet() || namesTotal(misfit.text)) return;
-    note(
-        fmt::format("{}: column {}: {} stands among dates and is none, so that the texts are shown as they "
-                    "are; {}--dates "
-                    "none says that this is right.",
-                    getPlace().at(misfit.line), quoteText(layout_.names[column]), describeCell(misfit),
-                    misfit.text.empty() ? "" : "--drop leaves its row out, and "));
+    return report::chooseDateOrder({profiles_[column], getPlace(), layout_.names[column], options_.dates},
+                                   note);
 }
 
 void TableScan::readRows(const RowSource::Handler& handler) const

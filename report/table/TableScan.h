@@ -75,12 +75,6 @@ class TableScan {
     bool decides(const ColumnProfile& profile, char decimal) const;
     std::optional<char> findDecimal() const;
     [[noreturn]] void refuseAmbiguous(std::size_t column) const;
-    void noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const;
-    bool noteSeason(std::size_t column, const Note& note) const;
-    void noteCompact(std::size_t column, const Note& note) const;
-    void noteOffsets(std::size_t column, const Note& note) const;
-    void noteAmbiguousDate(std::size_t column, const Note& note) const;
-    void noteMisfit(std::size_t column, const Note& note) const;
 
     std::shared_ptr<RowSource> source_;
     const TableOptions& options_;
