@@ -293,7 +293,7 @@ bool isMissing(std::string_view cell, const std::vector<std::string>& further)
 {
     if (std::find(further.begin(), further.end(), cell) != further.end()) return true;
     constexpr std::size_t longestMark = 4;
-    if (cell.starts_with(' '))
+    if (cell.starts_with(' ') || cell.ends_with(' '))
         cell = quillon::trim(cell, " ");
     else if (cell.empty() || cell.size() > longestMark || isDigit(cell.front()))
         return false;
