@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "report/fill/CellBlock.h"
 #include "report/fill/CellPlace.h"
-#include "report/fill/CellStyles.h"
 #include "report/fill/OpenWorkbook.h"
 
 namespace quillon::report {
@@ -11,7 +11,7 @@ namespace quillon::report {
 /// Writes the blocks of series to the cells of their sheets, in the style of cells that there are.
 class BlockWriter {
  public:
-    explicit BlockWriter(OpenWorkbook& book) : book_(book), styles_(book.getPackage()) {}
+    explicit BlockWriter(OpenWorkbook& book) : book_(book) {}
 
     /// Writes each block of `series` at its place in `now`, like the cells at `looks`. The caller keeps the
     /// series until their sheets are saved.
@@ -22,7 +22,6 @@ class BlockWriter {
     void writeBlock(const CellBlock& block, const CellPlace& place, const CellPlace& look);
 
     OpenWorkbook& book_;
-    CellStyles styles_;
 };
 
 }  // namespace quillon::report

@@ -5,6 +5,7 @@
 
 #include "report/options/QuotedText.h"
 #include "report/workbook/Workbook.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -69,10 +70,7 @@ CellPlace CellFinder::resolveName(std::string_view text, int depth)
 {
     const auto mark = text.rfind('!');
     const auto name = std::string(mark == std::string_view::npos ? text : text.substr(mark + 1));
-    const DefinedName* found = nullptr;
-    for (const auto& defined : book_.getNames())
-        if (foldName(defined.name) == foldName(name) && (found == nullptr || defined.sheet >= 0))
-            found = &defined;
+    const auto* found = book_.getRead().findName(name);
     if (found == nullptr) refuse(quoteText(text) + " names no cells");
     if (auto range = parseRange(found->text)) {
         cutWholeLines(*range);
@@ -100,10 +98,10 @@ std::optional<CellRange> CellFinder::computeOffset(std::string_view formula, int
     *range = range->shift(offset->rows, offset->columns);
     if (!offset->hasHeight) return range;
     auto& moved = range->areas[0];
-    const auto& cells = *book_.openSheet(range->getSheet()).cells;
+    const auto& sheet = *book_.openSheet(range->getSheet()).markup;
     moved.right = moved.left;
     moved.bottom = moved.top;
-    while (moved.bottom < maximumRow && !cells.isEmpty(moved.bottom + 1, moved.left)) ++moved.bottom;
+    while (moved.bottom < maximumRow && !sheet.isEmpty(moved.bottom + 1, moved.left)) ++moved.bottom;
     return range;
 }
 
@@ -116,11 +114,12 @@ std::optional<CellPlace> CellFinder::resolveColumn(std::string_view text)
     constexpr std::string_view header = "[#Headers],[";
     const bool isHeader = column.starts_with(header);
     if (isHeader) column = column.substr(header.size(), column.size() - header.size() - 1);
-    for (auto& sheet : book_.getSheets()) {
-        if (!sheet.cells && book_.getPackage().hasPart(sheet.part)) book_.load(sheet);
-        for (const auto& table : sheet.tables) {
-            if (foldName(table.getName()) != foldName(std::string(text.substr(0, bracket)))) continue;
-            auto quoted = sheet.name;
+    const auto& read = book_.getRead();
+    for (std::size_t i = 0; i < read.getSheetNames().size(); ++i) {
+        if (!read.getPackage().hasPart(read.getSheetPart(i))) continue;
+        for (const auto& table : book_.openSheet(i).tables) {
+            if (toLower(table.getName()) != toLower(text.substr(0, bracket))) continue;
+            auto quoted = read.getSheetNames()[i];
             for (std::size_t at = 0; (at = quoted.find('\'', at)) != std::string::npos; at += 2)
                 quoted.insert(at, 1, '\'');
             if (const auto area = table.findColumn(std::string(column), isHeader))
@@ -133,7 +132,7 @@ std::optional<CellPlace> CellFinder::resolveColumn(std::string_view text)
 /// Whole columns and rows end where the sheet's cells do.
 void CellFinder::cutWholeLines(CellRange& range)
 {
-    const auto used = book_.openSheet(range.getSheet()).cells->getUsedArea().value_or(Area());
+    const auto used = book_.openSheet(range.getSheet()).markup->getUsedArea().value_or(Area());
     for (auto& area : range.areas) {
         if (area.bottom == maximumRow && area.top == 0) area.bottom = used.bottom;
         if (area.right == maximumColumn && area.left == 0) area.right = used.right;

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "report/fill/CellRange.h"
-#include "report/fill/WorkbookFill.h"
 
 namespace quillon::report {
 
@@ -23,12 +21,5 @@ struct CellPlace {
 
 /// Those of the blocks of a series, in the order of getBlocks.
 using CellPlaces = std::vector<CellPlace>;
-
-constexpr std::size_t nameBlock = 0;
-constexpr std::size_t categoriesBlock = 1;
-constexpr std::size_t valuesBlock = 2;
-
-/// The blocks of a series in a fixed order: name, categories, values, more; null where it has none.
-std::vector<CellBlock*> getBlocks(SeriesCells& series);
 
 }  // namespace quillon::report

@@ -4,7 +4,6 @@
 #include <charconv>
 
 #include "report/workbook/Workbook.h"
-#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -55,12 +54,6 @@ std::optional<Corner> parseCorner(std::string_view text)
     corner.row = takeRow(text);
     if (!text.empty() || (!corner.column && !corner.row)) return {};
     return corner;
-}
-
-std::string formatCell(std::uint32_t row, std::uint32_t column, bool isAbsolute)
-{
-    const std::string mark = isAbsolute ? "$" : "";
-    return mark + toUtf8(getColumnLetters(column)) + mark + std::to_string(row + 1);
 }
 
 /// The end of the sheet's name before the cells; 0 without one.
@@ -134,6 +127,15 @@ std::optional<Area> parseArea(std::string_view text)
                     hasRows ? *last->row : lastRow, hasColumns ? *last->column : lastColumn};
     return Area{std::min(area.top, area.bottom), std::min(area.left, area.right),
                 std::max(area.top, area.bottom), std::max(area.left, area.right)};
+}
+
+std::string formatCell(std::uint32_t row, std::uint32_t column, bool isAbsolute)
+{
+    const std::string mark = isAbsolute ? "$" : "";
+    std::string letters;
+    for (auto left = column + 1; left > 0; left = (left - 1) / 26)
+        letters.insert(letters.begin(), static_cast<char>('A' + (left - 1) % 26));
+    return mark + letters + mark + std::to_string(row + 1);
 }
 
 std::string formatArea(const Area& area, bool isAbsolute)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -18,7 +19,7 @@ struct Area {
     std::uint32_t bottom = 0;
     std::uint32_t right = 0;
 
-    bool operator==(const Area& other) const = default;
+    auto operator<=>(const Area& other) const = default;
     std::uint32_t getHeight() const { return bottom - top + 1; }
     std::uint32_t getWidth() const { return right - left + 1; }
     std::uint64_t countCells() const { return std::uint64_t{getHeight()} * getWidth(); }
@@ -45,6 +46,8 @@ constexpr std::uint64_t maximumCells = 1 << 23;
 /// "B2:B7" or "$B$2", as in a sheet; a whole column or row reaches to the sheet's end. Nothing when it is
 /// none.
 std::optional<Area> parseArea(std::string_view text);
+/// "B2" or "$B$2".
+std::string formatCell(std::uint32_t row, std::uint32_t column, bool isAbsolute = false);
 std::string formatArea(const Area& area, bool isAbsolute = false);
 
 /// The cells of a reference, in one sheet.

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iterator>
-
-#include "report/package/XmlSpans.h"
+#include <string_view>
 
 namespace quillon::report {
 namespace {
@@ -20,6 +18,14 @@ int readNumber(const XmlElement& element, std::string_view name)
     return number;
 }
 
+/// The number of a format that the styles have; 0 when they have none such.
+int findFormat(const XmlElement& formats, const std::string& code)
+{
+    for (const auto format : formats.getChildren())
+        if (format.getAttribute("formatCode") == code) return readNumber(format, "numFmtId");
+    return 0;
+}
+
 int findFreeFormat(const XmlElement& formats)
 {
     int number = firstOwnFormat;
@@ -28,64 +34,67 @@ int findFreeFormat(const XmlElement& formats)
     return number;
 }
 
-/// The number of a format, which is added where it is not there.
-int addNumberFormat(const XmlElement& styles, const std::string& code, Edits& edits)
+int countChildren(const XmlElement& list)
 {
-    const std::string prefix(styles.getPrefix());
-    const auto formats = styles.findChild("numFmts");
-    for (const auto format : formats.getChildren())
-        if (format.getAttribute("formatCode") == code) return readNumber(format, "numFmtId");
-    const auto number = findFreeFormat(formats);
-    const auto row = "<" + prefix + "numFmt numFmtId=\"" + std::to_string(number) + "\" formatCode=\"" +
-                     escapeAttribute(code) + "\"/>";
-    if (formats) {
-        edits.append(formats, row);
-        edits.setAttribute(formats, "count", std::to_string(readNumber(formats, "count") + 1));
-    } else {
-        edits.insert(styles.getInner().begin,
-                     "<" + prefix + "numFmts count=\"1\">" + row + "</" + prefix + "numFmts>");
-    }
-    return number;
+    int count = 0;
+    for (auto child = list.getFirstChild(); child; child = child.getNext()) ++count;
+    return count;
 }
 
 }  // namespace
 
-CellStyles::CellStyles(Package& workbook) : workbook_(workbook)
-{
-    for (const auto& relationship : workbook.getRelationships(workbook.getMainPart()))
-        if (relationship.getKind() == "styles" && workbook.hasPart(relationship.target))
-            part_ = relationship.target;
-}
-
 int CellStyles::withFormat(int base, const std::string& numberFormat)
 {
-    if (numberFormat.empty() || numberFormat == "General" || part_.empty()) return base;
-    const auto [at, isNew] = made_.try_emplace({base, numberFormat}, base);
-    if (isNew) at->second = addFormat(base, numberFormat);
+    if (numberFormat.empty() || numberFormat == "General" || !xml_) return base;
+    const auto [at, isNew] = styles_.try_emplace({base, numberFormat}, base);
+    if (isNew) at->second = addStyle(base, numberFormat);
     return at->second;
 }
 
-int CellStyles::addFormat(int base, const std::string& numberFormat)
+int CellStyles::addStyle(int base, const std::string& numberFormat)
 {
-    const XmlSpans xml(workbook_.getPart(part_), part_);
-    const auto list = xml.getRoot().findChild("cellXfs");
-    int count = 0;
-    XmlElement like;
-    for (const auto style : list.getChildren())
-        if (count++ == std::max(base, 0)) like = style;
+    const auto list = xml_->getRoot().findChild("cellXfs");
+    auto like = list.getFirstChild();
+    for (int i = 0; i < base && like; ++i) like = like.getNext();
     if (!like || readNumber(like, "numFmtId") != 0) return base;
-
     Edits edits;
-    const auto format = addNumberFormat(xml.getRoot(), numberFormat, edits);
-    const auto source = std::string(like.getSource());
-    const XmlSpans copy(source, part_);
-    Edits changes;
-    changes.setAttribute(copy.getRoot(), "numFmtId", std::to_string(format));
-    changes.setAttribute(copy.getRoot(), "applyNumberFormat", "1");
-    edits.append(list, changes.apply(copy));
-    edits.setAttribute(list, "count", std::to_string(count + 1));
-    workbook_.setPart(part_, edits.apply(xml));
-    return count;
+    edits.setAttribute(like, "numFmtId", std::to_string(addFormat(numberFormat)));
+    edits.setAttribute(like, "applyNumberFormat", "1");
+    newStyles_ += edits.apply(xml_->getText(), like.getOuter());
+    return countChildren(list) + newStyleCount_++;
+}
+
+/// The number of a format, which is added where it is not there.
+int CellStyles::addFormat(const std::string& numberFormat)
+{
+    const auto [at, isNew] = formats_.try_emplace(numberFormat, 0);
+    if (!isNew) return at->second;
+    const auto formats = xml_->getRoot().findChild("numFmts");
+    at->second = findFormat(formats, numberFormat);
+    if (at->second != 0) return at->second;
+    at->second = findFreeFormat(formats) + newFormatCount_++;
+    newFormats_ += "<" + std::string(xml_->getRoot().getPrefix()) + "numFmt numFmtId=\"" +
+                   std::to_string(at->second) + "\" formatCode=\"" + escapeAttribute(numberFormat) + "\"/>";
+    return at->second;
+}
+
+void CellStyles::save(Package& workbook) const
+{
+    if (newStyleCount_ == 0) return;
+    const auto root = xml_->getRoot();
+    const auto name = std::string(root.getPrefix()) + "numFmts";
+    Edits edits;
+    if (const auto formats = root.findChild("numFmts"); formats && newFormatCount_ > 0) {
+        edits.append(formats, newFormats_);
+        edits.setAttribute(formats, "count", std::to_string(readNumber(formats, "count") + newFormatCount_));
+    } else if (newFormatCount_ > 0) {
+        edits.insert(root.getInner().begin, "<" + name + " count=\"" + std::to_string(newFormatCount_) +
+                                                "\">" + newFormats_ + "</" + name + ">");
+    }
+    const auto list = root.findChild("cellXfs");
+    edits.append(list, newStyles_);
+    edits.setAttribute(list, "count", std::to_string(countChildren(list) + newStyleCount_));
+    workbook.setPart(xml_->getPart(), edits.apply(*xml_));
 }
 
 }  // namespace quillon::report

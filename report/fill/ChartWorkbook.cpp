@@ -4,6 +4,7 @@
 #include "chart/model/DataSet.h"
 #include "report/fill/CellRange.h"
 #include "report/fill/WorkbookFill.h"
+#include "report/fill/WorkbookMarkup.h"
 #include "report/options/QuotedText.h"
 #include "report/workbook/Workbook.h"
 
@@ -53,9 +54,10 @@ class Layout {
     const CellBlock* shared_ = nullptr;
 };
 
-std::string makeEmptyWorkbook()
+std::shared_ptr<const WorkbookMarkup> getEmptyWorkbook()
 {
-    return makeWorkbook(chart::DataSet::create());
+    static const auto empty = std::make_shared<const WorkbookMarkup>(makeWorkbook(chart::DataSet::create()));
+    return empty;
 }
 
 /// Whether any part refers to `part`.
@@ -102,12 +104,13 @@ WorkbookChange addWorkbook(Package& document, const std::string& chartPart, cons
 FilledWorkbook makeFilledWorkbook(std::vector<SeriesCells> series)
 {
     Layout().place(series);
-    return fillWorkbook(makeEmptyWorkbook(), std::move(series));
+    return fillWorkbook(getEmptyWorkbook, std::move(series));
 }
 
-WorkbookChange updateWorkbook(Package& document, const std::string& chartPart,
-                              const std::string& relationshipId, std::vector<SeriesCells> series,
-                              const std::vector<SeriesCells>& removed)
+WorkbookChange updateWorkbook(
+    Package& document, const std::string& chartPart, const std::string& relationshipId,
+    std::vector<SeriesCells> series, const std::vector<SeriesCells>& removed,
+    const std::function<std::shared_ptr<const WorkbookMarkup>(const std::string&)>& read)
 {
     const auto relationships = document.getRelationships(chartPart);
     const auto* old = findRelationship(relationships, relationshipId);
@@ -123,7 +126,7 @@ WorkbookChange updateWorkbook(Package& document, const std::string& chartPart,
         change.state = WorkbookState::Made;
         return change;
     }
-    auto filled = fillWorkbook(document.getPart(old->target), std::move(series), removed);
+    auto filled = fillWorkbook([&] { return read(old->target); }, std::move(series), removed);
     if (filled.bytes.empty()) {
         auto change = addWorkbook(document, chartPart, old, std::move(filled.series));
         change.warning =

@@ -3,13 +3,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
-#include "report/fill/CellRange.h"
-#include "report/fill/SheetCells.h"
+#include "report/fill/AreaSet.h"
+#include "report/fill/CellStyles.h"
+#include "report/fill/CellWrites.h"
 #include "report/fill/SheetTable.h"
+#include "report/fill/WorkbookMarkup.h"
 #include "report/package/Package.h"
 #include "report/package/XmlSpans.h"
 
@@ -17,77 +18,63 @@ namespace quillon::report {
 
 /// A sheet of an open workbook, and the cells in it that are a chart's.
 struct OpenSheet {
-    std::string name;
-    std::string part;
-    /// Made when a reference leads there.
-    std::unique_ptr<SheetCells> cells = {};
+    /// By its position in the workbook.
+    std::size_t position;
+    /// As it was read, and what is written to it; null until a reference leads there, and once it is saved.
+    std::shared_ptr<const SheetMarkup> markup = {};
+    std::unique_ptr<CellWrites> writes = {};
     std::vector<SheetTable> tables = {};
     /// What the chart had, and what it has now.
-    std::vector<Area> before = {};
-    std::vector<Area> now = {};
+    AreaSet before = {};
+    AreaSet now = {};
+    bool isSaved = false;
 
     /// The first cell that holds what is none of the chart's; nothing when all are empty, or were the
     /// chart's.
     std::optional<Area> findForeign(const Area& area) const;
 };
 
-/// A name that stands for cells or a formula.
-struct DefinedName {
-    std::string name;
-    /// The sheet by 0-based position that the name is for; -1 for all.
-    int sheet;
-    std::string text;
-    XmlElement element;
-    /// What it is to stand for; nothing keeps the text.
-    std::optional<std::string> newText = {};
-};
-
-/// A workbook on its way to new numbers: its package, sheets and defined names. Sheets are read when a
-/// reference leads there, and saved one by one before the workbook is.
+/// A workbook on its way to new numbers: what was read, and what changes. Sheets are opened when a reference
+/// leads there, and saved one by one before the workbook is.
 class OpenWorkbook {
  public:
-    /// Throws: std::runtime_error when the file is no workbook.
-    explicit OpenWorkbook(const std::string& bytes);
-    OpenWorkbook(const OpenWorkbook&) = delete;
-    OpenWorkbook& operator=(const OpenWorkbook&) = delete;
+    explicit OpenWorkbook(std::shared_ptr<const WorkbookMarkup> read);
 
-    Package& getPackage() { return book_; }
+    const WorkbookMarkup& getRead() const { return *read_; }
     std::vector<OpenSheet>& getSheets() { return sheets_; }
-    std::vector<DefinedName>& getNames() { return names_; }
+    CellStyles& getStyles() { return styles_; }
 
-    /// The sheet of that name, with its cells. Throws: std::runtime_error when there is none.
+    /// The sheet of that name, with its cells and tables.
+    /// Throws: std::runtime_error when there is none, or it cannot be read.
     OpenSheet& openSheet(const std::string& name);
-    /// Reads cells and tables. Throws: std::runtime_error when the part is missing or unreadable.
-    void load(OpenSheet& sheet);
+    OpenSheet& openSheet(std::size_t position);
+    /// Lets a defined name, by position, stand for other cells.
+    void setName(std::size_t name, const std::string& text) { newNames_[name] = text; }
+    bool isNameSet(std::size_t name) const { return newNames_[name].has_value(); }
 
     /// Moves the rows behind `row` down; cells have to be written after that.
     void moveRows(OpenSheet& sheet, std::uint32_t row, std::uint32_t by);
-    /// Puts what was written to the cells into the package, with changes to what stands behind the rows, and
-    /// closes the sheet.
+    /// Puts what was written to the cells into the package, with the tables and changes to what stands behind
+    /// the rows, and closes the sheet.
     void saveSheet(OpenSheet& sheet, Edits& behind);
     /// The file: with the saved sheets and the new texts of names, without shared texts that no cell holds
     /// any more. Formulas are computed anew when it is opened.
     std::string save();
 
  private:
-    void readSheets();
-    void readNames();
-    void emptyLeftStrings();
-    void forgetKeptStrings();
-    void emptyStrings(const std::string& part);
+    void saveStrings();
     void saveMain();
 
-    Package book_;
-    std::vector<std::string> strings_;
+    std::shared_ptr<const WorkbookMarkup> read_;
+    Package package_;
+    CellStyles styles_;
     std::vector<OpenSheet> sheets_;
-    std::unique_ptr<XmlSpans> main_;
-    std::vector<DefinedName> names_;
+    /// By the position of the name; nothing for one that stays.
+    std::vector<std::optional<std::string>> newNames_;
     bool needsCalculation_ = false;
-    /// Shared texts that cells of the chart held.
-    std::set<std::uint32_t> leftStrings_;
+    /// Of the shared texts, by position, those that cells of saved sheets hold, and those that they held.
+    std::vector<bool> heldStrings_;
+    std::vector<bool> leftStrings_;
 };
-
-/// Says why a workbook cannot be updated. Throws: std::runtime_error, always.
-[[noreturn]] void refuse(const std::string& reason);
 
 }  // namespace quillon::report

@@ -37,11 +37,16 @@ std::optional<CellBlock> makeRemoved(const PointSource& source)
     return CellBlock{.reference = source.formula};
 }
 
-bool isAnywhere(const std::vector<SeriesPlan>& series, SourcePlan SeriesPlan::*source)
+/// Those of the further sources that any series has cells for.
+std::vector<SourcePlan SeriesPlan::*> findMore(const std::vector<SeriesPlan>& series)
 {
-    return std::any_of(series.begin(), series.end(), [&](const SeriesPlan& plan) {
-        return (plan.*source).kind != Kind::None && (plan.*source).hasCells;
-    });
+    std::vector<SourcePlan SeriesPlan::*> found;
+    for (const auto source : moreSources)
+        if (std::any_of(series.begin(), series.end(), [&](const SeriesPlan& plan) {
+                return (plan.*source).kind != Kind::None && (plan.*source).hasCells;
+            }))
+            found.push_back(source);
+    return found;
 }
 
 }  // namespace
@@ -73,13 +78,12 @@ void shareCategories(std::vector<SeriesPlan>& series)
 std::vector<SeriesCells> collectCells(const std::vector<SeriesPlan>& series)
 {
     std::vector<SeriesCells> cells;
+    const auto more = findMore(series);
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto& plan = series[i];
         SeriesCells one{.name = makeCellsOf(plan.name), .values = makeCellsOf(plan.values)};
         if (plan.categoriesOf == i) one.categories = makeCellsOf(plan.categories);
-        for (const auto source : moreSources)
-            if (isAnywhere(series, source))
-                one.more.push_back(makeCellsOf(plan.*source).value_or(CellBlock()));
+        for (const auto source : more) one.more.push_back(makeCellsOf(plan.*source).value_or(CellBlock()));
         cells.push_back(std::move(one));
     }
     return cells;
@@ -101,6 +105,7 @@ std::vector<SeriesCells> collectRemovedCells(const std::vector<const SeriesMarku
 
 void takeReferences(std::vector<SeriesPlan>& series, const std::vector<SeriesCells>& cells)
 {
+    const auto more = findMore(series);
     for (std::size_t i = 0; i < series.size(); ++i) {
         auto& plan = series[i];
         const auto& one = cells.at(i);
@@ -109,8 +114,7 @@ void takeReferences(std::vector<SeriesPlan>& series, const std::vector<SeriesCel
         if (const auto& shared = cells.at(plan.categoriesOf).categories)
             plan.categories.formula = shared->reference;
         auto block = one.more.begin();
-        for (const auto source : moreSources)
-            if (isAnywhere(series, source)) (plan.*source).formula = block++->reference;
+        for (const auto source : more) (plan.*source).formula = block++->reference;
     }
 }
 

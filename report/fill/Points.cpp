@@ -1,6 +1,7 @@
 #include "report/fill/Points.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -260,7 +261,8 @@ double readCachedNumber(std::string_view text)
 
 std::string writeCachedNumber(double number)
 {
-    return toUtf8(num2str(number));
+    std::array<char, 32> digits;
+    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
 }
 
 std::string toCellText(std::u16string_view text)

@@ -32,6 +32,7 @@ SeriesPlacement::SeriesPlacement(OpenWorkbook& book, std::vector<CellPlaces> bef
     : book_(book), before_(std::move(before)), now_(before_), looks_(before_)
 {
     closeGaps(removed);
+    noteTaken();
 }
 
 void SeriesPlacement::place(std::vector<SeriesCells>& series)
@@ -62,6 +63,18 @@ void SeriesPlacement::closeGaps(const std::vector<CellPlaces>& removed)
     for (std::size_t i = 0; i < order.size(); ++i) now_[order[i]] = slots[i];
 }
 
+void SeriesPlacement::noteTaken()
+{
+    taken_.clear();
+    for (const auto& places : now_)
+        for (const auto& place : places) take(place);
+}
+
+void SeriesPlacement::take(const CellPlace& place)
+{
+    for (const auto& area : place.range.areas) taken_[place.range.prefix].add(area);
+}
+
 /// The cells that a new series has `steps` places beside the last one; what all series share stays, and what
 /// the last one does without stands behind.
 CellPlaces SeriesPlacement::placeBeside(const CellPlaces& last, std::int64_t steps,
@@ -73,7 +86,7 @@ CellPlaces SeriesPlacement::placeBeside(const CellPlaces& last, std::int64_t ste
     };
     auto end = getEnd(last[valuesBlock]);
     for (std::size_t i = 0; i < last.size(); ++i)
-        if (last[i].isSet() && !isShared(last, i)) end = std::max(end, getEnd(last[i]));
+        if (last[i].isSet() && !areShared_[i]) end = std::max(end, getEnd(last[i]));
     CellPlaces places(last.size());
     for (std::size_t i = 0; i < last.size(); ++i) {
         if (blocks[i] == nullptr || blocks[i]->lines.empty()) continue;
@@ -81,32 +94,36 @@ CellPlaces SeriesPlacement::placeBeside(const CellPlaces& last, std::int64_t ste
         auto by = steps;
         if (!isThere) by += ++end - getEnd(last[valuesBlock]);
         const auto& like = last[isThere ? i : valuesBlock].range;
-        places[i].range = isShared(last, i) ? like : like.shift(isRow ? by : 0, isRow ? 0 : by);
+        places[i].range = areShared_[i] ? like : like.shift(isRow ? by : 0, isRow ? 0 : by);
     }
     return places;
 }
 
-/// Whether other series have a block in the same cells. New categories are their own.
-bool SeriesPlacement::isShared(const CellPlaces& last, std::size_t block) const
+/// New categories are their own, whoever has others in the same cells.
+void SeriesPlacement::noteShared(const CellPlaces& last)
 {
-    return block != categoriesBlock && last[block].isSet() &&
-           std::ranges::count_if(before_, [&](const CellPlaces& p) { return p[block] == last[block]; }) > 1;
+    areShared_.assign(last.size(), false);
+    for (std::size_t i = 0; i < last.size(); ++i)
+        areShared_[i] =
+            i != categoriesBlock && last[i].isSet() &&
+            std::ranges::count_if(before_, [&](const CellPlaces& p) { return p[i] == last[i]; }) > 1;
+}
+
+/// Whether the blocks that a series has for itself may stand there.
+bool SeriesPlacement::areFree(const CellPlaces& places, const std::vector<CellBlock*>& blocks)
+{
+    for (std::size_t i = 0; i < blocks.size(); ++i)
+        if (places[i].isSet() && !areShared_[i] && !isFree(places[i], *blocks[i])) return false;
+    return true;
 }
 
 /// Whether a block may stand there: cells that nobody has, or that a series has left.
 bool SeriesPlacement::isFree(const CellPlace& place, const CellBlock& block)
 {
     const auto& sheet = book_.openSheet(place.range.getSheet());
-    const auto isIn = [&](const Area& area, const CellPlace& other) {
-        return other.range.prefix == place.range.prefix &&
-               std::ranges::any_of(other.range.areas, [&](const Area& own) { return own.overlaps(area); });
-    };
     for (const auto& area : place.range.resize(getLength(block)).areas) {
         if (area.right > maximumColumn || area.bottom > maximumRow) refuse("the sheet has no room left");
-        for (const auto& places : now_)
-            if (std::ranges::any_of(places, [&](const CellPlace& other) { return isIn(area, other); }))
-                return false;
-        if (sheet.findForeign(area)) return false;
+        if (taken_[place.range.prefix].overlaps(area) || sheet.findForeign(area)) return false;
     }
     return true;
 }
@@ -128,43 +145,56 @@ std::optional<std::size_t> SeriesPlacement::findLast() const
 void SeriesPlacement::placeNewSeries(std::vector<SeriesCells>& series)
 {
     const auto last = findLast();
+    if (last) noteShared(now_[*last]);
     std::int64_t steps = 0;
     for (std::size_t i = 0; i < series.size(); ++i) {
         if (before_[i][valuesBlock].isSet() || !series[i].values) continue;
         const auto blocks = getBlocks(series[i]);
         if (!last || blocks.size() != now_[*last].size())
             refuse("no series has cells beside which a new one could stand");
-        if (isShared(now_[*last], valuesBlock)) refuse("all series share their cells");
-        const auto areFree = [&](const CellPlaces& places) {
-            for (std::size_t b = 0; b < blocks.size(); ++b)
-                if (places[b].isSet() && !isShared(now_[*last], b) && !isFree(places[b], *blocks[b]))
-                    return false;
-            return true;
-        };
+        if (areShared_[valuesBlock]) refuse("all series share their cells");
         CellPlaces places;
         do {
             if (++steps > farthest) refuse("there is no room for a new series");
             places = placeBeside(now_[*last], steps, blocks);
-        } while (!areFree(places));
+        } while (!areFree(places, blocks));
+        for (const auto& place : places) take(place);
         now_[i] = std::move(places);
         looks_[i] = looks_[*last];
     }
 }
 
-/// What a series had no cells for, such as categories that differ from those of the others, stands before its
-/// values, or as near behind them as there is room.
-void SeriesPlacement::placeRest(std::vector<SeriesCells>& series)
+/// What has fewer lines of cells than it needs leaves them.
+void SeriesPlacement::leaveNarrow(std::vector<SeriesCells>& series)
 {
+    bool isLeft = false;
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto blocks = getBlocks(series[i]);
         for (std::size_t b = 0; b < blocks.size(); ++b) {
-            if (blocks[b] == nullptr || blocks[b]->lines.empty()) continue;
             auto& place = now_[i][b];
-            if (place.isSet() && blocks[b]->lines.size() <= place.range.getLineCount()) continue;
+            if (blocks[b] == nullptr || !place.isSet() ||
+                blocks[b]->lines.size() <= place.range.getLineCount())
+                continue;
+            place = {};
+            isLeft = true;
+        }
+    }
+    if (isLeft) noteTaken();
+}
+
+/// What a series has no cells for, such as categories that differ from those of the others, stands before its
+/// values, or as near behind them as there is room.
+void SeriesPlacement::placeRest(std::vector<SeriesCells>& series)
+{
+    leaveNarrow(series);
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        const auto blocks = getBlocks(series[i]);
+        for (std::size_t b = 0; b < blocks.size(); ++b) {
+            if (blocks[b] == nullptr || blocks[b]->lines.empty() || now_[i][b].isSet()) continue;
             if (b == nameBlock || b == valuesBlock || !now_[i][valuesBlock].isSet())
                 refuse("a series has no cells for all of its data");
-            place = {};
-            place = placeBeside(now_[i][valuesBlock], *blocks[b]);
+            now_[i][b] = placeBeside(now_[i][valuesBlock], *blocks[b]);
+            take(now_[i][b]);
         }
     }
 }

@@ -2,9 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
+#include "report/fill/AreaSet.h"
+#include "report/fill/CellBlock.h"
 #include "report/fill/CellPlace.h"
 #include "report/fill/OpenWorkbook.h"
 
@@ -30,12 +34,16 @@ class SeriesPlacement {
 
  private:
     void closeGaps(const std::vector<CellPlaces>& removed);
+    void noteTaken();
+    void take(const CellPlace& place);
     CellPlaces placeBeside(const CellPlaces& last, std::int64_t steps,
                            const std::vector<CellBlock*>& blocks) const;
-    bool isShared(const CellPlaces& last, std::size_t block) const;
+    void noteShared(const CellPlaces& last);
+    bool areFree(const CellPlaces& places, const std::vector<CellBlock*>& blocks);
     bool isFree(const CellPlace& place, const CellBlock& block);
     std::optional<std::size_t> findLast() const;
     void placeNewSeries(std::vector<SeriesCells>& series);
+    void leaveNarrow(std::vector<SeriesCells>& series);
     void placeRest(std::vector<SeriesCells>& series);
     CellPlace placeBeside(const CellPlace& values, const CellBlock& block);
     void resizePlaces(std::vector<SeriesCells>& series);
@@ -44,6 +52,10 @@ class SeriesPlacement {
     std::vector<CellPlaces> before_;
     std::vector<CellPlaces> now_;
     std::vector<CellPlaces> looks_;
+    /// The cells of all places in `now_`, by sheet, as references write it.
+    std::map<std::string, AreaSet> taken_;
+    /// Which blocks of the last series other series have as well, in the same cells.
+    std::vector<bool> areShared_;
 };
 
 }  // namespace quillon::report

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <stdexcept>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
 
 #include "report/options/QuotedText.h"
 #include "report/package/XmlSpans.h"
@@ -43,10 +46,10 @@ std::uint32_t readCount(const XmlElement& element, std::string_view name, std::u
 }
 
 /// The last row of those areas that stand in the columns of `table`; nothing when none does.
-std::optional<std::uint32_t> findLastRow(const std::vector<Area>& areas, const Area& table)
+std::optional<std::uint32_t> findLastRow(const AreaSet& areas, const Area& table)
 {
     std::optional<std::uint32_t> last;
-    for (const auto& area : areas)
+    for (const auto& area : areas.getAreas())
         if (area.left <= table.right && table.left <= area.right && area.bottom >= table.top)
             last = std::max(last.value_or(0), area.bottom);
     return last;
@@ -54,15 +57,10 @@ std::optional<std::uint32_t> findLastRow(const std::vector<Area>& areas, const A
 
 }  // namespace
 
-std::string foldName(const std::string& name)
+SheetTable::SheetTable(const Package& workbook, const std::string& part)
+    : xml_(std::make_shared<const XmlSpans>(workbook.getPart(part), part))
 {
-    return toUtf8(toLowerString(toUtf16(name)));
-}
-
-SheetTable::SheetTable(const Package& workbook, std::string part) : part_(std::move(part))
-{
-    const XmlSpans xml(workbook.getPart(part_), part_);
-    const auto root = xml.getRoot();
+    const auto root = xml_->getRoot();
     name_ = root.getAttribute("displayName").value_or("");
     const auto area = parseArea(root.getAttribute("ref").value_or(""));
     if (!area) throw std::runtime_error("a table of the workbook has no area");
@@ -78,7 +76,7 @@ SheetTable::SheetTable(const Package& workbook, std::string part) : part_(std::m
 std::optional<Area> SheetTable::findColumn(const std::string& name, bool isHeader) const
 {
     for (std::uint32_t i = 0; i < columns_.size(); ++i) {
-        if (foldName(columns_[i]) != foldName(name)) continue;
+        if (toLower(columns_[i]) != toLower(name)) continue;
         const auto column = area_.left + i;
         if (isHeader) return Area{area_.top, column, area_.top, column};
         return Area{getFirstRow(), column, std::max(area_.bottom - totalsRows_, getFirstRow()), column};
@@ -86,26 +84,24 @@ std::optional<Area> SheetTable::findColumn(const std::string& name, bool isHeade
     return {};
 }
 
-void SheetTable::follow(SheetCells& sheet, const std::vector<Area>& before, const std::vector<Area>& now,
-                        const std::vector<SheetTable>& others)
+void SheetTable::follow(const SheetMarkup& sheet, CellWrites& writes, const AreaSet& before,
+                        const AreaSet& now, const std::vector<SheetTable>& others)
 {
-    const auto meets = [this](const Area& area) { return area.overlaps(area_); };
-    if (std::ranges::none_of(before, meets) && std::ranges::none_of(now, meets)) return;
+    if (!before.overlaps(area_) && !now.overlaps(area_)) return;
     const auto old = area_;
-    followDown(sheet, before, now);
-    followRight(sheet, now);
+    followDown(writes, before, now);
+    followRight(sheet, writes, now);
     if (totalsRows_ > 0 && area_.bottom != old.bottom)
         throw std::runtime_error("the table " + quoteText(name_) + " has a row of totals");
     for (const auto& other : others)
-        if (other.part_ != part_ && other.area_.overlaps(area_))
+        if (other.xml_ != xml_ && other.area_.overlaps(area_))
             throw std::runtime_error("the table " + quoteText(name_) + " would grow into " +
                                      quoteText(other.name_));
     if (area_ != old) isChanged_ = true;
-    nameColumns(sheet);
+    nameColumns(sheet, writes);
 }
 
-void SheetTable::followDown(const SheetCells& sheet, const std::vector<Area>& before,
-                            const std::vector<Area>& now)
+void SheetTable::followDown(const CellWrites& writes, const AreaSet& before, const AreaSet& now)
 {
     const auto oldLast = findLastRow(before, area_);
     const auto newLast = findLastRow(now, area_);
@@ -114,61 +110,60 @@ void SheetTable::followDown(const SheetCells& sheet, const std::vector<Area>& be
     if (*oldLast < area_.bottom) return;
     const auto isEmptyRow = [&](std::uint32_t row) {
         for (auto column = area_.left; column <= area_.right; ++column)
-            if (!sheet.willBeEmpty(row, column)) return false;
+            if (!writes.leavesEmpty(row, column)) return false;
         return true;
     };
     const auto last = std::max(*newLast, getFirstRow());
     while (area_.bottom > last && isEmptyRow(area_.bottom)) --area_.bottom;
 }
 
-void SheetTable::followRight(const SheetCells& sheet, const std::vector<Area>& now)
+void SheetTable::followRight(const SheetMarkup& sheet, const CellWrites& writes, const AreaSet& now)
 {
     const auto isTaken = [&](std::uint32_t column) {
-        return std::ranges::any_of(now, [&](const Area& area) {
-            return area.overlaps({area_.top, column, area_.bottom, column});
-        });
+        return now.overlaps({area_.top, column, area_.bottom, column});
     };
     while (isTaken(area_.right + 1)) ++area_.right;
-    while (area_.right > area_.left && isEmptyColumn(sheet, area_.right)) --area_.right;
+    while (area_.right > area_.left && losesColumn(sheet, writes, area_.right)) --area_.right;
 }
 
 /// Whether a column that held something is to be empty.
-bool SheetTable::isEmptyColumn(const SheetCells& sheet, std::uint32_t column) const
+bool SheetTable::losesColumn(const SheetMarkup& sheet, const CellWrites& writes, std::uint32_t column) const
 {
     bool wasTaken = false;
     for (auto row = area_.top; row <= area_.bottom; ++row) {
-        if (!sheet.willBeEmpty(row, column)) return false;
+        if (!writes.leavesEmpty(row, column)) return false;
         if (!sheet.isEmpty(row, column)) wasTaken = true;
     }
     return wasTaken;
 }
 
 /// The name of a column is the text in its header: neither empty nor that of another one.
-std::string SheetTable::makeName(const SheetCells& sheet, std::uint32_t column, std::size_t index) const
+std::string SheetTable::makeName(const CellWrites& writes, std::uint32_t column, std::size_t index) const
 {
-    const auto written = sheet.findWritten(area_.top, column);
+    const auto written = writes.find(area_.top, column);
     std::string name = index < columns_.size() ? columns_[index] : "";
     if (written) name = toText(*written);
     if (name.empty()) name = "Column" + std::to_string(index + 1);
     return name;
 }
 
-void SheetTable::nameColumns(SheetCells& sheet)
+void SheetTable::nameColumns(const SheetMarkup& sheet, CellWrites& writes)
 {
     std::vector<std::string> names;
-    std::vector<std::string> taken;
+    std::unordered_set<std::string> taken;
+    // How many columns a name has been looked for already.
+    std::unordered_map<std::string, int> counts;
     for (std::size_t i = 0; i < area_.getWidth(); ++i) {
         const auto column = area_.left + static_cast<std::uint32_t>(i);
-        const auto wanted = makeName(sheet, column, i);
+        const auto wanted = makeName(writes, column, i);
         auto name = wanted;
-        for (int number = 2; std::ranges::find(taken, foldName(name)) != taken.end(); ++number)
-            name = wanted + std::to_string(number);
-        taken.push_back(foldName(name));
+        for (auto& count = counts[toLower(wanted)]; !taken.insert(toLower(name)).second; ++count)
+            name = wanted + std::to_string(count + 2);
         names.push_back(name);
-        const auto written = sheet.findWritten(area_.top, column);
+        const auto written = writes.find(area_.top, column);
         const bool isHeld = written ? toText(*written) == name : !sheet.isEmpty(area_.top, column);
         if (headerRows_ > 0 && (!isHeld || (written && std::holds_alternative<double>(*written))))
-            sheet.rewrite(area_.top, column, toCellText(toUtf16(name)));
+            writes.rewrite(area_.top, column, toCellText(toUtf16(name)));
     }
     if (headerRows_ == 0 && names.size() == columns_.size()) return;
     if (names != columns_) isChanged_ = true;
@@ -201,8 +196,7 @@ void saveColumns(const XmlElement& list, const std::vector<std::string>& names, 
 void SheetTable::save(Package& workbook) const
 {
     if (!isChanged_) return;
-    const XmlSpans xml(workbook.getPart(part_), part_);
-    const auto root = xml.getRoot();
+    const auto root = xml_->getRoot();
     Edits edits;
     edits.setAttribute(root, "ref", formatArea(area_));
     auto filtered = area_;
@@ -210,7 +204,7 @@ void SheetTable::save(Package& workbook) const
     if (const auto filter = root.findChild("autoFilter"))
         edits.setAttribute(filter, "ref", formatArea(filtered));
     saveColumns(root.findChild("tableColumns"), columns_, edits);
-    workbook.setPart(part_, edits.apply(xml));
+    workbook.setPart(xml_->getPart(), edits.apply(*xml_));
 }
 
 }  // namespace quillon::report

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "report/workbook/Workbook.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -11,43 +12,49 @@ namespace {
 /// What else stands in the sheet is never overwritten.
 void requireRoom(const OpenSheet& sheet)
 {
-    for (const auto& area : sheet.now)
+    for (const auto& area : sheet.now.getAreas())
         if (const auto cell = sheet.findForeign(area))
-            refuse("cell " + formatArea(*cell) + ", into which the data would grow, is taken");
+            refuse("cell " + formatCell(cell->top, cell->left) +
+                   ", into which the data would grow, is taken");
 }
 
 /// Whether the data grow into rows below their old end, up to `lastUsed`, that hold something there.
 bool isBelowTaken(const OpenSheet& sheet, std::uint32_t oldLast, std::uint32_t lastUsed)
 {
-    return std::ranges::any_of(sheet.now, [&](const Area& area) {
+    return std::ranges::any_of(sheet.now.getAreas(), [&](const Area& area) {
         for (auto row = oldLast + 1; row <= std::min(area.bottom, lastUsed); ++row)
             for (auto column = area.left; column <= area.right; ++column)
-                if (!sheet.cells->isEmpty(row, column)) return true;
+                if (!sheet.markup->isEmpty(row, column)) return true;
         return false;
     });
+}
+
+/// Calls with row and column of each cell of the areas.
+template <typename Call>
+void visitCells(const AreaSet& areas, const Call& call)
+{
+    for (const auto& area : areas.getAreas())
+        for (auto row = area.top; row <= area.bottom; ++row)
+            for (auto column = area.left; column <= area.right; ++column) call(row, column);
 }
 
 /// Empties the cells that the chart had and has no longer.
 void clearRest(OpenSheet& sheet)
 {
-    for (const auto& area : sheet.before)
-        for (auto row = area.top; row <= area.bottom; ++row)
-            for (auto column = area.left; column <= area.right; ++column) {
-                const auto isKept = [&](const Area& now) { return now.contains(row, column); };
-                if (std::ranges::none_of(sheet.now, isKept))
-                    sheet.cells->write(row, column, nullptr, 0, sheet.cells->getStyle(row, column));
-            }
+    visitCells(sheet.before, [&](std::uint32_t row, std::uint32_t column) {
+        if (!sheet.now.contains(row, column))
+            sheet.writes->write(row, column, nullptr, 0, sheet.markup->getStyle(row, column));
+    });
 }
 
 void requireNoFormulas(const OpenSheet& sheet)
 {
-    if (!sheet.cells->hasFormulas()) return;
+    if (!sheet.markup->hasFormulas()) return;
     for (const auto* areas : {&sheet.before, &sheet.now})
-        for (const auto& area : *areas)
-            for (auto row = area.top; row <= area.bottom; ++row)
-                for (auto column = area.left; column <= area.right; ++column)
-                    if (sheet.cells->hasFormula(row, column) && sheet.cells->willChange(row, column))
-                        refuse("cell " + formatArea({row, column, row, column}) + " holds a formula");
+        visitCells(*areas, [&](std::uint32_t row, std::uint32_t column) {
+            if (sheet.markup->hasFormula(row, column) && sheet.writes->changes(row, column))
+                refuse("cell " + formatCell(row, column) + " holds a formula");
+        });
 }
 
 /// An area that ends where the data ended ends where they end now.
@@ -59,13 +66,6 @@ Area follow(const Area& area, const Area& before, const Area& now)
         followed.bottom = std::max(now.bottom, area.top);
     if (area.right == before.right && area.getWidth() > 1) followed.right = std::max(now.right, area.left);
     return followed;
-}
-
-Area join(const std::vector<Area>& areas)
-{
-    auto all = areas.at(0);
-    for (const auto& area : areas) all = all.join(area);
-    return all;
 }
 
 /// The areas of "A1:B7 D1:D7", each followed.
@@ -88,12 +88,12 @@ std::string followAreas(const std::string& text, const Area& before, const Area&
 /// Moving rows is safe where nothing refers to them.
 bool SheetUpdater::canMoveRows(const OpenSheet& sheet) const
 {
-    const auto& root = sheet.cells->getXml().getRoot();
+    const auto root = sheet.markup->getXml().getRoot();
     for (const auto* name :
          {"mergeCells", "conditionalFormatting", "dataValidations", "drawing", "hyperlinks", "legacyDrawing"})
         if (root.findChild(name)) return false;
-    return sheet.tables.size() <= 1 && book_.getNames().empty() && book_.getSheets().size() == 1 &&
-           !sheet.cells->hasFormulas();
+    return sheet.tables.size() <= 1 && book_.getRead().getNames().empty() && book_.getSheets().size() == 1 &&
+           !sheet.markup->hasFormulas();
 }
 
 void SheetUpdater::makeRoom()
@@ -101,10 +101,10 @@ void SheetUpdater::makeRoom()
     for (auto& sheet : book_.getSheets()) {
         std::uint32_t oldLast = 0;
         std::uint32_t newLast = 0;
-        for (const auto& area : sheet.before) oldLast = std::max(oldLast, area.bottom);
-        for (const auto& area : sheet.now) newLast = std::max(newLast, area.bottom);
-        if (!sheet.cells || newLast <= oldLast) continue;
-        const auto used = sheet.cells->getUsedArea().value_or(Area());
+        for (const auto& area : sheet.before.getAreas()) oldLast = std::max(oldLast, area.bottom);
+        for (const auto& area : sheet.now.getAreas()) newLast = std::max(newLast, area.bottom);
+        if (!sheet.markup || newLast <= oldLast) continue;
+        const auto used = sheet.markup->getUsedArea().value_or(Area());
         const auto by = newLast - oldLast;
         if (!isBelowTaken(sheet, oldLast, used.bottom) || !canMoveRows(sheet) ||
             used.bottom + by > maximumRow)
@@ -116,47 +116,48 @@ void SheetUpdater::makeRoom()
 void SheetUpdater::update()
 {
     for (auto& sheet : book_.getSheets())
-        if (sheet.cells && !sheet.before.empty()) update(sheet);
+        if (sheet.markup && !sheet.before.isEmpty()) update(sheet);
 }
 
 void SheetUpdater::update(OpenSheet& sheet)
 {
     requireRoom(sheet);
     clearRest(sheet);
-    sheet.cells->arrangeWrites();
+    sheet.writes->arrange();
     // A sheet that announces other cells than it has, or a table of other ones, is not ours to mend.
-    if (sheet.before == sheet.now && sheet.cells->willStay()) return;
+    if (sheet.before.getAreas() == sheet.now.getAreas() && sheet.writes->areDone()) return;
     requireNoFormulas(sheet);
     const auto tables = sheet.tables;
-    for (auto& table : sheet.tables) table.follow(*sheet.cells, sheet.before, sheet.now, tables);
+    for (auto& table : sheet.tables)
+        table.follow(*sheet.markup, *sheet.writes, sheet.before, sheet.now, tables);
     saveSheet(sheet);
 }
 
 void SheetUpdater::saveSheet(OpenSheet& sheet)
 {
     Edits behind;
-    const auto& xml = sheet.cells->getXml();
-    const auto before = join(sheet.before);
+    const auto before = sheet.before.getAll();
     // What followed the data stays where the chart has left the sheet.
-    const auto now = sheet.now.empty() ? before : join(sheet.now);
-    for (const auto child : xml.getRoot().getChildren())
+    const auto now = sheet.now.isEmpty() ? before : sheet.now.getAll();
+    for (const auto child : sheet.markup->getXml().getRoot().getChildren())
         for (const auto* name : {"ref", "sqref"})
             if (child.getName() == "autoFilter" || child.getName() == "conditionalFormatting")
                 if (const auto text = child.getAttribute(name))
                     behind.setAttribute(child, name, followAreas(*text, before, now));
-    for (const auto& table : sheet.tables) table.save(book_.getPackage());
     followNames(sheet, before, now);
     book_.saveSheet(sheet, behind);
 }
 
 void SheetUpdater::followNames(const OpenSheet& sheet, const Area& before, const Area& now)
 {
-    for (auto& name : book_.getNames()) {
-        auto range = parseRange(name.text);
-        if (!range || foldName(range->getSheet()) != foldName(sheet.name) || name.newText) continue;
+    const auto& names = book_.getRead().getNames();
+    const auto sheetName = toLower(book_.getRead().getSheetNames()[sheet.position]);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        auto range = parseRange(names[i].text);
+        if (!range || toLower(range->getSheet()) != sheetName || book_.isNameSet(i)) continue;
         auto followed = *range;
         for (auto& area : followed.areas) area = follow(area, before, now);
-        if (!(followed == *range)) name.newText = followed.format();
+        if (!(followed == *range)) book_.setName(i, followed.format());
     }
 }
 

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
-#include <mutex>
 #include <stdexcept>
 
 #include "report/fill/ChartFiller.h"
 #include "report/fill/ChartFinder.h"
-#include "report/fill/ChartMarkup.h"
 #include "report/fill/ChartReader.h"
 #include "report/fill/FillPlan.h"
+#include "report/fill/Originals.h"
 #include "report/fill/PartCopy.h"
 #include "report/fill/Placeholders.h"
 #include "report/options/QuotedText.h"
@@ -18,52 +17,6 @@
 
 namespace quillon::report {
 namespace {
-
-/// A chart part with the colours that belong to it.
-struct ReadChart {
-    ReadChart(const Package& package, const std::string& name) : part(package.getPart(name), name)
-    {
-        for (const auto& row : package.getRelationships(name))
-            if (row.getKind() == "chartColorStyle" && !row.isExternal && package.hasPart(row.target))
-                palette = Palette(XmlSpans(package.getPart(row.target), row.target));
-    }
-
-    ChartMarkup part;
-    Palette palette;
-};
-
-using Drawings = std::vector<ChartDrawing>;
-
-/// What was read of the file as it was opened; copies share it.
-struct Originals {
-    explicit Originals(const Package& opened) : package(opened) {}
-
-    std::shared_ptr<const Drawings> getDrawings()
-    {
-        const std::lock_guard lock(mutex);
-        if (!drawings) drawings = std::make_shared<const Drawings>(findCharts(package));
-        return drawings;
-    }
-
-    std::shared_ptr<const ReadChart> getChart(const std::string& part)
-    {
-        const std::lock_guard lock(mutex);
-        auto& chart = charts[part];
-        if (!chart) chart = std::make_shared<const ReadChart>(package, part);
-        return chart;
-    }
-
-    /// Whether a part of a copy is the one that was opened.
-    bool holds(const Package& copy, const std::string& part) const
-    {
-        return package.hasPart(part) && &package.getPart(part) == &copy.getPart(part);
-    }
-
-    const Package package;
-    std::mutex mutex;
-    std::shared_ptr<const Drawings> drawings;
-    std::map<std::string, std::shared_ptr<const ReadChart>> charts;
-};
 
 /// Whether a text of the document is what was asked for, as it is or in braces.
 bool isKey(const std::string& text, const std::string& key)
@@ -117,8 +70,7 @@ struct Template::Content {
     }
 
     const Drawings& getDrawings() const;
-    std::shared_ptr<const ReadChart> readChart(const std::string& part) const;
-    const FoundChart& describePart(const std::string& part) const;
+    std::shared_ptr<const FoundChart> describePart(const std::string& part) const;
     FoundChart describeChart(std::size_t index) const;
     std::size_t find(const std::string& key) const;
     [[noreturn]] void failToFind(const std::string& key, std::size_t count) const;
@@ -133,7 +85,8 @@ struct Template::Content {
     /// Empty for a document that came as bytes.
     std::string file;
     std::shared_ptr<Originals> originals;
-    /// What is known of this copy: its drawings, null until they are needed, and its chart parts.
+    /// What is known of this copy: its drawings, null until they are needed, and the chart parts that it has
+    /// changed.
     mutable std::shared_ptr<const Drawings> drawings;
     mutable std::map<std::string, std::shared_ptr<const FoundChart>> charts;
     bool isChanged = false;
@@ -156,37 +109,17 @@ void Template::Content::forget()
     charts.clear();
 }
 
-std::shared_ptr<const ReadChart> Template::Content::readChart(const std::string& part) const
-{
-    if (originals->holds(package, part)) return originals->getChart(part);
-    return std::make_shared<const ReadChart>(package, part);
-}
-
-const FoundChart& Template::Content::describePart(const std::string& part) const
+std::shared_ptr<const FoundChart> Template::Content::describePart(const std::string& part) const
 {
     auto& known = charts[part];
-    if (known) return *known;
-    FoundChart found;
-    try {
-        const auto chart = readChart(part);
-        found.title = chart->part.getTitle();
-        found.types = chart->part.getTypes();
-        found.problem = chart->part.getProblem();
-        for (const auto& series : chart->part.getSeries()) {
-            found.series.push_back(series.name);
-            found.points = std::max(found.points, chart->part.countPoints(series.values));
-        }
-    } catch (const std::runtime_error& error) {
-        found.problem = error.what();
-    }
-    known = std::make_shared<const FoundChart>(std::move(found));
-    return *known;
+    if (!known) known = originals->describeChart(package, part);
+    return known;
 }
 
 FoundChart Template::Content::describeChart(std::size_t index) const
 {
     const auto& drawing = getDrawings()[index];
-    auto found = drawing.problem.empty() ? describePart(drawing.chartParts[0])
+    auto found = drawing.problem.empty() ? *describePart(drawing.chartParts[0])
                                          : FoundChart{.problem = drawing.problem};
     found.number = index + 1;
     found.name = drawing.name;
@@ -201,7 +134,7 @@ std::size_t Template::Content::find(const std::string& key) const
     for (std::size_t i = 0; i < getDrawings().size(); ++i) {
         const auto& drawing = getDrawings()[i];
         const auto title =
-            drawing.problem.empty() ? describePart(drawing.chartParts[0]).title : std::string();
+            drawing.problem.empty() ? describePart(drawing.chartParts[0])->title : std::string();
         if (isNamed(drawing, title, key)) found.push_back(i);
     }
     if (found.size() == 1) return found[0];
@@ -258,10 +191,11 @@ void Template::Content::separate(std::size_t index)
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
                                        const FillOptions& options)
 {
-    const auto chart = readChart(part);
+    const auto chart = originals->getChart(package, part);
     FillPlan plan(chart->part, data, options);
-    auto workbook =
-        updateWorkbook(package, part, chart->part.getWorkbookId(), plan.makeCells(), plan.makeRemovedCells());
+    const auto read = [this](const std::string& name) { return originals->getWorkbook(package, name); };
+    auto workbook = updateWorkbook(package, part, chart->part.getWorkbookId(), plan.makeCells(),
+                                   plan.makeRemovedCells(), read);
     plan.setReferences(workbook.series);
     workbook.series.clear();
     workbook.series.shrink_to_fit();
@@ -324,7 +258,9 @@ ChartData Template::getChartData(const std::string& chart) const
     const auto index = getContent().find(chart);
     if (const auto found = getContent().describeChart(index); !found.problem.empty())
         throw std::runtime_error("The chart cannot be read: " + found.problem + ".");
-    return readChartData(getContent().readChart(getContent().getDrawings()[index].chartParts[0])->part);
+    const auto& content = getContent();
+    const auto& part = content.getDrawings()[index].chartParts[0];
+    return readChartData(content.originals->getChart(content.package, part)->part);
 }
 
 FillReport Template::fill(const std::string& chart, const ChartData& data, const FillOptions& options)

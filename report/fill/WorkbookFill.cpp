@@ -1,37 +1,39 @@
 #include "report/fill/WorkbookFill.h"
 
-#include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <utility>
 
+#include "report/fill/AreaSet.h"
 #include "report/fill/BlockWriter.h"
 #include "report/fill/CellFinder.h"
 #include "report/fill/OpenWorkbook.h"
 #include "report/fill/SeriesPlacement.h"
 #include "report/fill/SheetUpdater.h"
+#include "report/fill/WorkbookMarkup.h"
 
 namespace quillon::report {
 namespace {
 
-void collectAreas(OpenWorkbook& book, const std::vector<CellPlaces>& places,
-                  std::vector<Area> OpenSheet::*areas)
+void collectAreas(OpenWorkbook& book, const std::vector<CellPlaces>& places, AreaSet OpenSheet::*areas)
 {
     for (const auto& series : places)
         for (const auto& place : series)
-            for (const auto& area : place.range.areas) {
-                auto& list = book.openSheet(place.range.getSheet()).*areas;
-                if (std::ranges::find(list, area) == list.end()) list.push_back(area);
-            }
+            for (const auto& area : place.range.areas)
+                (book.openSheet(place.range.getSheet()).*areas).add(area);
 }
 
 /// A defined name that the chart has for cells stands for those that they are now.
 void noteNames(OpenWorkbook& book, const std::vector<CellPlaces>& now)
 {
+    std::map<std::string, std::string> texts;
     for (const auto& places : now)
         for (const auto& place : places)
-            for (auto& name : book.getNames())
-                if (!place.definedName.empty() && !place.isComputed && name.name == place.definedName)
-                    name.newText = place.range.format();
+            if (!place.definedName.empty() && !place.isComputed)
+                texts[place.definedName] = place.range.format();
+    const auto& names = book.getRead().getNames();
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (const auto text = texts.find(names[i].name); text != texts.end()) book.setName(i, text->second);
 }
 
 /// Gives the chart the references that it is to have; those that still hold stay as they are written.
@@ -50,9 +52,10 @@ void reportReferences(std::vector<SeriesCells>& series, const SeriesPlacement& p
 }
 
 /// The steps of filling, in their order.
-std::string fill(const std::string& bytes, std::vector<SeriesCells>& series, std::vector<SeriesCells> removed)
+std::string fill(std::shared_ptr<const WorkbookMarkup> read, std::vector<SeriesCells>& series,
+                 std::vector<SeriesCells> removed)
 {
-    OpenWorkbook book(bytes);
+    OpenWorkbook book(std::move(read));
     CellFinder finder(book);
     auto before = finder.find(series);
     const auto gone = finder.find(removed);
@@ -73,19 +76,12 @@ std::string fill(const std::string& bytes, std::vector<SeriesCells>& series, std
 
 }  // namespace
 
-CellValue CellLine::get(std::size_t index) const
-{
-    if (isNumber(index)) return points_->numbers[index];
-    if (index >= points_->texts.size() || points_->texts[index].empty()) return {};
-    return points_->texts[index];
-}
-
-FilledWorkbook fillWorkbook(const std::string& workbook, std::vector<SeriesCells> series,
+FilledWorkbook fillWorkbook(const ReadWorkbook& read, std::vector<SeriesCells> series,
                             const std::vector<SeriesCells>& removed)
 {
     FilledWorkbook filled{{}, std::move(series), {}};
     try {
-        filled.bytes = fill(workbook, filled.series, removed);
+        filled.bytes = fill(read(), filled.series, removed);
     } catch (const std::runtime_error& error) {
         filled.reason = error.what();
     }

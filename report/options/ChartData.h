@@ -42,6 +42,13 @@ struct ChartData {
         return column < categoryNames.size() ? categoryNames[column] : none;
     }
 
+    /// Leaves the innermost level, the categories.
+    void dropLevels()
+    {
+        if (categoryNames.size() > 1) categoryNames = {categoryNames.back()};
+        levels.clear();
+    }
+
     std::shared_ptr<chart::DataSet> dataSet;
     CategoryKind categoryKind = CategoryKind::Automatic;
     /// One for each category where they are dates or numbers; NaN where there is none. A date is its serial

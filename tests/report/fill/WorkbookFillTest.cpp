@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "report/fill/CellRange.h"
+#include "report/fill/WorkbookMarkup.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
 #include "tests/report/package/RawZip.h"
@@ -87,6 +88,13 @@ std::string makeBook(const BookText& text = {})
                                          "><cellXfs count=\"3\"><xf numFmtId=\"0\"/><xf numFmtId=\"14\"/><xf "
                                          "numFmtId=\"10\"/></cellXfs></styleSheet>"}})
         .getBytes();
+}
+
+FilledWorkbook fillWorkbook(const std::string& bytes, std::vector<SeriesCells> series,
+                            const std::vector<SeriesCells>& removed = {})
+{
+    return fillWorkbook([&] { return std::make_shared<const WorkbookMarkup>(bytes); }, std::move(series),
+                        removed);
 }
 
 CellLine toCells(const std::vector<double>& numbers)
@@ -498,7 +506,9 @@ TEST(WorkbookFill, EveryChartEndsWithAWorkbookInItsDocument)
         auto document = makeDocument(one.target, one.mode, one.workbook);
         const auto change =
             updateWorkbook(document, "word/charts/chart1.xml", one.target.empty() ? "" : "rId1",
-                           {makeSeries("North", "B", twoDates, {8, 9})});
+                           {makeSeries("North", "B", twoDates, {8, 9})}, {}, [&](const std::string& part) {
+                               return std::make_shared<const WorkbookMarkup>(document.getPart(part));
+                           });
         EXPECT_EQ(change.state, one.state);
         EXPECT_EQ(change.warning, one.warning);
         const Package saved(document.toBytes());

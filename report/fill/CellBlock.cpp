@@ -1,6 +1,13 @@
-#include "report/fill/CellPlace.h"
+#include "report/fill/CellBlock.h"
 
 namespace quillon::report {
+
+CellValue CellLine::get(std::size_t index) const
+{
+    if (isNumber(index)) return points_->numbers[index];
+    if (index >= points_->texts.size() || points_->texts[index].empty()) return {};
+    return points_->texts[index];
+}
 
 std::vector<CellBlock*> getBlocks(SeriesCells& series)
 {

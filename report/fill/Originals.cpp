@@ -1,0 +1,66 @@
+#include "report/fill/Originals.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace quillon::report {
+namespace {
+
+FoundChart describe(const ChartMarkup& part)
+{
+    FoundChart found;
+    found.title = part.getTitle();
+    found.types = part.getTypes();
+    found.problem = part.getProblem();
+    for (const auto& series : part.getSeries()) {
+        found.series.push_back(series.name);
+        found.points = std::max(found.points, part.countPoints(series.values));
+    }
+    return found;
+}
+
+}  // namespace
+
+ReadChart::ReadChart(const Package& package, const std::string& name) : part(package.getPart(name), name)
+{
+    for (const auto& row : package.getRelationships(name))
+        if (row.getKind() == "chartColorStyle" && !row.isExternal && package.hasPart(row.target))
+            palette = Palette(XmlSpans(package.getPart(row.target), row.target));
+}
+
+bool Originals::isChanged(const Package& copy, const std::string& part) const
+{
+    return !opened_.hasPart(part) || &opened_.getPart(part) != &copy.getPart(part);
+}
+
+std::shared_ptr<const Drawings> Originals::getDrawings()
+{
+    return drawings_.get([this] { return std::make_shared<const Drawings>(findCharts(opened_)); });
+}
+
+std::shared_ptr<const ReadChart> Originals::getChart(const Package& copy, const std::string& part)
+{
+    const auto read = [&] { return std::make_shared<const ReadChart>(copy, part); };
+    return isChanged(copy, part) ? read() : charts_.get(part, read);
+}
+
+std::shared_ptr<const FoundChart> Originals::describeChart(const Package& copy, const std::string& part)
+{
+    const auto read = [&] {
+        return std::make_shared<const FoundChart>(describe(getChart(copy, part)->part));
+    };
+    try {
+        return isChanged(copy, part) ? read() : descriptions_.get(part, read);
+    } catch (const std::runtime_error& error) {
+        return std::make_shared<const FoundChart>(FoundChart{.problem = error.what()});
+    }
+}
+
+std::shared_ptr<const WorkbookMarkup> Originals::getWorkbook(const Package& copy, const std::string& part)
+{
+    const auto& bytes = copy.getPart(part);
+    const auto read = [&] { return std::make_shared<const WorkbookMarkup>(bytes); };
+    return isChanged(copy, part) ? read() : workbooks_.get(part, read, bytes.size());
+}
+
+}  // namespace quillon::report
