@@ -36,6 +36,13 @@ DataCell makeCell(const std::u16string& text)
     return {false, 0, toUtf8(text)};
 }
 
+/// Columns of levels are known again by names of ours.
+std::string nameCategories(const ChartData& data)
+{
+    const auto own = toUtf8(data.getCategoryName(0));
+    return data.levels.empty() && !own.empty() ? own : "Category";
+}
+
 std::vector<DataColumn> makeCategories(const ChartData& data)
 {
     std::vector<DataColumn> columns;
@@ -45,7 +52,7 @@ std::vector<DataColumn> makeCategories(const ChartData& data)
         std::u16string text;
         for (const auto& cell : level) column.cells.push_back(makeCell(text = cell.empty() ? text : cell));
     }
-    auto& column = columns.emplace_back(DataColumn{"Category"});
+    auto& column = columns.emplace_back(DataColumn{nameCategories(data)});
     const auto& categories = data.dataSet->getCategories();
     for (std::size_t i = 0; i < categories.size(); ++i) {
         const bool hasValue = i < data.categoryValues.size() && std::isfinite(data.categoryValues[i]);

@@ -5,6 +5,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "report/fill/CategoryNames.h"
 #include "report/fill/ChartFiller.h"
 #include "report/fill/ChartFinder.h"
 #include "report/fill/ChartReader.h"
@@ -72,6 +73,7 @@ struct Template::Content {
     const Drawings& getDrawings() const;
     std::shared_ptr<const FoundChart> describePart(const std::string& part) const;
     FoundChart describeChart(std::size_t index) const;
+    std::vector<std::u16string> findCategoryNames(const std::string& part, const ChartMarkup& chart) const;
     std::size_t find(const std::string& key) const;
     [[noreturn]] void failToFind(const std::string& key, std::size_t count) const;
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
@@ -188,6 +190,20 @@ void Template::Content::separate(std::size_t index)
     }
 }
 
+/// A workbook that is missing or damaged says none.
+std::vector<std::u16string> Template::Content::findCategoryNames(const std::string& part,
+                                                                 const ChartMarkup& chart) const
+{
+    const auto rows = package.getRelationships(part);
+    const auto row = std::ranges::find(rows, chart.getWorkbookId(), &Relationship::id);
+    if (row == rows.end() || row->isExternal || !package.hasPart(row->target)) return {};
+    try {
+        return readCategoryNames(chart, *originals->getWorkbook(package, row->target));
+    } catch (const std::runtime_error&) {
+        return {};
+    }
+}
+
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
                                        const FillOptions& options)
 {
@@ -260,7 +276,11 @@ ChartData Template::getChartData(const std::string& chart) const
         throw std::runtime_error("The chart cannot be read: " + found.problem + ".");
     const auto& content = getContent();
     const auto& part = content.getDrawings()[index].chartParts[0];
-    return readChartData(content.originals->getChart(content.package, part)->part);
+    const auto read = content.originals->getChart(content.package, part);
+    auto data = readChartData(read->part);
+    data.categoryNames = content.findCategoryNames(part, read->part);
+    if (data.categoryNames.size() != data.levels.size() + 1) data.categoryNames.clear();
+    return data;
 }
 
 FillReport Template::fill(const std::string& chart, const ChartData& data, const FillOptions& options)

@@ -105,13 +105,13 @@ class FillTest(CommandTest):
             self.assertIn(f"Report of {month}, again {month}", self.read_paragraphs(f"{month}.docx"))
 
     def test_extracts_what_fills_the_same_again(self):
-        self.assertEqual(self.succeed("extract", "t.docx", "--chart", "Revenue"), "Category,North,South\nMay,1,2\nJun,3,4\n")
+        self.assertEqual(self.succeed("extract", "t.docx", "--chart", "Revenue"), "Month,North,South\nMay,1,2\nJun,3,4\n")
         self.succeed("extract", "t.docx", "--chart", "2", "-o", "out.json")
         self.assertEqual(json.loads(self.read("out.json")),
-                         [{"Category": "May", "North": 1, "South": 2}, {"Category": "Jun", "North": 3, "South": 4}])
+                         [{"Month": "May", "North": 1, "South": 2}, {"Month": "Jun", "North": 3, "South": 4}])
         self.succeed("extract", "t.docx", "--chart", "2", "-o", "out.md")
         self.assertEqual(self.read("out.md").decode(),
-                         "| Category | North | South |\n|---|---:|---:|\n| May | 1 | 2 |\n| Jun | 3 | 4 |\n")
+                         "| Month | North | South |\n|---|---:|---:|\n| May | 1 | 2 |\n| Jun | 3 | 4 |\n")
         self.succeed("fill", "t.docx", "out.json", "--chart", "2", "-o", "out.docx")
         self.assertEqual(self.read_part("out.docx", "word/charts/chart2.xml"),
                          self.read_part("t.docx", "word/charts/chart2.xml"))
