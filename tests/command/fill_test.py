@@ -131,7 +131,7 @@ class FillTest(CommandTest):
     def test_extracts_dates_gaps_and_difficult_texts(self):
         for table, options, expected in [
             ('When,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n', ["--gaps"],
-             'Category,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n'),
+             'When,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n'),
         ]:
             with self.subTest(table=table):
                 self.write("u.csv", table.encode())

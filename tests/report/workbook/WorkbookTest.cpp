@@ -72,6 +72,8 @@ TEST(Workbook, HoldsWhatADataSetCannotSay)
     EXPECT_EQ(getValueColumn(data, 1, options), 5U);
     EXPECT_EQ(getFurtherColumn(data, 0, options), 7U);
     EXPECT_EQ(getFurtherColumn(data, 0, {}), 5U);
+    data.dropLevels();
+    EXPECT_EQ(data.getCategoryName(getCategoryColumn(data)), u"Month");
 }
 
 TEST(Workbook, HoldsDatesAndNumbersOfCategories)
