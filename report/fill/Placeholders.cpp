@@ -1,41 +1,51 @@
 #include "report/fill/Placeholders.h"
 
+#include <algorithm>
 #include <functional>
 #include <set>
 #include <stdexcept>
-#include <unordered_set>
 #include <utility>
 
 #include "report/fill/ChartInserter.h"
 #include "report/fill/DataTable.h"
 #include "report/fill/PlaceholderSpots.h"
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
 namespace {
 
-std::string describe(const Placeholder& placeholder)
+/// What stands between the braces.
+std::string getText(const Placeholder& placeholder)
 {
-    const auto prefix = placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "";
-    return "{{" + prefix + showText(placeholder.name) + "}}";
+    return (placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "") + placeholder.name;
+}
+
+std::string showBraces(const std::string& text)
+{
+    return "{{" + showText(text) + "}}";
 }
 
 /// Says that a placeholder is missing, or stands where it cannot become what it should, with those there are.
-[[noreturn]] void failMissing(const Package& document, const std::string& name, const std::string& reason)
+[[noreturn]] void failMissing(const Package& document, const Placeholder& wanted, const std::string& reason)
 {
     constexpr std::size_t named = 20;
     std::string list;
-    std::unordered_set<std::string> known;
+    std::vector<std::string> texts;
     for (const auto& placeholder : findPlaceholders(document)) {
-        if (placeholder.name == name)
-            throw std::runtime_error("Placeholder {{" + showText(name) + "}}: " + reason);
-        const auto text = describe(placeholder);
-        if (known.insert(text).second && known.size() <= named) list += (list.empty() ? "" : ", ") + text;
+        if (placeholder.name == wanted.name)
+            throw std::runtime_error("Placeholder " + showBraces(wanted.name) + ": " + reason);
+        const auto text = getText(placeholder);
+        if (std::ranges::find(texts, text) != texts.end()) continue;
+        texts.push_back(text);
+        if (texts.size() <= named) list += (list.empty() ? "" : ", ") + showBraces(text);
     }
-    if (known.size() > named) list += " and " + std::to_string(known.size() - named) + " more";
-    throw std::runtime_error("There is no placeholder {{" + showText(name) + "}}; the document has " +
-                             (list.empty() ? "none" : list) + ".");
+    if (texts.size() > named) list += " and " + std::to_string(texts.size() - named) + " more";
+    const auto near = findNearName(getText(wanted), texts);
+    throw MissingPlaceholder("There is no placeholder " + showBraces(getText(wanted)) +
+                             (near.empty() ? "; the" : "; did you mean " + showBraces(near) + "? The") +
+                             " document has " + (list.empty() ? "none" : list) + ".");
 }
 
 /// Calls `change` with each part that holds text, and stores what it changed.
@@ -78,7 +88,8 @@ std::size_t replaceText(Package& document, const std::string& name, const std::s
             if (!isInFallback(paragraph)) count += replaced;
         }
     });
-    if (count == 0) failMissing(document, name, "it is a picture or a table; expected one in running text.");
+    if (count == 0)
+        failMissing(document, {name}, "it is a picture or a table; expected one in running text.");
     document = std::move(changed);
     return count;
 }
@@ -101,20 +112,20 @@ void insertChart(Package& document, const std::string& name, const NewChart& cha
         }
     });
     if (!isFound)
-        failMissing(document, name,
+        failMissing(document, {name},
                     "a chart takes the place of a picture, or of a paragraph that holds nothing else.");
     document = std::move(changed);
 }
 
 void insertTable(Package& document, const std::string& name, const ChartData& data,
-                 const ChartOptions& options)
+                 const TableFormats& formats)
 {
     auto changed = document;
     const std::string mainBytes = document.getPart(document.getMainPart());
     const XmlSpans main(mainBytes, document.getMainPart());
     bool isFound = false;
     changeTextParts(changed, [&](const XmlSpans& xml, Edits& edits) {
-        const DataTable table(data, options, findTableStyle(document, xml.getRoot()));
+        const DataTable table(data, formats, findTableStyle(document, xml.getRoot()));
         for (const auto& spot : findSpots(xml.getRoot())) {
             if (spot.name != name || spot.kind != PlaceholderKind::Table) continue;
             table.insert(*spot.paragraph, spot.match, main.getRoot(), edits);
@@ -123,7 +134,7 @@ void insertTable(Package& document, const std::string& name, const ChartData& da
     });
     if (!isFound)
         failMissing(
-            document, name,
+            document, {name, PlaceholderKind::Table},
             "a table takes the place of a paragraph that holds {{table:" + showText(name) + "}} alone.");
     document = std::move(changed);
 }
