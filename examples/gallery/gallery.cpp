@@ -358,9 +358,9 @@ void downtime()
 int main()
 try {
     for (const auto make :
-         {revenueTarget, heating,  budget,   survey,     heatSources,    price,     population,
-          iceCream,      products, bicycles, sharePrice, smallMultiples, seedlings, electricity,
-          branches,      day,      guests,   users,      complaints,     downtime, punctuality, forecast, schedule, defects})
+         {revenueTarget, heating,  budget,     survey,         heatSources, price,       population, iceCream,
+          products,      bicycles, sharePrice, smallMultiples, seedlings,   electricity, branches,   day,
+          guests,        users,    complaints, downtime,       punctuality, forecast,    schedule,   defects})
         make();
 } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

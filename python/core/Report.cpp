@@ -195,8 +195,7 @@ py::tuple makeChartParts(py::handle chart, py::handle data, const py::dict& opti
         report::ChartParts parts;
         write({native}, nullptr, [&] {
             parts = report::makeChartParts(*native, chosen, drawingNumber, relationshipId,
-                                           hearing.getListener(), details,
-                                           report::readThemeColors(theme));
+                                           hearing.getListener(), details, report::readThemeColors(theme));
         });
         return py::make_tuple(py::bytes(parts.chart), py::bytes(parts.workbook), py::bytes(parts.run),
                               hearing.takeWarnings());

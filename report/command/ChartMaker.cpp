@@ -106,7 +106,7 @@ void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const No
 
 ChartData readData(const ChartJob& job, const Listener& listener, const TableTarget& target)
 {
-    TableOptions reading = job;
+    auto reading = static_cast<const TableOptions&>(job);
     reading.gaps = job.gaps || job.options.blank;
     return job.rows ? readChartData(job.rows, reading, listener, target)
                     : readChartData(job.table, reading, listener, target);

@@ -136,8 +136,7 @@ void complete(std::vector<DataColumn>& columns)
 
 std::string quoteCsv(const std::string& text)
 {
-    const bool isPlain =
-        text.find_first_of(",\"\r\n;\t") == std::string::npos && text.find_first_of(" ") != 0;
+    const bool isPlain = text.find_first_of(",\"\r\n;\t") == std::string::npos && !text.starts_with(' ');
     if (isPlain) return text;
     std::string quoted = "\"";
     for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);

@@ -29,7 +29,7 @@ void findTextSpots(const XmlElement& root, std::vector<Spot>& spots)
 std::string readPicturePlaceholder(const XmlElement& properties)
 {
     for (const auto* name : {"descr", "title"}) {
-        const auto found = readPlaceholder(properties.getAttribute(name).value_or(""));
+        auto found = readPlaceholder(properties.getAttribute(name).value_or(""));
         if (!found.empty()) return found;
     }
     return {};

@@ -12,12 +12,12 @@ namespace {
 /// Of an a:srgbClr, or an a:sysClr with the colour that its system last had.
 std::optional<std::uint32_t> readColor(const XmlElement& color)
 {
-    auto digits = color.getAttribute("lastClr");
-    if (!digits) digits = color.getAttribute("val");
+    const auto last = color.getAttribute("lastClr");
+    const auto digits = last ? *last : color.getAttribute("val").value_or("");
+    const auto* behind = digits.data() + digits.size();
     std::uint32_t number = 0;
-    if (!digits || digits->size() != 6) return {};
-    const auto [end, error] = std::from_chars(digits->data(), digits->data() + digits->size(), number, 16);
-    if (error != std::errc() || end != digits->data() + digits->size()) return {};
+    const auto [end, error] = std::from_chars(digits.data(), behind, number, 16);
+    if (digits.size() != 6 || error != std::errc() || end != behind) return {};
     return number;
 }
 

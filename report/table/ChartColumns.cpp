@@ -75,7 +75,7 @@ Columns chooseValues(const TableScan& scan, const ChartColumns& roles, const Not
 std::string describeText(const TableScan& scan, std::size_t column, const TableOptions& options)
 {
     const auto& text = scan.getProfile(column).getFirstText();
-    const auto place = scan.getPlace();
+    const auto& place = scan.getPlace();
     const char* other = options.decimal == "point" ? "comma" : "point";
     const bool isOther = !options.decimal.empty() && readNumber(text.text, {*other == 'c' ? ',' : '.'});
     return fmt::format("; column {} has {} in {} {}{}", quoteText(scan.getNames()[column]),

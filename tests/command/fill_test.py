@@ -91,7 +91,7 @@ class FillTest(CommandTest):
         self.succeed("fill", "points.docx", "own.csv", "--chart", "1", "-o", "own.docx")
         self.assertEqual(self.succeed("extract", "own.docx"), own)
         self.write("own.csv", b"X,A,A size,C\n1,2,3,4\n")
-        self.require_refusal(1, 'own.csv: there is no column "C size"', "fill", "points.docx", "own.csv", "--chart", "1",
+        self.require_refusal(1, 'own.csv: --sizes: there is no column "C size"', "fill", "points.docx", "own.csv", "--chart", "1",
                              "-o", "out.docx")
 
     def test_totals_of_a_waterfall_follow_the_author(self):

@@ -246,6 +246,7 @@ const Row rows[] = {
     {"font-size", "12", basicKinds, "/c:chartSpace/c:txPr//a:defRPr/@sz", "1200"},
     {"font-size", "10.5", basicKinds, "//c:valAx/c:txPr//a:defRPr/@sz", "1050"},
     {"font-size", nullptr, basicKinds, "/c:chartSpace/c:txPr//a:defRPr/@sz", "900"},
+    {"font-size", nullptr, basicKinds, "/c:chartSpace/c:txPr//a:schemeClr/a:lumMod/@val", "65000"},
     {"font-size", "12", basicKinds, "//c:chart/c:title//a:defRPr/@sz", "1800|1800"},
     {"frame", "", basicKinds, "count(/c:chartSpace/c:spPr/a:ln[@w > 0]/a:solidFill)", "1"},
     {"frame", nullptr, basicKinds, "count(/c:chartSpace/c:spPr/a:ln/a:noFill)", "1"},
