@@ -145,6 +145,9 @@ report::ChartData readChartData(py::handle value)
     data.categoryValues = readNumbers(value, "category_values", count, "category");
     data.categoryFormat = readText(value.attr("category_format"), "category_format");
     data.levels = readField(value, "levels", [&](const py::object& list) { return readLevels(list, count); });
+    data.categoryNames = readField(value, "category_names", [&](const py::object& list) {
+        return requireSize(readTexts(list), data.levels.size() + 1, "level and one for the categories");
+    });
     data.totals = readField(value, "totals", readTexts);
     data.series =
         readField(value, "series", [&](const py::object& list) { return readSeries(list, *data.dataSet); });
@@ -163,7 +166,8 @@ py::object makeChartData(const report::ChartData& data)
     for (const auto& details : data.series) series.append(makeDetails(detailsType, details));
     const auto set = orca::factory::HostType<std::shared_ptr<chart::DataSet>>::toHost(data.dataSet);
     return module.attr("ChartData")(toPython(orca::HostArray(set)), kind->first, data.categoryValues,
-                                    data.categoryFormat, levels, makeTexts(data.totals), series);
+                                    data.categoryFormat, levels, makeTexts(data.totals), series,
+                                    makeTexts(data.categoryNames));
 }
 
 void defineChartData(py::module_& core)

@@ -42,6 +42,7 @@ class ChartData:
     levels: further names for each category, the outermost level first; an empty text goes on with the one before.
     totals: the categories of a waterfall that show a total.
     series: in the order of the data set; may be shorter.
+    category_names: what stands above the columns of the levels and of the categories in tables and in the workbook.
     """
 
     data_set: DataSet
@@ -51,6 +52,7 @@ class ChartData:
     levels: Sequence[Sequence[str]] = ()
     totals: Sequence[str] = ()
     series: Sequence[SeriesDetails] = ()
+    category_names: Sequence[str] = ()
 
     @classmethod
     def from_dataframe(
@@ -76,7 +78,8 @@ class ChartData:
             read.categories = [cell[-1] for cell in read.categories]
         kind, values, own_format = _read_values(read.categories, category_format)
         data = _tables.make_set(place, read)
-        return cls(data, kind, values, category_format or own_format, levels)
+        names = read.category_names if len(read.category_names) == len(levels) + 1 else []
+        return cls(data, kind, values, category_format or own_format, levels, category_names=names)
 
     def check(self) -> ChartData:
         """A copy with the same data set, as the library takes it.

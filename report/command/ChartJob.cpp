@@ -38,33 +38,38 @@ std::vector<JobOption> collectOptions()
     for (const auto& option : tableOptions)
         options.push_back({option.name, option.name,
                            std::visit([](auto member) { return toJobMember(member); }, option.member),
-                           option.values, option.help, option.group, every});
+                           option.values, option.help, option.group, every, option.least});
     return options;
 }
 
-std::size_t readWholeNumber(const std::string& name, const std::string& text)
+std::size_t readWholeNumber(const JobOption& option, const std::string& text)
 {
     std::size_t number = 0;
     const auto* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc() || result.ptr != end)
-        fail("--{} {}: expected a whole number from 0.", name, quoteText(text));
+    if (result.ec != std::errc() || result.ptr != end || number < option.least)
+        fail("--{}: expected {}, got {}.", option.name, option.describeNumber(), quoteText(text));
     return number;
 }
 
 /// Stores the text of an option where it says.
 struct Store {
     ChartJob& job;
-    const std::string& name;
+    const JobOption& option;
     const std::string& text;
 
     void operator()(std::string ChartJob::*member) const { job.*member = text; }
     void operator()(std::vector<std::string> ChartJob::*member) const { job.*member = splitList(text); }
-    void operator()(std::size_t ChartJob::*member) const { job.*member = readWholeNumber(name, text); }
+    void operator()(std::size_t ChartJob::*member) const { job.*member = readWholeNumber(option, text); }
     void operator()(bool ChartJob::*member) const { job.*member = true; }
 };
 
 }  // namespace
+
+std::string JobOption::describeNumber() const
+{
+    return fmt::format("a whole number, {} or more", least);
+}
 
 const char* JobOption::getValueName() const
 {
@@ -83,7 +88,7 @@ const std::vector<JobOption>& getJobOptions()
 void setFromText(ChartJob& job, const std::string& name, const std::string& text)
 {
     for (const auto& option : getJobOptions())
-        if (name == option.name) return std::visit(Store{job, name, text}, option.member);
+        if (name == option.name) return std::visit(Store{job, option, text}, option.member);
     const auto& option = *findOption(name);
     const auto shown = "--" + name;
     setOption(job.options, option, readOptionText(option, text, shown), shown);

@@ -46,11 +46,15 @@ struct JobOption {
     const char* help;
     const char* group;
     JobUse use;
+    /// The least number.
+    unsigned least = 0;
 
     bool isFor(JobUse wanted) const
     {
         return (static_cast<unsigned>(use) & static_cast<unsigned>(wanted)) != 0;
     }
+    /// "a whole number, 1 or more", of a number.
+    std::string describeNumber() const;
     /// One word for the value in help.
     const char* getValueName() const;
 };

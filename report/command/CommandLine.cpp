@@ -48,18 +48,33 @@ CommandLine::CommandLine(std::span<const Argument> arguments, const std::vector<
             else if (isJoined)
                 words_.push_back({&argument, word.substr(isLong ? equals + 1 : 2)});
             else
-                words_.push_back({&argument, words[++i]});
+                words_.push_back({&argument, takeValue(argument, words[++i])});
         }
     }
     requireOnce();
 }
 
-const Argument& CommandLine::find(const std::string& word) const
+/// A word that is an option is hardly meant as a value, which has been forgotten.
+const std::string& CommandLine::takeValue(const Argument& argument, const std::string& word) const
+{
+    if (findKnown(word.substr(0, word.find('='))) != nullptr)
+        misused("--{}: expected a value, {}, got the option {}; --{}={} takes it as a value.", argument.name,
+                argument.value, quoteText(word), argument.name, word);
+    return word;
+}
+
+const Argument* CommandLine::findKnown(const std::string& word) const
 {
     for (const auto& argument : arguments_)
         if (word == "--" + argument.name ||
             (argument.letter != 0 && word == std::string{'-', argument.letter}))
-            return argument;
+            return &argument;
+    return nullptr;
+}
+
+const Argument& CommandLine::find(const std::string& word) const
+{
+    if (const auto* known = findKnown(word)) return *known;
     std::vector<std::string> names;
     for (const auto& argument : arguments_)
         if (!argument.group.empty()) names.push_back("--" + argument.name);

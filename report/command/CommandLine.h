@@ -38,6 +38,8 @@ class CommandLine {
     std::vector<std::string> getFiles() const;
 
  private:
+    const std::string& takeValue(const Argument& argument, const std::string& word) const;
+    const Argument* findKnown(const std::string& word) const;
     const Argument& find(const std::string& word) const;
     void requireOnce() const;
 

@@ -37,6 +37,13 @@ DataCell makeCell(const std::u16string& text)
     return {false, 0, toUtf8(text)};
 }
 
+/// Columns of levels are known again by names of ours.
+std::string nameCategories(const ChartData& data)
+{
+    const auto own = toUtf8(data.getCategoryName(0));
+    return data.levels.empty() && !own.empty() ? own : columnNames::category;
+}
+
 std::vector<DataColumn> makeCategories(const ChartData& data)
 {
     std::vector<DataColumn> columns;
@@ -47,7 +54,7 @@ std::vector<DataColumn> makeCategories(const ChartData& data)
         std::u16string text;
         for (const auto& cell : level) column.cells.push_back(makeCell(text = cell.empty() ? text : cell));
     }
-    auto& column = columns.emplace_back(DataColumn{columnNames::category});
+    auto& column = columns.emplace_back(DataColumn{nameCategories(data)});
     const auto& categories = data.dataSet->getCategories();
     for (std::size_t i = 0; i < categories.size(); ++i) {
         const bool hasValue = i < data.categoryValues.size() && std::isfinite(data.categoryValues[i]);
@@ -211,7 +218,7 @@ bool isOfPoints(const ChartData& data)
 
 std::vector<std::string> nameColumns(const ChartData& data)
 {
-    std::set<std::string> taken = {isOfPoints(data) ? columnNames::x : columnNames::category};
+    std::set<std::string> taken = {isOfPoints(data) ? columnNames::x : nameCategories(data)};
     for (std::size_t i = 1; i <= data.levels.size(); ++i)
         taken.insert(columnNames::level + std::to_string(i));
     std::vector<std::string> names;

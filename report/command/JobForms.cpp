@@ -58,8 +58,6 @@ struct JobForms {
     const Form text{.kind = Kind::Text, .what = "a text"};
     const Form path{.kind = Kind::Path, .what = "the path of a file"};
     const Form flag{.kind = Kind::Flag, .what = "true or false"};
-    const Form count{
-        .kind = Kind::Integer, .what = "a whole number, 0 or more", .minimum = 0, .maximum = 4e9};
     const Form number{.kind = Kind::Number, .what = "a number"};
     const Form textList{.kind = Kind::List, .what = "a list of texts", .items = &text};
     const Form listOrText{.kind = Kind::Any, .what = "a list of texts", .alternatives = {&textList, &text}};
@@ -79,7 +77,11 @@ struct JobForms {
     const Form* formOf(const JobOption& option)
     {
         if (std::holds_alternative<bool ChartJob::*>(option.member)) return &flag;
-        if (std::holds_alternative<std::size_t ChartJob::*>(option.member)) return &count;
+        if (std::holds_alternative<std::size_t ChartJob::*>(option.member))
+            return keep({.kind = Kind::Integer,
+                         .what = option.describeNumber(),
+                         .minimum = static_cast<double>(option.least),
+                         .maximum = 4e9});
         if (std::holds_alternative<std::vector<std::string> ChartJob::*>(option.member)) return &listOrText;
         return *option.values == '\0' ? &text : makeChoices(option.values);
     }

@@ -88,8 +88,9 @@ struct TextTable {
 };
 
 /// The table of a chart's data: a column for each level of categories, or one of X where there are none, and
-/// one for each series, with its sizes behind it. `header` stands above the categories. Of the options it
-/// takes the formats of numbers and categories, before those of the data.
+/// one for each series, with its sizes behind it. `header` stands above the categories; default: their
+/// names in the data. Of the options it takes the formats of numbers and categories, before those of the
+/// data.
 QUILLON_EXPORT TextTable makeTable(const ChartData& data, const std::string& header = {},
                                    const ChartOptions& options = {});
 

@@ -201,7 +201,8 @@ std::vector<Column> makeColumns(const ChartData& data, const std::string& header
 {
     std::vector<Column> columns;
     const auto& set = *data.dataSet;
-    for (const auto& level : data.levels) columns.push_back(makeTextColumn({}, level));
+    for (std::size_t i = 0; i < data.levels.size(); ++i)
+        columns.push_back(makeTextColumn(toCellText(data.getCategoryName(i)), data.levels[i]));
     if (set.getCategories().empty() && set.getSeriesCount() > 0)
         columns.push_back(makeNumbers(*set.getSeries(0), header, options.xFormat,
                                       [](const auto& point) { return point.getX(); }));
@@ -217,8 +218,9 @@ std::vector<Column> makeColumns(const ChartData& data, const std::string& header
 TextTable makeTable(const ChartData& data, const std::string& header, const ChartOptions& options)
 {
     TextTable table;
-    if (!data.dataSet) return {.columns = {header}};
-    for (auto& column : makeColumns(data, header, options)) {
+    const auto name = choose(header, toCellText(data.getCategoryName(data.levels.size())));
+    if (!data.dataSet) return {.columns = {name}};
+    for (auto& column : makeColumns(data, name, options)) {
         const auto index = table.columns.size();
         table.columns.push_back(column.name);
         table.rows.resize(std::max(table.rows.size(), column.cells.size()));

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "report/fill/AltTextRenewal.h"
+#include "report/fill/CategoryNames.h"
 #include "report/fill/ChartFiller.h"
 #include "report/fill/ChartFinder.h"
 #include "report/fill/ChartReader.h"
@@ -92,6 +93,7 @@ struct Template::Content {
     const Drawings& getDrawings() const;
     std::shared_ptr<const FoundChart> describePart(const std::string& part) const;
     FoundChart describeChart(std::size_t index) const;
+    std::vector<std::u16string> findCategoryNames(const std::string& part, const ChartMarkup& chart) const;
     std::string getTitle(const ChartDrawing& drawing) const;
     std::vector<std::size_t> findNamed(const std::string& key) const;
     std::size_t find(const std::string& key) const;
@@ -253,6 +255,20 @@ void Template::Content::separate(std::size_t index)
     }
 }
 
+/// A workbook that is missing or damaged says none.
+std::vector<std::u16string> Template::Content::findCategoryNames(const std::string& part,
+                                                                 const ChartMarkup& chart) const
+{
+    const auto rows = package.getRelationships(part);
+    const auto row = std::ranges::find(rows, chart.getWorkbookId(), &Relationship::id);
+    if (row == rows.end() || row->isExternal || !package.hasPart(row->target)) return {};
+    try {
+        return readCategoryNames(chart, *originals->getWorkbook(package, row->target));
+    } catch (const std::runtime_error&) {
+        return {};
+    }
+}
+
 /// `altText`: that of the drawing; it becomes what it is to be.
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
                                        const FillOptions& options, std::string& altText)
@@ -327,7 +343,11 @@ ChartData Template::getChartData(const std::string& chart) const
         throw std::runtime_error("The chart cannot be read: " + found.problem + ".");
     const auto& content = getContent();
     const auto& part = content.getDrawings()[index].chartParts[0];
-    return readChartData(content.originals->getChart(content.package, part)->part);
+    const auto read = content.originals->getChart(content.package, part);
+    auto data = readChartData(read->part);
+    data.categoryNames = content.findCategoryNames(part, read->part);
+    if (data.categoryNames.size() != data.levels.size() + 1) data.categoryNames.clear();
+    return data;
 }
 
 FillReport Template::fill(const std::string& chart, const ChartData& data, const FillOptions& options)

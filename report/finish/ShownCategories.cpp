@@ -87,7 +87,7 @@ bool suitsDateAxis(const ChartContext& context, const std::vector<double>& dates
 void prepareCategories(const ChartContext& context, ChartData& data)
 {
     auto& kind = data.categoryKind;
-    if (data.dataSet->getCategories().empty()) data.levels.clear();
+    if (data.dataSet->getCategories().empty()) data.dropLevels();
     if (!data.levels.empty()) kind = CategoryKind::Text;
     const bool isGiven = kind == CategoryKind::Date || kind == CategoryKind::Number;
     if (isGiven && data.categoryValues.empty()) readTexts(data);

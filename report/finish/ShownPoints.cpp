@@ -52,7 +52,8 @@ void findXOfCategories(const ChartContext& context, ChartData& data, std::size_t
     throw ChartError(ChartPart::describe(index, series),
                      std::string("every X is 0, and the categories are not numbers; a ") +
                          findRow(kindRows, context.kind).name +
-                         " chart needs points with X, or categories that are numbers or dates.");
+                         " chart needs points with X, or categories that are numbers or dates; "
+                         "--x names the column of a table that holds them.");
 }
 
 std::shared_ptr<chart::DataSeries> moveToCategories(const chart::DataSeries& series,
@@ -96,7 +97,7 @@ void shareX(const std::vector<std::shared_ptr<chart::DataSeries>>& series, Shown
 void preparePoints(const ChartContext& context, ShownChart& shown)
 {
     auto& data = shown.data;
-    data.levels.clear();
+    data.dropLevels();
     std::vector<std::shared_ptr<chart::DataSeries>> series;
     const auto given = *data.dataSet->getSeriesList();
     for (std::size_t i = 0; i < given.size(); ++i) {

@@ -34,6 +34,21 @@ struct ChartData {
         return index < series.size() ? series[index] : none;
     }
 
+    /// What a column of categories is called, by 0-based position, those of the levels first; empty where
+    /// `categoryNames` is shorter.
+    const std::u16string& getCategoryName(std::size_t column) const
+    {
+        static const std::u16string none;
+        return column < categoryNames.size() ? categoryNames[column] : none;
+    }
+
+    /// Leaves the innermost level, the categories.
+    void dropLevels()
+    {
+        if (categoryNames.size() > 1) categoryNames = {categoryNames.back()};
+        levels.clear();
+    }
+
     std::shared_ptr<chart::DataSet> dataSet;
     CategoryKind categoryKind = CategoryKind::Automatic;
     /// One for each category where they are dates or numbers; NaN where there is none. A date is its serial
@@ -44,6 +59,9 @@ struct ChartData {
     /// Further category columns of multi-level categories, the outermost first; each has a text for each
     /// category, empty where the level's text before it goes on.
     std::vector<std::vector<std::u16string>> levels = {};
+    /// What stands above the columns of the levels, and above that of the categories, in tables and in the
+    /// workbook: "Month".
+    std::vector<std::u16string> categoryNames = {};
     /// The categories of a waterfall that show a total.
     std::vector<std::u16string> totals = {};
     /// In the order of the data set; may be shorter.

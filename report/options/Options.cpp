@@ -66,7 +66,7 @@ void checkFont(const OptionValue& value)
 {
     constexpr std::size_t longest = 31;
     const auto length = toUtf16(std::get<std::string>(value)).size();
-    if (length > longest)
+    if (length == 0 || length > longest)
         throw std::runtime_error("expected the name of a typeface, of at most " + std::to_string(longest) +
                                  " characters, got " + std::to_string(length) + ".");
 }

@@ -19,10 +19,10 @@ bool contains(const Columns& columns, std::size_t column)
     return std::find(columns.begin(), columns.end(), column) != columns.end();
 }
 
-Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
+Columns findColumns(const TableScan& scan, const std::vector<std::string>& names, const char* option)
 {
     Columns columns;
-    for (const auto& name : names) columns.push_back(scan.findColumn(name));
+    for (const auto& name : names) columns.push_back(scan.findColumn(name, option));
     return columns;
 }
 
@@ -40,8 +40,8 @@ Columns findLevels(const TableScan& scan)
 
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
-    if (!options.category.empty()) return findColumns(scan, options.category);
-    if (!options.x.empty()) return {scan.findColumn(options.x)};
+    if (!options.category.empty()) return findColumns(scan, options.category, "--category");
+    if (!options.x.empty()) return {scan.findColumn(options.x, "--x")};
     if (auto levels = findLevels(scan); !levels.empty()) return levels;
     if (!scan.hasRowNumbers()) return {0};
     note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
@@ -58,11 +58,15 @@ Columns chooseValues(const TableScan& scan, const ChartColumns& roles, const Not
                              contains(roles.ownX, column) || roles.x == column ||
                              (column == 0 && scan.hasRowNumbers()) || scan.getNames()[column].empty();
         if (isTaken) continue;
-        if (scan.getProfile(column).isNumeric())
+        const auto name = quoteText(scan.getNames()[column]);
+        if (scan.holdsCompactDates(column))
+            note(fmt::format("{}: column {} holds dates and is left out; --dates none makes them numbers.",
+                             scan.getPlace().name, name));
+        else if (scan.getProfile(column).isNumeric())
             chosen.push_back(column);
         else
             note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out.",
-                             scan.getPlace().name, quoteText(scan.getNames()[column])));
+                             scan.getPlace().name, name));
     }
     return chosen;
 }
@@ -110,7 +114,7 @@ Columns orderPartners(const TableScan& scan, const Columns& values, std::string_
 {
     Columns partners;
     for (const auto column : values)
-        partners.push_back(scan.findColumn(scan.getNames()[column] + std::string(suffix)));
+        partners.push_back(scan.findColumn(scan.getNames()[column] + std::string(suffix), "--sizes"));
     return partners;
 }
 
@@ -118,7 +122,7 @@ Columns orderPartners(const TableScan& scan, const Columns& values, std::string_
 std::optional<std::size_t> findX(const TableScan& scan, const TableOptions& options,
                                  const TableTarget& target, const Columns& categories)
 {
-    if (!options.x.empty()) return scan.findColumn(options.x);
+    if (!options.x.empty()) return scan.findColumn(options.x, "--x");
     const bool isX = target.hasX && categories.size() == 1 && scan.getProfile(categories[0]).isNumeric();
     return isX ? std::optional(categories[0]) : std::nullopt;
 }
@@ -132,17 +136,18 @@ ChartColumns findChartColumns(const TableScan& scan, const TableOptions& options
     roles.categories = chooseCategories(scan, options, note);
     if (target.hasX && options.x.empty()) roles.ownX = findPartners(scan, columnNames::ownX);
     const bool takesSizes = target.hasSizes && options.sizes.empty();
-    roles.sizes = takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes);
-    roles.errorsPlus = findColumns(scan, options.errorsPlus);
-    roles.errorsMinus = findColumns(scan, options.errorsMinus);
+    roles.sizes =
+        takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes, "--sizes");
+    roles.errorsPlus = findColumns(scan, options.errorsPlus, "--errors-plus");
+    roles.errorsMinus = findColumns(scan, options.errorsMinus, "--errors-minus");
     roles.x = findX(scan, options, target, roles.categories);
-    if (!options.series.empty()) roles.series = scan.findColumn(options.series);
-    if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
+    if (!options.series.empty()) roles.series = scan.findColumn(options.series, "--series");
+    if (!options.value.empty()) roles.values = {scan.findColumn(options.value, "--value")};
     if (roles.series || !options.value.empty()) return roles;
     // Rows are counted where the author names no column of values.
     if (options.aggregate == "count" && options.columns.empty()) return roles;
-    roles.values =
-        options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
+    roles.values = options.columns.empty() ? chooseValues(scan, roles, note)
+                                           : findColumns(scan, options.columns, "--columns");
     if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
     if (takesSizes && !roles.sizes.empty())
         roles.sizes = orderPartners(scan, roles.values, columnNames::size);

@@ -122,7 +122,8 @@ class GridMaker {
     /// The columns stand in the order in which they are asked for here.
     Table readRoles(const TableScan& scan)
     {
-        const bool hasDates = roles_.x && !scan.getProfile(*roles_.x).isNumeric();
+        const bool hasDates =
+            roles_.x && (!scan.getProfile(*roles_.x).isNumeric() || scan.holdsCompactDates(*roles_.x));
         TableColumns series;
         TableColumns x;
         struct Part {
@@ -197,8 +198,8 @@ class GridMaker {
         static const std::vector<double> none;
         if (columns.empty()) return none;
         if (columns.size() != 1 && columns.size() != valueColumns_.size())
-            fail("{}: got {} columns for {} series; give one for each, or one for all.", option,
-                 columns.size(), valueColumns_.size());
+            fail("--{}: expected one column for each series ({}), or one for all, got {}.", option,
+                 valueColumns_.size(), columns.size());
         return columns[columns.size() == 1 ? 0 : series]->numbers;
     }
 
@@ -220,8 +221,8 @@ class GridMaker {
             GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column),
                               getOwnX(column.name)};
             series.details = {options_.aggregate == "count" ? "" : column.numberFormat,
-                              getExtra(sizeColumns_, i, "Sizes"), getExtra(plusColumns_, i, "Errors-plus"),
-                              getExtra(minusColumns_, i, "Errors-minus")};
+                              getExtra(sizeColumns_, i, "sizes"), getExtra(plusColumns_, i, "errors-plus"),
+                              getExtra(minusColumns_, i, "errors-minus")};
             grid_.series.push_back(std::move(series));
         }
     }
@@ -278,6 +279,7 @@ class GridMaker {
             for (const auto row : categories_.firstRow) texts.push_back(column.texts[row]);
             return texts;
         };
+        for (const auto* column : categoryColumns_) grid_.categoryNames.push_back(column->name);
         for (std::size_t i = 0; i + 1 < categoryColumns_.size(); ++i)
             grid_.levels.push_back(read(*categoryColumns_[i]));
         grid_.categories = read(*categoryColumns_.back());

@@ -202,6 +202,16 @@ void ColumnProfile::addDates(const std::array<std::optional<DateText>, 3>& dates
     hasEarly_ = hasEarly_ || date->serial < firstSerial;
     isAscending_ = isAscending_ && (rows_ == 1 || date->serial > lastDate_);
     lastDate_ = date->serial;
+    addDoubts(*date, text, line);
+}
+
+void ColumnProfile::addDoubts(const DateText& date, std::string_view text, std::size_t line)
+{
+    if (!firstDate_) firstDate_ = date;
+    if (date.offset != firstDate_->offset) otherOffset_.setOnce(line, text);
+    if (!date.isDoubtful) return;
+    ++doubtfulCount_;
+    doubtful_.setOnce(line, text);
 }
 
 /// Days may have a time; other units do not mix.

@@ -79,6 +79,18 @@ class ColumnProfile {
     bool hasEarlyDates() const;
     /// A date that is another day where the month comes first.
     const Sample& getDifferingDate() const { return differingDate_; }
+    /// A time whose clock is ahead of UTC by another time than those before, or says nothing of it.
+    const Sample& getOtherOffset() const { return otherOffset_; }
+    /// In a column of dates a day written as one number, as in 20240331.
+    Sample getCompactDate() const
+    {
+        return dateUnit_ != DateUnit::Month && isDate(DateOrder::DayMonthYear) ? doubtful_ : Sample{};
+    }
+    /// A month, where each may be a season over two years, as in 2010-11; not set where one may not.
+    Sample getSeason() const
+    {
+        return dateUnit_ == DateUnit::Month && doubtfulCount_ == rows_ ? doubtful_ : Sample{};
+    }
     DateUnit getDateUnit() const { return dateUnit_.value_or(DateUnit::Day); }
 
  private:
@@ -92,6 +104,7 @@ class ColumnProfile {
     void addDates(const std::array<std::optional<DateText>, 3>& dates, std::string_view text,
                   std::size_t line);
     bool suitsUnit(const DateText& date);
+    void addDoubts(const DateText& date, std::string_view text, std::size_t line);
     bool staysDates() const;
     const UnitCount* findSymbol() const;
 
@@ -119,6 +132,10 @@ class ColumnProfile {
     bool mayBeDates_ = true;
     Sample differingDate_;
     std::optional<DateUnit> dateUnit_;
+    std::optional<DateText> firstDate_;
+    Sample otherOffset_;
+    Sample doubtful_;
+    std::size_t doubtfulCount_ = 0;
     double lastDate_ = 0;
     bool hasEarly_ = false;
     bool isAscending_ = true;

@@ -28,6 +28,7 @@ class Reader {
         } else if (const auto order = scan.chooseDateOrder(request.column, note)) {
             column.kind = ColumnKind::Date;
             dateOrder_ = *order;
+            showsUtc_ = scan.getProfile(request.column).getOtherOffset().isSet();
             column.dateUnit = scan.getProfile(request.column).getDateUnit();
             column.numberFormat = getDateFormat(column.dateUnit);
         }
@@ -51,7 +52,9 @@ class Reader {
     {
         if (cell.kind == CellKind::Date) return cell.number;
         const auto date = readDate(writeCell(cell), dateOrder_);
-        return date ? date->serial : none;
+        if (!date) return none;
+        constexpr double minutesOfDay = 24 * 60;
+        return showsUtc_ ? date->serial - date->offset.value_or(0) / minutesOfDay : date->serial;
     }
 
     double readValue(const Cell& cell, std::size_t line) const
@@ -88,7 +91,15 @@ class Reader {
                                other == '.' ? "comma" : "point");
         if (text.find_first_of("0123456789") == std::string::npos)
             return "; --missing names texts that stand for no value.";
-        return ".";
+        return fmt::format("{}; --missing and --gaps make it a gap, and --columns chooses other columns.",
+                           hasLetter(text) ? ", perhaps with a letter for a digit" : "");
+    }
+
+    /// Whether a letter stands where a digit is meant, as in "5o" and "l2".
+    bool hasLetter(std::string text) const
+    {
+        for (auto& c : text) c = c == 'o' || c == 'O' ? '0' : c == 'l' || c == 'I' ? '1' : c;
+        return readNumber(text, reading_.style).has_value();
     }
 
     const TableScan& scan_;
@@ -96,6 +107,7 @@ class Reader {
     const TableOptions& options_;
     ColumnProfile::Reading reading_;
     DateOrder dateOrder_ = DateOrder::DayMonthYear;
+    bool showsUtc_ = false;
 };
 
 }  // namespace

@@ -54,8 +54,8 @@ std::string_view takeWhile(std::string_view& text, Accept accept)
 /// there.
 char readMark(std::string_view between)
 {
-    if (between == "-" || between == "/" || between == ".") return between.front();
-    if (between == " " || between == ", " || between == ". " || between == "," || between == " '") return ' ';
+    if (between == "-" || between == "/" || between == "." || between == ". ") return between.front();
+    if (between == " " || between == ", " || between == "," || between == " '" || between == "'") return ' ';
     return '\0';
 }
 
@@ -118,10 +118,10 @@ bool isQuarterWord(const Token& token)
 
 std::optional<DateText> readQuarter(const Token& quarter, const Token& year)
 {
-    if (!quarter.isNumber || quarter.size() != 1 || !isFullYear(year)) return std::nullopt;
+    if (!quarter.isNumber || quarter.size() != 1) return std::nullopt;
     const auto number = quarter.getNumber();
     if (number < 1 || number > 4) return std::nullopt;
-    return makeDate(year.getNumber(), 3 * number - 2, 1, DateUnit::Quarter);
+    return makeDate(readYear(year), 3 * number - 2, 1, DateUnit::Quarter);
 }
 
 std::optional<DateText> readMonthOfYear(const Token& a, const Token& b)
@@ -134,8 +134,11 @@ std::optional<DateText> readMonthOfYear(const Token& a, const Token& b)
     if (a.isNumber && !b.isNumber)
         return isFullYear(a) ? makeDate(a.getNumber(), findMonth(b.text), 1, unit) : std::nullopt;
     if (!a.isNumber || b.mark == ' ' || b.mark == '\0') return std::nullopt;
-    if (isFullYear(a) && b.size() == 2 && b.mark != '.')
-        return makeDate(a.getNumber(), b.getNumber(), 1, unit);
+    if (isFullYear(a) && b.size() == 2 && b.mark != '.') {
+        auto date = makeDate(a.getNumber(), b.getNumber(), 1, unit);
+        if (date) date->isDoubtful = (a.getNumber() + 1) % 100 == b.getNumber();
+        return date;
+    }
     const bool isMonth = a.size() == 2 || (a.size() == 1 && b.mark == '/');
     return isMonth && isFullYear(b) ? makeDate(b.getNumber(), a.getNumber(), 1, unit) : std::nullopt;
 }
@@ -176,12 +179,25 @@ std::optional<DateText> readThree(const Tokens& t, DateOrder order)
     return std::nullopt;
 }
 
+/// 20240331, of a year from 1900 to 2099: other numbers are hardly dates.
+std::optional<DateText> readCompact(const Token& token)
+{
+    if (!token.isNumber || token.size() != 8) return std::nullopt;
+    const auto number = token.getNumber();
+    const auto year = number / 10'000;
+    if (year < 1900 || year > 2099) return std::nullopt;
+    auto date = makeDate(year, number / 100 % 100, number % 100, DateUnit::Day);
+    if (date) date->isDoubtful = true;
+    return date;
+}
+
 std::optional<DateText> readDay(std::string_view text, DateOrder order)
 {
     const auto tokens = split(text);
     if (!tokens) return std::nullopt;
     const auto& t = *tokens;
-    if (t.count == 1 && isFullYear(t[0])) return makeDate(t[0].getNumber(), 1, 1, DateUnit::Year);
+    if (t.count == 1)
+        return isFullYear(t[0]) ? makeDate(t[0].getNumber(), 1, 1, DateUnit::Year) : readCompact(t[0]);
     if (t.count == 2) return readMonthOfYear(t[0], t[1]);
     if (t.count == 3) return readThree(t, order);
     return std::nullopt;
@@ -214,17 +230,37 @@ std::optional<double> takeSeconds(std::string_view& text)
     return seconds;
 }
 
-/// Whether "", "Z", "+02:00" or "+0200" is left: the clock's time counts, so that the zone is read over.
-bool isZone(std::string_view text)
+/// A time of day.
+struct Clock {
+    /// The part of a day.
+    double time = 0;
+    /// As in DateText.
+    std::optional<int> offset = {};
+};
+
+/// Reads what is left behind a time: "", "Z", "UTC", "+02:00" or "+0200". False for anything else.
+bool readZone(std::string_view text, std::optional<int>& offset)
 {
-    if (text.empty() || text == "Z") return true;
+    text = trim(text, " ");
+    if (text.empty()) return true;
+    offset = 0;
+    if (text == "Z" || text == "UTC" || text == "GMT") return true;
+    const int sign = text.front() == '-' ? -1 : 1;
     if (text.front() != '+' && text.front() != '-') return false;
     text.remove_prefix(1);
-    const auto hours = takeWhile(text, isDigit);
-    if (text.starts_with(':')) text.remove_prefix(1);
-    const auto minutes = takeWhile(text, isDigit);
-    return text.empty() &&
-           (hours.size() == 4 || (hours.size() == 2 && (minutes.empty() || minutes.size() == 2)));
+    const auto digits = takeWhile(text, isDigit);
+    auto hours = digits.substr(0, 2);
+    auto minutes = digits.substr(hours.size());
+    if (text.starts_with(':') && minutes.empty()) {
+        text.remove_prefix(1);
+        minutes = takeWhile(text, isDigit);
+    }
+    if (!text.empty() || hours.size() != 2 || (!minutes.empty() && minutes.size() != 2)) return false;
+    const auto hour = takeClockNumber(hours, 24);
+    const auto minute = minutes.empty() ? 0 : takeClockNumber(minutes, 60);
+    if (!hour || !minute) return false;
+    offset = sign * static_cast<int>(*hour * 60 + *minute);
+    return true;
 }
 
 /// The hour of a clock with twelve hours; nothing where it has no such hour.
@@ -239,8 +275,8 @@ std::optional<unsigned> applyHalf(unsigned hour, std::string_view& rest)
     return hour % 12 + (isEvening ? 12 : 0);
 }
 
-/// The part of a day, as in 17:30, 5:30:15.5 PM.
-std::optional<double> readTime(std::string_view text)
+/// Reads 17:30, 5:30:15.5 PM, 17:30+02:00.
+std::optional<Clock> readClock(std::string_view text)
 {
     auto hour = takeClockNumber(text, 24);
     if (!hour || !text.starts_with(':')) return std::nullopt;
@@ -252,8 +288,10 @@ std::optional<double> readTime(std::string_view text)
         second = takeSeconds(text);
     }
     hour = applyHalf(*hour, text);
-    if (!hour || !minute || !second || !isZone(text)) return std::nullopt;
-    return (*hour * 3600.0 + *minute * 60.0 + *second) / 86400.0;
+    Clock clock;
+    if (!hour || !minute || !second || !readZone(text, clock.offset)) return std::nullopt;
+    clock.time = (*hour * 3600.0 + *minute * 60.0 + *second) / 86400.0;
+    return clock;
 }
 
 }  // namespace
@@ -264,10 +302,10 @@ std::optional<DateText> readDate(std::string_view text, DateOrder order)
     if (text.size() < 4 || text.size() > longestDate) return std::nullopt;
     const auto start = findTime(text);
     if (start == std::string_view::npos) return readDay(text, order);
-    const auto date = readDay(trim(text.substr(0, start), " "), order);
-    const auto time = readTime(text.substr(start + 1));
-    if (!date || date->unit != DateUnit::Day || !time) return std::nullopt;
-    return DateText{date->serial + *time, DateUnit::Time};
+    const auto date = readDay(trim(text.substr(0, start), " ,"), order);
+    const auto clock = readClock(text.substr(start + 1));
+    if (!date || date->unit != DateUnit::Day || !clock) return std::nullopt;
+    return DateText{date->serial + clock->time, DateUnit::Time, clock->offset};
 }
 
 const char* getDateFormat(DateUnit unit)

@@ -18,13 +18,18 @@ struct DateText {
     /// dates.
     double serial = 0;
     DateUnit unit = DateUnit::Day;
+    /// Minutes that the clock is ahead of UTC; nothing where the text does not say.
+    std::optional<int> offset = {};
+    /// Whether it may as well be something else, which the column decides: 20240331 a number, 2010-11 a
+    /// season over two years.
+    bool isDoubtful = false;
 };
 
 /// Reads a date: 2024-03-31, 31.3.2024, 31/3/24, 3/31/2024 5:30 PM, 2024-03-31T17:30:00Z, 2024, 2024-03, Q1
-/// 2024, March 2024, "31. März 2024", Jan-24. Months go by their names in the system's language and common
-/// European ones. A zone behind the time is left out: the clock's time counts. Where numbers alone stand for
-/// day, month and year, `order` says which is which; four digits in front are always a year, and points part
-/// day, month and year. Nothing where the text is no date in this order, or no such day exists.
+/// 2024, March 2024, "31. März 2024", Jan-24, 20240331. Months go by their names in the system's language and
+/// common European ones. The serial number is that of the clock, whatever its zone. Where numbers alone stand
+/// for day, month and year, `order` says which is which; four digits in front are always a year, and points
+/// part day, month and year. Nothing where the text is no date in this order, or no such day exists.
 std::optional<DateText> readDate(std::string_view text, DateOrder order);
 
 /// As in a cell of a worksheet: "yyyy", "mmm yy", "yyyy-mm-dd".

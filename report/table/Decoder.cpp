@@ -60,7 +60,7 @@ struct Decoder::Conversion {
         : handle(isName(toLower(name)) ? iconv_open("UTF-8", name.c_str()) : noConversion)
     {
         if (handle == noConversion)
-            fail("Encoding {}: expected a name as latin1, windows-1252 or utf-16{}", quoteText(name),
+            fail("--encoding: expected a name as latin1, windows-1252 or utf-16, got {}{}", quoteText(name),
                  suggestName(name, knownEncodings));
     }
     ~Conversion() { iconv_close(handle); }

@@ -277,9 +277,8 @@ void DelimitedSource::read(const Handler& handler)
     builder.rethrow();
     if (!isParsed || (pending > longestCell && !builder.isDone()))
         fail(
-            "{}: a quote is not closed, or stands inside a field; quote the whole field and double each "
-            "quote in "
-            "it.",
+            "{}: a field that begins here has a quote that is not closed, or stands inside it; quote the "
+            "whole field and double each quote in it.",
             getPlace().at(builder.getLine()));
     isChecked_ = isChecked_ || !builder.isDone();
 }

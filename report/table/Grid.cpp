@@ -266,6 +266,7 @@ ChartData makeChartData(const Grid& grid)
         data.categoryValues = grid.positions;
         data.categoryFormat = grid.positionFormat;
     }
+    data.categoryNames = toCellTexts(grid, grid.categoryNames);
     for (const auto& level : grid.levels) data.levels.push_back(toCellTexts(grid, level));
     blankRepeated(data.levels);
     return data;

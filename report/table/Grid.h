@@ -23,6 +23,8 @@ struct Grid {
     /// The file, for sentences.
     std::string name = {};
     std::vector<std::string> categories = {};
+    /// Of the levels and of the categories; empty where they are no column of the table.
+    std::vector<std::string> categoryNames = {};
     /// Outer levels of the categories, the outermost first; a text for each category.
     std::vector<std::vector<std::string>> levels = {};
     /// Text, or Date or Number with positions.

@@ -43,7 +43,8 @@ Preview readPreview(RowSource& source)
     return preview;
 }
 
-/// The number of cells on which most rows agree, without the columns at the end that are always empty.
+/// The number of cells on which most rows agree, the larger of two that are as frequent, without the columns
+/// at the end that are always empty.
 std::size_t findWidth(const Preview& preview)
 {
     std::map<std::size_t, std::size_t> counts;
@@ -51,7 +52,10 @@ std::size_t findWidth(const Preview& preview)
     for (const auto& row : preview)
         if (row.cells.size() > 1) ++counts[row.cells.size()];
     for (const auto& row : preview)
-        if (row.cells.size() > 1 && counts[row.cells.size()] > counts[width]) width = row.cells.size();
+        if (const auto size = row.cells.size(); size > 1)
+            width = std::max(width, size, [&](auto a, auto b) {
+                return std::pair(counts[a], a) < std::pair(counts[b], b);
+            });
     const auto isFilled = [&](const PreviewRow& row) { return !row.getCell(width - 1).empty(); };
     while (width > 1 && std::none_of(preview.begin(), preview.end(), isFilled)) --width;
     return width;

@@ -10,20 +10,26 @@
 namespace quillon::report {
 namespace {
 
-/// The kinds of blank that stand in numbers: plain, no-break, narrow no-break, thin, figure space.
-constexpr std::array<std::string_view, 5> blanks = {" ", "\u00A0", "\u202F", "\u2009", "\u2007"};
+/// The kinds of blank that stand in numbers: plain, no-break, narrow no-break, thin, figure space, and those
+/// without width, which web pages leave behind.
+constexpr std::array<std::string_view, 7> blanks = {" ",      "\u00A0", "\u202F", "\u2009",
+                                                    "\u2007", "\u200B", "\uFEFF"};
 constexpr std::array<std::string_view, 2> apostrophes = {"'", "\u2019"};
-constexpr std::array<std::string_view, 2> minuses = {"-", "\u2212"};
+/// Typed, typographic, and the dash that programs make of a typed one.
+constexpr std::array<std::string_view, 3> minuses = {"-", "\u2212", "\u2013"};
+/// What stands in prices in place of the cents: 5,- and 5.—
+constexpr std::array<std::string_view, 3> dashes = {"-", "\u2013", "\u2014"};
 
 /// Longer symbols first, where one begins another.
 constexpr std::string_view currencies[] = {
-    "US$", "CA$", "AU$", "NZ$", "HK$", "A$",  "C$",  "R$",  "$",   "€",   "£",   "¥",   "₹",   "₽", "₩",
-    "₺",   "₴",   "₪",   "₫",   "฿",   "zł",  "Kč",  "Ft",  "kr.", "kr",  "Fr.", "Fr",  "лв.", "lei", "AED",
-    "ARS", "AUD", "BGN", "BRL", "CAD", "CHF", "CLP", "CNY", "COP", "CZK", "DKK", "EGP", "EUR", "GBP", "HKD",
-    "HUF", "IDR", "ILS", "INR", "ISK", "JPY", "KES", "KRW", "MXN", "MYR", "NGN", "NOK", "NZD", "PHP", "PLN",
-    "RON", "RSD", "RUB", "SAR", "SEK", "SGD", "THB", "TRY", "TWD", "UAH", "USD", "VND", "ZAR"};
+    "US$", "CA$", "AU$", "NZ$", "HK$", "A$",  "C$",  "R$",  "$",   "€",   "£",   "¥",   "￥",  "₹",   "₽",
+    "₩",   "₺",   "₴",   "₪",   "₫",   "฿",   "zł",  "Kč",  "Ft",  "kr.", "kr",  "Fr.", "Fr",  "лв.", "lei",
+    "AED", "ARS", "AUD", "BGN", "BRL", "CAD", "CHF", "CLP", "CNY", "COP", "CZK", "DKK", "EGP", "EUR", "GBP",
+    "HKD", "HUF", "IDR", "ILS", "INR", "ISK", "JPY", "KES", "KRW", "MXN", "MYR", "NGN", "NOK", "NZD", "PHP",
+    "PLN", "RON", "RSD", "RUB", "SAR", "SEK", "SGD", "THB", "TRY", "TWD", "UAH", "USD", "VND", "ZAR"};
 
-constexpr std::array<std::string_view, 7> missingMarks = {"n/a", "na", "nan", "null", "-", "#n/a", "."};
+constexpr std::array<std::string_view, 9> missingMarks = {"n/a",  "na", "nan",    "null",  "-",
+                                                          "#n/a", ".",  "\u2013", "\u2014"};
 
 /// The length of the first of `texts` with which `text` starts; 0: none does.
 template <typename Texts>
@@ -60,7 +66,7 @@ class Peeler {
 
     void peel()
     {
-        while (trim() || takeSign() || takeBrackets() || takeUnit()) continue;
+        while (trim() || takeNoCents() || takeSign() || takeBrackets() || takeUnit()) continue;
     }
 
     NumberText number;
@@ -73,6 +79,16 @@ class Peeler {
         const auto back = matchEnd(number.digits, blanks);
         number.digits.remove_suffix(back);
         return front + back > 0;
+    }
+
+    bool takeNoCents()
+    {
+        auto text = number.digits;
+        while (const auto size = matchEnd(text, dashes)) text.remove_suffix(size);
+        if (text.size() == number.digits.size() || !(text.ends_with(',') || text.ends_with('.')))
+            return false;
+        number.digits = text;
+        return true;
     }
 
     bool takeSign()
@@ -277,8 +293,12 @@ bool isMissing(std::string_view cell, const std::vector<std::string>& further)
 {
     if (std::find(further.begin(), further.end(), cell) != further.end()) return true;
     constexpr std::size_t longestMark = 4;
-    if (cell.empty() || cell.size() > longestMark || isDigit(cell.front())) return false;
-    return std::find(missingMarks.begin(), missingMarks.end(), toLower(cell)) != missingMarks.end();
+    if (cell.starts_with(' ') || cell.ends_with(' '))
+        cell = quillon::trim(cell, " ");
+    else if (cell.empty() || cell.size() > longestMark || isDigit(cell.front()))
+        return false;
+    return cell.empty() ||
+           std::find(missingMarks.begin(), missingMarks.end(), toLower(cell)) != missingMarks.end();
 }
 
 std::vector<NumberStyle> listStyles(const TableOptions& options)

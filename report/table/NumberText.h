@@ -56,7 +56,8 @@ std::optional<Digits> readDigits(std::string_view digits, const NumberStyle& sty
 /// The value of a cell: sign applied, percent divided. Nothing where it holds no number in this style.
 std::optional<double> readNumber(std::string_view cell, const NumberStyle& style);
 
-/// Whether a cell stands for no value: N/A, NA, NaN, null, -, #N/A, "." in any case, or one of `further`.
+/// Whether a cell stands for no value: N/A, NA, NaN, null, -, #N/A, "." in any case, blanks alone, or one of
+/// `further`.
 bool isMissing(std::string_view cell, const std::vector<std::string>& further);
 
 /// The styles that the options leave open: with '.' first, then with ','.

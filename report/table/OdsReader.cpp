@@ -120,6 +120,7 @@ class SheetListener : public XmlListener {
     {
         text_.clear();
         cellRepeats_ = readCount(attributes, "number-columns-repeated");
+        isFormula_ = !getAttribute(attributes, "formula").empty();
         type_ = getAttribute(attributes, "value-type");
         currency_ = getAttribute(attributes, "currency");
         value_ = getAttribute(attributes, type_ == "date" ? "date-value" : "value");
@@ -131,9 +132,12 @@ class SheetListener : public XmlListener {
 
     void endCell()
     {
-        SheetCell cell{0, column_};
+        SheetCell cell{row_, column_};
         column_ = advance(column_, cellRepeats_);
-        if (type_.empty() && text_.empty()) return;
+        if (value_.empty() && text_.empty()) {
+            if (isFormula_ && type_ != "string") sheet_.addEmptyFormula(cell);
+            return;
+        }
         if (!readNumber(cell) && !readDay(cell)) cell.text = sheet_.addText(text_);
         for (std::int32_t i = 0; i < cellRepeats_; ++i, ++cell.column) {
             if (rowCells_.size() > limits::columns) fail("it has more than {} columns", limits::columns);
@@ -184,6 +188,7 @@ class SheetListener : public XmlListener {
     std::int32_t rowRepeats_ = 1;
     std::int32_t cellRepeats_ = 1;
     std::vector<SheetCell> rowCells_;
+    bool isFormula_ = false;
     std::string type_;
     std::string value_;
     std::string currency_;

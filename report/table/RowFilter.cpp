@@ -18,7 +18,7 @@ std::size_t findEquals(const std::string& condition)
         if (condition[i] == '"' && condition.starts_with('"')) isQuoted = !isQuoted;
         if (condition[i] == '=' && !isQuoted) return i;
     }
-    fail("Where {}: expected a column and a text, as in region=North.", quoteText(condition));
+    fail("--where: expected a column and a text, as in region=North, got {}.", quoteText(condition));
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ class Parter {
     Parter(const TableScan& scan, const std::string& by)
         : scan_(scan),
           by_(by),
-          column_(scan.findColumn(by)),
+          column_(scan.findColumn(by, "\"by\"")),
           isHeld_(scan.getRowCount() * scan.getNames().size() <= limits::storedCells)
     {
     }

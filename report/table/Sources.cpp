@@ -96,7 +96,7 @@ SourceKind findKind(InputFile& file, const std::string& path)
 struct SourceOption {
     const char* name;
     SourceKind kind;
-    std::string TableOptions::*member;
+    TableOption::Member member;
     const char* kindName;
 };
 constexpr std::array sourceOptions = {
@@ -104,13 +104,15 @@ constexpr std::array sourceOptions = {
     SourceOption{"--encoding", SourceKind::Delimited, &TableOptions::encoding, "CSV and TSV files"},
     SourceOption{"--sheet", SourceKind::Workbook, &TableOptions::sheet, "workbooks"},
     SourceOption{"--range", SourceKind::Workbook, &TableOptions::range, "workbooks"},
+    SourceOption{"--hidden-cells", SourceKind::Workbook, &TableOptions::hiddenCells, "workbooks"},
     SourceOption{"--query", SourceKind::Database, &TableOptions::query, "SQLite databases"},
 };
 
 void refuseForeignOptions(SourceKind kind, const TableOptions& options, const std::string& name)
 {
+    const auto isGiven = [&options](auto member) { return options.*member != TableOptions().*member; };
     for (const auto& option : sourceOptions)
-        if (option.kind != kind && !(options.*option.member).empty())
+        if (option.kind != kind && std::visit(isGiven, option.member))
             fail("{}: {} is for {}, which the file is not.", name, option.name, option.kindName);
     const bool hasHeaderRow = kind == SourceKind::Delimited || kind == SourceKind::Workbook;
     if (!hasHeaderRow && (options.skip > 0 || options.noHeader))

@@ -28,7 +28,7 @@ Table readTable(const std::string& path, const TableOptions& options, const List
     };
     if (options.columns.empty())
         for (std::size_t column = 0; column < scan.getNames().size(); ++column) request(column);
-    for (const auto& name : options.columns) request(scan.findColumn(name));
+    for (const auto& name : options.columns) request(scan.findColumn(name, "--columns"));
     return readColumns(scan, requests, options, note);
 }
 

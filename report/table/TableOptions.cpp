@@ -15,18 +15,12 @@ constexpr auto reading = "How cells are read";
 constexpr auto choice = "What becomes the chart";
 constexpr auto shape = "How the data is shaped";
 
-std::string capitalize(std::string name)
-{
-    name.front() = static_cast<char>(name.front() - ('a' - 'A'));
-    return name;
-}
-
 void checkValue(const TableOption& option, const std::string& value)
 {
     if (value.empty() || *option.values == '\0') return;
     const auto allowed = splitValues(option.values);
     if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) return;
-    fail("{} {}: expected {}{}", capitalize(option.name), quoteText(value), joinNames(allowed),
+    fail("--{}: expected {}, got {}{}", option.name, joinNames(allowed), quoteText(value),
          suggestName(value, allowed));
 }
 
@@ -70,13 +64,14 @@ void checkTogether(const TableOptions& o)
 
 }  // namespace
 
-const std::array<TableOption, 28> tableOptions = {{
+const std::array<TableOption, 29> tableOptions = {{
     {"delimiter", &TableOptions::delimiter, "comma|semicolon|tab|pipe",
      "what stands between cells: comma, semicolon, tab or pipe (default: what the rows show)", source},
     {"sheet", &TableOptions::sheet, "",
      "the sheet of a workbook, by name or as #2 for the second (default: the first)", source},
     {"range", &TableOptions::range, "", "the cells of the sheet, as in B3:F20 (default: all that are filled)",
      source},
+    {"hidden-cells", &TableOptions::hiddenCells, "", "read hidden rows and columns of the sheet too", source},
     {"query", &TableOptions::query, "",
      "the SELECT that gives the rows of a database (default: its only table)", source},
     {"encoding", &TableOptions::encoding, "",
@@ -119,7 +114,7 @@ const std::array<TableOption, 28> tableOptions = {{
     {"transpose", &TableOptions::transpose, "", "make series of the rows, and categories of the columns",
      shape},
     {"top", &TableOptions::top, "",
-     "keep this many categories with the largest values; add up the rest as Other", shape},
+     "keep this many categories with the largest values; add up the rest as Other", shape, 1},
     {"sort", &TableOptions::sort, "value|category|descending",
      "order the categories by value (smallest first), category (A to Z, or by date) or descending (largest "
      "first)",

@@ -17,6 +17,8 @@ struct TableOptions {
     std::string sheet = {};
     /// Cells of the sheet, "B3:F20". Default: all that hold something.
     std::string range = {};
+    /// Whether hidden rows and columns of the sheet are read too.
+    bool hiddenCells = false;
     /// A SELECT for a database. Default: all rows, where the database has one table.
     std::string query = {};
     /// Any name that iconv knows. Default: UTF-8, or UTF-16 where the file shows it.
@@ -76,9 +78,11 @@ struct TableOption {
     /// One sentence for the author.
     const char* help;
     const char* group;
+    /// The least number.
+    unsigned least = 0;
 };
 
-extern const std::array<TableOption, 28> tableOptions;
+extern const std::array<TableOption, 29> tableOptions;
 
 /// "a|b" in parts; none for an empty text.
 std::vector<std::string> splitValues(const std::string& values);

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <charconv>
 
+#include "report/options/ListText.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
+#include "report/table/DateChoice.h"
 #include "report/table/Fail.h"
 
 namespace quillon::report {
@@ -21,17 +23,10 @@ std::size_t countCells(const Row& row)
     return count;
 }
 
-/// The order that the option dates names.
-std::optional<DateOrder> findOrder(std::string_view name)
+/// Whether a name with a comma, typed without quotes, gives this item of a list.
+bool isPart(const std::string& item, const std::string& name)
 {
-    if (name == "dmy") return DateOrder::DayMonthYear;
-    if (name == "mdy") return DateOrder::MonthDayYear;
-    return name == "ymd" ? std::optional(DateOrder::YearMonthDay) : std::nullopt;
-}
-
-std::string describeCell(const Sample& cell)
-{
-    return cell.text.empty() ? "an empty cell" : quoteText(cell.text);
+    return name.starts_with(item + ",") || (name.find(',') != std::string::npos && name.ends_with(item));
 }
 
 bool holdsWords(std::string_view text)
@@ -82,10 +77,10 @@ RowFilter TableScan::makeFilter() const
     std::vector<RowFilter::Condition> conditions;
     for (const auto& condition : options_.where) {
         const auto [name, text] = splitCondition(condition);
-        conditions.push_back({findColumn(name), text});
+        conditions.push_back({findColumn(name, "--where"), text});
     }
     std::vector<std::size_t> dropColumns;
-    for (const auto& name : options_.category) dropColumns.push_back(findColumn(name));
+    for (const auto& name : options_.category) dropColumns.push_back(findColumn(name, "--category"));
     // Without a category column it is the first, or the second where that numbers the rows.
     if (dropColumns.empty()) dropColumns.push_back(0);
     if (options_.category.empty() && hasUnnamedFirst()) dropColumns.push_back(1);
@@ -170,7 +165,7 @@ void TableScan::requireNames() const
                 getPlace().at(layout_.headerLine), i + 1);
 }
 
-std::size_t TableScan::findColumn(const std::string& name) const
+std::size_t TableScan::findColumn(const std::string& name, const char* option) const
 {
     const auto& names = layout_.names;
     const auto found = std::find(names.begin(), names.end(), name);
@@ -180,8 +175,12 @@ std::size_t TableScan::findColumn(const std::string& name) const
     if (name.starts_with('#') && std::from_chars(name.data() + 1, end, position).ptr == end &&
         position >= 1 && position <= names.size())
         return position - 1;
-    fail("{}: there is no column {}; the columns are {}{}", getPlace().name, quoteText(name),
-         listNames(names), suggestName(name, names));
+    const auto whole = std::ranges::find_if(names, [&](const auto& one) { return isPart(name, one); });
+    fail("{}: {}: there is no column {}; the columns are {}{}", getPlace().name, option, quoteText(name),
+         listNames(names),
+         whole == names.end() ? suggestName(name, names)
+                              : fmt::format("; a name with a comma stands in double quotes, as in '{}'.",
+                                            putInQuotes(*whole)));
 }
 
 bool TableScan::decides(const ColumnProfile& profile, char decimal) const
@@ -242,63 +241,8 @@ void TableScan::refuseAmbiguous(std::size_t column) const
 
 std::optional<DateOrder> TableScan::chooseDateOrder(std::size_t column, const Note& note) const
 {
-    const auto& profile = profiles_[column];
-    const auto isDate = [&](DateOrder order) { return profile.isDate(order); };
-    if (options_.dates == "none") return std::nullopt;
-    if (const auto asked = findOrder(options_.dates)) {
-        if (isDate(*asked)) return asked;
-        noteOtherOrder(column, *asked, note);
-        return std::nullopt;
-    }
-    const bool dayFirst = isDate(DateOrder::DayMonthYear);
-    const bool monthFirst = isDate(DateOrder::MonthDayYear);
-    const bool isAmbiguous = dayFirst && monthFirst && profile.getDifferingDate().isSet();
-    if (isAmbiguous) noteAmbiguousDate(column, note);
-    if (!dayFirst && !monthFirst) noteMisfit(column, note);
-    if (isAmbiguous || (!dayFirst && !monthFirst)) return std::nullopt;
-    return dayFirst ? DateOrder::DayMonthYear : DateOrder::MonthDayYear;
-}
-
-void TableScan::noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const
-{
-    const auto misfit = profiles_[column].getMisfit(asked);
-    note(fmt::format(
-        "{}: column {} does not hold dates as --dates {} says{}; its texts are shown as they are.",
-        misfit.isSet() ? getPlace().at(misfit.line) : getPlace().name, quoteText(layout_.names[column]),
-        options_.dates, misfit.isSet() ? ": got " + describeCell(misfit) : ""));
-}
-
-void TableScan::noteAmbiguousDate(std::size_t column, const Note& note) const
-{
-    const auto& sample = profiles_[column].getDifferingDate();
-    note(
-        fmt::format("{}: column {}: {} can be {} or {}; --dates dmy or --dates mdy settles it. Its texts are "
-                    "shown as they "
-                    "are.",
-                    getPlace().at(sample.line), quoteText(layout_.names[column]), quoteText(sample.text),
-                    writeIsoDate(readDate(sample.text, DateOrder::DayMonthYear)->serial),
-                    writeIsoDate(readDate(sample.text, DateOrder::MonthDayYear)->serial)));
-}
-
-/// A column that would be all dates but for one cell names that cell; early dates are told of.
-void TableScan::noteMisfit(std::size_t column, const Note& note) const
-{
-    const auto& profile = profiles_[column];
-    if (profile.hasEarlyDates())
-        return note(
-            fmt::format("{}: column {} holds dates before March 1900, for which worksheets have no "
-                        "numbers; its texts are shown as they are.",
-                        getPlace().name, quoteText(layout_.names[column])));
-    const auto dayFirst = profile.getMisfit(DateOrder::DayMonthYear);
-    const auto misfit = dayFirst.isSet() ? dayFirst : profile.getMisfit(DateOrder::MonthDayYear);
-    // A total is told of by itself.
-    if (!misfit.isSet() || namesTotal(misfit.text)) return;
-    note(
-        fmt::format("{}: column {}: {} stands among dates and is none, so that the texts are shown as they "
-                    "are; {}--dates "
-                    "none says that this is right.",
-                    getPlace().at(misfit.line), quoteText(layout_.names[column]), describeCell(misfit),
-                    misfit.text.empty() ? "" : "--drop leaves its row out, and "));
+    return report::chooseDateOrder({profiles_[column], getPlace(), layout_.names[column], options_.dates},
+                                   note);
 }
 
 void TableScan::readRows(const RowSource::Handler& handler) const

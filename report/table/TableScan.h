@@ -36,15 +36,21 @@ class TableScan {
     /// For a part of the rows, which is then read as the whole table is.
     std::shared_ptr<StoredRows> makeEmptyRows() const;
 
-    /// The position of a column by its name, or by "#3".
+    /// The position of a column by its name, or by "#3". Option: that which names it, "--columns".
     /// Throws: std::runtime_error that lists the columns, and names the one that was probably meant.
-    std::size_t findColumn(const std::string& name) const;
+    std::size_t findColumn(const std::string& name, const char* option) const;
     /// How a column of numbers is read: as its cells decide, then the other columns, then the kind of file.
     /// Throws: std::runtime_error for mixed units, and with both readings for what stays ambiguous.
     const ColumnProfile::Reading& chooseReading(std::size_t column) const;
     /// The order of day, month and year of a column of dates; nothing where it holds none, or stays
     /// ambiguous, of which `note` hears.
     std::optional<DateOrder> chooseDateOrder(std::size_t column, const Note& note) const;
+
+    /// Whether its numbers are days, as in 20240331.
+    bool holdsCompactDates(std::size_t column) const
+    {
+        return options_.dates != "none" && profiles_[column].getCompactDate().isSet();
+    }
 
     /// Hands out the rows that are kept, each with a cell for every column.
     void readRows(const RowSource::Handler& handler) const;
@@ -69,9 +75,6 @@ class TableScan {
     bool decides(const ColumnProfile& profile, char decimal) const;
     std::optional<char> findDecimal() const;
     [[noreturn]] void refuseAmbiguous(std::size_t column) const;
-    void noteOtherOrder(std::size_t column, DateOrder asked, const Note& note) const;
-    void noteAmbiguousDate(std::size_t column, const Note& note) const;
-    void noteMisfit(std::size_t column, const Note& note) const;
 
     std::shared_ptr<RowSource> source_;
     const TableOptions& options_;

@@ -20,7 +20,7 @@ SheetRange readRange(const std::string& text)
     constexpr auto last = std::numeric_limits<std::int32_t>::max();
     if (text.empty()) return {0, 0, last, last};
     const auto range = readSheetRange(text);
-    if (!range) fail("Range {}: expected two cells, as in B3:F20.", quoteText(text));
+    if (!range) fail("--range: expected two cells, as in B3:F20, got {}.", quoteText(text));
     return *range;
 }
 
@@ -90,7 +90,7 @@ std::size_t findSheet(const WorkbookReader& workbook, const std::string& wanted,
     if (found != names.end()) return static_cast<std::size_t>(found - names.begin());
     for (std::size_t i = 0; i < names.size(); ++i)
         if (wanted == "#" + std::to_string(i + 1)) return i;
-    fail("{}: there is no sheet {}; the sheets are {}{}", file, quoteText(wanted), listNames(names),
+    fail("{}: --sheet: there is no sheet {}; the sheets are {}{}", file, quoteText(wanted), listNames(names),
          suggestName(wanted, names));
 }
 
@@ -126,8 +126,8 @@ void removeHidden(Sheet& sheet, const std::string& file, const Note& note)
 {
     const auto [rows, columns] = sheet.removeHidden();
     if (rows + columns == 0) return;
-    note(fmt::format("{}: {}{}{} hidden and left out.", file, describeCount(rows, "row"),
-                     rows > 0 && columns > 0 ? " and " : "",
+    note(fmt::format("{}: {}{}{} hidden and left out; --hidden-cells reads them too.", file,
+                     describeCount(rows, "row"), rows > 0 && columns > 0 ? " and " : "",
                      describeCount(columns, "column") + (rows + columns == 1 ? " is" : " are")));
 }
 
@@ -157,7 +157,7 @@ std::unique_ptr<RowSource> readWorkbookRows(InputFile& file, const TableOptions&
     const auto workbook = readOrRefuse(name, [&] { return openWorkbook(*parts); });
     const auto index = findSheet(*workbook, options.sheet, name);
     auto sheet = readOrRefuse(name, [&] { return workbook->readSheet(index); });
-    removeHidden(sheet, name, note);
+    if (!options.hiddenCells) removeHidden(sheet, name, note);
     noteEmptyFormulas(sheet, readRange(options.range), name, note);
     const auto range = findUsed(sheet, readRange(options.range));
     readOrRefuse(name, [&] { resolveMerges(sheet, range); });

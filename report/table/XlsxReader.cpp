@@ -4,6 +4,7 @@
 #include <map>
 
 #include "report/options/NumberText.h"
+#include "report/table/DateText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
 #include "report/table/Sheet.h"
@@ -245,7 +246,7 @@ class SheetListener : public XmlListener {
             cell.text = static_cast<std::uint32_t>(index);
         } else if (type_ == "b") {
             cell.text = sheet_.addText(value_ == "1" ? "true" : "false");
-        } else if (type_ == "d" || !readNumber(cell)) {
+        } else if (type_ == "d" ? !readDay(cell) : !readNumber(cell)) {
             cell.text = sheet_.addText(value_);
         }
         sheet_.add(cell);
@@ -261,6 +262,16 @@ class SheetListener : public XmlListener {
         cell.kind = isDate ? CellKind::Date : CellKind::Number;
         if (isDate) cell.number += firstDay_;
         if (!isDate && style_ < formats_.size()) cell.format = formats_[style_];
+        return true;
+    }
+
+    /// As strict workbooks write it: 2024-03-31T00:00:00.
+    bool readDay(SheetCell& cell) const
+    {
+        const auto date = readDate(value_, DateOrder::YearMonthDay);
+        if (!date) return false;
+        cell.kind = CellKind::Date;
+        cell.number = date->serial;
         return true;
     }
 

@@ -52,13 +52,14 @@ class Columns {
  private:
     void addCategories()
     {
-        for (const auto& level : data_.levels) columns_.push_back({{}, &level});
+        for (const auto& level : data_.levels)
+            columns_.push_back({data_.getCategoryName(columns_.size()), &level});
+        const auto& name = data_.getCategoryName(columns_.size());
         if (hasCategoryNumbers(data_))
-            columns_.push_back({{},
-                                &data_.categoryValues,
+            columns_.push_back({name, &data_.categoryValues,
                                 formats_.add(getCategoryFormat(data_), "Number format of the categories")});
         else
-            columns_.push_back({{}, &data_.dataSet->getCategories()});
+            columns_.push_back({name, &data_.dataSet->getCategories()});
     }
 
     void addSeries(unsigned long index)

@@ -23,6 +23,8 @@ class DocumentationTest(CommandTest):
         ]:
             with self.subTest(words=words):
                 text = self.succeed(*words, "--help")
+                named = re.findall(r"^  (?:-\w, )?(--[\w-]+)", text, re.MULTILINE)
+                self.assertEqual(sorted(set(named)), sorted(named))
                 for option in options:
                     self.assertEqual(text.count(f"  {option} ") + text.count(f"  {option}\n"), 1, option)
                 for option in others:

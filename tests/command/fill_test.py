@@ -91,7 +91,7 @@ class FillTest(CommandTest):
         self.succeed("fill", "points.docx", "own.csv", "--chart", "1", "-o", "own.docx")
         self.assertEqual(self.succeed("extract", "own.docx"), own)
         self.write("own.csv", b"X,A,A size,C\n1,2,3,4\n")
-        self.require_refusal(1, 'own.csv: there is no column "C size"', "fill", "points.docx", "own.csv", "--chart", "1",
+        self.require_refusal(1, 'own.csv: --sizes: there is no column "C size"', "fill", "points.docx", "own.csv", "--chart", "1",
                              "-o", "out.docx")
 
     def test_totals_of_a_waterfall_follow_the_author(self):
@@ -137,13 +137,13 @@ class FillTest(CommandTest):
             self.assertIn(f"Report of {month}, again {month}", self.read_paragraphs(f"{month}.docx"))
 
     def test_extracts_what_fills_the_same_again(self):
-        self.assertEqual(self.succeed("extract", "t.docx", "--chart", "Revenue"), "Category,North,South\nMay,1,2\nJun,3,4\n")
+        self.assertEqual(self.succeed("extract", "t.docx", "--chart", "Revenue"), "Month,North,South\nMay,1,2\nJun,3,4\n")
         self.succeed("extract", "t.docx", "--chart", "2", "-o", "out.json")
         self.assertEqual(json.loads(self.read("out.json")),
-                         [{"Category": "May", "North": 1, "South": 2}, {"Category": "Jun", "North": 3, "South": 4}])
+                         [{"Month": "May", "North": 1, "South": 2}, {"Month": "Jun", "North": 3, "South": 4}])
         self.succeed("extract", "t.docx", "--chart", "2", "-o", "out.md")
         self.assertEqual(self.read("out.md").decode(),
-                         "| Category | North | South |\n|---|---:|---:|\n| May | 1 | 2 |\n| Jun | 3 | 4 |\n")
+                         "| Month | North | South |\n|---|---:|---:|\n| May | 1 | 2 |\n| Jun | 3 | 4 |\n")
         self.succeed("fill", "t.docx", "out.json", "--chart", "2", "-o", "out.docx")
         self.assertEqual(self.read_part("out.docx", "word/charts/chart2.xml"),
                          self.read_part("t.docx", "word/charts/chart2.xml"))
@@ -163,7 +163,7 @@ class FillTest(CommandTest):
     def test_extracts_dates_gaps_and_difficult_texts(self):
         for table, options, expected in [
             ('When,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n', ["--gaps"],
-             'Category,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n'),
+             'When,"A ""b"", c"\n2024-01-31,1.25\n2024-02-29,\n'),
         ]:
             with self.subTest(table=table):
                 self.write("u.csv", table.encode())

@@ -167,11 +167,11 @@ class JobTest(CommandTest):
             {"paragraph": "B", "style": "Titel"}, {"paragraph": "C"},
              {"chart": {"table": "t.csv", "columns": "East"}}]}""")
         for sentence in ['job.json:2:13: block 2: There is no paragraph style "Titel"',
-                         'job.json:3:14: block 4: t.csv: there is no column "East"']:
+                         'job.json:3:14: block 4: t.csv: --columns: there is no column "East"']:
             self.require_refusal(1, sentence, "--job", "job.json", "-o", "out.docx")
         self.write("job.json", b"""{"charts": [{"table": "t.csv"},
             {"table": "t.csv", "columns": "East"}]}""")
-        self.require_refusal(1, 'job.json:2:13: chart 2: t.csv: there is no column "East"', "--job", "job.json", "-o", "out.docx")
+        self.require_refusal(1, 'job.json:2:13: chart 2: t.csv: --columns: there is no column "East"', "--job", "job.json", "-o", "out.docx")
 
     def test_names_what_texts_leave_unfilled(self):
         self.write("job.json", {"texts": {"month": "May", "x": "{{y}}"}, "header": "{{moth}}", "blocks": [
@@ -233,7 +233,7 @@ class JobTest(CommandTest):
             "for-each": {"table": "t.csv", "by": "region", "output": "{region}.docx"},
             "blocks": [{"chart": {"table": "t.csv", "delimiter": "semicolon"}}],
         })
-        self.assertIn(': block 1: t.csv: there is no column "region"', self.run_command("--job", "job.json").stderr)
+        self.assertIn(': block 1: t.csv: --where: there is no column "region"', self.run_command("--job", "job.json").stderr)
         self.write("one.json", {"blocks": [{"chart": chart}, {"table": {"table": "./t.csv", "columns": "net"}}]})
         result = self.run_command("--job", "one.json", "--check")
         self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)

@@ -52,12 +52,12 @@ REFUSED = [
     (b'A,B\n"x\ny",1\nz,1,2\n', [], "t.csv:4: expected 2 fields, as in the header row, got 3" + OTHER_FIELDS),
     (b"A,B\r\nx,1\r\ny\r\n", [], "t.csv:3: expected 2 fields, as in the header row, got 1" + OTHER_FIELDS),
     (b'A,B\nx,"1\n', [],
-     "t.csv:2: a quote is not closed, or stands inside a field; quote the whole field and double each quote in it."),
+     "t.csv:2: a field that begins here has a quote that is not closed, or stands inside it; quote the whole field and double each quote in it."),
     (b"A,B\nx,1\n\xff,2\n", [], "t.csv:3: field 1 is not in UTF-8; name its encoding, as in --encoding windows-1252."),
     (b"A,B\nx,\x001\n", [], 
      "t.csv:2: the file holds a zero byte; expected text, in UTF-8 or in the --encoding that you name."),
-    (b"A,B\nx,1\ny,1.5 kg\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "1.5 kg".'),
-    (b"A,B\nx,1\ny,+-5\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "+-5".'),
+    (b"A,B\nx,1\ny,1.5 kg\n", [], 't.csv:3: column "B": expected a number, as in -1.5, got "1.5 kg"; '
+     "--missing and --gaps make it a gap, and --columns chooses other columns."),
     (b"\n\nA;\nx;1\n", [], "t.csv:3: column 2 has no name; name it, choose others by --columns, or leave out lines above the header by --skip."),
     (b"A,B\nx,1\ny,inf\n", [],
      't.csv:3: column "B": expected a number, as in -1.5, got "inf"; --missing names texts that stand for no value.'),
@@ -72,7 +72,7 @@ REFUSED = [
     (b"A,B\nx,1\n" + b"y" * 32768 + b",2\n", [],
      't.csv: the text "' + "y" * 40 + '..." (32,768 characters) is too long; '
      "a chart takes texts of up to 32767 characters."),
-    (WIDE, ["--columns", "East"], 't.csv: there is no column "East"; the columns are "Quarter", "North", "South".'),
+    (WIDE, ["--columns", "East"], 't.csv: --columns: there is no column "East"; the columns are "Quarter", "North", "South".'),
     (LONG + b"2001,Coal,5\n", AS_LONG,
      't.csv:6: a second value for source "Coal" and year "2001"; a long table has one for each pair, '
      "and --aggregate makes one of several."),
@@ -83,7 +83,11 @@ REFUSED = [
      "or show all as rings with --type doughnut."),
     (WIDE, ["--type", "donut"], '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "donut".'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
-    (WIDE, ["--delimiter", "dot"], 'Delimiter "dot": expected comma, semicolon, tab or pipe.'),
+    (WIDE, ["--delimiter", "dot"], '--delimiter: expected comma, semicolon, tab or pipe, got "dot".'),
+    (WIDE, ["--top", "0"], '--top: expected a whole number, 1 or more, got "0".'),
+    (WIDE, ["--top", "-1"], '--top: expected a whole number, 1 or more, got "-1".'),
+    (WIDE, ["--skip", "1.5"], '--skip: expected a whole number, 0 or more, got "1.5".'),
+    (WIDE, ["--font", ""], "--font: expected the name of a typeface, of at most 31 characters, got 0."),
     (WIDE, ["--width", "wide"], '--width: expected a number followed by cm, mm, in or pt, as in 15cm, got "wide".'),
     (WIDE, ["--colors", "red,rgb(0,0,256)"],
      '--colors: "rgb(0,0,256)" is not a colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.'),
@@ -106,6 +110,9 @@ REFUSED_CALLS = [
     (2, ["tablle"], 'There is no verb or table "tablle"; the verbs are list, extract, fill or init. See'),
     (2, ["t.csv", "--zzzzzz", "-o", "out.docx"], 'There is no option "--zzzzzz". See quillon-report --help.\n'),
     (2, ["t.csv", "-o"], "--output: expected a value, FILE."),
+    (2, ["t.csv", "--title", "-o", "out.docx"],
+     '--title: expected a value, TEXT, got the option "-o"; --title=-o takes it as a value.'),
+    (2, ["t.csv", "--title", "--top=1", "-o", "out.docx"], '--title: expected a value, TEXT, got the option "--top=1";'),
     (2, ["t.csv", "--gaps=yes", "-o", "out.docx"], "--gaps takes no value."),
     (2, ["t.csv", "--title", "A", "--title", "B", "-o", "out.docx"],
      '--title is given twice for "t.csv"; it takes one value.'),
@@ -188,7 +195,7 @@ class MakeTest(CommandTest):
     def test_check_writes_nothing(self):
         self.write("t.csv", WIDE)
         self.succeed("t.csv", "--check", "-o", "out.docx")
-        self.require_refusal(1, "t.csv: there is no column", "t.csv", "--check", "--columns", "East")
+        self.require_refusal(1, "t.csv: --columns: there is no column", "t.csv", "--check", "--columns", "East")
         self.assertEqual(os.listdir(self.folder), ["t.csv"])
 
     def test_replaces_a_protected_document_by_force_alone(self):

@@ -169,16 +169,33 @@ class Data(unittest.TestCase):
         data = ChartData.from_dataframe(dates)
         self.assertEqual((data.data_set.Categories, data.category_values[0]), (["2024-01-01", ""], 45292))
 
+    def test_categories_keep_the_name_of_their_column(self):
+        frame = pandas.DataFrame({"city": ["Rome", "Oslo"], "n": [1, 2]})
+        levels = pandas.MultiIndex.from_tuples([(2023, 1), (2024, 1)], names=["Year", None])
+        rows = [
+            (frame, ["city"]),
+            (frame.set_index("city"), ["city"]),
+            (frame.set_index("city").n, ["city"]),
+            (frame[["n"]], []),
+            (frame[["n"]].rename_axis("count"), []),
+            (frame[["n"]].set_axis(levels), ["Year", ""]),
+            ({"n": [1, 2]}, []),
+            ([1, 2], []),
+        ]
+        for table, names in rows:
+            self.assertEqual(ChartData.from_dataframe(table).check().category_names, names)
+        self.assertEqual(ChartData.from_dataframe(frame, "n", ["n"]).category_names, ["n"])
+
     def test_reaches_the_library_and_comes_back(self):
         series_set = DataSet(["a", "b"])
         series_set.add_series("s", [1, 2]), series_set.add_series("t", [1, 2])
         details = SeriesDetails("0.0", (1, 2), numpy.array([3, 4]), [5, 6])
-        data = ChartData(series_set, "number", (1, NAN), "0", [("x", "")], ["b \u00e9"], [details])
+        data = ChartData(series_set, "number", (1, NAN), "0", [("x", "")], ["b \u00e9"], [details], ["Year", "Month"])
         checked = data.check()
         self.assertEqual(str({**vars(checked), "data_set": None}), str({
             "data_set": None, "category_kind": "number", "category_values": [1.0, NAN], "category_format": "0",
             "levels": [["x", ""]], "totals": ["b \u00e9"],
-            "series": [SeriesDetails("0.0", [1.0, 2.0], [3.0, 4.0], [5.0, 6.0])]}))
+            "series": [SeriesDetails("0.0", [1.0, 2.0], [3.0, 4.0], [5.0, 6.0])], "category_names": ["Year", "Month"]}))
         self.assertIs(checked.data_set, series_set)
         self.assertTrue(checked.equals(data))
         self.assertFalse(checked.equals(ChartData(series_set)))
@@ -194,6 +211,7 @@ class Data(unittest.TestCase):
             ({"category_values": "12"}, TypeError, "category_values: expected a sequence of numbers, got str"),
             ({"category_format": 1}, TypeError, "category_format: expected str, got int"),
             ({"levels": [["x"]]}, ValueError, "levels: expected 2, one for each category, got 1"),
+            ({"category_names": ["a", "b"]}, ValueError, "category_names: expected 1, one for each level and one for the cat"),
             ({"totals": "ab"}, TypeError, r"totals: expected Sequence\[str\], got str"),
             ({"series": [SeriesDetails()] * 2}, ValueError, "series: expected at most 1, one for each series"),
             ({"series": [SeriesDetails(sizes=[1, 2])]}, ValueError,

@@ -126,6 +126,12 @@ class Templates(unittest.TestCase):
         other = pandas.DataFrame(JUNE, index=["a", "b"], dtype=float)
         self.template.fill("Costs", other)
         pandas.testing.assert_frame_equal(self.template.to_dataframe("Costs"), other)
+        levels = pandas.MultiIndex.from_tuples([("2023", "Q1"), ("2024", "Q1")], names=["Year", "Quarter"])
+        for frame in (pandas.DataFrame({"n": [1.0, 2.0]}, index=levels),
+                      pandas.DataFrame({"n": [1.0, 2.0]}, index=pandas.Index(["a", "b"], name="City"))):
+            made = Document()
+            made.add_chart(ColumnChart(), data=frame)
+            pandas.testing.assert_frame_equal(quillon.report.open(made.to_bytes()).to_dataframe("1"), frame)
 
     def test_saves_to_paths_and_files_and_opens_again(self):
         self.template.fill("Revenue", from_dataframe(JULY))

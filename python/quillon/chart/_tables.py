@@ -26,6 +26,8 @@ class Table:
     columns: list[tuple[str, list[Any]]]
     has_categories: bool = True
     has_names: bool = True
+    #: What the categories are called, one for each level; empty where they have no name.
+    category_names: list[str] = dataclasses.field(default_factory=list)
 
 
 def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None = None) -> DataSet:
@@ -95,8 +97,10 @@ def _read_table(table: Any, categories: object, chosen: list[Any] | None) -> Tab
     labels = [name for name in source.names if named is None or name != named] if chosen is None else chosen
     _require_unique(labels)
     read = [(_cells.label(name), source.read(name)) for name in labels]
+    called = [named] if named is not None else source.index_names if source.index else []
+    category_names = [_cells.label(name) for name in called] if any(name is not None for name in called) else []
     kept = _leave_out_words(read) if chosen is None else read
-    return Table(names, kept, has_categories, source.has_names)
+    return Table(names, kept, has_categories, source.has_names, category_names)
 
 
 def make_set(place: str, table: Table) -> DataSet:
@@ -117,13 +121,14 @@ class _Source:
     names: list[Any]
     get: Any
     index: list[Any] | None = None
-    #: Of an index that has one.
-    index_name: object = None
+    #: Of the index, for each of its levels; None where it has none.
+    index_names: list[Any] = dataclasses.field(default_factory=list)
     has_names: bool = True
 
     def is_numbered(self) -> bool:
         """Whether the index may be what is left of a count of rows: whole numbers without a name."""
-        return self.index_name is None and all(isinstance(cell, numbers.Integral) for cell in self.index or [])
+        unnamed = all(name is None for name in self.index_names)
+        return unnamed and all(isinstance(cell, numbers.Integral) for cell in self.index or [])
 
     def read(self, name: object) -> list[Any]:
         count = self.names.count(name)
@@ -136,7 +141,7 @@ class _Source:
 
 def _read_source(table: Any) -> _Source:
     if hasattr(table, "columns"):
-        return _Source(list(table.columns), table.__getitem__, _index_of(table), _index_name(table))
+        return _Source(list(table.columns), table.__getitem__, _index_of(table), _index_names(table))
     if isinstance(table, Mapping):
         return _read_mapping(table)
     if getattr(table, "ndim", 1) == 2:
@@ -154,7 +159,7 @@ def _read_source(table: Any) -> _Source:
     name = getattr(table, "name", None)
     cells = list(table)
     names = ["Series 1" if name is None else name]
-    return _Source(names, lambda _: cells, _index_of(table), has_names=name is not None)
+    return _Source(names, lambda _: cells, _index_of(table), _index_names(table), has_names=name is not None)
 
 
 def _column(array: Any, name: str) -> Any:
@@ -202,8 +207,9 @@ def _index_of(table: Any) -> list[Any] | None:
     return None if index is None or callable(index) or is_count else list(index)
 
 
-def _index_name(table: Any) -> object:
-    return getattr(getattr(table, "index", None), "name", None)
+def _index_names(table: Any) -> list[Any]:
+    index = getattr(table, "index", None)
+    return list(getattr(index, "names", None) or [getattr(index, "name", None)])
 
 
 def _find_categories(source: _Source) -> tuple[list[Any], object]:

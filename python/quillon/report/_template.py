@@ -290,9 +290,9 @@ def _make_frame(data: ChartData) -> pandas.DataFrame:
     categories = list(data.data_set.Categories or ())
     if categories:
         index = _make_index(pandas, data, categories)
-        return pandas.DataFrame(dict(enumerate(values for _, values in columns)), index=index).set_axis(
-            [name for name, _ in columns], axis=1
-        )
+        frame = pandas.DataFrame(dict(enumerate(values for _, values in columns)), index=index)
+        frame.index.names = list(data.category_names) or [None] * frame.index.nlevels
+        return frame.set_axis([name for name, _ in columns], axis=1)
     xs = [[point.getX() for point in series] for series in data.data_set]
     if all(x == xs[0] for x in xs):
         frame = pandas.DataFrame(dict(enumerate(values for _, values in columns)), index=xs[0] if xs else [])

@@ -317,9 +317,11 @@ TEST(Blocks, MakeTablesOfData)
     data.series = {{.numberFormat = "#,##0.00"}};
     data.levels = {{u"2024", u""}};
     data.series[0].sizes = {1.5, 2};
-    EXPECT_EQ(readRows(data), "|When|North||North\n2024|c|1,234.50|1.5|1234.5\n|c||2|\n");
+    data.categoryNames = {u"Year", u"Month"};
+    EXPECT_EQ(makeTable(data).columns[1], "Month");
+    EXPECT_EQ(readRows(data), "Year|When|North||North\n2024|c|1,234.50|1.5|1234.5\n|c||2|\n");
     EXPECT_EQ(readRows(data, "de-DE", {.numberFormat = "#,##0"}),
-              "|When|North||North\n2024|c|1.235|1,5|1.235\n|c||2|\n");
+              "Year|When|North||North\n2024|c|1.235|1,5|1.235\n|c||2|\n");
 }
 
 TEST(Blocks, WriteNumbersAndDatesOfTablesInTheLanguageOfTheDocument)

@@ -375,9 +375,11 @@ TEST(Placeholder, BecomesATableOfTheData)
     data.categoryValues = {45292, 45323};
     data.categoryFormat = "mmm yy";
     data.levels = {{u"2024", u""}};
+    data.categoryNames = {u"Year", u"Month"};
     document = makeDocument(paragraph(run("{{table:sales}}")));
     insertTable(document, "sales", data);
-    EXPECT_EQ(readTable(readBody(document)), "/|||North|South/|2024|Jan 24|1,234.50|1234.5/||Feb 24||");
+    EXPECT_EQ(readTable(readBody(document)),
+              "/|Year|Month|North|South/|2024|Jan 24|1,234.50|1234.5/||Feb 24||");
 }
 
 TEST(Placeholder, ATableLeavesAParagraphWhereOneIsNeeded)

@@ -327,7 +327,8 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
     EXPECT_EQ(
         refusal(words, {{"type", "scatter"}}),
         "chart 1, series 1 (\"A\"): every X is 0, and the categories are not numbers; a scatter chart needs "
-        "points with X, or categories that are numbers or dates.");
+        "points with X, or categories that are numbers or dates; --x names the column of a table that "
+        "holds them.");
     EXPECT_EQ(
         refusal(words, {{"type", "stock"}}),
         "chart 1: a stock chart has 3 series, high, low and close, or 4, open, high, low and close; got 1.");

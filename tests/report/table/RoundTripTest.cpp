@@ -36,6 +36,8 @@ struct Convention {
     const char* encoding;
     const char* lineEnd;
     bool quotesAll;
+    /// What stands before and behind a negative number.
+    std::pair<const char*, const char*> sign;
 };
 
 class Random {
@@ -84,7 +86,7 @@ std::string writeNumber(const Number& number, const Convention& convention)
     for (auto at = static_cast<int>(whole.size()) - 3; at > 0; at -= 3)
         whole.insert(static_cast<std::size_t>(at), convention.group);
     if (decimals > 0) whole += convention.decimal + digits.substr(digits.size() - decimals);
-    return (number.digits < 0 ? "-" : "") + whole;
+    return number.digits < 0 ? convention.sign.first + whole + convention.sign.second : whole;
 }
 
 std::string quote(const std::string& cell, const Convention& convention)
@@ -154,6 +156,7 @@ std::vector<Convention> listConventions()
     };
     const Style styles[] = {{"point", '.', {"", ",", " ", "\u00A0", "'"}},
                             {"comma", ',', {"", ".", " ", "\u202F", "\u2019"}}};
+    const std::pair<const char*, const char*> signs[] = {{"-", ""}, {"", "-"}, {"(", ")"}, {"\u2013", ""}};
     std::vector<Convention> conventions;
     for (const auto& [delimiterName, delimiter] :
          {std::pair("comma", ','), std::pair("semicolon", ';'), std::pair("tab", '\t')})
@@ -162,7 +165,7 @@ std::vector<Convention> listConventions()
                 for (const auto* encoding : {"utf-8", "marked", "utf-16", "utf-16be", "windows-1252"})
                     conventions.push_back({delimiterName, delimiter, style.name, style.decimal, group,
                                            encoding, conventions.size() % 2 == 0 ? "\n" : "\r\n",
-                                           conventions.size() % 3 == 0});
+                                           conventions.size() % 3 == 0, signs[conventions.size() % 4]});
     return conventions;
 }
 

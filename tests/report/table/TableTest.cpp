@@ -124,7 +124,8 @@ TEST(Table, RefusesEarlyWhatAChartCannotShow)
         std::string::npos);
     EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
 
-    EXPECT_NE(refuse(writeTable("A,B\nx,\"" + std::string(2'000'000, 'y'))).find("a quote is not closed"),
+    EXPECT_NE(refuse(writeTable("A,B\nx,\"" + std::string(2'000'000, 'y')))
+                  .find(":2: a field that begins here has a quote that is not closed"),
               std::string::npos);
     EXPECT_NE(refuse(writeTable(std::string(20'000, ','))).find("more than 16384 cells in a row"),
               std::string::npos);
@@ -230,16 +231,46 @@ TEST(Table, FormulasWithoutResultsAreToldOf)
 {
     const std::string text = "<c t='str'><v>a</v></c>";
     const auto row = [&](const std::string& cell) { return "<row>" + text + cell + "</row>"; };
-    std::string said;
-    const auto file = writeXlsx(row(text) + row("<c><v>1</v></c>") + row("<c t='str'><f>B1</f><v/></c>") +
-                                    row("<c><f>B2</f><v/></c>") + row("<c><f>B2</f><v>2</v></c>"),
-                                "");
-    TableOptions options;
-    options.gaps = true;
-    readChartData(file, options, {nullptr, [&said](const std::string& sentence) { said += sentence; }});
-    EXPECT_NE(said.find("the file keeps no result of 1 formula; save it in a spreadsheet program"),
-              std::string::npos)
-        << said;
+    const auto odsRow = [](const std::string& cell) {
+        return "<table-row><table-cell value-type='string'><p>a</p></table-cell>" + cell + "</table-row>";
+    };
+    const std::string files[] = {
+        writeXlsx(row(text) + row("<c><v>1</v></c>") + row("<c t='str'><f>B1</f><v/></c>") +
+                      row("<c><f>B2</f><v/></c>") + row("<c><f>B2</f><v>2</v></c>"),
+                  ""),
+        writeOds(odsRow("<table-cell value-type='string'><p>b</p></table-cell>") +
+                 odsRow("<table-cell value-type='float' value='1'/>") +
+                 odsRow("<table-cell formula='of:=[.B1]' value-type='string'/>") +
+                 odsRow("<table-cell formula='of:=[.B2]'/>") +
+                 odsRow("<table-cell formula='of:=[.B2]' value-type='float' value='2'/>"))};
+    for (const auto& file : files)
+        EXPECT_NE(describeReading(file, parseOptions("--gaps"))
+                      .find("the file keeps no result of 1 formula; save it in a spreadsheet program"),
+                  std::string::npos)
+            << describeReading(file, parseOptions("--gaps"));
+}
+
+TEST(Table, StrictWorkbooksHoldDates)
+{
+    const std::string text = "<c t='str'><v>a</v></c>";
+    EXPECT_EQ(describeReading(writeXlsx("<row>" + text + "<c t='str'><v>b</v></c></row>" +
+                                            "<row><c t='d'><v>2024-03-31T00:00:00</v></c><c><v>1</v></c></row>",
+                                        ""),
+                              {}),
+              "categories: 2024-03-31\ndates: 2024-03-31\nb: 1\n");
+}
+
+TEST(Table, TheColumnsOfCategoriesKeepTheirNames)
+{
+    using Names = std::vector<std::u16string>;
+    const std::pair<const char*, Names> rows[] = {
+        {"--columns net --aggregate sum", {u"region"}},
+        {"--category year,region --columns net", {u"year", u"region"}},
+        {"--x tax --columns net --where kind=tea", {u"tax"}},
+        {"--columns net --aggregate sum --transpose", {}},
+    };
+    for (const auto& [words, names] : rows)
+        EXPECT_EQ(readChartData(corpus + "sales.csv", parseOptions(words)).categoryNames, names) << words;
 }
 
 TEST(Table, WorkbooksSayLargeNumbersInFewBytes)
@@ -313,6 +344,16 @@ TEST(DateText, ReadsTheFormsThatPeopleWrite)
         {"29.2.2024", mdy, 45351, DateUnit::Day},
         {"29-2.2024", dmy, 0, {}},
         {"2024-02-29T06:00:00+02:00", dmy, 45351.25, DateUnit::Time},
+        {"2024-02-29 06:00:00 UTC", dmy, 45351.25, DateUnit::Time},
+        {"2024-02-29 06:00-0330", dmy, 45351.25, DateUnit::Time},
+        {"2024-02-29 06:00+24:00", dmy, 0, {}},
+        {"2024-02-29 06:00+2", dmy, 0, {}},
+        {"20240229", mdy, 45351, DateUnit::Day},
+        {"20230229", dmy, 0, {}},
+        {"18991231", dmy, 0, {}},
+        {"21000101", dmy, 0, {}},
+        {"29. 2. 2024", mdy, 45351, DateUnit::Day},
+        {"Q1 24", dmy, 45292, DateUnit::Quarter},
         {"2/29/2024 6:00 PM", mdy, 45351.75, DateUnit::Time},
         {"2/29/2024 12:00 am", mdy, 45351, DateUnit::Time},
         {"2024-02-29 24:00", dmy, 0, {}},

@@ -58,12 +58,13 @@ TEST(Workbook, HoldsWhatADataSetCannotSay)
 {
     ChartData data(makeDataSet({u"x", u"y"}, {{1, 2}, {3, 4}}));
     data.levels = {{u"2024", u""}, {u"Q1", u"Q2"}};
+    data.categoryNames = {u"Year", u"", u"Month"};
     data.series = {{.numberFormat = "0.00 \"%\"", .sizes = {7, 8}}, {.numberFormat = "0%", .sizes = {9}}};
     const WorkbookOptions options{.sizes = true, .furtherColumns = {{u"plus", {5, 6}, "0%"}}};
     const auto workbook = makeWorkbook(data, options);
     EXPECT_EQ(readCells(workbook),
-              "D1=#0 E1=#1 F1=#0 G1=#1 H1=#2 A2=#3 B2=#4 C2=#5 D2=1/1 E2=7 F2=3/2 G2=9 H2=5/2 "
-              "B3=#6 C3=#7 D3=2/1 E3=8 F3=4/2 H3=6/2 ");
+              "A1=#0 C1=#1 D1=#2 E1=#3 F1=#2 G1=#3 H1=#4 A2=#5 B2=#6 C2=#7 D2=1/1 E2=7 F2=3/2 G2=9 H2=5/2 "
+              "B3=#8 C3=#9 D3=2/1 E3=8 F3=4/2 H3=6/2 ");
     const auto styles = readPart(workbook, "xl/styles.xml");
     EXPECT_EQ(readList(styles, "formatCode=\"(.*?)\""), "0.00 &quot;%&quot;|0%|");
     EXPECT_EQ(readList(styles, "<xf numFmtId=\"([0-9]+)\"[^>]* xfId"), "0|164|165|");
@@ -71,6 +72,8 @@ TEST(Workbook, HoldsWhatADataSetCannotSay)
     EXPECT_EQ(getValueColumn(data, 1, options), 5U);
     EXPECT_EQ(getFurtherColumn(data, 0, options), 7U);
     EXPECT_EQ(getFurtherColumn(data, 0, {}), 5U);
+    data.dropLevels();
+    EXPECT_EQ(data.getCategoryName(getCategoryColumn(data)), u"Month");
 }
 
 TEST(Workbook, HoldsDatesAndNumbersOfCategories)
