@@ -240,7 +240,7 @@ void XmlSpans::decode(std::string_view bytes)
     text_ = converted_;
 }
 
-std::string XmlSpans::encode(std::string text) const
+std::string XmlSpans::encode(std::string text, bool isStart) const
 {
     if (encoding_ == Encoding::Utf8) return text;
     std::string bytes;
@@ -250,7 +250,7 @@ std::string XmlSpans::encode(std::string text) const
         bytes += encoding_ == Encoding::Utf16Big ? high : low;
         bytes += encoding_ == Encoding::Utf16Big ? low : high;
     };
-    if (hasMark_) append(0xFEFF);
+    if (hasMark_ && isStart) append(0xFEFF);
     for (const char16_t unit : toUtf16(text)) append(unit);
     return bytes;
 }

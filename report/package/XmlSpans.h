@@ -134,8 +134,8 @@ class QUILLON_EXPORT XmlSpans {
     /// What spans count in: the part's text in UTF-8.
     std::string_view getText() const { return text_; }
     std::string_view getText(Span span) const { return text_.substr(span.begin, span.getSize()); }
-    /// Text in UTF-8 in the encoding and with the byte-order mark of the part.
-    std::string encode(std::string text) const;
+    /// Text in UTF-8 in the encoding and with the byte-order mark of the part, if it is the start of it.
+    std::string encode(std::string text, bool isStart = true) const;
     /// Whether the root is in the strict dialect.
     bool isStrict() const { return strict_; }
     const std::string& getPart() const { return part_; }
