@@ -6,6 +6,7 @@
 #include "chart/writer/DOCXChartWriter.h"
 #include "report/document/Document.h"
 #include "report/finish/Finishing.h"
+#include "report/options/Length.h"
 #include "report/package/Xml.h"
 #include "report/package/Zip.h"
 #include "report/workbook/Workbook.h"
@@ -80,13 +81,11 @@ void timeChart(const Size& size, Stages& stages, std::vector<report::Part>& part
         doc = report::createDocument();
         chart->getDOCXWriter()->createChartDOMDocContent(doc.get());
     });
-    const report::ChartOptions options;
-    const report::ChartData data;
+    const auto options = report::withSize({});
     const report::Listener listener;
-    stages.finishing += seconds([&] {
-        report::finishChartPart(doc.get(),
-                                {*chart, data, options, report::getKind(*chart), 1, "rId1", listener});
-    });
+    const report::ChartData data = chart->getDataSet();
+    const report::ChartContext context{*chart, data, options, report::getKind(*chart), 1, "rId1", listener};
+    stages.finishing += seconds([&] { report::finishChartPart(doc.get(), context); });
     const auto name = std::to_string(parts.size());
     stages.serialising += seconds([&] { parts.push_back({name + ".xml", report::serialise(doc.get())}); });
     stages.workbook += seconds([&] {

@@ -13,42 +13,13 @@
 #include "python/core/Options.h"
 #include "python/core/Text.h"
 #include "python/core/Unlocked.h"
+#include "report/fill/FillWords.h"
 #include "report/fill/Template.h"
 
 namespace quillon::python {
 namespace {
 
 namespace py = pybind11;
-
-const char* describe(report::PlaceholderKind kind)
-{
-    switch (kind) {
-        case report::PlaceholderKind::Text:
-            return "text";
-        case report::PlaceholderKind::Paragraph:
-            return "paragraph";
-        case report::PlaceholderKind::Picture:
-            return "picture";
-        case report::PlaceholderKind::Table:
-            return "table";
-    }
-    return "";
-}
-
-const char* describe(report::FillReport::Change change)
-{
-    switch (change) {
-        case report::FillReport::Change::Matched:
-            return "matched";
-        case report::FillReport::Change::Renamed:
-            return "renamed";
-        case report::FillReport::Change::Added:
-            return "added";
-        case report::FillReport::Change::Removed:
-            return "removed";
-    }
-    return "";
-}
 
 report::Match readMatch(const std::string& text)
 {
@@ -62,7 +33,7 @@ py::tuple toTuple(const report::FillReport& filled)
 {
     py::list series;
     for (const auto& row : filled.series)
-        series.append(py::make_tuple(describe(row.change), row.name, row.before));
+        series.append(py::make_tuple(nameOf(row.change), row.name, row.before));
     return py::make_tuple(filled.number, filled.chart, series, filled.pointsBefore, filled.pointsAfter,
                           filled.warnings);
 }
@@ -91,7 +62,7 @@ class Template {
         return guard("placeholders", [&] {
             py::list placeholders;
             for (const auto& [name, kind, part] : use().getPlaceholders())
-                placeholders.append(py::make_tuple(name, describe(kind), part));
+                placeholders.append(py::make_tuple(name, nameOf(kind), part));
             return placeholders;
         });
     }

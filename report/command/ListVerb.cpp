@@ -6,6 +6,7 @@
 
 #include "report/command/TemplateFiller.h"
 #include "report/command/Verbs.h"
+#include "report/fill/FillWords.h"
 #include "report/options/QuotedText.h"
 #include "support/Text.h"
 
@@ -13,21 +14,6 @@ namespace quillon::report {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-const char* describe(PlaceholderKind kind)
-{
-    switch (kind) {
-        case PlaceholderKind::Text:
-            return "text";
-        case PlaceholderKind::Paragraph:
-            return "paragraph";
-        case PlaceholderKind::Picture:
-            return "picture";
-        case PlaceholderKind::Table:
-            return "table";
-    }
-    return "";
-}
 
 Json toJson(const FoundChart& chart)
 {
@@ -43,7 +29,7 @@ Json toJson(const Template& document)
     Json json = {{"charts", Json::array()}, {"placeholders", Json::array()}};
     for (const auto& chart : document.getCharts()) json["charts"].push_back(toJson(chart));
     for (const auto& [name, kind, part] : document.getPlaceholders())
-        json["placeholders"].push_back({{"name", name}, {"kind", describe(kind)}, {"part", part}});
+        json["placeholders"].push_back({{"name", name}, {"kind", nameOf(kind)}, {"part", part}});
     return json;
 }
 
@@ -96,7 +82,7 @@ std::string writePlaceholders(const std::vector<Placeholder>& placeholders)
     std::vector<Row> rows = {{"Placeholder", "Kind", "Part"}};
     for (const auto& [name, kind, part] : placeholders)
         rows.push_back({"{{" + show((kind == PlaceholderKind::Table ? "table:" : "") + name) + "}}",
-                        describe(kind), part});
+                        nameOf(kind), part});
     return "\n" + writeTable(rows);
 }
 

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "report/command/ChartMaker.h"
+#include "report/fill/FillWords.h"
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
@@ -110,21 +111,6 @@ std::vector<std::string> listLeft(const Template& document)
     return names;
 }
 
-const char* describe(FillReport::Change change)
-{
-    switch (change) {
-        case FillReport::Change::Matched:
-            return "matched";
-        case FillReport::Change::Renamed:
-            return "renamed";
-        case FillReport::Change::Added:
-            return "added";
-        case FillReport::Change::Removed:
-            return "removed";
-    }
-    return "";
-}
-
 std::string describeSeries(const FillReport::Series& series)
 {
     switch (series.change) {
@@ -152,7 +138,7 @@ Json toJson(const FillReport& chart)
 {
     auto series = Json::array();
     for (const auto& one : chart.series) {
-        Json row = {{"change", describe(one.change)}, {"name", one.name}};
+        Json row = {{"change", nameOf(one.change)}, {"name", one.name}};
         if (!one.before.empty()) row["before"] = one.before;
         series.push_back(row);
     }

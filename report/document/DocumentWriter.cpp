@@ -1,9 +1,7 @@
 #include "report/document/DocumentWriter.h"
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
-#include <utility>
 
 #include "report/document/ChartWriting.h"
 #include "report/document/CoreProperties.h"
@@ -57,38 +55,6 @@ std::unique_ptr<PartTarget> makeTarget(const std::optional<Package>& look)
     return std::make_unique<PackageWriter>();
 }
 
-bool hasTab(const PageLine& line)
-{
-    return std::ranges::any_of(line.runs,
-                               [](const auto& run) { return run.text.find('\t') != std::string::npos; });
-}
-
-/// The stretches of a page line's text between "{page}" and "{pages}", and these two.
-void appendPageText(DOMElement* paragraph, const TextRun& run, TextPlace& place)
-{
-    struct Field {
-        std::string_view mark;
-        const char16_t* instruction;
-    };
-    constexpr std::array fields = {Field{"{page}", u" PAGE "}, Field{"{pages}", u" NUMPAGES "}};
-    auto rest = run;
-    while (!rest.text.empty()) {
-        const Field* next = nullptr;
-        auto at = rest.text.size();
-        for (const auto& field : fields)
-            if (const auto found = rest.text.find(field.mark); found < at) {
-                at = found;
-                next = &field;
-            }
-        auto before = rest;
-        before.text = rest.text.substr(0, at);
-        appendRuns(paragraph, {before}, place);
-        if (next == nullptr) return;
-        appendField(paragraph, next->instruction, u"1", run);
-        rest.text.erase(0, at + next->mark.size());
-    }
-}
-
 }  // namespace
 
 Styles makeStyles(const DocumentContent& content)
@@ -107,19 +73,8 @@ DocumentWriter::DocumentWriter(const DocumentContent& content, const Listener& l
       main_(createMainDocument()),
       body_(main_->getDocumentElement()->getFirstElementChild()),
       place_{*target_, styles_, mainPart_, captions_},
-      textWidth_(getTextWidth(setup_))
+      pages_(content, place_)
 {
-    if (content.look) readLook();
-}
-
-void DocumentWriter::readLook()
-{
-    const XmlSpans xml(content_.look->getPart(mainPart_), mainPart_);
-    const auto section = xml.getRoot().findPath({"body", "sectPr"});
-    hasPagesOfLook_ = static_cast<bool>(section);
-    if (!section) return;
-    textWidth_ = readTextWidth(section);
-    pageLines_ = readPageLines(xml.getRoot().findChild("body"));
 }
 
 std::string DocumentWriter::write()
@@ -127,7 +82,7 @@ std::string DocumentWriter::write()
     numberCaptions();
     for (; position_ < content_.blocks.size(); ++position_)
         std::visit([this](const auto& block) { add(block); }, content_.blocks[position_]);
-    endSection(body_);
+    pages_.endSection(body_);
     addStyles();
     if (numbering_.isUsed()) addNumbering();
     addProperties();
@@ -250,7 +205,7 @@ ChartOptions DocumentWriter::fit(const ChartOptions& options, std::size_t sharin
     static const auto standard = withSize({});
     constexpr double gap = 4 * emuPerPoint;
     const auto count = static_cast<double>(sharing);
-    const double share = (static_cast<double>(textWidth_) - gap * (count - 1)) / count;
+    const double share = (static_cast<double>(pages_.getTextWidth()) - gap * (count - 1)) / count;
     const auto width = static_cast<double>(parseLength(standard.width));
     auto fitted = options;
     if (!options.width.empty() || share >= width) return withSize(options);
@@ -268,7 +223,7 @@ void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& place
     const auto options = fit(placed.options, sharing);
     const ChartContext context{*placed.chart, placed.data, options,  getKind(*placed.chart, placed.options),
                                number,        id,          listener_};
-    if (parseLength(options.width) > textWidth_)
+    if (parseLength(options.width) > pages_.getTextWidth())
         context.warn("the chart is wider than the text of its page.");
     auto written = writeChart(main_.get(), context);
     paragraph->appendChild(written.run);
@@ -320,7 +275,7 @@ bool DocumentWriter::isPictured(const Block& block)
 
 void DocumentWriter::add(const TextTable& block)
 {
-    appendTable(body_, block, textWidth_, place_);
+    appendTable(body_, block, pages_.getTextWidth(), place_);
     // Two tables would become one, and a cell or section cannot end with one.
     appendParagraph(body_);
 }
@@ -333,7 +288,8 @@ void DocumentWriter::add(const ImageBlock& block)
     auto* paragraph = appendParagraph(body_);
     keepWithCaption(paragraph);
     const auto number = content_.chartCount + ++imagesDone_;
-    appendImage(appendElement(paragraph, u"w:r"), info, block.options, {number, toUtf16(id), textWidth_});
+    appendImage(appendElement(paragraph, u"w:r"), info, block.options,
+                {number, toUtf16(id), pages_.getTextWidth()});
     target_->addPart(name, block.bytes, info.contentType);
 }
 
@@ -350,11 +306,9 @@ void DocumentWriter::add(const PageSetup& block)
         const bool isParagraph = last != nullptr && std::u16string_view(last->getTagName()) == u"w:p";
         // Where a field ends LibreOffice does not see the fields of a header.
         const bool endsField = std::holds_alternative<ContentsBlock>(content_.blocks[position_ - 1]);
-        endSection(getProperties(isParagraph && !endsField ? last : appendParagraph(body_)));
+        pages_.endSection(getProperties(isParagraph && !endsField ? last : appendParagraph(body_)));
     }
-    setup_ = block;
-    hasPagesOfLook_ = false;
-    textWidth_ = getTextWidth(block);
+    pages_.setUp(block);
 }
 
 void DocumentWriter::add(const ContentsBlock& block)
@@ -382,73 +336,6 @@ void DocumentWriter::add(const ContentsBlock& block)
         listener_.warning(
             "The table of contents is left out: the document has no heading of level 1" +
             (block.levels == 1 ? std::string(".") : " to " + std::to_string(block.levels) + "."));
-}
-
-std::string DocumentWriter::addPageLine(const PageLine& line, bool isHeader)
-{
-    const auto* kind = isHeader ? "header" : "footer";
-    const auto name = target_->findFreeName(std::string("word/") + kind, ".xml");
-    const auto doc = createDocument();
-    auto* root = doc->createElement(isHeader ? u"w:hdr" : u"w:ftr");
-    declareNamespaces(root);
-    doc->appendChild(root);
-    auto* paragraph = appendParagraph(root, styles_.use("paragraph", kind));
-    const auto width = textWidth_ / emuPerTwip;
-    if (hasTab(line))
-        setTabStops(paragraph, {{u"center", width / 2}, {u"right", width}}, styles_.getTabStops(kind));
-    TextPlace place{*target_, styles_, name, captions_};
-    for (const auto& run : line.runs) {
-        if (run.reference.empty())
-            appendPageText(paragraph, run, place);
-        else
-            appendRuns(paragraph, {run}, place);
-    }
-    target_->addPart(name, serialise(doc.get()), isHeader ? content_type::header : content_type::footer);
-    return target_->relate(mainPart_, kind, name);
-}
-
-/// The first section has the references to headers and footers. Further ones go on with them, but for those
-/// whose tabs lead elsewhere on wider or narrower pages.
-void DocumentWriter::endSection(DOMElement* parent)
-{
-    addPageLines();
-    if (hasPagesOfLook_)
-        appendSectionOfLook(parent);
-    else
-        appendSection(parent, setup_, pageLines_);
-    pageLines_.clear();
-}
-
-/// Puts the document's own header and footer in the place of those of its look.
-void DocumentWriter::addPageLines()
-{
-    const auto before = std::exchange(pageLineWidth_, textWidth_);
-    if (before == textWidth_) return;
-    for (const bool isHeader : {true, false}) {
-        const auto& line = isHeader ? content_.header : content_.footer;
-        if (line.runs.empty() || (before > 0 && !hasTab(line))) continue;
-        const std::u16string element = isHeader ? u"w:headerReference" : u"w:footerReference";
-        std::erase_if(pageLines_, [&](const auto& other) {
-            return other.element == element && other.type == u"default";
-        });
-        pageLines_.push_back({element, u"default", toUtf16(addPageLine(line, isHeader))});
-    }
-}
-
-/// The pages of the look stay as they are, but for the document's own header and footer.
-void DocumentWriter::appendSectionOfLook(DOMElement* parent)
-{
-    const XmlSpans xml(content_.look->getPart(mainPart_), mainPart_);
-    const auto section = xml.getRoot().findPath({"body", "sectPr"});
-    std::string markup;
-    for (const auto& [element, type, id] : pageLines_)
-        markup += "<" + toUtf8(element) + " w:type=\"" + toUtf8(type) + "\" r:id=\"" + toUtf8(id) + "\"/>";
-    for (const auto child : section.getChildren())
-        if (!child.is(Ns::Word, "headerReference") && !child.is(Ns::Word, "footerReference"))
-            markup += child.getSource();
-    Edits edits;
-    edits.setInner(section, markup);
-    appendMarkup(parent, edits.apply(xml.getText(), section.getOuter()));
 }
 
 std::string DocumentWriter::makeMainPart() const

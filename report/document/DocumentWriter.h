@@ -1,65 +1,21 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
-#include <variant>
-#include <vector>
 #include <xercesc/dom/DOM.hpp>
 
-#include "report/document/Blocks.h"
+#include "report/document/DocumentContent.h"
 #include "report/document/Numbering.h"
-#include "report/document/PageMarkup.h"
+#include "report/document/Pages.h"
 #include "report/document/Styles.h"
 #include "report/document/TextMarkup.h"
 #include "report/options/Listener.h"
-#include "report/package/Package.h"
 #include "report/package/PackageWriter.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
-
-struct TextBlock {
-    TextRuns runs;
-    /// The name of a paragraph style, or empty.
-    std::string style;
-    /// 0 for a paragraph.
-    int headingLevel = 0;
-};
-struct ListBlock {
-    std::vector<ListItem> items;
-    ListKind kind;
-};
-struct ChartBlock {
-    std::vector<PlacedChart> charts;
-};
-struct ImageBlock {
-    std::string bytes;
-    ImageOptions options;
-};
-struct PageBreakBlock {};
-struct ContentsBlock {
-    int levels;
-};
-
-using Block = std::variant<TextBlock, ListBlock, ChartBlock, Caption, TextTable, ImageBlock, PageBreakBlock,
-                           PageSetup, ContentsBlock>;
-
-/// All that a document holds until it is written.
-struct DocumentContent {
-    std::vector<Block> blocks;
-    std::size_t chartCount = 0;
-    PageLine header;
-    PageLine footer;
-    Properties properties;
-    /// The document that this one looks like.
-    std::optional<Package> look;
-};
-
-/// The styles that the document may use.
-Styles makeStyles(const DocumentContent& content);
 
 /// Writes one document: its main part, and the parts of its charts and pictures.
 class DocumentWriter {
@@ -68,7 +24,6 @@ class DocumentWriter {
     std::string write();
 
  private:
-    void readLook();
     void numberCaptions();
     void add(const TextBlock& block);
     void add(const ListBlock& block);
@@ -85,10 +40,6 @@ class DocumentWriter {
     void keepWithCaption(xercesc::DOMElement* paragraph);
     void appendChart(xercesc::DOMElement* paragraph, const PlacedChart& placed, std::size_t sharing);
     void addWorkbook(std::string bytes, const std::string& chartPart);
-    std::string addPageLine(const PageLine& line, bool isHeader);
-    void addPageLines();
-    void endSection(xercesc::DOMElement* parent);
-    void appendSectionOfLook(xercesc::DOMElement* parent);
     std::string makeMainPart() const;
     void addStyles();
     void addNumbering();
@@ -114,14 +65,7 @@ class DocumentWriter {
     /// By label, of the captions so far.
     std::map<std::string, unsigned> counts_;
     TextPlace place_;
-
-    PageSetup setup_;
-    /// Whether the pages are those of the look.
-    bool hasPagesOfLook_ = false;
-    std::int64_t textWidth_ = 0;
-    std::vector<PageLineReference> pageLines_;
-    /// The width of the text that the header and footer suit; 0: there are none yet.
-    std::int64_t pageLineWidth_ = 0;
+    Pages pages_;
     std::size_t position_ = 0;
     std::size_t chartsDone_ = 0;
     std::size_t imagesDone_ = 0;

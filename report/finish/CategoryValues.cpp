@@ -95,6 +95,17 @@ std::optional<double> readDateText(const std::u16string& text)
     return static_cast<double>((std::chrono::sys_days(date) - dayZero).count());
 }
 
+std::vector<double> readCategories(const std::vector<std::u16string>& categories, CategoryReader read)
+{
+    std::vector<double> numbers;
+    for (const auto& category : categories) {
+        const auto number = read(category);
+        if (!number) return {};
+        numbers.push_back(*number);
+    }
+    return numbers;
+}
+
 DateScale chooseDateScale(const std::vector<double>& dates)
 {
     const auto base = findBase(dates);

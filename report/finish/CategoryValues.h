@@ -11,6 +11,10 @@ std::optional<double> readNumberText(const std::u16string& text);
 /// The serial number of the date that a text says, days since 30 December 1899: "2026-07-31", "2026-07".
 std::optional<double> readDateText(const std::u16string& text);
 
+using CategoryReader = std::optional<double> (*)(const std::u16string& text);
+/// The number of each category; empty where one says none.
+std::vector<double> readCategories(const std::vector<std::u16string>& categories, CategoryReader read);
+
 /// What tells all dates of an axis apart, from the smallest unit on.
 enum class DateUnit { Days, Months, Years };
 

@@ -2,60 +2,23 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
 #include "chart/model/LineChart.h"
 #include "chart/model/PieChart.h"
-#include "report/finish/CategoryValues.h"
-#include "report/finish/ChartPart.h"
 #include "report/finish/RingChart.h"
+#include "report/finish/SeriesCopies.h"
 #include "report/finish/SeriesNames.h"
+#include "report/finish/ShownAmounts.h"
+#include "report/finish/ShownCategories.h"
+#include "report/finish/ShownPoints.h"
 #include "report/finish/Waterfall.h"
 #include "report/options/ChartError.h"
-#include "report/options/Enumerations.h"
-#include "report/options/NumberText.h"
-#include "report/options/QuotedText.h"
-#include "report/package/Xml.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
-
-constexpr double missing = std::numeric_limits<double>::quiet_NaN();
-
-using Amounts = std::vector<double> SeriesDetails::*;
-
-std::vector<double> listValues(const chart::DataSeries& series)
-{
-    std::vector<double> values;
-    values.reserve(series.getSize());
-    for (const auto& point : series.getPoints()) values.push_back(point->getValue());
-    return values;
-}
-
-/// The series without its points.
-std::shared_ptr<chart::DataSeries> copyHead(const chart::DataSeries& series)
-{
-    auto copy = chart::DataSeries::create(series.getName());
-    copy->setFormat(series.getFormat());
-    copy->setLabelFormat(series.getLabelFormat());
-    copy->setFormatOptions(series.getFormatOptions());
-    return copy;
-}
-
-/// A data set takes series of one length alone, and the series of a chart may differ: those that are empty
-/// take their points when they are in it. The points are shared.
-std::shared_ptr<chart::DataSet> makeDataSet(const std::vector<std::u16string>& categories,
-                                            const std::vector<std::shared_ptr<chart::DataSeries>>& series)
-{
-    auto made = chart::DataSet::create(categories);
-    for (const auto& one : series) made->appendSeries(copyHead(*one));
-    for (std::size_t i = 0; i < series.size(); ++i)
-        for (const auto& point : series[i]->getPoints()) made->getSeries(i)->appendPoint(point);
-    return made;
-}
 
 /// Makes the data that a chart is drawn from, step by step.
 class Preparation {
@@ -81,20 +44,21 @@ class Preparation {
     void prepareData()
     {
         setFormats();
-        takeAmounts();
+        takeAmounts(options_, data());
         if (options_.categoryType) data().categoryKind = *options_.categoryType;
-        if (pointKinds.contains(context_.kind))
-            findXValues();
-        else
-            findCategories();
-        drawn_ = pointKinds.contains(context_.kind) ? leaveCategories() : data().dataSet;
-        if (is(ChartKind::Bubble)) requireSizes();
+        if (pointKinds.contains(context_.kind)) {
+            preparePoints(context_, shown_);
+            // X values take the place of the categories, which need not be written first.
+            drawn_ = makeDataSet({}, *dataSet().getSeriesList());
+        } else {
+            prepareCategories(context_, data());
+            drawn_ = data().dataSet;
+        }
+        if (is(ChartKind::Bubble)) requireSizes(shown_);
         if (is(ChartKind::Stock)) requireStock();
         if (is(ChartKind::Waterfall)) drawWaterfall();
-        addErrorColumns();
+        addErrorColumns(shown_);
     }
-
-    // --- Formats and amounts ---
 
     void setFormats()
     {
@@ -117,264 +81,6 @@ class Preparation {
             own = ofAxis;
         else if (own.empty())
             own = options_.numberFormat;
-    }
-
-    struct AmountRow {
-        const char* name;
-        const std::vector<std::string>& series;
-        Amounts amounts;
-    };
-
-    /// Series that hold sizes, or the lengths of error bars, become amounts of the others.
-    void takeAmounts()
-    {
-        const std::array<AmountRow, 3> rows = {
-            {{"size-series", options_.sizes, &SeriesDetails::sizes},
-             {"plus-series", options_.errorPlus, &SeriesDetails::errorsPlus},
-             {"minus-series", options_.errorMinus, &SeriesDetails::errorsMinus}}};
-        std::array<std::vector<std::size_t>, 3> taken;
-        std::vector<bool> isTaken(dataSet().getSeriesCount());
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            taken[i] = findSeries(dataSet(), rows[i].series, rows[i].name);
-            for (const auto position : taken[i]) isTaken[position] = true;
-        }
-        if (std::find(isTaken.begin(), isTaken.end(), true) == isTaken.end()) return;
-        const auto all = *dataSet().getSeriesList();
-        leaveSeries(isTaken);
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            if (!taken[i].empty()) giveAmounts(rows[i], taken[i], all);
-    }
-
-    void leaveSeries(const std::vector<bool>& isTaken)
-    {
-        std::vector<std::shared_ptr<chart::DataSeries>> left;
-        std::vector<SeriesDetails> details;
-        for (std::size_t i = 0; i < isTaken.size(); ++i) {
-            if (isTaken[i]) continue;
-            left.push_back(dataSet().getSeries(i));
-            details.push_back(data().getDetails(i));
-        }
-        data().dataSet = makeDataSet(dataSet().getCategories(), left);
-        data().series = std::move(details);
-    }
-
-    void giveAmounts(const AmountRow& row, const std::vector<std::size_t>& taken,
-                     const std::vector<std::shared_ptr<chart::DataSeries>>& all)
-    {
-        const auto count = data().series.size();
-        if (taken.size() != 1 && taken.size() != count)
-            throw ChartError("", std::string(row.name) + ": " + std::to_string(taken.size()) +
-                                     " series hold amounts for " + std::to_string(count) +
-                                     " others; name one for each, or one for all.");
-        for (std::size_t i = 0; i < count; ++i)
-            data().series[i].*row.amounts = listValues(*all[taken.size() == 1 ? taken[0] : taken[i]]);
-    }
-
-    // --- Categories ---
-
-    /// The number of each category, from the data or from its text; empty where one says none.
-    std::vector<double> readCategories(std::optional<double> (*read)(const std::u16string&)) const
-    {
-        std::vector<double> numbers;
-        for (const auto& category : dataSet().getCategories()) {
-            const auto number = read(category);
-            if (!number) return {};
-            numbers.push_back(*number);
-        }
-        return numbers;
-    }
-
-    [[noreturn]] void refuseCategory(std::optional<double> (*read)(const std::u16string&), const char* type,
-                                     const char* allowed) const
-    {
-        const auto& categories = dataSet().getCategories();
-        std::size_t index = 0;
-        while (index < categories.size() && read(categories[index])) ++index;
-        throw ChartError("", std::string("category-type ") + type + ": category " +
-                                 std::to_string(index + 1) + " is " + quoteText(categories.at(index)) +
-                                 "; expected " + allowed + ".");
-    }
-
-    /// What the author calls dates or numbers must be so.
-    void readTexts()
-    {
-        const bool isDate = data().categoryKind == CategoryKind::Date;
-        const auto read = isDate ? readDateText : readNumberText;
-        data().categoryValues = readCategories(read);
-        if (data().categoryValues.empty() && !dataSet().getCategories().empty())
-            refuseCategory(read, isDate ? "date" : "number",
-                           isDate ? "a date, as in 2026-07-31" : "a number, as in 1.5");
-    }
-
-    void findCategories()
-    {
-        auto& kind = data().categoryKind;
-        if (dataSet().getCategories().empty()) data().levels.clear();
-        if (!data().levels.empty()) kind = CategoryKind::Text;
-        const bool isGiven = kind == CategoryKind::Date || kind == CategoryKind::Number;
-        if (isGiven && data().categoryValues.empty()) readTexts();
-        if (data().categoryValues.empty() || kind == CategoryKind::Text) {
-            if (!data().categoryFormat.empty())
-                context_.warn(
-                    "category-format is for categories that are dates or numbers; these are texts.");
-            return makeTexts();
-        }
-        data().categoryValues.resize(dataSet().getCategories().size(), missing);
-        if (kind == CategoryKind::Number) return;
-        if (suitsDateAxis(options_.categoryType == CategoryKind::Date)) {
-            kind = CategoryKind::Date;
-            return;
-        }
-        writeDates();
-    }
-
-    bool suitsDateAxis(bool isGiven) const
-    {
-        constexpr ChartKinds always{ChartKind::Line, ChartKind::Area};
-        constexpr ChartKinds whenGiven{ChartKind::Column};
-        if (!always.contains(context_.kind) && !(isGiven && whenGiven.contains(context_.kind))) return false;
-        const auto& dates = shown_.data.categoryValues;
-        // Worksheets count days before March 1900 in another way.
-        constexpr double firstDay = 61;
-        if (std::any_of(dates.begin(), dates.end(), [](double date) { return date < firstDay; })) {
-            context_.warn("dates before March 1900 cannot stand in a worksheet; the categories are texts.");
-            return false;
-        }
-        // An axis has no unit below days.
-        const bool ascends =
-            std::none_of(dates.begin(), dates.end(), [](double d) { return std::isnan(d); }) &&
-            std::adjacent_find(dates.begin(), dates.end(), [](double date, double next) {
-                return std::floor(date) >= std::floor(next);
-            }) == dates.end();
-        if (!ascends && isGiven)
-            context_.warn("the dates do not ascend, each on a day of its own; the categories are texts.");
-        return ascends;
-    }
-
-    void makeTexts()
-    {
-        data().categoryKind = CategoryKind::Text;
-        data().categoryValues.clear();
-    }
-
-    /// Dates as texts. Worksheets have no format for those before 1900: their names stand as they are.
-    void writeDates()
-    {
-        const auto& dates = data().categoryValues;
-        const auto format = data().categoryFormat.empty() ? chooseDateFormat(dates) : data().categoryFormat;
-        std::vector<std::u16string> texts;
-        for (std::size_t i = 0; i < dates.size(); ++i)
-            texts.push_back(!(dates[i] >= 0) ? dataSet().getCategories()[i]
-                                             : toUtf16(formatNumber(dates[i], format)));
-        data().dataSet = makeDataSet(texts, *dataSet().getSeriesList());
-        makeTexts();
-    }
-
-    // --- Points ---
-
-    static bool hasX(const chart::DataSeries& series)
-    {
-        const auto& points = series.getPoints();
-        return std::any_of(points.begin(), points.end(),
-                           [](const auto& point) { return point->getX() != 0; });
-    }
-
-    /// The categories as x values: numbers, or dates.
-    void readXOfCategories(const chart::DataSeries& series, std::size_t index)
-    {
-        if (!data().categoryValues.empty() && data().categoryKind != CategoryKind::Text) {
-            if (data().categoryKind == CategoryKind::Automatic) data().categoryKind = CategoryKind::Date;
-            return;
-        }
-        data().categoryKind = CategoryKind::Number;
-        data().categoryValues = readCategories(readNumberText);
-        if (!data().categoryValues.empty()) return;
-        data().categoryKind = CategoryKind::Date;
-        data().categoryValues = readCategories(readDateText);
-        if (!data().categoryValues.empty() || series.getSize() == 0) return;
-        throw ChartError(ChartPart::describe(index, series),
-                         std::string("every X is 0, and the categories are not numbers; a ") +
-                             findRow(kindRows, context_.kind).name +
-                             " chart needs points with X, or categories that are numbers or dates.");
-    }
-
-    std::shared_ptr<chart::DataSeries> moveToCategories(const chart::DataSeries& series) const
-    {
-        auto moved = copyHead(series);
-        const auto& x = shown_.data.categoryValues;
-        for (std::size_t i = 0; i < series.getSize(); ++i) {
-            const auto& point = series.getPoints()[i];
-            const auto made = moved->appendPoint(i < x.size() ? x[i] : missing, point->getValue());
-            made->setFormat(point->getFormat());
-            made->setLabelFormat(point->getLabelFormat());
-        }
-        return moved;
-    }
-
-    static std::vector<double> listX(const chart::DataSeries& series)
-    {
-        std::vector<double> x;
-        for (const auto& point : series.getPoints()) x.push_back(point->getX());
-        return x;
-    }
-
-    /// X values that all series share stand in the place of the categories; others in columns of their own.
-    void findXValues()
-    {
-        data().levels.clear();
-        std::vector<std::shared_ptr<chart::DataSeries>> series;
-        const auto given = *dataSet().getSeriesList();
-        for (std::size_t i = 0; i < given.size(); ++i) {
-            const bool isOwn = hasX(*given[i]);
-            if (!isOwn) readXOfCategories(*given[i], i);
-            series.push_back(isOwn ? given[i] : moveToCategories(*given[i]));
-        }
-        shareX(series);
-        data().dataSet = makeDataSet(dataSet().getCategories(), series);
-    }
-
-    /// X values take the place of the categories, which need not be written first.
-    std::shared_ptr<chart::DataSet> leaveCategories() const
-    {
-        return makeDataSet({}, *dataSet().getSeriesList());
-    }
-
-    static bool areEqual(const std::vector<double>& a, const std::vector<double>& b)
-    {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); });
-    }
-
-    void shareX(const std::vector<std::shared_ptr<chart::DataSeries>>& series)
-    {
-        if (series.empty()) return;
-        const auto x = listX(*series.front());
-        const bool isShared = std::all_of(series.begin(), series.end(),
-                                          [&x](const auto& one) { return areEqual(listX(*one), x); });
-        if (isShared) {
-            if (data().categoryKind != CategoryKind::Date) data().categoryKind = CategoryKind::Number;
-            data().categoryValues = x;
-            return;
-        }
-        data().categoryKind = CategoryKind::Text;
-        for (const auto& one : series)
-            shown_.workbook.furtherColumns.push_back({u"X of " + one->getName(), listX(*one)});
-    }
-
-    void requireSizes()
-    {
-        shown_.workbook.sizes = true;
-        data().series.resize(dataSet().getSeriesCount());
-        for (std::size_t i = 0; i < data().series.size(); ++i) {
-            auto& sizes = data().series[i].sizes;
-            const auto count = dataSet().getSeries(i)->getSize();
-            if (sizes.empty() && count > 0)
-                throw ChartError(
-                    ChartPart::describe(i, *dataSet().getSeries(i)),
-                    "a bubble chart needs the sizes of its bubbles; name the series that hold them "
-                    "(size-series).");
-            sizes.resize(count, missing);
-        }
     }
 
     // --- Stock and waterfall ---
@@ -422,25 +128,6 @@ class Preparation {
             if (!isBase && !std::isnan(part.values[i])) point->setFormat(own.getPoint(i)->getFormat());
         }
         return series;
-    }
-
-    // --- Error bars ---
-
-    void addErrorColumns()
-    {
-        for (std::size_t i = 0; i < std::min<std::size_t>(data().series.size(), dataSet().getSeriesCount());
-             ++i) {
-            const auto& name = dataSet().getSeries(i)->getName();
-            auto& details = data().series[i];
-            const auto count = dataSet().getSeries(i)->getSize();
-            for (auto* amounts : {&details.errorsPlus, &details.errorsMinus})
-                if (!amounts->empty()) amounts->resize(count, missing);
-            if (!details.errorsPlus.empty())
-                shown_.workbook.furtherColumns.push_back({u"Error of " + name + u", up", details.errorsPlus});
-            if (!details.errorsMinus.empty())
-                shown_.workbook.furtherColumns.push_back(
-                    {u"Error of " + name + u", down", details.errorsMinus});
-        }
     }
 
     // --- The chart ---

@@ -1,157 +1,22 @@
 #include "report/options/Options.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <limits>
 #include <set>
 #include <stdexcept>
-#include <type_traits>
 
-#include "report/options/ChartError.h"
 #include "report/options/ColorText.h"
-#include "report/options/Enumerations.h"
 #include "report/options/Length.h"
-#include "report/options/ListText.h"
-#include "report/options/NearName.h"
 #include "report/options/NumberFormat.h"
-#include "report/options/OptionChecks.h"
+#include "report/options/OptionMembers.h"
 #include "report/options/QuotedText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
-using Texts = std::vector<std::string>;
-using TextPairs = std::vector<std::pair<std::string, std::string>>;
-
 constexpr double unbounded = std::numeric_limits<double>::infinity();
-
-// --- From a member of ChartOptions to the form of an option ---
-
-template <typename T>
-struct OptionalOf {
-    using Type = T;
-    static constexpr bool isOptional = false;
-};
-template <typename T>
-struct OptionalOf<std::optional<T>> {
-    using Type = T;
-    static constexpr bool isOptional = true;
-};
-template <typename T>
-struct ListOf {
-    using Type = T;
-    static constexpr bool isList = false;
-};
-template <typename T>
-struct ListOf<std::vector<T>> {
-    using Type = T;
-    static constexpr bool isList = true;
-};
-
-template <auto Member>
-using MemberType = std::remove_cvref_t<decltype(std::declval<ChartOptions>().*Member)>;
-/// The type of one value: of an optional, or of the items of a list.
-template <auto Member>
-using ItemType = typename ListOf<typename OptionalOf<MemberType<Member>>::Type>::Type;
-
-template <auto Member>
-constexpr OptionForm formOf()
-{
-    using Item = ItemType<Member>;
-    constexpr bool isList = ListOf<MemberType<Member>>::isList;
-    if constexpr (std::is_same_v<Item, bool>) return OptionForm::Flag;
-    if constexpr (std::is_same_v<Item, double>) return OptionForm::Number;
-    if constexpr (std::is_same_v<Item, std::pair<std::string, std::string>>) return OptionForm::TextPairs;
-    if constexpr (std::is_enum_v<Item>) return isList ? OptionForm::Choices : OptionForm::Choice;
-    if constexpr (std::is_same_v<Item, std::string>) return isList ? OptionForm::Texts : OptionForm::Text;
-    return OptionForm::Integer;
-}
-
-template <typename Value>
-constexpr auto takeTexts(const char* EnumRow<Value>::*member)
-{
-    std::array<const char*, rowsOf<Value>().size()> texts{};
-    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = rowsOf<Value>()[i].*member;
-    return texts;
-}
-template <typename Value>
-constexpr auto choiceNames = takeTexts<Value>(&EnumRow<Value>::name);
-template <typename Value>
-constexpr auto choiceMeanings = takeTexts<Value>(&EnumRow<Value>::meaning);
-
-template <auto Member>
-constexpr std::span<const char* const> choicesOf()
-{
-    if constexpr (std::is_enum_v<ItemType<Member>>)
-        return choiceNames<ItemType<Member>>;
-    else
-        return {};
-}
-template <auto Member>
-constexpr std::span<const char* const> meaningsOf()
-{
-    if constexpr (std::is_enum_v<ItemType<Member>>)
-        return choiceMeanings<ItemType<Member>>;
-    else
-        return {};
-}
-
-template <typename Item>
-auto writeItem(const Item& item)
-{
-    if constexpr (std::is_enum_v<Item>)
-        return std::string(findRow(rowsOf<Item>(), item).name);
-    else if constexpr (std::is_same_v<Item, bool> || !std::is_arithmetic_v<Item>)
-        return item;
-    else
-        return static_cast<double>(item);
-}
-
-template <auto Member>
-OptionValue getMember(const ChartOptions& options)
-{
-    const auto& member = options.*Member;
-    if constexpr (OptionalOf<MemberType<Member>>::isOptional) {
-        if (!member) return {};
-        return writeItem(*member);
-    } else if constexpr (ListOf<MemberType<Member>>::isList) {
-        std::vector<decltype(writeItem(member.front()))> items;
-        items.reserve(member.size());
-        for (const auto& item : member) items.push_back(writeItem(item));
-        return items;
-    } else {
-        return writeItem(member);
-    }
-}
-
-template <typename Item, typename Value>
-Item readItem(const Value& value)
-{
-    if constexpr (std::is_enum_v<Item>)
-        return findRowOf(rowsOf<Item>(), value)->value;
-    else
-        return static_cast<Item>(value);
-}
-
-template <auto Member>
-void setMember(ChartOptions& options, const OptionValue& value)
-{
-    using Item = ItemType<Member>;
-    auto& member = options.*Member;
-    if constexpr (ListOf<MemberType<Member>>::isList) {
-        using Stored = std::conditional_t<std::is_enum_v<Item>, std::string, Item>;
-        member.clear();
-        for (const auto& item : std::get<std::vector<Stored>>(value)) member.push_back(readItem<Item>(item));
-    } else if constexpr (std::is_same_v<Item, bool>) {
-        member = std::get<bool>(value);
-    } else if constexpr (std::is_arithmetic_v<Item>) {
-        member = readItem<Item>(std::get<double>(value));
-    } else {
-        member = readItem<Item>(std::get<std::string>(value));
-    }
-}
 
 OptionValue getNoWorkbook(const ChartOptions& options)
 {
@@ -162,8 +27,6 @@ void setNoWorkbook(ChartOptions& options, const OptionValue& value)
 {
     options.workbook = !std::get<bool>(value);
 }
-
-// --- Checks of texts ---
 
 void acceptAll(const OptionValue& /*value*/) {}
 
@@ -185,13 +48,13 @@ void requireColor(const std::string& text)
 
 void checkColors(const OptionValue& value)
 {
-    for (const auto& text : std::get<Texts>(value)) requireColor(text);
+    for (const auto& text : std::get<std::vector<std::string>>(value)) requireColor(text);
 }
 
 void checkSeriesColors(const OptionValue& value)
 {
     std::set<std::string> names;
-    for (const auto& [name, color] : std::get<TextPairs>(value)) {
+    for (const auto& [name, color] : std::get<std::vector<std::pair<std::string, std::string>>>(value)) {
         requireColor(color);
         if (!names.insert(name).second)
             throw std::runtime_error(quoteText(name) + " has two colours; give one for each name.");
@@ -207,8 +70,6 @@ void checkFont(const OptionValue& value)
         throw std::runtime_error("expected the name of a typeface, of at most " + std::to_string(longest) +
                                  " characters, got " + std::to_string(length) + ".");
 }
-
-// --- The table ---
 
 using K = ChartKind;
 constexpr ChartKinds withCategories{K::Bar, K::Column, K::Line, K::Area, K::Stock, K::Waterfall};
@@ -441,150 +302,7 @@ constexpr std::array optionTable = {
 };
 // clang-format on
 
-// --- Reading and checking ---
-
-[[noreturn]] void refuse(const std::string& name, const std::string& sentence)
-{
-    throw std::runtime_error(name + ": " + sentence);
-}
-
-std::string toText(double number)
-{
-    return toUtf8(num2str(number));
-}
-
-std::string describeNumber(const Option& option)
-{
-    const std::string what = option.form == OptionForm::Integer ? "a whole number" : "a number";
-    if (option.maximum != unbounded)
-        return what + " from " + toText(option.minimum) + " to " + toText(option.maximum);
-    return option.minimum > 0 ? what + " above 0" : what;
-}
-
-bool isChoice(const Option& option, const std::string& text)
-{
-    return std::any_of(option.choices.begin(), option.choices.end(),
-                       [&text](const char* choice) { return text == choice; });
-}
-
-void requireChoice(const Option& option, const std::string& text, const std::string& name)
-{
-    if (!isChoice(option, text))
-        refuse(name, "expected " + joinNames(option.choices) + ", got " + quoteText(text) +
-                         suggestName(text, {option.choices.begin(), option.choices.end()}));
-}
-
-/// Spells a choice as the table does, whatever its capitals.
-void spellChoice(const Option& option, std::string& text)
-{
-    for (const auto* choice : option.choices)
-        if (toLower(choice) == toLower(text)) text = choice;
-}
-
-OptionValue spellChoices(const Option& option, OptionValue value)
-{
-    if (auto* text = std::get_if<std::string>(&value)) spellChoice(option, *text);
-    if (auto* texts = std::get_if<Texts>(&value))
-        for (auto& text : *texts) spellChoice(option, text);
-    return value;
-}
-
-void requireNumber(const Option& option, double number, const std::string& name)
-{
-    const bool isWhole = option.form != OptionForm::Integer || number == std::floor(number);
-    if (!std::isfinite(number) || !isWhole || number < option.minimum || number > option.maximum)
-        refuse(name, "expected " + describeNumber(option) + ", got " + toText(number) + ".");
-}
-
-bool hasForm(OptionForm form, const OptionValue& value)
-{
-    switch (form) {
-        case OptionForm::Flag:
-            return std::holds_alternative<bool>(value);
-        case OptionForm::Number:
-        case OptionForm::Integer:
-            return std::holds_alternative<double>(value);
-        case OptionForm::Text:
-        case OptionForm::Choice:
-            return std::holds_alternative<std::string>(value);
-        case OptionForm::Choices:
-        case OptionForm::Texts:
-            return std::holds_alternative<Texts>(value);
-        case OptionForm::TextPairs:
-            return std::holds_alternative<TextPairs>(value);
-    }
-    return false;
-}
-
-void checkValue(const Option& option, const OptionValue& value, const std::string& name)
-{
-    if (!hasForm(option.form, value)) refuse(name, "expected " + describeForm(option) + ".");
-    if (const auto* number = std::get_if<double>(&value)) requireNumber(option, *number, name);
-    if (option.form == OptionForm::Choice) requireChoice(option, std::get<std::string>(value), name);
-    if (option.form == OptionForm::Choices)
-        for (const auto& text : std::get<Texts>(value)) requireChoice(option, text, name);
-    try {
-        option.check(value);
-    } catch (const std::runtime_error& error) {
-        refuse(name, error.what());
-    }
-}
-
-double readNumber(const Option& option, const std::string& text, const std::string& name)
-{
-    double number = 0;
-    const auto* last = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), last, number);
-    if (error != std::errc() || end != last)
-        refuse(name, "expected " + describeNumber(option) + ", got " + quoteText(text) + ".");
-    return number;
-}
-
-TextPairs readPairs(const std::string& text, const std::string& name)
-{
-    TextPairs pairs;
-    for (const auto& item : splitList(text)) {
-        const auto equals = item.rfind('=');
-        if (equals == std::string::npos)
-            refuse(name, "expected pairs, as in North=red, got " + quoteText(item) + ".");
-        pairs.emplace_back(item.substr(0, equals), item.substr(equals + 1));
-    }
-    return pairs;
-}
-
 }  // namespace
-
-std::string describeForm(const Option& option)
-{
-    switch (option.form) {
-        case OptionForm::Flag:
-            return "true or false";
-        case OptionForm::Number:
-        case OptionForm::Integer:
-            return describeNumber(option);
-        case OptionForm::Choice:
-            return joinNames(option.choices);
-        case OptionForm::Choices:
-            return "a list of " + joinNames(option.choices);
-        case OptionForm::Texts:
-            return "a list of texts";
-        case OptionForm::TextPairs:
-            return "pairs, as in North=red";
-        case OptionForm::Text:
-            break;
-    }
-    return "a text";
-}
-
-std::string describeKinds(ChartKinds kinds)
-{
-    std::vector<const char*> names;
-    std::vector<const char*> others;
-    for (const auto& row : kindRows) (kinds.contains(row.value) ? names : others).push_back(row.name);
-    if (others.empty()) return "every type of chart";
-    return others.size() < names.size() ? "charts other than " + joinNames(others)
-                                        : joinNames(names) + " charts";
-}
 
 std::span<const Option> getOptions()
 {
@@ -596,48 +314,6 @@ const Option* findOption(std::string_view name)
     const auto found = std::find_if(optionTable.begin(), optionTable.end(),
                                     [name](const auto& option) { return option.name == name; });
     return found == optionTable.end() ? nullptr : &*found;
-}
-
-OptionValue readOptionText(const Option& option, const std::string& text, const std::string& name)
-{
-    switch (option.form) {
-        case OptionForm::Flag:
-            return true;
-        case OptionForm::Number:
-        case OptionForm::Integer:
-            return readNumber(option, text, name);
-        case OptionForm::Choices:
-        case OptionForm::Texts:
-            return splitList(text);
-        case OptionForm::TextPairs:
-            return readPairs(text, name);
-        case OptionForm::Text:
-        case OptionForm::Choice:
-            break;
-    }
-    return text;
-}
-
-void setOption(ChartOptions& options, const Option& option, const OptionValue& value, const std::string& name)
-{
-    const auto spelled = spellChoices(option, value);
-    checkValue(option, spelled, name);
-    option.set(options, spelled);
-}
-
-void checkOptions(const ChartOptions& options, ChartKind kind)
-{
-    static const ChartOptions standard;
-    for (const auto& option : optionTable) {
-        const auto value = option.get(options);
-        if (value == option.get(standard)) continue;
-        checkValue(option, value, option.name);
-        if (!option.kinds.contains(kind))
-            throw ChartError("", std::string(option.name) + " is for " + describeKinds(option.kinds) +
-                                     "; this is " + (kind == ChartKind::Area ? "an " : "a ") +
-                                     findRow(kindRows, kind).name + " chart.");
-    }
-    checkTogether(options, kind);
 }
 
 }  // namespace quillon::report

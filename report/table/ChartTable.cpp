@@ -9,10 +9,10 @@
 
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
+#include "report/table/ChartColumns.h"
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
-#include "report/table/NumberText.h"
 #include "report/table/Sources.h"
 #include "support/Text.h"
 
@@ -21,116 +21,7 @@ namespace {
 
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
 
-using Columns = std::vector<std::size_t>;
 using TableColumns = std::vector<const TableColumn*>;
-
-/// What the columns of the table are for, by position.
-struct Roles {
-    Columns categories;
-    Columns values;
-    Columns sizes;
-    Columns errorsPlus;
-    Columns errorsMinus;
-    std::optional<std::size_t> series;
-    std::optional<std::size_t> x;
-};
-
-bool contains(const Columns& columns, std::size_t column)
-{
-    return std::find(columns.begin(), columns.end(), column) != columns.end();
-}
-
-Columns listColumn(std::optional<std::size_t> column)
-{
-    return column ? Columns{*column} : Columns{};
-}
-
-Columns findColumns(const TableScan& scan, const std::vector<std::string>& names)
-{
-    Columns columns;
-    for (const auto& name : names) columns.push_back(scan.findColumn(name));
-    return columns;
-}
-
-Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
-{
-    if (!options.category.empty()) return findColumns(scan, options.category);
-    if (!options.x.empty()) return {scan.findColumn(options.x)};
-    if (!scan.hasRowNumbers()) return {0};
-    note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
-    return {1};
-}
-
-/// All columns with numbers that have no other role.
-Columns chooseValues(const TableScan& scan, const Roles& roles, const Note& note)
-{
-    Columns chosen;
-    for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
-        const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
-                             contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
-                             roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
-                             scan.getNames()[column].empty();
-        if (isTaken) continue;
-        if (scan.getProfile(column).isNumeric())
-            chosen.push_back(column);
-        else
-            note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out.",
-                             scan.getPlace().name, quoteText(scan.getNames()[column])));
-    }
-    return chosen;
-}
-
-/// A cell of the column in a sentence, and the option that reads it as a number.
-std::string describeText(const TableScan& scan, std::size_t column, const TableOptions& options)
-{
-    const auto& text = scan.getProfile(column).getFirstText();
-    const auto place = scan.getPlace();
-    const char* other = options.decimal == "point" ? "comma" : "point";
-    const bool isOther = !options.decimal.empty() && readNumber(text.text, {*other == 'c' ? ',' : '.'});
-    return fmt::format("; column {} has {} in {} {}{}", quoteText(scan.getNames()[column]),
-                       quoteText(text.text), place.getUnit(), text.line,
-                       isOther
-                           ? fmt::format(", a number with a decimal {}; --decimal {} reads it", other, other)
-                           : std::string());
-}
-
-[[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)
-{
-    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().countsLines;
-    std::string example = isOne ? "; the table has one column, and --delimiter says what parts several" : "";
-    for (std::size_t column = 0; column < scan.getNames().size() && example.empty(); ++column)
-        if (!contains(categories, column) && scan.getProfile(column).getFirstText().isSet())
-            example = describeText(scan, column, options);
-    fail("{}: no column beside {} holds numbers{}{}.", scan.getPlace().name,
-         quoteText(scan.getNames()[categories.front()]), example, scan.getPlace().hint);
-}
-
-Roles findRoles(const TableScan& scan, const TableOptions& options, const Note& note)
-{
-    Roles roles;
-    roles.categories = chooseCategories(scan, options, note);
-    roles.sizes = findColumns(scan, options.sizes);
-    roles.errorsPlus = findColumns(scan, options.errorsPlus);
-    roles.errorsMinus = findColumns(scan, options.errorsMinus);
-    if (!options.x.empty()) roles.x = scan.findColumn(options.x);
-    if (!options.series.empty()) roles.series = scan.findColumn(options.series);
-    if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
-    if (roles.series || !options.value.empty()) return roles;
-    // Rows are counted where the author names no column of values.
-    if (options.aggregate == "count" && options.columns.empty()) return roles;
-    roles.values =
-        options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
-    if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
-    return roles;
-}
-
-/// Refuses early what a chart cannot show: a wide table that is not aggregated shows every row.
-void requireRows(const TableScan& scan, const Roles& roles, const TableOptions& options)
-{
-    const bool keepsAll =
-        options.aggregate.empty() && options.top == 0 && !options.transpose && !roles.series;
-    if (keepsAll) requireLimits(scan.getPlace().name, roles.values.size(), scan.getRowCount());
-}
 
 /// Values of one category and series that become one.
 struct Accumulator {
@@ -198,10 +89,15 @@ Categories keepRows(std::size_t rowCount)
     return categories;
 }
 
+Columns listColumn(std::optional<std::size_t> column)
+{
+    return column ? Columns{*column} : Columns{};
+}
+
 /// Makes a grid of a table whose columns have been read for their roles.
 class GridMaker {
  public:
-    GridMaker(const TableScan& scan, const Roles& roles, const TableOptions& options, const Note& note)
+    GridMaker(const TableScan& scan, const ChartColumns& roles, const TableOptions& options, const Note& note)
         : roles_(roles), options_(options), note_(note), table_(readRoles(scan))
     {
         grid_.name = table_.place.name;
@@ -390,7 +286,7 @@ class GridMaker {
             grid_.kind = CategoryKind::Date;
     }
 
-    const Roles& roles_;
+    const ChartColumns& roles_;
     const TableOptions& options_;
     const Note& note_;
     TableColumns categoryColumns_;
@@ -429,7 +325,7 @@ Note hearOnce(const Listener& listener)
 ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
 {
     const TableScan scan(std::move(source), options, note);
-    const auto roles = findRoles(scan, options, note);
+    const auto roles = findChartColumns(scan, options, note);
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();
     auto totals = noteTotals(grid, note);

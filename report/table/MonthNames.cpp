@@ -6,6 +6,7 @@
 #include <string>
 
 #include "report/table/DateText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -76,15 +77,25 @@ constexpr Language languages[] = {
      {"", "", "", "", "", "", "", "", "", "", "", ""}},
 };
 
-/// Small letters for A to Z and the accented capitals of western languages (U+00C0 to U+00DE), in UTF-8.
-std::string toLower(std::string_view text)
+/// The small letter of an accented capital, from U+00C0 to U+017E; every other character stays.
+constexpr unsigned toSmallLetter(unsigned letter)
 {
-    std::string result(text);
-    for (std::size_t i = 0; i < result.size(); ++i) {
-        const auto c = static_cast<unsigned char>(result[i]);
-        const bool isLatin1 = i > 0 && static_cast<unsigned char>(result[i - 1]) == 0xC3;
-        if ((c >= 'A' && c <= 'Z') || (isLatin1 && c >= 0x80 && c <= 0x9E))
-            result[i] = static_cast<char>(c + 0x20);
+    if (letter < 0x100) return letter < 0xDF ? letter + 0x20 : letter;
+    // Capitals are even there, but for two stretches.
+    const bool areOdd = (letter >= 0x139 && letter <= 0x148) || letter >= 0x179;
+    return letter + ((letter % 2 != 0) == areOdd ? 1 : 0);
+}
+
+/// Small letters for A to Z and the accented capitals of European languages, in UTF-8.
+std::string toSmallLetters(std::string_view text)
+{
+    auto result = toLower(text);
+    for (std::size_t i = 1; i < result.size(); ++i) {
+        const unsigned lead = static_cast<unsigned char>(result[i - 1]);
+        if (lead < 0xC3 || lead > 0xC5) continue;
+        const auto letter = toSmallLetter((lead & 0x1FU) << 6U | (static_cast<unsigned>(result[i]) & 0x3FU));
+        result[i - 1] = static_cast<char>(0xC0U | letter >> 6U);
+        result[i] = static_cast<char>(0x80U | (letter & 0x3FU));
     }
     return result;
 }
@@ -99,7 +110,8 @@ void addSystemMonths(Months& months)
     const bool isUtf8 = nl_langinfo_l(CODESET, system) == std::string_view("UTF-8");
     for (unsigned month = 0; isUtf8 && month < 12; ++month)
         for (const int first : {static_cast<int>(MON_1), static_cast<int>(ABMON_1)}) {
-            auto name = toLower(nl_langinfo_l(static_cast<nl_item>(first + static_cast<int>(month)), system));
+            auto name =
+                toSmallLetters(nl_langinfo_l(static_cast<nl_item>(first + static_cast<int>(month)), system));
             if (name.ends_with('.')) name.pop_back();
             if (!name.empty()) months.emplace(std::move(name), month + 1);
         }
@@ -123,7 +135,7 @@ unsigned findMonth(std::string_view name)
 {
     static const Months months = collectMonths();
     if (name.ends_with('.')) name.remove_suffix(1);
-    const auto found = months.find(toLower(name));
+    const auto found = months.find(toSmallLetters(name));
     return found == months.end() ? 0 : found->second;
 }
 
