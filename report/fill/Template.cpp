@@ -54,7 +54,12 @@ std::string describe(const FoundChart& chart)
 
 struct Template::Content {
     Content(Package opened, std::string path)
-        : package(std::move(opened)), file(std::move(path)), originals(std::make_shared<Originals>(package))
+        : package(std::move(opened)),
+          file(std::move(path)),
+          originals(std::make_shared<Originals>(package)),
+          texts([known = originals](const Package& copy, const std::string& part) {
+              return known->getText(copy, part);
+          })
     {
     }
 
@@ -78,13 +83,16 @@ struct Template::Content {
     void separate(std::size_t index);
     FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options);
 
-    /// After a change of anything but a chart part.
+    /// With all that was replaced in its text.
+    Package& getPackage();
+    /// After a change of anything but a chart part or text.
     void forget();
 
     Package package;
     /// Empty for a document that came as bytes.
     std::string file;
     std::shared_ptr<Originals> originals;
+    DocumentTexts texts;
     /// What is known of this copy: its drawings, null until they are needed, and the chart parts that it has
     /// changed.
     mutable std::shared_ptr<const Drawings> drawings;
@@ -102,9 +110,16 @@ const Drawings& Template::Content::getDrawings() const
     return *drawings;
 }
 
+Package& Template::Content::getPackage()
+{
+    texts.save(package);
+    return package;
+}
+
 void Template::Content::forget()
 {
     isChanged = true;
+    texts.forget();
     drawings.reset();
     charts.clear();
 }
@@ -183,7 +198,7 @@ void Template::Content::separate(std::size_t index)
                    other.chartParts.end();
         };
         if (std::count_if(getDrawings().begin(), getDrawings().end(), shows) < 2) continue;
-        showCopy(package, drawing, part, copyChart(package, part));
+        showCopy(getPackage(), drawing, part, copyChart(package, part));
         forget();
     }
 }
@@ -274,32 +289,30 @@ FillReport Template::fill(const std::string& chart, const ChartData& data, const
 
 std::vector<Placeholder> Template::getPlaceholders() const
 {
-    return getContent().inFile([&] { return findPlaceholders(getContent().package); });
+    return getContent().inFile([&] { return getContent().texts.findPlaceholders(getContent().package); });
 }
 
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
                       const ChartData& data, const Listener& listener)
 {
-    insertChart(getContent().package, placeholder, {chart, options, listener, data});
+    insertChart(getContent().getPackage(), placeholder, {chart, options, listener, data});
     getContent().forget();
 }
 
 void Template::insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options)
 {
-    report::insertTable(getContent().package, placeholder, data, options);
+    report::insertTable(getContent().getPackage(), placeholder, data, options);
     getContent().forget();
 }
 
 std::size_t Template::replace(const std::string& placeholder, const std::string& text)
 {
-    const auto count = replaceText(getContent().package, placeholder, text);
-    getContent().forget();
-    return count;
+    return getContent().texts.replace(getContent().package, placeholder, text);
 }
 
 std::string Template::toBytes() const
 {
-    return getContent().package.toBytes();
+    return getContent().getPackage().toBytes();
 }
 
 void Template::save(const std::string& path) const
@@ -309,7 +322,7 @@ void Template::save(const std::string& path) const
 
 const Package& Template::getPackage() const
 {
-    return getContent().package;
+    return getContent().getPackage();
 }
 
 }  // namespace quillon::report

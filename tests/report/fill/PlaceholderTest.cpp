@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "chart/model/ColumnChart.h"
+#include "report/fill/DocumentTexts.h"
 #include "report/fill/Template.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
@@ -52,6 +53,19 @@ std::string toStrict(std::string text)
 }
 
 /// With its own options alone.
+std::vector<Placeholder> findPlaceholders(const Package& document)
+{
+    return DocumentTexts().findPlaceholders(document);
+}
+
+std::size_t replaceText(Package& document, const std::string& name, const std::string& text)
+{
+    DocumentTexts texts;
+    const auto count = texts.replace(document, name, text);
+    texts.save(document);
+    return count;
+}
+
 void insertChart(Package& document, const std::string& name, const chart::Chart& chart,
                  const ChartOptions& options = {})
 {
