@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/Export.h"
+
 namespace quillon::report {
 
 /// What is refused, because no document needs it and a hostile file might: bytes, unless it says otherwise.
@@ -42,7 +44,7 @@ PackedBytes store(std::string_view bytes);
 std::string unpack(const PackedBytes& packed);
 
 /// Deflates content that comes piece by piece, so that it is never there as a whole.
-class Packer {
+class QUILLON_EXPORT Packer {
  public:
     Packer();
     ~Packer();

@@ -165,6 +165,23 @@ TEST(Placeholder, IsNoneWhereTextIsBrokenOrDeleted)
     }
 }
 
+TEST(Placeholder, OneAfterTheOtherIsReplacedAsItStandsThen)
+{
+    const auto document = makeDocument(paragraph(run("{{a}}, {{") + run("b}}.")) + paragraph(run("{{c}}")));
+    DocumentTexts texts;
+    auto changed = document;
+    EXPECT_EQ(texts.replace(document, "a", "1\t{{b}}{{d}}"), 1U);
+    EXPECT_EQ(texts.replace(document, "b", "2"), 2U);
+    texts.save(changed);
+    texts.replace(document, "c", "3");
+    EXPECT_EQ(texts.findPlaceholders(document),
+              (std::vector<Placeholder>{{"d", PlaceholderKind::Text, "word/document.xml"}}));
+    texts.save(changed);
+    EXPECT_EQ(readBody(changed), paragraph("<w:r>" + kept("1") + "<w:tab/>" + kept("2{{d}}, 2") +
+                                           "</w:r><w:r>" + kept(".") + "</w:r>") +
+                                     paragraph("<w:r>" + kept("3") + "</w:r>"));
+}
+
 TEST(Placeholder, TabsAndLinesAreThoseOfTheDocument)
 {
     auto document = makeDocument(paragraph(run("{{a}}.")));
