@@ -355,7 +355,9 @@ TEST(WorkbookFill, RemarksBelowMoveDown)
 TEST(WorkbookFill, FollowsEveryKindOfReference)
 {
     const std::string names =
-        "<definedNames><definedName name=\"Values\">'It''s'!$B$2:$B$3</definedName><definedName "
+        "<definedNames><definedName name=\"Values\" localSheetId=\"1\">'It''s'!$B$2:$B$3</definedName>"
+        // The one that is for a sheet is meant.
+        "<definedName name=\"VALUES\">Other!$A$1</definedName><definedName "
         "name=\"Growing\">OFFSET('It''s'!$B$1,1,0,COUNTA('It''s'!$B:$B)-1,1)</definedName><definedName "
         "name=\"Beside\">OFFSET(Growing,,1)</definedName></definedNames>";
     const std::tuple<std::string, std::string, std::string> references[] = {
