@@ -1,7 +1,11 @@
 #!/usr/bin/env bash
 # Makes the pictures of docs/options.md from its examples: docs/make_option_pictures.sh QUILLON_REPORT
-# Needs LibreOffice and pdftoppm.
+# Needs LibreOffice, pdftoppm and the typefaces below: others are wider or narrower, and every picture would change.
+# ./run gallery installs what is missing, and calls this.
 set -euo pipefail
+for face in "Carlito fonts-crosextra-carlito" "Liberation Serif fonts-liberation"; do
+    [[ -n $(fc-list "${face% *}") ]] || { echo "The pictures want ${face% *}, of the package ${face##* }." >&2; exit 1; }
+done
 report=$(realpath "$1")
 docs=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 scratch=$(mktemp -d)

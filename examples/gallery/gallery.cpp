@@ -135,8 +135,7 @@ void iceCream()
           .xMax = 40,
           .xStep = 5,
           .colors = {"#D9603B"},
-          .trendline = Trendline::Linear,
-          .equation = true});
+          .trendline = Trendline::Linear});
 }
 
 void products()
@@ -280,6 +279,67 @@ void complaints()
           .colors = {"#B5483F"}});
 }
 
+void punctuality()
+{
+    const auto data = readChartData("punctuality.csv", {});
+    save("punctuality.docx", data, u"Only line 3 missed its target",
+         {.kind = ChartKind::Column,
+          .categoryTitle = "Line",
+          .valueTitle = "Trains on time, %",
+          .valueMax = 100,
+          .valueStep = 20,
+          .gap = 50,
+          .seriesColors = {{"On time", "#8FA8BF"}, {"Target", "#404040"}},
+          .categoryColors = {{"3", "#C0504D"}},
+          .dashed = {"Target"},
+          .line = {"Target"}});
+}
+
+void forecast()
+{
+    const auto data = readChartData("forecast.csv", {.gaps = true});
+    save("forecast.docx", data, u"Next year passes half a million visitors",
+         {.kind = ChartKind::Line,
+          .valueTitle = "Visitors, thousand",
+          .valueMin = 0,
+          .seriesColors = {{"Visitors", "#1F4E79"}, {"Forecast", "#1F4E79"}},
+          .dashed = {"Forecast"}});
+}
+
+void schedule()
+{
+    const auto data = readChartData("schedule.csv", {});
+    save("schedule.docx", data, u"We move in after 25 weeks",
+         {.kind = ChartKind::Bar,
+          .valueTitle = "Week",
+          .valueStep = 5,
+          .labels = {Label::Value},
+          .labelFormat = "0\" wk\"",
+          .gap = 40,
+          .stacking = Stacking::Normal,
+          .seriesColors = {{"Weeks", "#3D7EA6"}},
+          .hidden = {"Start"}});
+}
+
+void defects()
+{
+    const auto data = readChartData("defects.csv", {});
+    save("defects.docx", data, u"Two causes make three fifths of all defects",
+         {.kind = ChartKind::Column,
+          .legend = Legend::Top,
+          .valueTitle = "Defects",
+          .valueMax = 60,
+          .valueStep = 15,
+          .second = {"Share of all"},
+          .secondFormat = "0%",
+          .secondMin = 0,
+          .secondMax = 1,
+          .secondStep = 0.25,
+          .gap = 20,
+          .markers = true,
+          .line = {"Share of all"}});
+}
+
 void downtime()
 {
     const auto data = readChartData("downtime.csv", {});
@@ -298,9 +358,9 @@ void downtime()
 int main()
 try {
     for (const auto make :
-         {revenueTarget, heating,  budget,   survey,     heatSources,    price,     population,
-          iceCream,      products, bicycles, sharePrice, smallMultiples, seedlings, electricity,
-          branches,      day,      guests,   users,      complaints,     downtime})
+         {revenueTarget, heating,  budget,     survey,         heatSources, price,       population, iceCream,
+          products,      bicycles, sharePrice, smallMultiples, seedlings,   electricity, branches,   day,
+          guests,        users,    complaints, downtime,       punctuality, forecast,    schedule,   defects})
         make();
 } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

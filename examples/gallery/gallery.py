@@ -70,7 +70,7 @@ def population():
 def ice_cream():
     frame = pandas.read_csv("ice-cream.csv", index_col="Temperature")
     report.chart(
-        frame, "Each degree sells thirteen more ice creams", type="scatter", trendline="linear", equation=True,
+        frame, "Each degree sells thirteen more ice creams", type="scatter", trendline="linear",
         x_title="Temperature at noon, °C", x_min=10, x_max=40, x_step=5, value_title="Ice creams a day", value_step=100,
         colors=["#D9603B"],
     ).save("ice-cream.docx")
@@ -174,6 +174,41 @@ def complaints():
     ).save("complaints.docx")
 
 
+def punctuality():
+    frame = pandas.read_csv("punctuality.csv", index_col="Line")
+    report.chart(
+        frame, "Only line 3 missed its target", type="column", line=["Target"], dashed=["Target"], gap=50,
+        category_title="Line", value_title="Trains on time, %", value_max=100, value_step=20,
+        series_colors={"On time": "#8FA8BF", "Target": "#404040"}, category_colors={"3": "#C0504D"},
+    ).save("punctuality.docx")
+
+
+def forecast():
+    frame = pandas.read_csv("forecast.csv", index_col="Year", parse_dates=True)
+    report.chart(
+        frame, "Next year passes half a million visitors", type="line", dashed=["Forecast"], category_format="yyyy",
+        value_title="Visitors, thousand", value_min=0, series_colors={"Visitors": "#1F4E79", "Forecast": "#1F4E79"},
+    ).save("forecast.docx")
+
+
+def schedule():
+    frame = pandas.read_csv("schedule.csv", index_col="Task")
+    report.chart(
+        frame, "We move in after 25 weeks", type="bar", stacking="normal", hidden=["Start"],
+        labels="value", label_format='0" wk"', value_title="Week", value_step=5, gap=40,
+        series_colors={"Weeks": "#3D7EA6"},
+    ).save("schedule.docx")
+
+
+def defects():
+    frame = pandas.read_csv("defects.csv", index_col="Cause")
+    report.chart(
+        frame, "Two causes make three fifths of all defects", type="column", line=["Share of all"],
+        second=["Share of all"], second_format="0%", second_min=0, second_max=1, second_step=0.25, markers=True,
+        value_title="Defects", value_max=60, value_step=15, gap=20, legend="top",
+    ).save("defects.docx")
+
+
 def downtime():
     frame = pandas.read_csv("downtime.csv", index_col="Year")
     report.chart(
@@ -186,5 +221,6 @@ if __name__ == "__main__":
     for make in (
         revenue_target, heating, budget, survey, heat_sources, price, population, ice_cream, products, bicycles,
         share_price, small_multiples, seedlings, electricity, branches, day, guests, users, complaints, downtime,
+        punctuality, forecast, schedule, defects,
     ):
         make()

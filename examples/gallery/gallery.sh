@@ -59,11 +59,10 @@ quillon-report heat-sources.csv --type doughnut --title "Three quarters of all h
     --labels percent --legend right -o heat-sources.docx
 
 # Scatter with trend
-# Each row of the table is a point; the trendline shows its equation.
+# Each row of the table is a point; `--equation` shows the equation of the trendline.
 quillon-report ice-cream.csv --type scatter --title "Each degree sells thirteen more ice creams" \
     --x Temperature --x-title "Temperature at noon, °C" --x-min 10 --x-max 40 --x-step 5 \
-    --value-title "Ice creams a day" --value-step 100 --trendline linear --equation \
-    --colors "#D9603B" -o ice-cream.docx
+    --value-title "Ice creams a day" --value-step 100 --trendline linear --colors "#D9603B" -o ice-cream.docx
 
 # The largest, and all others
 # The six most frequent of ten, sorted; the rest is added up and stands last.
@@ -113,6 +112,30 @@ quillon-report bicycles.csv --type radar --title "Two bicycles, two purposes" --
 quillon-report day.csv --type pie --title "Where the hours of a day go" --labels category,value \
     --label-position outEnd --label-format '0.0" h"' --explosion 6 --legend none \
     --palette "#34568B,#E98973,#88B2CC,#E7B10A,#7FA99B,#A9907E" -o day.docx
+
+# A target line and the one below it
+# A column of the table is the target, drawn as a dashed line; one category has a colour of its own.
+quillon-report punctuality.csv --type column --line Target --dashed Target --title "Only line 3 missed its target" \
+    --category-title Line --value-title "Trains on time, %" --value-max 100 --value-step 20 --gap 50 \
+    --series-colors "On time=#8FA8BF,Target=#404040" --category-colors "3=#C0504D" -o punctuality.docx
+
+# Forecast
+# The forecast is a column of its own, which starts with the last number that is known.
+quillon-report forecast.csv --type line --gaps --dashed Forecast --title "Next year passes half a million visitors" \
+    --value-title "Visitors, thousand" --value-min 0 --series-colors "Visitors=#1F4E79,Forecast=#1F4E79" \
+    -o forecast.docx
+
+# Schedule
+# Bars from start to end: the starts carry the bars and are not seen.
+quillon-report schedule.csv --type bar --stacking normal --hidden Start --title "We move in after 25 weeks" \
+    --labels value --label-format '0" wk"' --value-title Week --value-step 5 --gap 40 \
+    --series-colors "Weeks=#3D7EA6" -o schedule.docx
+
+# Pareto
+# The largest causes first, and the share that they add up to on a second axis.
+quillon-report defects.csv --type column --line "Share of all" --second "Share of all" --markers \
+    --title "Two causes make three fifths of all defects" --value-title Defects --value-max 60 --value-step 15 \
+    --second-format 0% --second-min 0 --second-max 1 --second-step 0.25 --gap 20 --legend top -o defects.docx
 
 # A chart for a margin
 # No axis, no gridlines, labels only, three inches wide.

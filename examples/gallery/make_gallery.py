@@ -100,7 +100,7 @@ def write_page():
     return f"""\
 # Gallery
 
-Twenty charts, each made by the command, from C++ and from Python. The documents hold native charts; the pictures are what
+Twenty-four charts, each made by the command, from C++ and from Python. The documents hold native charts; the pictures are what
 LibreOffice draws of them. `./run gallery` makes all of it anew, and a test makes sure that the three ways give the same
 charts. The numbers are made up; they stand in small tables in [examples/gallery](../examples/gallery).
 

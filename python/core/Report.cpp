@@ -184,7 +184,8 @@ class Document {
 
 /// The chart part, the workbook, the run, and the sentences on what was replaced.
 py::tuple makeChartParts(py::handle chart, py::handle data, const py::dict& options,
-                         std::size_t drawingNumber, const std::string& relationshipId)
+                         std::size_t drawingNumber, const std::string& relationshipId,
+                         const std::string& theme)
 {
     return guard("chart", [&] {
         const auto native = readChart(chart);
@@ -194,7 +195,7 @@ py::tuple makeChartParts(py::handle chart, py::handle data, const py::dict& opti
         report::ChartParts parts;
         write({native}, nullptr, [&] {
             parts = report::makeChartParts(*native, chosen, drawingNumber, relationshipId,
-                                           hearing.getListener(), details);
+                                           hearing.getListener(), details, report::readThemeColors(theme));
         });
         return py::make_tuple(py::bytes(parts.chart), py::bytes(parts.workbook), py::bytes(parts.run),
                               hearing.takeWarnings());

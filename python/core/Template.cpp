@@ -104,10 +104,14 @@ class Template {
         });
     }
 
-    void insertTable(py::handle placeholder, py::handle data)
+    void insertTable(py::handle placeholder, py::handle data, py::handle numberFormat,
+                     py::handle categoryFormat)
     {
-        guard("insert_table",
-              [&] { use().insertTable(readText(placeholder, "placeholder"), readChartData(data)); });
+        guard("insert_table", [&] {
+            use().insertTable(
+                readText(placeholder, "placeholder"), readChartData(data),
+                {readText(numberFormat, "number_format"), readText(categoryFormat, "category_format")});
+        });
     }
 
     std::size_t replace(py::handle placeholder, py::handle text)

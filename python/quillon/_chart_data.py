@@ -65,7 +65,10 @@ class ChartData:
         Dates stay dates, and an index of several levels stays one. Categories that are numbers count as such when
         `category_format` says how to write them.
         """
-        read = _tables.read_table(table, categories, columns, stacklevel=3)
+        return cls._from_table(_tables.read_table(table, categories, columns, stacklevel=3), category_format)
+
+    @classmethod
+    def _from_table(cls, read: _tables.Table, category_format: str = "") -> ChartData:
         levels: list[list[str]] = []
         if all(isinstance(cell, tuple) and len(cell) > 1 for cell in read.categories):
             levels = _read_levels(read.categories)
@@ -126,6 +129,22 @@ def as_chart_data(data: Any) -> ChartData:
     if isinstance(data, ChartData):
         return data
     return ChartData(data) if isinstance(data, DataSet) else ChartData.from_dataframe(data)
+
+
+def as_fill_data(data: Any) -> ChartData:
+    """Chart data for a chart that exists: names that a table does not say are left to the chart."""
+    from quillon.chart import DataSet
+
+    if isinstance(data, (ChartData, DataSet)):
+        return as_chart_data(data)
+    read = _tables.read_table(data, None, None, stacklevel=5)
+    filled = ChartData._from_table(read)
+    if not read.has_categories:
+        filled.data_set.Categories = []
+    if not read.has_names:
+        for series in filled.data_set:
+            series.Name = ""
+    return filled
 
 
 def take_data(chart: Any, data: Any) -> ChartData | None:

@@ -13,6 +13,7 @@ TickLabels = Literal["low", "next", "high", "none"]
 CategoryType = Literal["auto", "text", "date", "number"]
 Label = Literal["value", "percent", "category", "series"]
 LabelPosition = Literal["bestFit", "ctr", "inEnd", "inBase", "outEnd", "t", "b", "l", "r"]
+LabelSeparator = Literal["comma", "semicolon", "period", "newline", "space"]
 Stacking = Literal["normal", "percent"]
 Blank = Literal["gap", "zero", "connect"]
 ScatterStyle = Literal["points", "lines", "both"]
@@ -59,6 +60,7 @@ NAMES = (
     "x_log",
     "labels",
     "label_position",
+    "label_separator",
     "label_format",
     "gap",
     "overlap",
@@ -69,6 +71,9 @@ NAMES = (
     "colors",
     "palette",
     "series_colors",
+    "category_colors",
+    "dashed",
+    "hidden",
     "start_angle",
     "explosion",
     "line",

@@ -104,12 +104,12 @@ void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const No
 
 }  // namespace
 
-ChartData readData(const ChartJob& job, const Listener& listener)
+ChartData readData(const ChartJob& job, const Listener& listener, const TableTarget& target)
 {
-    TableOptions reading = job;
+    auto reading = static_cast<const TableOptions&>(job);
     reading.gaps = job.gaps || job.options.blank;
-    return job.rows ? readChartData(job.rows, reading, listener)
-                    : readChartData(job.table, reading, listener);
+    return job.rows ? readChartData(job.rows, reading, listener, target)
+                    : readChartData(job.table, reading, listener, target);
 }
 
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& heard)

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "report/table/CellText.h"
+#include "report/table/ColumnNames.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -40,12 +41,13 @@ std::vector<DataColumn> makeCategories(const ChartData& data)
 {
     std::vector<DataColumn> columns;
     for (const auto& level : data.levels) {
-        auto& column = columns.emplace_back(DataColumn{"Level " + std::to_string(columns.size() + 1)});
+        auto& column =
+            columns.emplace_back(DataColumn{columnNames::level + std::to_string(columns.size() + 1)});
         // An outer text goes on until the next one.
         std::u16string text;
         for (const auto& cell : level) column.cells.push_back(makeCell(text = cell.empty() ? text : cell));
     }
-    auto& column = columns.emplace_back(DataColumn{"Category"});
+    auto& column = columns.emplace_back(DataColumn{columnNames::category});
     const auto& categories = data.dataSet->getCategories();
     for (std::size_t i = 0; i < categories.size(); ++i) {
         const bool hasValue = i < data.categoryValues.size() && std::isfinite(data.categoryValues[i]);
@@ -67,51 +69,67 @@ Points readPoints(const chart::DataSet& set, std::size_t index)
     return points;
 }
 
-bool haveSameX(const Points& a, const Points& b)
+bool hasX(const Points& points)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const auto& one, const auto& other) { return one.first == other.first; });
+    return std::ranges::any_of(points, [](const auto& point) { return point.first != 0; });
 }
 
-std::vector<DataColumn> makeColumns(const ChartData& data, bool hasX)
+/// Whether one column holds the X values of all series.
+bool shareX(const chart::DataSet& set)
+{
+    const auto isSame = [](const auto& one, const auto& other) { return one.first == other.first; };
+    const auto first = readPoints(set, 0);
+    for (std::size_t i = 1; i < set.getSeriesCount(); ++i)
+        if (!std::ranges::equal(first, readPoints(set, i), isSame)) return false;
+    return true;
+}
+
+DataColumn makeX(std::string name, const Points& points)
+{
+    DataColumn column{std::move(name)};
+    for (const auto& point : points) column.cells.push_back(makeCell(point.first));
+    return column;
+}
+
+/// The columns before those of series.
+std::vector<DataColumn> makeFirstColumns(const ChartData& data)
 {
     const auto& set = *data.dataSet;
-    auto columns = hasX ? std::vector<DataColumn>() : makeCategories(data);
+    if (!isOfPoints(data)) return makeCategories(data);
+    if (!shareX(set)) return {};
+    return {makeX(columnNames::x, readPoints(set, 0))};
+}
+
+std::vector<DataColumn> makeColumns(const ChartData& data)
+{
+    const auto& set = *data.dataSet;
+    auto columns = makeFirstColumns(data);
+    const bool hasShared = !columns.empty() && isOfPoints(data);
+    const auto names = nameColumns(data);
     for (std::size_t i = 0; i < set.getSeriesCount(); ++i) {
         const auto points = readPoints(set, i);
-        if (hasX && (i == 0 || !haveSameX(points, readPoints(set, i - 1)))) {
-            auto& x = columns.emplace_back(DataColumn{"X"});
-            for (const auto& point : points) x.cells.push_back(makeCell(point.first));
-        }
-        const auto name = toUtf8(set.getSeries(i)->getName());
-        auto& values = columns.emplace_back(DataColumn{name});
+        const bool hasOwn = isOfPoints(data) ? !hasShared : hasX(points);
+        if (hasOwn) columns.push_back(makeX(names[i] + columnNames::ownX, points));
+        auto& values = columns.emplace_back(DataColumn{names[i]});
         for (const auto& point : points) values.cells.push_back(makeCell(point.second));
         if (data.getDetails(i).sizes.empty()) continue;
-        auto& sizes = columns.emplace_back(DataColumn{name + " size"});
+        auto& sizes = columns.emplace_back(DataColumn{names[i] + columnNames::size});
         for (const double size : data.getDetails(i).sizes) sizes.cells.push_back(makeCell(size));
     }
     return columns;
 }
 
-/// Each column has a name of its own, and as many cells as the longest.
+/// Each column has as many cells as the longest.
 void complete(std::vector<DataColumn>& columns)
 {
     std::size_t rows = 0;
     for (const auto& column : columns) rows = std::max(rows, column.cells.size());
-    std::set<std::string> names;
-    for (auto& column : columns) {
-        column.cells.resize(rows);
-        if (column.name.empty()) column.name = "Series";
-        const auto name = column.name;
-        for (int i = 2; !names.insert(column.name).second; ++i)
-            column.name = name + " (" + std::to_string(i) + ")";
-    }
+    for (auto& column : columns) column.cells.resize(rows);
 }
 
 std::string quoteCsv(const std::string& text)
 {
-    const bool isPlain =
-        text.find_first_of(",\"\r\n;\t") == std::string::npos && text.find_first_of(" ") != 0;
+    const bool isPlain = text.find_first_of(",\"\r\n;\t") == std::string::npos && !text.starts_with(' ');
     if (isPlain) return text;
     std::string quoted = "\"";
     for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
@@ -184,9 +202,36 @@ std::string writeJson(const std::vector<DataColumn>& columns)
 
 }  // namespace
 
-std::string writeData(const ChartData& data, bool hasX, DataForm form)
+bool isOfPoints(const ChartData& data)
 {
-    auto columns = makeColumns(data, hasX);
+    const auto series = data.dataSet->getSeriesList();
+    return data.dataSet->getCategories().empty() &&
+           std::any_of(series->begin(), series->end(), [](const auto& one) { return one->getSize() > 0; });
+}
+
+std::vector<std::string> nameColumns(const ChartData& data)
+{
+    std::set<std::string> taken = {isOfPoints(data) ? columnNames::x : columnNames::category};
+    for (std::size_t i = 1; i <= data.levels.size(); ++i)
+        taken.insert(columnNames::level + std::to_string(i));
+    std::vector<std::string> names;
+    const auto series = data.dataSet->getSeriesList();
+    for (const auto& one : *series) {
+        const auto name = one->getName().empty() ? "Series" : toUtf8(one->getName());
+        auto& free = names.emplace_back(name);
+        const auto isTaken = [&] {
+            return taken.contains(free) || taken.contains(free + columnNames::ownX) ||
+                   taken.contains(free + columnNames::size);
+        };
+        for (int i = 2; isTaken(); ++i) free = name + " (" + std::to_string(i) + ")";
+        taken.insert({free, free + columnNames::ownX, free + columnNames::size});
+    }
+    return names;
+}
+
+std::string writeData(const ChartData& data, DataForm form)
+{
+    auto columns = makeColumns(data);
     if (columns.empty()) return {};
     complete(columns);
     switch (form) {

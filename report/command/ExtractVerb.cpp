@@ -32,14 +32,6 @@ std::string chooseChart(const CommandLine& commandLine, const std::vector<FoundC
         "Expected --chart: the document has {} charts; `quillon-report list` shows them.", charts.size()));
 }
 
-/// Whether the points of the chart have X values of their own.
-bool hasX(const ChartData& data)
-{
-    const auto series = data.dataSet->getSeriesList();
-    return data.dataSet->getCategories().empty() &&
-           std::any_of(series->begin(), series->end(), [](const auto& one) { return one->getSize() > 0; });
-}
-
 }  // namespace
 
 void extractData(const CommandLine& commandLine)
@@ -50,7 +42,7 @@ void extractData(const CommandLine& commandLine)
     const auto form = findForm(output.path);
     const auto document = openTemplate(files.front());
     const auto data = document.getChartData(chooseChart(commandLine, document.getCharts()));
-    const auto text = writeData(data, hasX(data), form);
+    const auto text = writeData(data, form);
     if (output.path.empty() || output.isStandard()) {
         fmt::print("{}", text);
         return;

@@ -105,7 +105,8 @@ std::string writeLines(const Json& object, const std::string& indent)
     std::string lines;
     std::string comment;
     for (const auto& [name, value] : object.items()) {
-        lines += (lines.empty() ? "" : "," + comment + "\n") + indent + write(name) + ": " + write(value);
+        if (!lines.empty()) lines.append(",").append(comment).append("\n");
+        lines.append(indent).append(write(name)).append(": ").append(write(value));
         comment = name == "type" ? fmt::format(" // {}", fmt::join(findOption("type")->choices, "|")) : "";
     }
     return lines;

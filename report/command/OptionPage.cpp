@@ -21,6 +21,26 @@ The names are those of the command line, after `--`, and of job files. In Python
 range, is refused with a sentence. What the objects of a chart say wins over an option.
 
 The examples are for the tables in `examples/data`; `docs/make_option_pictures.sh` makes their pictures.
+
+## Charts that reports ask for
+
+The [gallery](gallery.md) shows most of these.
+
+| Chart | How |
+|---|---|
+| Target line | a column with the target in each row: `--line Target --dashed Target` |
+| One bar that stands out | `--colors silver --category-colors Q3=crimson` |
+| Forecast | a column that starts with the last number known: `--type line --gaps --dashed Forecast` |
+| Schedule (Gantt), ranges | columns with start and length: `--type bar --stacking normal --hidden Start` |
+| Pareto | rows from the largest on and their running share: `--line Share --second Share --second-max 1` |
+| Two scales | `--second Price --line Price --second-title EUR` |
+| The largest and all others | `--type bar --top 6 --sort descending` |
+| Shares of 100 % | `--type bar --stacking percent`; of one whole: `--type pie --labels percent` |
+| From one budget to the next | `--type waterfall --totals 2025,2026` |
+| Error bars from columns | `--plus-series Up --minus-series Down` |
+| Growth by a factor | `--log 10` |
+| Lines that break where values are missing | `--type line --gaps`; across the gap: `--blank connect` |
+| Small multiples | several charts in a line of a job file: `"charts"` |
 )text";
 
 struct Example {
@@ -53,13 +73,13 @@ constexpr Example examples[] = {
     {"units", "visits.csv --gaps --units thousands",
      "Word says the unit beside the axis; LibreOffice 7.4 shows the plain numbers."},
     {"gridlines", "visits.csv --type line --gaps --gridlines both"},
-    {"no-value-axis", "revenue.csv --no-value-axis --labels value --gridlines none"},
+    {"no-value-axis", "revenue.csv --columns North --no-value-axis --labels value --gridlines none --gap 60"},
     {"tick-labels", "revenue.csv --tick-labels high"},
     {"tick-rotation", "temperature.csv --series Place --value Temperature --tick-rotation 90"},
     {"tick-interval", "temperature.csv --type line --series Place --value Temperature --tick-interval 3",
      "LibreOffice 7.4 chooses the labels itself."},
-    {"category-type", "prices.csv --type line --category-type date"},
-    {"second", "prices.csv --second Volume --type column --line Price"},
+    {"category-type", "prices.csv --type line --columns Price --category-type date"},
+    {"second", "prices.csv --second Volume --type column --line Price --category-format mmm"},
     {"second-title", "prices.csv --second Volume --type line --second-title Pieces"},
     {"second-format", "prices.csv --second Volume --type line --second-format \"0.0,\\\"k\\\"\""},
     {"second-min", "prices.csv --second Volume --type line --second-min 500"},
@@ -71,10 +91,12 @@ constexpr Example examples[] = {
     {"x-min", "heights.csv --type scatter --columns Weight --x-min 140"},
     {"x-max", "heights.csv --type scatter --columns Weight --x-max 210"},
     {"x-step", "heights.csv --type scatter --columns Weight --x-step 5"},
-    {"x-log", "heights.csv --type scatter --columns Weight --x-log 2"},
+    {"x-log", "heights.csv --type scatter --columns Weight --x-log 2 --x-min 128 --x-max 256"},
     {"labels", "energy.csv --type pie --labels category,percent --legend none"},
-    {"label-position", "energy.csv --type bar --labels value --label-position inEnd"},
-    {"label-format", "revenue.csv --labels value --label-format 0.0"},
+    {"label-position", "energy.csv --type bar --labels value --label-position inEnd --gap 50"},
+    {"label-separator",
+     "energy.csv --type pie --labels category,percent --label-separator space --legend none"},
+    {"label-format", "revenue.csv --labels value --label-format 0.0 --gap 40"},
     {"gap", "revenue.csv --gap 40"},
     {"overlap", "revenue.csv --overlap 40"},
     {"stacking", "revenue.csv --stacking percent"},
@@ -84,13 +106,16 @@ constexpr Example examples[] = {
     {"colors", "revenue.csv --colors \"navy,#ff8000,rgb(0,128,0)\""},
     {"palette", "energy.csv --type pie --palette teal,goldenrod"},
     {"series-colors", "revenue.csv --series-colors South=crimson"},
+    {"category-colors", "revenue.csv --columns North --colors silver --category-colors Q3=crimson"},
+    {"dashed", "revenue.csv --line South --dashed South"},
+    {"hidden", "plan.csv --type bar --stacking normal --hidden Start"},
     {"start-angle", "energy.csv --type pie --start-angle 90"},
     {"explosion", "energy.csv --type pie --explosion 15"},
     {"line", "revenue.csv --line South --markers"},
     {"area", "revenue.csv --type line --area West"},
     {"column", "revenue.csv --type line --column North"},
     {"hole", "energy.csv --type doughnut --hole 30"},
-    {"filled", "revenue.csv --type radar --filled"},
+    {"filled", "revenue.csv --type radar --filled --no-value-axis"},
     {"scatter-style", "heights.csv --type scatter --columns Weight --scatter-style both"},
     {"size-series", "heights.csv --type bubble --size-series Age"},
     {"totals", "budget.csv --type waterfall --totals \"Last year,This year\" --gaps"},
@@ -106,8 +131,10 @@ constexpr Example examples[] = {
     {"period", "prices.csv --type line --columns Price --trendline moving-average --period 3"},
     {"forecast", "revenue.csv --type line --columns North --trendline linear --forecast 2"},
     {"backcast", "heights.csv --type scatter --columns Weight --trendline linear --backcast 10"},
-    {"equation", "heights.csv --type scatter --columns Weight --trendline linear --equation"},
-    {"r-squared", "heights.csv --type scatter --columns Weight --trendline linear --r-squared"},
+    {"equation", "heights.csv --type scatter --columns Weight --trendline linear --equation",
+     "Word shows as many digits as the numbers need; LibreOffice 7.4 shows all."},
+    {"r-squared", "heights.csv --type scatter --columns Weight --trendline linear --r-squared",
+     "Word shows as many digits as the numbers need; LibreOffice 7.4 shows all."},
     {"error-bars", "revenue.csv --error-bars percent"},
     {"error-value", "revenue.csv --error-bars fixed --error-value 0.4"},
     {"plus-series", "survey.csv --plus-series Error"},

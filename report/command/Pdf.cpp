@@ -19,8 +19,6 @@
 #include "report/package/OutputFile.h"
 #include "report/table/Fail.h"
 
-extern char** environ;
-
 namespace quillon::report {
 namespace {
 
@@ -31,7 +29,7 @@ std::string findProgram()
     const auto* path = std::getenv("PATH");
     std::istringstream folders(path == nullptr ? "" : path);
     for (std::string folder; std::getline(folders, folder, ':');)
-        if (const auto file = folder + "/" + program; access(file.c_str(), X_OK) == 0) return file;
+        if (auto file = folder + "/" + program; access(file.c_str(), X_OK) == 0) return file;
     return {};
 }
 

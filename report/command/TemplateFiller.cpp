@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "report/command/ChartMaker.h"
+#include "report/command/DataWriter.h"
 #include "report/fill/FillWords.h"
 #include "report/options/Options.h"
 #include "report/options/QuotedText.h"
@@ -24,7 +26,7 @@ void requireFillOptions(const ChartJob& job)
 {
     for (const auto& option : getOptions()) {
         const std::string name = option.name;
-        const bool isOfNumbers = name == "number-format" || name == "blank" || name == "totals";
+        const bool isOfNumbers = name == "number-format" || name == "totals";
         if (!isOfNumbers && option.get(job.options) != option.get({}))
             fail(
                 "{} is for new charts, in the place of a placeholder; chart {} is filled, and keeps its "
@@ -40,10 +42,64 @@ Match readMatch(const std::string& text)
     fail("Match {}: expected name or position.", quoteText(text));
 }
 
+/// The data that a chart shows, none where it cannot be read; filling says why.
+ChartData readShown(const Template& document, const std::string& chart)
+{
+    try {
+        return document.getChartData(chart);
+    } catch (const std::runtime_error&) {
+        return chart::DataSet::create();
+    }
+}
+
+/// What a table for the chart may hold without being told so.
+TableTarget findTarget(const ChartData& shown)
+{
+    TableTarget target{.hasX = isOfPoints(shown), .hasTotals = !shown.totals.empty()};
+    const auto series = shown.dataSet->getSeriesList();
+    for (const auto& one : *series)
+        for (const auto& point : one->getPoints()) {
+            target.hasX = target.hasX || point->getX() != 0;
+            target.hasGaps = target.hasGaps || std::isnan(point->getY()) || std::isnan(point->getX());
+        }
+    for (const auto& details : shown.series) target.hasSizes = target.hasSizes || !details.sizes.empty();
+    return target;
+}
+
+/// Names that were changed so that columns differ, or that lost blanks, are those of the chart again.
+void restoreNames(ChartData& data, const ChartData& shown)
+{
+    auto names = nameColumns(shown);
+    for (auto& name : names) name = std::string(trim(name));
+    const auto series = data.dataSet->getSeriesList();
+    for (const auto& one : *series) {
+        const auto place = std::ranges::find(names, std::string(trim(toUtf8(one->getName()))));
+        if (place != names.end())
+            one->setName(
+                shown.dataSet->getSeries(static_cast<unsigned long>(place - names.begin()))->getName());
+    }
+}
+
+/// Texts that the chart has already are no dates or numbers, whatever they look like.
+void keepTexts(ChartData& data, const ChartData& shown)
+{
+    if (shown.categoryKind != CategoryKind::Text ||
+        shown.dataSet->getCategories() != data.dataSet->getCategories())
+        return;
+    data.categoryKind = CategoryKind::Text;
+    data.categoryValues.clear();
+    data.categoryFormat.clear();
+}
+
 FillReport fillChart(Template& document, const ChartJob& job, const Listener& listener)
 {
     requireFillOptions(job);
-    auto data = readData(job, listener);
+    const auto shown = readShown(document, job.fill);
+    auto data = readData(job, listener, findTarget(shown));
+    restoreNames(data, shown);
+    keepTexts(data, shown);
+    // The chart knows its totals; what looks like one in the table may be none.
+    data.totals.clear();
     for (const auto& total : job.options.totals) data.totals.push_back(quillon::toUtf16(total));
     auto report = document.fill(
         job.fill, data,
@@ -60,14 +116,28 @@ bool hasPlaceholder(const Template& document, const std::string& name, Placehold
                        [&](const auto& one) { return one.name == name && one.kind == kind; });
 }
 
+/// A table takes the formats of numbers alone.
+void requireTableOptions(const ChartJob& job)
+{
+    const auto place = "{{table:" + showText(job.at) + "}} becomes a table";
+    for (const auto& option : getOptions()) {
+        const std::string name = option.name;
+        const bool isOfNumbers = name == "number-format" || name == "category-format";
+        if (!isOfNumbers && option.get(job.options) != option.get({}))
+            fail("{} is for charts; {}, which takes number-format and category-format.", name, place);
+    }
+    if (!job.title.empty()) fail("title is for charts; {}.", place);
+}
+
 /// `{{name}}` becomes a chart, and `{{table:name}}` a table of the same data.
 void insert(Template& document, const ChartJob& job, const Listener& listener)
 {
-    const auto data = readData(job, listener);
     const bool hasTable = hasPlaceholder(document, job.at, PlaceholderKind::Table);
-    if (hasTable) document.insertTable(job.at, data, job.options);
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
+    if (hasTable && !hasChart) requireTableOptions(job);
+    const auto data = readData(job, listener);
+    if (hasTable) document.insertTable(job.at, data, {job.options.numberFormat, job.options.categoryFormat});
     if (hasChart || !hasTable)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }

@@ -7,6 +7,7 @@
 #include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
+#include "report/package/ThemeColors.h"
 #include "support/Export.h"
 
 namespace quillon::report {
@@ -23,11 +24,13 @@ struct ChartParts {
 
 /// Makes the parts of a chart. `drawingNumber` is from 1 and unique in the document, `relationshipId` leads
 /// from the main document to the chart part. `data` is what the chart's data set cannot say; its own data set
-/// is not looked at. The warnings of `listener` say what was replaced so that the parts stay valid.
+/// is not looked at. The warnings of `listener` say what was replaced so that the parts stay valid. Texts on
+/// automatic colours are read best with those of the document's `theme`.
 /// Throws: std::runtime_error for an option that does not suit the chart, and one that names what in the
 /// chart cannot be written.
 QUILLON_EXPORT ChartParts makeChartParts(const chart::Chart& chart, const ChartOptions& options,
                                          std::size_t drawingNumber, const std::string& relationshipId,
-                                         const Listener& listener = {}, const ChartData& data = {});
+                                         const Listener& listener = {}, const ChartData& data = {},
+                                         const ThemeColors& theme = {});
 
 }  // namespace quillon::report

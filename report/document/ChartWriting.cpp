@@ -61,8 +61,8 @@ WrittenChart write(DOMDocument* mainDocument, const ChartContext& given)
     if (const auto& dataSet = given.chart.getDataSet()) requireSheetSize(*dataSet);
     const auto options = withSize(given.options);
     const auto shown = prepareChart(given);
-    const ChartContext context{*shown.chart, shown.data,           options,        given.kind,
-                               given.number, given.relationshipId, given.listener, shown.workbook};
+    const ChartContext context{*shown.chart,         shown.data,     options,        given.kind, given.number,
+                               given.relationshipId, given.listener, shown.workbook, given.theme};
     // The writer makes the drawing of a chart without data; the chart part it refuses.
     const auto writer = context.chart.getDOCXWriter();
     WrittenChart written;

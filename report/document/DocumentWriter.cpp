@@ -72,6 +72,7 @@ DocumentWriter::DocumentWriter(const DocumentContent& content, const Listener& l
       numbering_(readRelated(content.look, "numbering")),
       main_(createMainDocument()),
       body_(main_->getDocumentElement()->getFirstElementChild()),
+      theme_(content.look ? readTheme(*content.look) : ThemeColors()),
       place_{*target_, styles_, mainPart_, captions_},
       pages_(content, place_)
 {
@@ -221,8 +222,14 @@ void DocumentWriter::appendChart(DOMElement* paragraph, const PlacedChart& place
     const auto name = target_->findFreeName("word/charts/chart", ".xml");
     const auto id = target_->relate(mainPart_, "chart", name);
     const auto options = fit(placed.options, sharing);
-    const ChartContext context{*placed.chart, placed.data, options,  getKind(*placed.chart, placed.options),
-                               number,        id,          listener_};
+    const ChartContext context{.chart = *placed.chart,
+                               .data = placed.data,
+                               .options = options,
+                               .kind = getKind(*placed.chart, placed.options),
+                               .number = number,
+                               .relationshipId = id,
+                               .listener = listener_,
+                               .theme = theme_};
     if (parseLength(options.width) > pages_.getTextWidth())
         context.warn("the chart is wider than the text of its page.");
     auto written = writeChart(main_.get(), context);

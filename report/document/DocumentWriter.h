@@ -13,6 +13,7 @@
 #include "report/document/TextMarkup.h"
 #include "report/options/Listener.h"
 #include "report/package/PackageWriter.h"
+#include "report/package/ThemeColors.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
@@ -60,6 +61,7 @@ class DocumentWriter {
     Numbering numbering_;
     DocumentPointer main_;
     xercesc::DOMElement* body_;
+    ThemeColors theme_;
     /// By name, "Figure 2".
     std::map<std::string, std::string> captions_;
     /// By label, of the captions so far.

@@ -118,6 +118,14 @@ std::string readRelated(const std::optional<Package>& package, std::string_view 
     return name.empty() ? std::string() : package->getPart(name);
 }
 
+ThemeColors readTheme(const Package& package)
+try {
+    const auto name = findRelated(package, "theme");
+    return name.empty() ? ThemeColors() : readThemeColors(package.getPart(name));
+} catch (const std::runtime_error&) {
+    return {};
+}
+
 std::int64_t readTextWidth(const XmlElement& section)
 {
     const auto size = section.findChild("pgSz");

@@ -8,6 +8,7 @@
 
 #include "report/document/PageMarkup.h"
 #include "report/package/Package.h"
+#include "report/package/ThemeColors.h"
 #include "report/package/XmlSpans.h"
 
 /// What a document takes over from the one that it looks like.
@@ -25,6 +26,9 @@ void removeText(Package& package);
 std::string findRelated(const Package& package, std::string_view kind);
 /// What that part holds; empty without one.
 std::string readRelated(const std::optional<Package>& package, std::string_view kind);
+
+/// The colours of its theme; those of new documents where there is none that can be read.
+ThemeColors readTheme(const Package& package);
 
 /// Between the margins of the pages of a section, a w:sectPr; in English Metric Units.
 std::int64_t readTextWidth(const XmlElement& section);

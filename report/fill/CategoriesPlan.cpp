@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "report/fill/FillRequirements.h"
+#include "report/options/NumberText.h"
 
 namespace quillon::report {
 namespace {
@@ -17,14 +18,21 @@ bool isCounting(const std::vector<std::string>& texts)
     return true;
 }
 
+const char* getUsualFormat(const Categories& categories)
+{
+    if (categories.kind != Categories::Kind::Date) return "General";
+    return categories.haveTimes() ? "yyyy\\-mm\\-dd\\ hh:mm" : "yyyy\\-mm\\-dd";
+}
+
 /// Categories of another kind than before have a format of their own; those of the same kind keep the
-/// chart's.
+/// chart's, unless it hides the times that are new.
 void chooseFormat(Categories& after, const Categories& before)
 {
-    if (after.kind != before.kind && after.format.empty())
-        after.format = after.kind == Categories::Kind::Date ? "yyyy\\-mm\\-dd" : "General";
-    else if (after.kind == before.kind)
+    const bool hidesTimes = after.haveTimes() && !before.haveTimes() && !showsUnit(before.format, "hH");
+    if (after.kind == before.kind && !hidesTimes)
         after.format.clear();
+    else if (after.format.empty())
+        after.format = getUsualFormat(after);
 }
 
 std::shared_ptr<const Matches> matchCategories(const ChartMarkup& part, const CategoriesPlan& plan,

@@ -28,17 +28,22 @@ bool contains(const Names& names, std::string_view name)
 /// The units of axes, the smallest first, as DateUnit counts them.
 constexpr std::array<std::string_view, 3> timeUnits = {"days", "months", "years"};
 
-/// The largest unit that keeps the dates apart.
-std::size_t findTimeUnit(std::vector<double> dates, bool is1904)
+std::string getToken(DateUnit unit)
+{
+    return std::string(timeUnits.at(static_cast<std::size_t>(unit)));
+}
+
+/// How an axis shows the dates.
+DateScale findScale(const Categories& categories, bool is1904)
 {
     // Of those that a worksheet shows as dates.
     constexpr double end = 2'958'466;
     std::vector<double> known;
-    for (const double date : dates)
+    for (const double date : categories.points.numbers)
         if (date >= 0 && date < end) known.push_back(date + (is1904 ? daysTo1904 : 0));
     std::sort(known.begin(), known.end());
     known.erase(std::unique(known.begin(), known.end()), known.end());
-    return static_cast<std::size_t>(chooseDateScale(known).base);
+    return chooseDateScale(known);
 }
 
 void rename(Edits& edits, const XmlElement& axis, const std::string& name)
@@ -51,12 +56,14 @@ void rename(Edits& edits, const XmlElement& axis, const std::string& name)
     edits.replace({end, end + tag}, newTag);
 }
 
-/// Dates need a format; one that was set for other categories says General.
-void writeFormat(Edits& edits, const XmlElement& axis, const std::string& format)
+/// Dates need a format that shows their units; one that was set for other categories may say General. An
+/// empty one leaves the axis as it is.
+void writeFormat(Edits& edits, const XmlElement& axis, const std::string& format, std::string_view units)
 {
+    if (format.empty()) return;
     const auto code = escapeAttribute(format);
     if (const auto element = axis.findChild("numFmt")) {
-        if (!isDateFormat(element.getAttribute("formatCode").value_or("")))
+        if (!showsUnit(element.getAttribute("formatCode").value_or(""), units))
             edits.setAttribute(element, "formatCode", format);
         return;
     }
@@ -71,7 +78,7 @@ void writeFormat(Edits& edits, const XmlElement& axis, const std::string& format
 void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates, bool is1904)
 {
     rename(edits, axis, "dateAx");
-    writeFormat(edits, axis, dates.format);
+    writeFormat(edits, axis, dates.format, "yYmMdDhHsS");
     // The unit stands behind the last of these that the axis has.
     XmlElement previous;
     for (const auto child : axis.getChildren()) {
@@ -81,26 +88,50 @@ void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates,
         if (contains(textOnly, child.getName())) edits.remove(child.getOuter());
     }
     if (!previous) return;
-    const std::string unit(timeUnits.at(findTimeUnit(dates.points.numbers, is1904)));
-    edits.insert(previous.getOuter().end,
-                 "<" + std::string(axis.getPrefix()) + "baseTimeUnit val=\"" + unit + "\"/>");
+    edits.insert(previous.getOuter().end, "<" + std::string(axis.getPrefix()) + "baseTimeUnit val=\"" +
+                                              getToken(findScale(dates, is1904).base) + "\"/>");
 }
 
-/// Dates that need a smaller unit than those before would fall together.
-void refineUnit(Edits& edits, const XmlElement& axis, std::size_t needed)
+/// Days need a format that tells them apart; one that does already stays.
+void showDays(Edits& edits, const XmlElement& axis, const std::string& cellFormat, const char* format)
+{
+    const auto element = axis.findChild("numFmt");
+    const auto linked = element.getAttribute("sourceLinked").value_or("");
+    const bool isLinked = linked == "1" || linked == "true";
+    const auto shown = isLinked ? cellFormat : element.getAttribute("formatCode").value_or("");
+    if (!element || showsUnit(shown, "dD")) return;
+    edits.setAttribute(element, "formatCode", format);
+    if (isLinked) edits.setAttribute(element, "sourceLinked", "0");
+}
+
+/// Dates that need a smaller unit than those before would fall together. The labels then stand as on a new
+/// axis.
+void refineUnit(Edits& edits, const XmlElement& axis, const DateScale& scale, const std::string& cellFormat)
 {
     const auto element = axis.findChild("baseTimeUnit");
     const auto now =
         std::find(timeUnits.begin(), timeUnits.end(), element.getAttribute("val").value_or("days"));
-    if (element && now != timeUnits.end() && needed < static_cast<std::size_t>(now - timeUnits.begin()))
-        edits.setAttribute(element, "val", timeUnits.at(needed));
+    if (!element || now == timeUnits.end() || static_cast<DateUnit>(now - timeUnits.begin()) <= scale.base)
+        return;
+    edits.setAttribute(element, "val", getToken(scale.base));
+    for (const auto child : axis.getChildren())
+        if (contains(dateOnly, child.getName()) && !(child == element)) edits.remove(child.getOuter());
+    const auto tag = "<" + std::string(axis.getPrefix());
+    edits.insert(element.getOuter().end, tag + "majorUnit val=\"" + std::to_string(scale.step) + "\"/>" +
+                                             tag + "majorTimeUnit val=\"" + getToken(scale.unit) + "\"/>");
+    if (scale.unit == DateUnit::Days) showDays(edits, axis, cellFormat, scale.format);
+}
+
+/// Left automatic, the axis becomes what it was when dates come again; with times it would at once.
+void setAutomatic(Edits& edits, const XmlElement& axis, bool isAutomatic)
+{
+    if (const auto element = axis.findChild("auto"))
+        edits.setAttribute(element, "val", isAutomatic ? "1" : "0");
 }
 
 void makeTextAxis(Edits& edits, const XmlElement& axis)
 {
     rename(edits, axis, "catAx");
-    // So that dates make it what it was.
-    if (const auto automatic = axis.findChild("auto")) edits.setAttribute(automatic, "val", "1");
     for (const auto child : axis.getChildren())
         if (contains(dateOnly, child.getName())) edits.remove(child.getOuter());
 }
@@ -117,26 +148,72 @@ bool takesDates(const FillPlan& plan, const XmlElement& axis)
     return false;
 }
 
+/// What the categories of a chart were and are, as its axes show them.
+class AxisChange {
+ public:
+    explicit AxisChange(const FillPlan& plan);
+
+    bool isOfDates() const
+    {
+        return before_.kind == Categories::Kind::Date || after_.kind == Categories::Kind::Date;
+    }
+    void writeTextAxis(Edits& edits, const XmlElement& axis) const;
+    void writeDateAxis(Edits& edits, const XmlElement& axis) const;
+
+ private:
+    const Categories& before_;
+    const Categories& after_;
+    bool is1904_;
+    bool hadTimes_;
+    bool areNewTimes_;
+};
+
+AxisChange::AxisChange(const FillPlan& plan)
+    : before_(plan.getCategoriesBefore()),
+      after_(plan.getCategories()),
+      is1904_(plan.getPart().is1904()),
+      hadTimes_(before_.haveTimes()),
+      areNewTimes_(after_.haveTimes() && !hadTimes_)
+{
+}
+
+void AxisChange::writeTextAxis(Edits& edits, const XmlElement& axis) const
+{
+    const auto automatic = axis.findChild("auto").getAttribute("val").value_or("1");
+    const bool isAutomatic = automatic != "0" && automatic != "false";
+    const bool wereDays = before_.kind == Categories::Kind::Date && !hadTimes_;
+    const bool areDays = after_.kind == Categories::Kind::Date && !after_.haveTimes();
+    if (areDays && !wereDays && (isAutomatic || hadTimes_)) {
+        makeDateAxis(edits, axis, after_, is1904_);
+        setAutomatic(edits, axis, true);
+    } else if (areNewTimes_) {
+        setAutomatic(edits, axis, false);
+        writeFormat(edits, axis, after_.format, "hH");
+    }
+}
+
+void AxisChange::writeDateAxis(Edits& edits, const XmlElement& axis) const
+{
+    if (after_.kind != Categories::Kind::Date || areNewTimes_) {
+        makeTextAxis(edits, axis);
+        setAutomatic(edits, axis, !areNewTimes_);
+        if (areNewTimes_) writeFormat(edits, axis, after_.format, "hH");
+    } else if (before_.kind == Categories::Kind::Date) {
+        const auto scale = findScale(after_, is1904_);
+        if (scale.base < findScale(before_, is1904_).base) refineUnit(edits, axis, scale, before_.format);
+    }
+}
+
 }  // namespace
 
 void writeCategoryAxes(Edits& edits, const FillPlan& plan)
 {
-    const bool wereDates = plan.getCategoriesBefore().kind == Categories::Kind::Date;
-    const bool areDates = plan.getCategories().kind == Categories::Kind::Date;
-    if (!wereDates && !areDates) return;
-    const bool is1904 = plan.getPart().is1904();
-    const auto needed = findTimeUnit(plan.getCategories().points.numbers, is1904);
-    const bool needsMore = needed < findTimeUnit(plan.getCategoriesBefore().points.numbers, is1904);
+    const AxisChange change(plan);
+    if (!change.isOfDates()) return;
     for (const auto axis : plan.getPart().getPlotArea().getChildren()) {
         if (!takesDates(plan, axis)) continue;
-        const auto automatic = axis.findChild("auto").getAttribute("val").value_or("1");
-        if (areDates && !wereDates && axis.is(Ns::Chart, "catAx") && automatic != "0" && automatic != "false")
-            makeDateAxis(edits, axis, plan.getCategories(), is1904);
-        if (!axis.is(Ns::Chart, "dateAx")) continue;
-        if (!areDates)
-            makeTextAxis(edits, axis);
-        else if (wereDates && needsMore)
-            refineUnit(edits, axis, needed);
+        if (axis.is(Ns::Chart, "catAx")) change.writeTextAxis(edits, axis);
+        if (axis.is(Ns::Chart, "dateAx")) change.writeDateAxis(edits, axis);
     }
 }
 

@@ -31,6 +31,7 @@ void chooseDirection(CellPlaces& places)
 std::vector<CellPlaces> CellFinder::find(std::vector<SeriesCells>& series)
 {
     std::vector<CellPlaces> found;
+    found.reserve(series.size());
     for (auto& one : series) found.push_back(resolve(one));
     return found;
 }

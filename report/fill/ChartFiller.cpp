@@ -8,6 +8,7 @@
 #include "report/fill/PointFormats.h"
 #include "report/fill/SourceWriter.h"
 #include "report/fill/WaterfallPlan.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -130,24 +131,26 @@ void ChartFiller::writeSeries(Edits& edits, const SeriesPlan& plan)
     const auto& series = plan.look->element;
     if (plan.isAdded || plan.order != plan.look->order)
         edits.setAttribute(series.findChild("order"), "val", std::to_string(plan.order));
+    FormatChange labelFormat;
+    if (!plan.isAdded || plan.hasOwnColor) labelFormat = writeNumberFormat(edits, findValueLabels(series));
     if (plan.isAdded)
         takeLook(edits, plan);
     else
-        writePointFormats(edits, part_, plan, palette_, ids_);
-    if (!plan.isAdded || plan.hasOwnColor) writeNumberFormat(edits, findValueLabels(series));
+        writePointFormats(edits, part_, plan, palette_, ids_, labelFormat);
     writeContent(edits, plan);
 }
 
 /// What has a number format of its own does not follow that of the cells.
-void ChartFiller::writeNumberFormat(Edits& edits, const XmlElement& holder) const
+FormatChange ChartFiller::writeNumberFormat(Edits& edits, const XmlElement& holder) const
 {
     const auto& format = plan_.getOptions().numberFormat;
     const auto element = holder.findChild("numFmt");
     const auto linked = element.getAttribute("sourceLinked").value_or("");
-    if (format.empty() || !element || linked == "1" || linked == "true") return;
+    if (format.empty() || !element || linked == "1" || linked == "true") return {};
     const auto before = element.getAttribute("formatCode").value_or("");
-    edits.setAttribute(element, "formatCode",
-                       plan_.getWaterfall() == nullptr ? format : keepSign(before, format));
+    const auto after = plan_.getWaterfall() == nullptr ? format : keepSign(before, format);
+    edits.setAttribute(element, "formatCode", after);
+    return {before, after};
 }
 
 /// Axes of shares keep their percentages.
@@ -226,11 +229,11 @@ Palette::Color ChartFiller::findNextColor(std::uint32_t index)
                     usedColors_.push_back({color.getAttribute("val").value_or(""), {}});
     const auto isUsed = [&](const Palette::Color& color) {
         return std::any_of(usedColors_.begin(), usedColors_.end(),
-                           [&](const auto& used) { return used.scheme == color.scheme; });
+                           [&](const auto& used) { return toLower(used.value) == toLower(color.value); });
     };
     auto at = index;
     while (at < index + palette_.getSize() && isUsed(palette_.getColor(at))) ++at;
-    const auto color = palette_.getColor(at < index + palette_.getSize() ? at : index);
+    auto color = palette_.getColor(at < index + palette_.getSize() ? at : index);
     usedColors_.push_back(color);
     return color;
 }

@@ -5,6 +5,7 @@
 
 #include "report/fill/FillPlan.h"
 #include "report/fill/Look.h"
+#include "report/fill/PointFormats.h"
 #include "report/package/XmlSpans.h"
 
 namespace quillon::report {
@@ -24,7 +25,7 @@ class ChartFiller {
     void rearrange(const std::vector<XmlElement>& places, const std::vector<const SeriesPlan*>& series);
     void writeSeries(Edits& edits, const SeriesPlan& plan);
     std::string makeSeries(const SeriesPlan& plan);
-    void writeNumberFormat(Edits& edits, const XmlElement& holder) const;
+    FormatChange writeNumberFormat(Edits& edits, const XmlElement& holder) const;
     void writeAxisFormats();
     void writeContent(Edits& edits, const SeriesPlan& plan);
     void takeLook(Edits& edits, const SeriesPlan& plan);

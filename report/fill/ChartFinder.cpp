@@ -152,6 +152,7 @@ class PartWalk {
         const auto append = [](auto& to, const auto& from) { to.insert(to.end(), from.begin(), from.end()); };
         append(drawing.relationshipIds, copy.relationshipIds);
         append(drawing.positions, copy.positions);
+        append(drawing.descriptions, copy.descriptions);
         for (const auto& part : copy.chartParts)
             if (std::find(drawing.chartParts.begin(), drawing.chartParts.end(), part) ==
                 drawing.chartParts.end())
@@ -164,6 +165,8 @@ class PartWalk {
         if (around.properties) {
             drawing.name = around.properties.getAttribute("name").value_or("");
             drawing.description = around.properties.getAttribute("descr").value_or("");
+            if (const auto span = around.properties.findAttribute(Ns::None, "descr"))
+                drawing.descriptions = {*span};
             drawing.title = around.properties.getAttribute("title").value_or("");
         }
         for (const auto& control : around.controls) addTags(control, drawing.tags);
@@ -238,6 +241,33 @@ std::vector<ChartDrawing> findCharts(const Package& document)
             drawing.problem = "its part is missing";
     }
     return drawings;
+}
+
+void describeDrawing(Package& document, std::vector<ChartDrawing>& drawings, std::size_t index,
+                     const std::string& description)
+{
+    auto& drawing = drawings[index];
+    const auto text = escapeAttribute(description);
+    const auto changed = drawing.descriptions;
+    Edits edits;
+    for (const auto& span : changed) edits.replace(span, text);
+    const auto& bytes = document.getPart(drawing.part);
+    // Positions count in UTF-8, which most parts are.
+    const bool isPlain = bytes.size() > 1 && bytes[0] == '<' && bytes[1] != '\0';
+    document.setPart(drawing.part, isPlain ? edits.apply(bytes) : edits.apply(XmlSpans(bytes, drawing.part)));
+    drawing.description = description;
+    const auto size = static_cast<std::uint32_t>(text.size());
+    const auto move = [&](std::uint32_t& position) {
+        const auto before = position;
+        for (const auto& span : changed)
+            if (span.end <= before) position += size - span.getSize();
+    };
+    for (auto& other : drawings)
+        for (auto& span : other.descriptions) {
+            if (other.part != drawing.part) break;
+            move(span.begin);
+            move(span.end);
+        }
 }
 
 std::vector<Span> findChartIds(const XmlSpans& xml)

@@ -21,6 +21,8 @@ struct ChartDrawing {
     std::vector<std::string> chartParts = {};
     std::string name = {};
     std::string description = {};
+    /// Where it stands in the part; in each copy.
+    std::vector<Span> descriptions = {};
     std::string title = {};
     /// Tags and titles of the content controls around it.
     std::vector<std::string> tags = {};
@@ -34,6 +36,10 @@ struct ChartDrawing {
 
 /// The charts of a document, in reading order: those of the body, then of headers, footers and notes.
 std::vector<ChartDrawing> findCharts(const Package& document);
+
+/// Gives a drawing another description, and the others of its part their new places.
+void describeDrawing(Package& document, std::vector<ChartDrawing>& drawings, std::size_t index,
+                     const std::string& description);
 
 /// The attributes that lead to chart parts, in the order of the part, as ChartDrawing::positions count.
 std::vector<Span> findChartIds(const XmlSpans& xml);

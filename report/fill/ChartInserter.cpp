@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "report/document/ChartParts.h"
+#include "report/document/TemplateParts.h"
 #include "report/fill/ChartFinder.h"
 #include "report/options/Length.h"
 #include "support/Text.h"
@@ -30,7 +31,7 @@ std::string toDialect(std::string markup, bool isStrict)
 std::string makeLength(std::int64_t emu)
 {
     constexpr std::int64_t smallest = 91'440;
-    constexpr std::int64_t largest = 22 * 914'400;
+    constexpr std::int64_t largest = 22 * emuPerInch;
     return toUtf8(num2str(static_cast<double>(std::clamp(emu, smallest, largest)) / emuPerInch)) + "in";
 }
 
@@ -82,6 +83,18 @@ std::string DrawingNames::take()
     return name;
 }
 
+ChartInserter::ChartInserter(Package& document, const XmlSpans& xml, const XmlSpans& main,
+                             const NewChart& chart, DrawingNames& names)
+    : document_(document),
+      xml_(xml),
+      main_(main),
+      chart_(chart),
+      names_(names),
+      numbers_(xml.getRoot()),
+      theme_(readTheme(document))
+{
+}
+
 /// A run with the drawing of a new chart. The second copy of a text box shows the chart of the first.
 std::string ChartInserter::addChart(const ChartOptions& options, const Spot& spot)
 {
@@ -96,7 +109,7 @@ std::string ChartInserter::addChart(const ChartOptions& options, const Spot& spo
         lastCopies_ = place;
     }
     auto parts = makeChartParts(chart_.chart, options, numbers_.take(), lastRelationship_,
-                                isSecond ? Listener() : chart_.listener, chart_.data);
+                                isSecond ? Listener() : chart_.listener, chart_.data, theme_);
     if (!isSecond) {
         document_.addPart(lastPart_, toDialect(std::move(parts.chart), document_.isStrict()), chartType);
         if (!parts.workbook.empty()) {

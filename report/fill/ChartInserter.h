@@ -12,6 +12,7 @@
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
 #include "report/package/Package.h"
+#include "report/package/ThemeColors.h"
 #include "report/package/XmlSpans.h"
 
 namespace quillon::report {
@@ -54,10 +55,7 @@ class DrawingNames {
 class ChartInserter {
  public:
     ChartInserter(Package& document, const XmlSpans& xml, const XmlSpans& main, const NewChart& chart,
-                  DrawingNames& names)
-        : document_(document), xml_(xml), main_(main), chart_(chart), names_(names), numbers_(xml.getRoot())
-    {
-    }
+                  DrawingNames& names);
 
     void insert(const Spot& spot, Edits& edits)
     {
@@ -79,6 +77,7 @@ class ChartInserter {
     NewChart chart_;
     DrawingNames& names_;
     DrawingNumbers numbers_;
+    ThemeColors theme_;
     /// Where the last chart stands in two copies, and what the second copy shares: its name, its part and the
     /// relationship to it.
     std::uint32_t lastCopies_ = 0;

@@ -128,6 +128,13 @@ std::shared_ptr<chart::DataSeries> readSeries(const ChartMarkup& part, const Ser
 
 }  // namespace
 
+bool Categories::haveTimes() const
+{
+    return kind == Kind::Date && std::ranges::any_of(points.numbers, [](double date) {
+               return std::isfinite(date) && date != std::floor(date);
+           });
+}
+
 bool isForAll(const PointSource& source, const Points& points)
 {
     return source.isLiteral() && points.getSize() == 1;

@@ -26,6 +26,8 @@ struct Categories {
     std::string format = {};
 
     bool isText() const { return kind == Kind::Text || kind == Kind::Levels; }
+    /// Whether they are dates with times of day, which an axis of dates cannot keep apart.
+    bool haveTimes() const;
     bool operator==(const Categories& other) const
     {
         return kind == other.kind && points == other.points && levels == other.levels;

@@ -57,7 +57,7 @@ Kind getKind(const Categories& categories)
 void ContentPlanner::plan(SeriesPlan& plan, const std::vector<SeriesPlan>& all,
                           const chart::DataSeries& series, const SeriesDetails& details)
 {
-    planName(plan, toCellText(series.getName()));
+    planName(plan);
     if (part_.getShape(*plan.look) == GroupShape::Categories) {
         plan.points = categories_.matches;
         planNames(plan, all);
@@ -65,8 +65,9 @@ void ContentPlanner::plan(SeriesPlan& plan, const std::vector<SeriesPlan>& all,
     planPoints(plan, series, details);
 }
 
-void ContentPlanner::planName(SeriesPlan& plan, const std::string& name) const
+void ContentPlanner::planName(SeriesPlan& plan) const
 {
+    const auto& name = plan.title;
     const auto& source = plan.look->nameSource;
     if (name.empty() && source.kind == Kind::None) return;
     Points points{.areText = true, .texts = {name}};
@@ -147,13 +148,31 @@ void ContentPlanner::planX(SeriesPlan& plan, const chart::DataSeries& series, st
     plan.categories.formula = source.formula;
 }
 
+/// Whether any series has x values; a data set says 0 for none.
+bool ContentPlanner::hasX() const
+{
+    const auto series = data_.dataSet->getSeriesList();
+    return std::any_of(series->begin(), series->end(), [](const auto& one) {
+        return std::ranges::any_of(one->getPoints(), [](const auto& point) { return point->getX() != 0; });
+    });
+}
+
+/// Data without x values leaves the chart its own.
+std::vector<double> ContentPlanner::keepX(const SeriesPlan& plan, std::size_t count)
+{
+    if (count > part_.countPoints(plan.look->values))
+        warn(plan, "the data has no x values; points behind those of the chart have none, and do not show.");
+    return readXValues(part_, *plan.look, count).numbers;
+}
+
 /// The x values of the data. A table of categories has them there: numbers or dates, also as texts; other
 /// names stand at 1, 2, 3.
 std::vector<double> ContentPlanner::readX(const SeriesPlan& plan, const chart::DataSeries& series)
 {
     auto numbers = getNumbers(series, &chart::DataPoint::getX);
     const bool isSet = std::any_of(numbers.begin(), numbers.end(), [](double number) { return number != 0; });
-    if (isSet || data_.dataSet->getCategories().empty()) return numbers;
+    if (isSet) return numbers;
+    if (data_.dataSet->getCategories().empty()) return hasX() ? numbers : keepX(plan, numbers.size());
     ChartData names(data_.dataSet);
     if (data_.categoryKind != CategoryKind::Text) {
         names.categoryKind = data_.categoryKind;
@@ -201,7 +220,8 @@ void ContentPlanner::planDetails(SeriesPlan& plan, const SeriesDetails& details,
         return planNumbers(plan, source, std::move(numbers));
     };
     if (part_.getShape(*plan.look) == GroupShape::Bubbles) {
-        plan.sizes = choose(plan.look->sizes, details.sizes);
+        const bool takesNone = plan.isAdded && details.sizes.empty();
+        plan.sizes = choose(plan.look->sizes, takesNone ? std::vector(count, missing) : details.sizes);
         if (details.sizes.empty() && (plan.isAdded || count > part_.countPoints(plan.look->sizes)))
             warn(plan, "the data has no sizes; new points have none, and do not show.");
     }
@@ -223,8 +243,7 @@ bool ContentPlanner::hasCells(const PointSource& source) const
 
 void ContentPlanner::warn(const SeriesPlan& plan, const std::string& sentence)
 {
-    report_.warnings.push_back(
-        "series " + quoteText(plan.name.content ? plan.name.content->points.texts[0] : "") + ": " + sentence);
+    report_.warnings.push_back("series " + quoteText(plan.title) + ": " + sentence);
 }
 
 }  // namespace quillon::report

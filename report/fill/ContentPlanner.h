@@ -28,10 +28,12 @@ class ContentPlanner {
               const SeriesDetails& details);
 
  private:
-    void planName(SeriesPlan& plan, const std::string& name) const;
+    void planName(SeriesPlan& plan) const;
     void planNames(SeriesPlan& plan, const std::vector<SeriesPlan>& all) const;
     void planPoints(SeriesPlan& plan, const chart::DataSeries& series, const SeriesDetails& details);
     void planX(SeriesPlan& plan, const chart::DataSeries& series, std::size_t count);
+    bool hasX() const;
+    std::vector<double> keepX(const SeriesPlan& plan, std::size_t count);
     std::vector<double> readX(const SeriesPlan& plan, const chart::DataSeries& series);
     void planDetails(SeriesPlan& plan, const SeriesDetails& details, std::size_t count);
     SourcePlan planNumbers(const SeriesPlan& plan, const PointSource& source,

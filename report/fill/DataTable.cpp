@@ -101,16 +101,16 @@ std::string findTableStyle(const Package& document, const XmlElement& root)
     return {};
 }
 
-DataTable::DataTable(const ChartData& data, const ChartOptions& options, std::string style)
+DataTable::DataTable(const ChartData& data, const TableFormats& formats, std::string style)
     : style_(std::move(style))
 {
     if (data.dataSet == nullptr) throw std::runtime_error("The table has no data set.");
-    addCategories(data, options);
-    for (std::size_t i = 0; i < data.dataSet->getSeriesCount(); ++i) addSeries(data, i, options);
+    addCategories(data, formats);
+    for (std::size_t i = 0; i < data.dataSet->getSeriesCount(); ++i) addSeries(data, i, formats);
     for (const auto& column : columns_) rowCount_ = std::max(rowCount_, column.texts.size());
 }
 
-void DataTable::addCategories(const ChartData& data, const ChartOptions& options)
+void DataTable::addCategories(const ChartData& data, const TableFormats& formats)
 {
     for (const auto& level : data.levels) {
         Column column{false, {""}};
@@ -119,7 +119,7 @@ void DataTable::addCategories(const ChartData& data, const ChartOptions& options
     }
     Column column{data.categoryKind == CategoryKind::Number, {""}};
     const bool isDate = data.categoryKind == CategoryKind::Date;
-    const auto& format = choose(options.categoryFormat, choose(data.categoryFormat, isDate ? usualDate : ""));
+    const auto& format = choose(formats.categoryFormat, choose(data.categoryFormat, isDate ? usualDate : ""));
     const auto& categories = data.dataSet->getCategories();
     for (std::size_t i = 0; i < std::max(categories.size(), data.categoryValues.size()); ++i) {
         const bool hasNumber = data.categoryKind != CategoryKind::Text && i < data.categoryValues.size() &&
@@ -132,11 +132,11 @@ void DataTable::addCategories(const ChartData& data, const ChartOptions& options
     columns_.push_back(std::move(column));
 }
 
-void DataTable::addSeries(const ChartData& data, std::size_t index, const ChartOptions& options)
+void DataTable::addSeries(const ChartData& data, std::size_t index, const TableFormats& formats)
 {
     const auto series = data.dataSet->getSeries(static_cast<unsigned long>(index));
     const auto& details = data.getDetails(index);
-    const auto& format = choose(options.numberFormat, details.numberFormat);
+    const auto& format = choose(formats.numberFormat, details.numberFormat);
     Column column{true, {makeText(series->getName())}};
     for (const auto& point : series->getPoints())
         column.texts.push_back(formatNumber(point->getValue(), format));

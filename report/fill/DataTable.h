@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "report/fill/DocumentText.h"
+#include "report/fill/FillReport.h"
 #include "report/options/ChartData.h"
-#include "report/options/ChartOptions.h"
 #include "report/package/Package.h"
 #include "report/package/XmlSpans.h"
 
@@ -19,7 +19,7 @@ std::string findTableStyle(const Package& document, const XmlElement& root);
 /// each category.
 class DataTable {
  public:
-    DataTable(const ChartData& data, const ChartOptions& options, std::string style);
+    DataTable(const ChartData& data, const TableFormats& formats, std::string style);
 
     /// Puts the table in the place of the paragraph. `main` is the root of the main part.
     void insert(const ParagraphText& paragraph, const TextMatch& match, const XmlElement& main,
@@ -32,8 +32,8 @@ class DataTable {
         std::vector<std::string> texts;
     };
 
-    void addCategories(const ChartData& data, const ChartOptions& options);
-    void addSeries(const ChartData& data, std::size_t index, const ChartOptions& options);
+    void addCategories(const ChartData& data, const TableFormats& formats);
+    void addSeries(const ChartData& data, std::size_t index, const TableFormats& formats);
     std::string makeMarkup(const ParagraphText& paragraph, const TextMatch& match,
                            const XmlElement& main) const;
     std::string makeRow(std::size_t row, std::int64_t width, const std::string& look, bool isStrict) const;

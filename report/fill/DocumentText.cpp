@@ -76,8 +76,9 @@ std::string makeTextMarkup(const std::string& text, const std::string& prefix)
         const auto end = std::min(text.find_first_of("\t\r\n", at), text.size());
         markup += escapeText(std::string_view(text).substr(at, end - at));
         if (end == text.size()) break;
-        markup += "</" + prefix + "t><" + prefix + (text[end] == '\t' ? "tab" : "br") + "/><" + prefix +
-                  "t xml:space=\"preserve\">";
+        markup.append("</").append(prefix).append("t><").append(prefix);
+        markup.append(text[end] == '\t' ? "tab" : "br");
+        markup.append("/><").append(prefix).append("t xml:space=\"preserve\">");
         at = text.compare(end, 2, "\r\n") == 0 ? end + 2 : end + 1;
     }
     return markup;

@@ -3,19 +3,24 @@
 #include <algorithm>
 #include <set>
 #include <stdexcept>
-#include <unordered_set>
 #include <utility>
 
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
 namespace {
 
-std::string describe(const Placeholder& placeholder)
+/// What stands between the braces.
+std::string getText(const Placeholder& placeholder)
 {
-    const auto prefix = placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "";
-    return "{{" + prefix + showText(placeholder.name) + "}}";
+    return (placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "") + placeholder.name;
+}
+
+std::string showBraces(const std::string& text)
+{
+    return "{{" + showText(text) + "}}";
 }
 
 /// All placeholders of a part as it is now, in order.
@@ -64,20 +69,24 @@ std::vector<Placeholder> DocumentTexts::findPlaceholders(const Package& document
     return found;
 }
 
-void DocumentTexts::failMissing(const Package& document, const std::string& name, const std::string& reason)
+void DocumentTexts::failMissing(const Package& document, const Placeholder& wanted, const std::string& reason)
 {
     constexpr std::size_t named = 20;
     std::string list;
-    std::unordered_set<std::string> known;
+    std::vector<std::string> texts;
     for (const auto& placeholder : findPlaceholders(document)) {
-        if (placeholder.name == name)
-            throw std::runtime_error("Placeholder {{" + showText(name) + "}}: " + reason);
-        const auto text = describe(placeholder);
-        if (known.insert(text).second && known.size() <= named) list += (list.empty() ? "" : ", ") + text;
+        if (placeholder.name == wanted.name)
+            throw std::runtime_error("Placeholder " + showBraces(wanted.name) + ": " + reason);
+        const auto text = getText(placeholder);
+        if (std::ranges::find(texts, text) != texts.end()) continue;
+        texts.push_back(text);
+        if (texts.size() <= named) list += (list.empty() ? "" : ", ") + showBraces(text);
     }
-    if (known.size() > named) list += " and " + std::to_string(known.size() - named) + " more";
-    throw std::runtime_error("There is no placeholder {{" + showText(name) + "}}; the document has " +
-                             (list.empty() ? "none" : list) + ".");
+    if (texts.size() > named) list += " and " + std::to_string(texts.size() - named) + " more";
+    const auto near = findNearName(getText(wanted), texts);
+    throw MissingPlaceholder("There is no placeholder " + showBraces(getText(wanted)) +
+                             (near.empty() ? "; the" : "; did you mean " + showBraces(near) + "? The") +
+                             " document has " + (list.empty() ? "none" : list) + ".");
 }
 
 std::size_t DocumentTexts::replace(const Package& document, const std::string& name, const std::string& text)
@@ -91,7 +100,8 @@ std::size_t DocumentTexts::replace(const Package& document, const std::string& n
             drafts.push_back(&getDraft(document, part));
     std::size_t count = 0;
     for (auto* draft : drafts) count += replace(*draft, name, text);
-    if (count == 0) failMissing(document, name, "it is a picture or a table; expected one in running text.");
+    if (count == 0)
+        failMissing(document, {name}, "it is a picture or a table; expected one in running text.");
     return count;
 }
 
@@ -109,14 +119,17 @@ std::size_t DocumentTexts::replace(Draft& draft, const std::string& name, const 
     return count;
 }
 
-void DocumentTexts::save(Package& document)
+bool DocumentTexts::save(Package& document)
 {
+    bool isSaved = false;
     for (auto& [part, draft] : drafts_) {
         if (!std::exchange(draft.isChanged, false)) continue;
+        isSaved = true;
         Edits edits;
         for (const auto& paragraph : draft.paragraphs) paragraph->write(edits);
         document.setPart(part, edits.apply(draft.part->xml));
     }
+    return isSaved;
 }
 
 }  // namespace quillon::report

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,12 @@
 #include "support/Export.h"
 
 namespace quillon::report {
+
+/// There is no placeholder of that name.
+class MissingPlaceholder : public std::runtime_error {
+ public:
+    using std::runtime_error::runtime_error;
+};
 
 /// What a part with running text holds of placeholders. Threads may share it.
 struct QUILLON_EXPORT TextPart {
@@ -47,11 +54,11 @@ class QUILLON_EXPORT DocumentTexts {
     /// hold.
     std::size_t replace(const Package& document, const std::string& name, const std::string& text);
     /// Says that a placeholder is missing, or stands where it cannot become what it should, with those that
-    /// there are. Throws: std::runtime_error, always.
-    [[noreturn]] void failMissing(const Package& document, const std::string& name,
+    /// there are. Throws: MissingPlaceholder, or std::runtime_error, always.
+    [[noreturn]] void failMissing(const Package& document, const Placeholder& wanted,
                                   const std::string& reason);
-    /// Puts what was replaced into the document.
-    void save(Package& document);
+    /// Puts what was replaced into the document; returns whether there was anything.
+    bool save(Package& document);
     /// Comes after other changes to the document, and after save.
     void forget() { drafts_.clear(); }
 

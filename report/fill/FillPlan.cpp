@@ -23,9 +23,10 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     categories_ = planCategories(part_, data_, options_);
     report_.pointsBefore = categories_.pointsBefore;
     report_.pointsAfter = categories_.pointsAfter;
+    warnOfUnnamedPoints();
     planSeries();
-    warnOfHiddenSlices();
     planOrder();
+    warnOfHiddenSlices();
     ContentPlanner planner(part_, data_, options_, categories_, report_);
     for (std::size_t i = 0; i < series_.size(); ++i)
         planner.plan(series_[i], series_, *data_.dataSet->getSeries(i), data_.getDetails(i));
@@ -33,10 +34,23 @@ FillPlan::FillPlan(const ChartMarkup& part, const ChartData& data, const FillOpt
     if (part_.isWaterfall())
         planWaterfall();
     else if (!data_.totals.empty())
-        report_.warnings.push_back("totals are for waterfalls; the chart is not one.");
+        report_.warnings.emplace_back("totals are for waterfalls; the chart is not one.");
     shareCategories(series_);
 }
 
+/// Data without categories leaves the chart its own.
+void FillPlan::warnOfUnnamedPoints()
+{
+    const auto names = categories_.before.points.getSize();
+    const auto points = categories_.pointsAfter;
+    if (!data_.dataSet->getCategories().empty() || names == 0 || names == points) return;
+    report_.warnings.push_back("the data has " + std::to_string(points) + " points and no categories; " +
+                               (points > names
+                                    ? "those behind the chart's " + std::to_string(names) + " have no name."
+                                    : "of the chart's " + std::to_string(names) + " the first stay."));
+}
+
+/// Data whose series have no names leaves those of the chart.
 void FillPlan::planSeries()
 {
     const auto& before = part_.getSeries();
@@ -45,6 +59,7 @@ void FillPlan::planSeries()
     std::vector<std::string> names;
     for (const auto& old : before) namesBefore.push_back(old.name);
     for (const auto& one : *series) names.push_back(toCellText(one->getName()));
+    const bool hasNames = std::ranges::any_of(names, [](const auto& name) { return !name.empty(); });
     const auto matches = options_.match == Match::Name ? matchNames(namesBefore, names)
                                                        : matchPositions(before.size(), names.size());
     // What comes before all that was matched looks like the first of them.
@@ -53,7 +68,9 @@ void FillPlan::planSeries()
         const bool isAdded = matches[i] == noMatch;
         if (!isAdded) look = matches[i];
         const auto& old = before[look];
-        series_.push_back({.look = &old, .isAdded = isAdded, .index = old.index, .order = old.order});
+        if (!hasNames) names[i] = isAdded ? "Series " + std::to_string(i + 1) : old.name;
+        series_.push_back(
+            {.look = &old, .isAdded = isAdded, .index = old.index, .order = old.order, .title = names[i]});
         const auto change = isAdded                ? FillReport::Change::Added
                             : old.name != names[i] ? FillReport::Change::Renamed
                                                    : FillReport::Change::Matched;
@@ -70,12 +87,18 @@ void FillPlan::planSeries()
 /// Word processors draw the first series of a pie alone.
 void FillPlan::warnOfHiddenSlices()
 {
-    const auto isAdded = [](const SeriesPlan& plan) { return plan.isAdded; };
+    const bool hasAdded = report_.count(FillReport::Change::Added) > 0;
+    if (isPie() && hasAdded)
+        report_.warnings.push_back(
+            "a pie shows one series, " +
+            quoteText(std::ranges::min_element(series_, {}, &SeriesPlan::order)->title) +
+            "; the others do not show.");
+}
+
+bool FillPlan::isPie() const
+{
     const auto element = part_.getGroups()[series_[0].look->group].kind->element;
-    const bool isPie = element.starts_with("pie") || element.starts_with("ofPie");
-    if (isPie && std::any_of(series_.begin(), series_.end(), isAdded))
-        report_.warnings.push_back("a pie shows one series, " + quoteText(report_.series[0].name) +
-                                   "; the others do not show.");
+    return part_.getGroups().size() == 1 && (element.starts_with("pie") || element.starts_with("ofPie"));
 }
 
 void FillPlan::planOrder()
@@ -84,6 +107,12 @@ void FillPlan::planOrder()
     for (const auto& series : part_.getSeries()) nextIndex = std::max(nextIndex, series.index + 1);
     for (auto& plan : series_)
         if (plan.isAdded) plan.index = nextIndex++;
+    // The first series of a pie is the one that it shows, and stays it.
+    const auto isShown = [&](const SeriesPlan& plan) {
+        return plan.look == part_.getSeries().data() && !plan.isAdded && plan.title == plan.look->name;
+    };
+    const auto shown = std::ranges::find_if(series_, isShown);
+    if (isPie() && shown != series_.end() && shown != series_.begin()) return putFirst(*shown);
     // What a series of a stock chart means lies in its place: high, low, close.
     const bool isStock = std::any_of(part_.getGroups().begin(), part_.getGroups().end(),
                                      [](const auto& group) { return group.kind->element == "stockChart"; });
@@ -101,6 +130,12 @@ void FillPlan::planOrder()
     for (std::size_t i = 0; i < series_.size(); ++i) series_[i].order = static_cast<std::uint32_t>(i);
 }
 
+void FillPlan::putFirst(SeriesPlan& first)
+{
+    std::uint32_t next = 1;
+    for (auto& plan : series_) plan.order = &plan == &first ? 0 : next++;
+}
+
 bool FillPlan::isEmptied(std::size_t group) const
 {
     const auto isRemoved = [&](const auto* series) { return series->group == group; };
@@ -109,13 +144,18 @@ bool FillPlan::isEmptied(std::size_t group) const
            std::none_of(series_.begin(), series_.end(), isThere);
 }
 
-/// The categories that showed a total still do, unless the data says which.
-std::vector<bool> FillPlan::chooseTotals()
+std::vector<std::u16string> FillPlan::listCategories() const
 {
     auto categories = data_.dataSet->getCategories();
     if (categories.empty())
         for (const auto& name : getNames(*categories_.after, part_.is1904()))
             categories.push_back(fromCellText(name));
+    return categories;
+}
+
+/// The categories that showed a total still do, unless the data says which.
+std::vector<bool> FillPlan::chooseTotals(const std::vector<std::u16string>& categories)
+{
     const auto& before = part_.getTotals();
     const auto& matches = getCategoryMatches();
     std::vector<bool> kept;
@@ -127,7 +167,7 @@ std::vector<bool> FillPlan::chooseTotals()
     }
     // Of categories with one name, some may be totals and some not.
     if (!data_.totals.empty() && data_.totals != names) return findTotals(categories, data_.totals);
-    warnOfLostTotals();
+    if (data_.totals.empty()) warnOfLostTotals();
     return kept;
 }
 
@@ -146,16 +186,20 @@ void FillPlan::planWaterfall()
 {
     auto own = std::move(series_[0]);
     own.categories = {};
-    const auto totals = chooseTotals();
+    const auto categories = listCategories();
+    const auto totals = chooseTotals(categories);
     for (std::size_t i = 0; i < totals.size(); ++i)
         if (totals[i]) totals_.push_back(i);
-    const auto drawn = drawWaterfall(part_, *data_.dataSet->getSeries(0), totals, options_.numberFormat);
+    const auto drawn =
+        drawWaterfall(part_, *data_.dataSet->getSeries(0), categories, totals, options_.numberFormat);
     requireNumbers(*drawn.dataSet);
     series_ = drawn.series;
     drawnCount_ = series_.size();
     ContentPlanner planner(part_, data_, options_, categories_, report_);
-    for (std::size_t i = 0; i < drawnCount_; ++i)
+    for (std::size_t i = 0; i < drawnCount_; ++i) {
+        series_[i].title = toCellText(drawn.dataSet->getSeries(i)->getName());
         planner.plan(series_[i], series_, *drawn.dataSet->getSeries(i), {});
+    }
     series_.push_back(std::move(own));
 }
 

@@ -46,11 +46,15 @@ class FillPlan {
     void setReferences(const std::vector<SeriesCells>& cells);
 
  private:
+    void warnOfUnnamedPoints();
     void planSeries();
     void warnOfHiddenSlices();
     void planOrder();
+    bool isPie() const;
+    void putFirst(SeriesPlan& first);
     void planWaterfall();
-    std::vector<bool> chooseTotals();
+    std::vector<std::u16string> listCategories() const;
+    std::vector<bool> chooseTotals(const std::vector<std::u16string>& categories);
     void warnOfLostTotals();
 
     const ChartMarkup& part_;

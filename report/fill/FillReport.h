@@ -23,6 +23,13 @@ struct FillOptions {
     std::string numberFormat = {};
 };
 
+/// How a table in a document shows numbers, as a cell of a worksheet does: "0.0%". Empty: as the data says.
+struct TableFormats {
+    std::string numberFormat = {};
+    /// Of categories that are dates or numbers.
+    std::string categoryFormat = {};
+};
+
 /// What a fill changed in a chart. Texts are UTF-8.
 struct FillReport {
     enum class Change : std::uint8_t { Matched, Renamed, Added, Removed };
@@ -35,8 +42,9 @@ struct FillReport {
         std::string before;
     };
 
-    /// The chart's number in the document, and its name there.
+    /// The chart's number in the document.
     std::size_t number = 0;
+    /// What it was asked for by; where that is its number, its title, or else its name in the document.
     std::string chart;
     /// In the order of the data, then what was removed.
     std::vector<Series> series;

@@ -59,12 +59,18 @@ bool isVariation(const XmlElement& element)
 void replaceColor(Edits& edits, const XmlElement& element, const Palette::Color& color, bool isVaried)
 {
     const std::string prefix(element.getPrefix());
-    std::string markup = "<" + prefix + "schemeClr val=\"" + escapeAttribute(color.scheme) + "\">";
+    const auto tag = prefix + (color.isOfTheme ? "schemeClr" : "srgbClr");
+    std::string markup = "<" + tag + " val=\"" + escapeAttribute(color.value) + "\">";
     for (const auto& [name, value] : color.variation)
-        markup += "<" + prefix + name + " val=\"" + escapeAttribute(value) + "\"/>";
+        markup.append("<")
+            .append(prefix)
+            .append(name)
+            .append(" val=\"")
+            .append(escapeAttribute(value))
+            .append("\"/>");
     for (const auto child : element.getChildren())
         if (!isVaried || !isVariation(child)) markup += child.getSource();
-    edits.replace(element.getOuter(), markup + "</" + prefix + "schemeClr>");
+    edits.replace(element.getOuter(), markup + "</" + tag + ">");
 }
 
 std::uint32_t readLeadingDigits(std::string_view id)
@@ -82,7 +88,7 @@ bool isUniqueId(const XmlElement& element)
 }  // namespace
 
 Palette::Palette()
-    : schemes_({"accent1", "accent2", "accent3", "accent4", "accent5", "accent6"}),
+    : colors_({"accent1", "accent2", "accent3", "accent4", "accent5", "accent6"}),
       variations_({{},
                    {{"lumMod", "60000"}},
                    {{"lumMod", "80000"}, {"lumOff", "20000"}},
@@ -104,13 +110,22 @@ Palette::Palette(const XmlSpans& colors) : Palette()
         for (const auto change : child.getChildren())
             variations.back().emplace_back(change.getName(), change.getAttribute("val").value_or("100000"));
     }
-    if (!schemes.empty()) schemes_ = schemes;
+    if (!schemes.empty()) colors_ = schemes;
     if (!variations.empty()) variations_ = variations;
+}
+
+Palette Palette::makeUsual()
+{
+    Palette palette;
+    palette.colors_ = {"4472C4", "ED7D31", "A5A5A5", "FFC000", "5B9BD5", "70AD47"};
+    palette.areOfTheme_ = false;
+    return palette;
 }
 
 Palette::Color Palette::getColor(std::size_t index) const
 {
-    return {schemes_[index % schemes_.size()], variations_[index / schemes_.size() % variations_.size()]};
+    return {colors_[index % colors_.size()], variations_[index / colors_.size() % variations_.size()],
+            areOfTheme_};
 }
 
 XmlElement findOwnColor(const XmlElement& element)
@@ -154,7 +169,7 @@ void UniqueIds::renew(Edits& edits, const XmlElement& element, const std::vector
     if (!isUniqueId(element)) return;
     const auto id = element.getAttribute("val").value_or("");
     std::array<char, 16> digits;
-    std::snprintf(digits.data(), digits.size(), "{%08X", next_++);
+    static_cast<void>(std::snprintf(digits.data(), digits.size(), "{%08X", next_++));
     edits.setAttribute(element, "val",
                        digits.data() + (id.size() > 9 ? id.substr(9) : "-0000-4000-8000-000000000000}"));
 }

@@ -14,10 +14,11 @@ namespace quillon::report {
 class Palette {
  public:
     struct Color {
-        /// Of the theme: "accent1".
-        std::string scheme;
+        /// Of the theme, "accent1"; or its red, green and blue, "4472C4".
+        std::string value;
         /// The elements that vary it, without prefix: {"lumMod", "60000"}.
         std::vector<std::pair<std::string, std::string>> variation;
+        bool isOfTheme = true;
     };
 
     /// Six accents, then the same lighter and darker.
@@ -25,11 +26,15 @@ class Palette {
     /// The colours of a part of chart colours; as the other for a part that names none.
     explicit Palette(const XmlSpans& colors);
 
+    /// For documents without a theme, where accents mean nothing: those of the usual one.
+    static Palette makeUsual();
+
     Color getColor(std::size_t index) const;
-    std::size_t getSize() const { return schemes_.size(); }
+    std::size_t getSize() const { return colors_.size(); }
 
  private:
-    std::vector<std::string> schemes_;
+    std::vector<std::string> colors_;
+    bool areOfTheme_ = true;
     std::vector<std::vector<std::pair<std::string, std::string>>> variations_;
 };
 

@@ -23,6 +23,9 @@ FoundChart describe(const ChartMarkup& part)
 
 ReadChart::ReadChart(const Package& package, const std::string& name) : part(package.getPart(name), name)
 {
+    const auto rows = package.getRelationships(package.getMainPart());
+    if (std::ranges::none_of(rows, [](const auto& row) { return row.getKind() == "theme"; }))
+        palette = Palette::makeUsual();
     for (const auto& row : package.getRelationships(name))
         if (row.getKind() == "chartColorStyle" && !row.isExternal && package.hasPart(row.target))
             palette = Palette(XmlSpans(package.getPart(row.target), row.target));

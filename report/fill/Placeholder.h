@@ -15,7 +15,7 @@ struct Placeholder {
     std::string name;
     PlaceholderKind kind = PlaceholderKind::Text;
     /// The part that holds it, "word/document.xml".
-    std::string part;
+    std::string part = {};
 
     bool operator==(const Placeholder& other) const = default;
 };

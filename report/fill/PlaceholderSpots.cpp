@@ -17,7 +17,7 @@ PlaceholderKind getTextKind(const ParagraphText& paragraph, const TextMatch& mat
 std::string readPicturePlaceholder(const XmlElement& properties)
 {
     for (const auto* name : {"descr", "title"}) {
-        const auto found = readPlaceholder(properties.getAttribute(name).value_or(""));
+        auto found = readPlaceholder(properties.getAttribute(name).value_or(""));
         if (!found.empty()) return found;
     }
     return {};

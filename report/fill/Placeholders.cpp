@@ -1,9 +1,9 @@
 #include "report/fill/Placeholders.h"
 
+#include <algorithm>
 #include <functional>
 #include <set>
 #include <stdexcept>
-#include <unordered_set>
 #include <utility>
 
 #include "report/fill/ChartInserter.h"
@@ -50,20 +50,20 @@ void insertChart(Package& document, const std::string& name, const NewChart& cha
     });
     if (!isFound)
         DocumentTexts().failMissing(
-            document, name,
+            document, {name},
             "a chart takes the place of a picture, or of a paragraph that holds nothing else.");
     document = std::move(changed);
 }
 
 void insertTable(Package& document, const std::string& name, const ChartData& data,
-                 const ChartOptions& options)
+                 const TableFormats& formats)
 {
     auto changed = document;
     const std::string mainBytes = document.getPart(document.getMainPart());
     const XmlSpans main(mainBytes, document.getMainPart());
     bool isFound = false;
     changeTextParts(changed, [&](const XmlSpans& xml, Edits& edits) {
-        const DataTable table(data, options, findTableStyle(document, xml.getRoot()));
+        const DataTable table(data, formats, findTableStyle(document, xml.getRoot()));
         for (const auto& spot : findSpots(xml.getRoot())) {
             if (spot.name != name || spot.kind != PlaceholderKind::Table) continue;
             table.insert(*spot.paragraph, spot.match, main.getRoot(), edits);
@@ -72,7 +72,7 @@ void insertTable(Package& document, const std::string& name, const ChartData& da
     });
     if (!isFound)
         DocumentTexts().failMissing(
-            document, name,
+            document, {name, PlaceholderKind::Table},
             "a table takes the place of a paragraph that holds {{table:" + showText(name) + "}} alone.");
     document = std::move(changed);
 }

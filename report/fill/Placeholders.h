@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "chart/model/Chart.h"
+#include "report/fill/FillReport.h"
 #include "report/fill/Placeholder.h"
 #include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
@@ -31,6 +33,6 @@ QUILLON_EXPORT void insertChart(Package& document, const std::string& name, cons
 /// Puts a table of the data wherever `{{table:name}}` is alone in a paragraph, in the style that tables of
 /// the document have. Throws: as DocumentTexts::failMissing.
 QUILLON_EXPORT void insertTable(Package& document, const std::string& name, const ChartData& data,
-                                const ChartOptions& options = {});
+                                const TableFormats& formats = {});
 
 }  // namespace quillon::report

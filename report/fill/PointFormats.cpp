@@ -39,23 +39,33 @@ void replaceAll(Edits& edits, const XmlSpans& xml, const std::vector<XmlElement>
     }
 }
 
-Moved renumber(const XmlSpans& xml, const XmlElement& element, const XmlElement& holder, std::size_t index)
+bool hasFormat(const XmlElement& label, const FormatChange& format)
+{
+    return format.before != format.after &&
+           label.findChild("numFmt").getAttribute("formatCode") == format.before;
+}
+
+Moved renumber(const XmlSpans& xml, const XmlElement& element, const XmlElement& holder, std::size_t index,
+               const FormatChange& format)
 {
     Edits edits;
     edits.setAttribute(holder, "val", std::to_string(index));
+    if (hasFormat(element, format))
+        edits.setAttribute(element.findChild("numFmt"), "formatCode", format.after);
     return {index, edits.apply(xml.getText(), element.getOuter())};
 }
 
 /// Where the elements that have a place go; nothing when all stay.
 std::vector<Moved> moveAll(const XmlSpans& xml, const std::vector<XmlElement>& elements,
-                           XmlElement (*getHolder)(const XmlElement&), const Places& places, bool& isMoved)
+                           XmlElement (*getHolder)(const XmlElement&), const Places& places, bool& isMoved,
+                           const FormatChange& format = {})
 {
     std::vector<Moved> moved;
     for (const auto& element : elements) {
         const auto holder = getHolder(element);
         const auto to = places.find(readIndex(holder));
-        isMoved = isMoved || to != readIndex(holder);
-        if (to != noMatch) moved.push_back(renumber(xml, element, holder, to));
+        isMoved = isMoved || to != readIndex(holder) || hasFormat(element, format);
+        if (to != noMatch) moved.push_back(renumber(xml, element, holder, to, format));
     }
     return moved;
 }
@@ -166,7 +176,7 @@ std::string makeLabel(const XmlSpans& xml, const XmlElement& labels, const XmlEl
 
 /// Labels whose text is computed say the new one; those of other points move along.
 void writeComputedLabels(Edits& edits, const XmlSpans& xml, const XmlElement& labels, const LabelTexts& texts,
-                         const Places& places)
+                         const Places& places, const FormatChange& format)
 {
     const auto elements = findAll(labels, "dLbl");
     std::vector<XmlElement> plain;
@@ -180,7 +190,7 @@ void writeComputedLabels(Edits& edits, const XmlSpans& xml, const XmlElement& la
             plain.push_back(element);
     }
     bool isMoved = false;
-    auto moved = moveAll(xml, plain, getIndexChild, places, isMoved);
+    auto moved = moveAll(xml, plain, getIndexChild, places, isMoved, format);
     std::erase_if(moved, [&](const Moved& one) { return texts.after.contains(one.index); });
     for (const auto& [index, text] : texts.after) {
         const auto own = computed.find(index);
@@ -207,23 +217,24 @@ XmlElement getIndexChild(const XmlElement& element)
 }
 
 void moveElements(Edits& edits, const XmlSpans& xml, const std::vector<XmlElement>& elements,
-                  XmlElement (*getHolder)(const XmlElement&), const Places& places)
+                  XmlElement (*getHolder)(const XmlElement&), const Places& places,
+                  const FormatChange& format)
 {
     bool isMoved = false;
-    auto moved = moveAll(xml, elements, getHolder, places, isMoved);
+    auto moved = moveAll(xml, elements, getHolder, places, isMoved, format);
     if (isMoved) replaceAll(edits, xml, elements, std::move(moved), elements.back().getOuter().end);
 }
 
 void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Palette& palette,
-                       UniqueIds& ids)
+                       UniqueIds& ids, const FormatChange& labelFormat)
 {
     const auto places = findPlaces(part, plan);
     writeFormats(edits, part, plan, places, palette, ids);
     const auto labels = plan.look->element.findChild("dLbls");
     if (plan.labels.before.empty() && plan.labels.after.empty())
-        moveElements(edits, part.getXml(), findAll(labels, "dLbl"), getIndexChild, places);
+        moveElements(edits, part.getXml(), findAll(labels, "dLbl"), getIndexChild, places, labelFormat);
     else
-        writeComputedLabels(edits, part.getXml(), labels, plan.labels, places);
+        writeComputedLabels(edits, part.getXml(), labels, plan.labels, places, labelFormat);
 }
 
 }  // namespace quillon::report

@@ -22,15 +22,23 @@ struct Places {
     }
 };
 
+/// A number format that takes the place of another.
+struct FormatChange {
+    std::string before;
+    std::string after;
+};
+
 /// Moves the formats and labels of single points (c:dPt, c:dLbl) along with their points, drops those of
-/// points that have gone, and continues formats that every point has.
+/// points that have gone, and continues formats that every point has. Labels of single points in the number
+/// format of all follow its change.
 void writePointFormats(Edits& edits, const ChartMarkup& part, const SeriesPlan& plan, const Palette& palette,
-                       UniqueIds& ids);
+                       UniqueIds& ids, const FormatChange& labelFormat);
 
 /// Moves elements to the places of the positions that they hold, each in the attribute "val" of what
 /// `getHolder` finds; those without a place go.
 void moveElements(Edits& edits, const XmlSpans& xml, const std::vector<XmlElement>& elements,
-                  XmlElement (*getHolder)(const XmlElement&), const Places& places);
+                  XmlElement (*getHolder)(const XmlElement&), const Places& places,
+                  const FormatChange& format = {});
 
 /// The children of that name in the namespace of charts.
 std::vector<XmlElement> findAll(const XmlElement& parent, std::string_view name);

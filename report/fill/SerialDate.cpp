@@ -1,10 +1,12 @@
 #include "report/fill/SerialDate.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
+#include <string_view>
 
 #include "support/Text.h"
 
@@ -44,6 +46,29 @@ Date toDate(std::int64_t days)
             static_cast<unsigned>(dayOfYear - (153 * month + 2) / 5 + 1)};
 }
 
+/// The number that `count` characters are; false where they are none.
+template <typename Number>
+bool readDigits(std::string_view text, std::size_t at, std::size_t count, Number& number)
+{
+    const auto digits = text.substr(at, count);
+    const auto* const end = digits.data() + digits.size();
+    const auto read = std::from_chars(digits.data(), end, number);
+    return digits.size() == count && read.ec == std::errc() && read.ptr == end;
+}
+
+/// The part of a day that "T06:30" or "T06:30:15" is, none without a time; NaN for another text.
+double readTime(std::string_view text)
+{
+    std::array<unsigned, 3> time{};
+    if (text.empty()) return 0;
+    if (text.size() != 6 && text.size() != 9) return missing;
+    for (std::size_t at = 0; at < text.size(); at += 3)
+        if (text[at] != (at == 0 ? 'T' : ':') || !readDigits(text, at + 1, 2, time.at(at / 3)))
+            return missing;
+    if (time[0] > 23 || time[1] > 59 || time[2] > 59) return missing;
+    return (time[0] * 3600 + time[1] * 60 + time[2]) / secondsOfDay;
+}
+
 }  // namespace
 
 std::string writeDate(double serial)
@@ -55,33 +80,26 @@ std::string writeDate(double serial)
     const auto days = static_cast<std::int64_t>(std::floor(serial)) + (seconds == 86'400 ? 1 : 0);
     const auto date = toDate(days - daysTo1970);
     std::array<char, 64> text;
-    std::snprintf(text.data(), text.size(), "%04lld-%02u-%02u", static_cast<long long>(date.year), date.month,
-                  date.day);
+    static_cast<void>(std::snprintf(text.data(), text.size(), "%04lld-%02u-%02u",
+                                    static_cast<long long>(date.year), date.month, date.day));
     std::string written(text.data());
     if (seconds == 0 || seconds == 86'400) return written;
-    std::snprintf(text.data(), text.size(), "T%02d:%02d:%02d", static_cast<int>(seconds / 3600),
-                  static_cast<int>(seconds / 60 % 60), static_cast<int>(seconds % 60));
+    static_cast<void>(std::snprintf(text.data(), text.size(), "T%02d:%02d:%02d",
+                                    static_cast<int>(seconds / 3600), static_cast<int>(seconds / 60 % 60),
+                                    static_cast<int>(seconds % 60)));
     return written + text.data();
 }
 
 double readDate(const std::string& text)
 {
     int year = 0;
-    int length = 0;
-    std::array<unsigned, 2> date{};
-    std::array<unsigned, 3> time{};
-    if (std::sscanf(text.c_str(), "%4d-%2u-%2u%n", &year, &date[0], &date[1], &length) != 3) return missing;
-    if (length != 10 || date[0] < 1 || date[0] > 12 || date[1] < 1 || date[1] > 31) return missing;
-    const auto days = static_cast<double>(toDays(year, date[0], date[1]) + daysTo1970);
-    const auto rest = text.substr(10);
-    if (rest.empty()) return days;
-    int end = 0;
-    const auto count =
-        std::sscanf(rest.c_str(), "T%2u:%2u%n:%2u%n", &time[0], &time[1], &end, &time[2], &end);
-    if (count < 2 || static_cast<std::size_t>(end) != rest.size() || time[0] > 23 || time[1] > 59 ||
-        time[2] > 59)
+    unsigned month = 0;
+    unsigned day = 0;
+    if (text.size() < 10 || text[4] != '-' || text[7] != '-') return missing;
+    if (!readDigits(text, 0, 4, year) || !readDigits(text, 5, 2, month) || !readDigits(text, 8, 2, day))
         return missing;
-    return days + (time[0] * 3600 + time[1] * 60 + time[2]) / secondsOfDay;
+    if (month < 1 || month > 12 || day < 1 || day > 31) return missing;
+    return static_cast<double>(toDays(year, month, day) + daysTo1970) + readTime(text.substr(10));
 }
 
 }  // namespace quillon::report

@@ -45,6 +45,8 @@ struct SeriesPlan {
     bool leavesErrorBars = false;
     std::uint32_t index = 0;
     std::uint32_t order = 0;
+    /// What it is called from now on.
+    std::string title = {};
     SourcePlan name = {};
     SourcePlan categories = {};
     /// The position of the series whose cells hold the categories.

@@ -5,32 +5,52 @@
 #include <map>
 #include <stdexcept>
 
+#include "report/fill/AltTextRenewal.h"
 #include "report/fill/ChartFiller.h"
 #include "report/fill/ChartFinder.h"
 #include "report/fill/ChartReader.h"
+#include "report/fill/DocumentText.h"
 #include "report/fill/FillPlan.h"
 #include "report/fill/Originals.h"
 #include "report/fill/PartCopy.h"
 #include "report/fill/Placeholders.h"
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 
 namespace quillon::report {
 namespace {
 
-/// Whether a text of the document is what was asked for, as it is or in braces.
-bool isKey(const std::string& text, const std::string& key)
+/// The relationship to the workbook: a part may have one that its markup does not name.
+std::string findWorkbookId(const Package& package, const std::string& name, const ChartMarkup& part)
 {
-    return !key.empty() && (text == key || text == "{{" + key + "}}");
+    if (const auto id = part.getWorkbookId(); !id.empty()) return id;
+    for (const auto& row : package.getRelationships(name))
+        if (row.getKind() == "package" && !row.isExternal && package.hasPart(row.target)) return row.id;
+    return {};
+}
+
+/// A name that may stand in braces.
+std::string stripBraces(const std::string& text)
+{
+    const auto name = readPlaceholder(text);
+    return name.empty() ? text : name;
+}
+
+/// All that a chart may be asked for by.
+std::vector<std::string> listKeys(const ChartDrawing& drawing, const std::string& title)
+{
+    std::vector<std::string> keys = {drawing.name, drawing.description, drawing.title, title};
+    keys.insert(keys.end(), drawing.tags.begin(), drawing.tags.end());
+    keys.insert(keys.end(), drawing.bookmarks.begin(), drawing.bookmarks.end());
+    for (auto& key : keys) key = stripBraces(key);
+    return keys;
 }
 
 bool isNamed(const ChartDrawing& drawing, const std::string& title, const std::string& key)
 {
-    const auto isIn = [&](const std::vector<std::string>& texts) {
-        return std::any_of(texts.begin(), texts.end(), [&](const auto& text) { return isKey(text, key); });
-    };
-    return isIn({drawing.name, drawing.description, drawing.title, title}) || isIn(drawing.tags) ||
-           isIn(drawing.bookmarks);
+    const auto keys = listKeys(drawing, title);
+    return !key.empty() && std::ranges::find(keys, stripBraces(key)) != keys.end();
 }
 
 /// A number from 1 to `count`; 0 for anything else.
@@ -77,11 +97,18 @@ struct Template::Content {
     const Drawings& getDrawings() const;
     std::shared_ptr<const FoundChart> describePart(const std::string& part) const;
     FoundChart describeChart(std::size_t index) const;
+    std::string getTitle(const ChartDrawing& drawing) const;
+    std::vector<std::size_t> findNamed(const std::string& key) const;
     std::size_t find(const std::string& key) const;
     [[noreturn]] void failToFind(const std::string& key, std::size_t count) const;
+    std::string explainMissing(const std::string& key) const;
+    /// What the report of a fill calls the chart.
+    std::string nameChart(std::size_t index, const std::string& key) const;
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
     void separate(std::size_t index);
-    FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options);
+    FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options,
+                        std::string& altText);
+    void setAltText(std::size_t index, const std::string& altText);
 
     /// With all that was replaced in its text.
     Package& getPackage();
@@ -112,7 +139,10 @@ const Drawings& Template::Content::getDrawings() const
 
 Package& Template::Content::getPackage()
 {
-    texts.save(package);
+    if (!texts.save(package)) return package;
+    // Drawings stand elsewhere in their parts now.
+    isChanged = true;
+    drawings.reset();
     return package;
 }
 
@@ -143,15 +173,22 @@ FoundChart Template::Content::describeChart(std::size_t index) const
     return found;
 }
 
-std::size_t Template::Content::find(const std::string& key) const
+std::string Template::Content::getTitle(const ChartDrawing& drawing) const
+{
+    return drawing.problem.empty() ? describePart(drawing.chartParts[0])->title : std::string();
+}
+
+std::vector<std::size_t> Template::Content::findNamed(const std::string& key) const
 {
     std::vector<std::size_t> found;
-    for (std::size_t i = 0; i < getDrawings().size(); ++i) {
-        const auto& drawing = getDrawings()[i];
-        const auto title =
-            drawing.problem.empty() ? describePart(drawing.chartParts[0])->title : std::string();
-        if (isNamed(drawing, title, key)) found.push_back(i);
-    }
+    for (std::size_t i = 0; i < getDrawings().size(); ++i)
+        if (isNamed(getDrawings()[i], getTitle(getDrawings()[i]), key)) found.push_back(i);
+    return found;
+}
+
+std::size_t Template::Content::find(const std::string& key) const
+{
+    const auto found = findNamed(key);
     if (found.size() == 1) return found[0];
     const auto number = readChartNumber(key, getDrawings().size());
     if (!found.empty() || number == 0) failToFind(key, found.size());
@@ -162,14 +199,36 @@ void Template::Content::failToFind(const std::string& key, std::size_t count) co
 {
     if (getDrawings().empty())
         throw std::runtime_error("There is no chart " + quoteText(key) + ": the document has none.");
-    auto sentence = count == 0 ? "There is no chart " + quoteText(key)
-                               : "There are " + std::to_string(count) + " charts " + quoteText(key);
+    auto sentence = count == 0 ? "There is no chart " + quoteText(key) + explainMissing(key)
+                               : "There are " + std::to_string(count) + " charts " + quoteText(key) + "; the";
     constexpr std::size_t named = 20;
     const auto there = getDrawings().size();
     for (std::size_t i = 0; i < std::min(there, named); ++i)
-        sentence += (i == 0 ? "; the document has " : "; ") + describe(describeChart(i));
+        sentence += (i == 0 ? " document has " : "; ") + describe(describeChart(i));
     if (there > named) sentence += " and " + std::to_string(there - named) + " more";
     throw std::runtime_error(sentence + ".");
+}
+
+/// The middle of the sentence that says what is there.
+std::string Template::Content::explainMissing(const std::string& key) const
+{
+    for (const auto& placeholder : DocumentTexts(texts).findPlaceholders(package))
+        if (placeholder.name == stripBraces(key))
+            return ", but a placeholder {{" + showText(placeholder.name) +
+                   "}}, where a new chart is inserted (--at, in a job file \"at\"); the";
+    std::vector<std::string> keys;
+    for (const auto& drawing : getDrawings())
+        for (auto& one : listKeys(drawing, getTitle(drawing))) keys.push_back(std::move(one));
+    const auto near = findNearName(key, keys);
+    return near.empty() ? "; the" : "; did you mean " + quoteText(near) + "? The";
+}
+
+std::string Template::Content::nameChart(std::size_t index, const std::string& key) const
+{
+    const auto& drawing = getDrawings()[index];
+    const auto title = getTitle(drawing);
+    if (isNamed(drawing, title, key)) return key;
+    return title.empty() ? drawing.name : title;
 }
 
 FillReport Template::Content::fill(std::size_t index, const ChartData& data, const FillOptions& options)
@@ -178,14 +237,25 @@ FillReport Template::Content::fill(std::size_t index, const ChartData& data, con
         throw std::runtime_error("The chart cannot be filled: " + problem + ".");
     separate(index);
     const auto drawing = getDrawings()[index];
-    auto report = fillPart(drawing.chartParts[0], data, options);
+    auto altText = drawing.description;
+    auto report = fillPart(drawing.chartParts[0], data, options, altText);
+    if (altText != drawing.description) setAltText(index, altText);
     for (std::size_t i = 1; i < drawing.chartParts.size(); ++i)
-        fillPart(drawing.chartParts[i], data, options);
+        fillPart(drawing.chartParts[i], data, options, altText);
     report.number = index + 1;
-    report.chart = drawing.name;
     if (package.isSigned())
         report.warnings.emplace_back("The document is signed; its signature is no longer valid.");
     return report;
+}
+
+void Template::Content::setAltText(std::size_t index, const std::string& altText)
+{
+    auto& current = getPackage();
+    auto described = std::make_shared<Drawings>(getDrawings());
+    describeDrawing(current, *described, index, altText);
+    texts.forget();
+    drawings = described;
+    isChanged = true;
 }
 
 /// A part that other drawings show as well is copied first.
@@ -203,14 +273,16 @@ void Template::Content::separate(std::size_t index)
     }
 }
 
+/// `altText`: that of the drawing; it becomes what it is to be.
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
-                                       const FillOptions& options)
+                                       const FillOptions& options, std::string& altText)
 {
     const auto chart = originals->getChart(package, part);
     FillPlan plan(chart->part, data, options);
+    altText = renewAltText(altText, plan, data);
     const auto read = [this](const std::string& name) { return originals->getWorkbook(package, name); };
-    auto workbook = updateWorkbook(package, part, chart->part.getWorkbookId(), plan.makeCells(),
-                                   plan.makeRemovedCells(), read);
+    auto workbook = updateWorkbook(package, part, findWorkbookId(package, part, chart->part),
+                                   plan.makeCells(), plan.makeRemovedCells(), read);
     plan.setReferences(workbook.series);
     workbook.series.clear();
     workbook.series.shrink_to_fit();
@@ -282,7 +354,10 @@ FillReport Template::fill(const std::string& chart, const ChartData& data, const
 {
     // What goes wrong half-way leaves the document as it was.
     auto filled = std::make_unique<Content>(getContent());
-    auto report = filled->fill(filled->find(chart), data, options);
+    const auto index = filled->find(chart);
+    const auto name = filled->nameChart(index, chart);
+    auto report = filled->fill(index, data, options);
+    report.chart = name;
     content_ = std::move(filled);
     return report;
 }
@@ -295,13 +370,20 @@ std::vector<Placeholder> Template::getPlaceholders() const
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
                       const ChartData& data, const Listener& listener)
 {
-    insertChart(getContent().getPackage(), placeholder, {chart, options, listener, data});
+    try {
+        insertChart(getContent().getPackage(), placeholder, {chart, options, listener, data});
+    } catch (const MissingPlaceholder&) {
+        if (getContent().findNamed(placeholder).empty()) throw;
+        throw std::runtime_error("There is no placeholder {{" + showText(placeholder) + "}}, but a chart " +
+                                 quoteText(placeholder) +
+                                 ", which is filled (--chart, in a job file \"fill\").");
+    }
     getContent().forget();
 }
 
-void Template::insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options)
+void Template::insertTable(const std::string& placeholder, const ChartData& data, const TableFormats& formats)
 {
-    report::insertTable(getContent().getPackage(), placeholder, data, options);
+    report::insertTable(getContent().getPackage(), placeholder, data, formats);
     getContent().forget();
 }
 

@@ -69,7 +69,9 @@ class QUILLON_EXPORT Template {
     ChartData getChartData(const std::string& chart) const;
 
     /// Gives a chart new data, and returns what changed. Series and categories are matched by name, what is
-    /// left over by position; formats stay with their names.
+    /// left over by position; formats stay with their names. Data without categories, without any name of a
+    /// series, or with X values of 0 alone leaves the chart its own. An alternative text that was generated
+    /// is generated anew.
     /// Throws: as getChartData, and std::runtime_error for data that the chart cannot show. The document is
     /// then as it was.
     FillReport fill(const std::string& chart, const ChartData& data, const FillOptions& options = {});
@@ -84,9 +86,9 @@ class QUILLON_EXPORT Template {
     void insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options = {},
                 const ChartData& data = {}, const Listener& listener = {});
     /// Puts a table of the data in the place of each paragraph that holds `{{table:placeholder}}`, in the
-    /// style that tables of the document have. Of the options it takes the number formats. Throws:
-    /// std::runtime_error that lists the placeholders when there is none such.
-    void insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options = {});
+    /// style that tables of the document have. Throws: std::runtime_error that lists the placeholders when
+    /// there is none such.
+    void insertTable(const std::string& placeholder, const ChartData& data, const TableFormats& formats = {});
     /// Replaces `{{placeholder}}` in running text, and returns how often.
     /// Throws: std::runtime_error that lists the placeholders when there is none such.
     std::size_t replace(const std::string& placeholder, const std::string& text);

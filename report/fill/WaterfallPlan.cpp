@@ -6,6 +6,8 @@
 
 #include "report/finish/Waterfall.h"
 #include "report/options/NumberText.h"
+#include "report/package/Xml.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -37,9 +39,25 @@ std::vector<double> readNumbers(const ChartMarkup& part, std::size_t index)
     return series == nullptr ? std::vector<double>() : part.readCache(series->values).read(false).numbers;
 }
 
+/// What such a label says before the value: the names that those of its series show.
+std::string nameLabel(const XmlElement& labels, const std::string& series, std::size_t index,
+                      const std::vector<std::u16string>& categories)
+{
+    const auto shows = [&labels](std::string_view what) {
+        return labels.findChild(what).getAttribute("val") == "1";
+    };
+    const auto separator = labels.findChild("separator");
+    const auto between = separator ? separator.getText() : "; ";
+    std::string text;
+    if (shows("showSerName")) text += series + between;
+    if (shows("showCatName") && index < categories.size())
+        text += toUtf8(escapeCharacters(categories[index])) + between;
+    return text;
+}
+
 /// A bar that crosses 0 has one label, on its part above, which says how high all of it is.
 LabelTexts makeLabels(const ChartMarkup& part, std::size_t above, const std::vector<WaterfallSeries>& drawn,
-                      const std::string& numberFormat)
+                      const std::vector<std::u16string>& categories, const std::string& numberFormat)
 {
     const auto labels = findPart(part, above)->element.findChild("dLbls");
     const auto format = labels.findChild("numFmt").getAttribute("formatCode");
@@ -52,7 +70,8 @@ LabelTexts makeLabels(const ChartMarkup& part, std::size_t above, const std::vec
         texts.before.insert(index);
     if (belowIt < drawn.size())
         for (const auto& [index, height] : findCrossing(drawn[above].values, drawn[belowIt].values))
-            texts.after[index] = formatNumber(height, shown);
+            texts.after[index] =
+                nameLabel(labels, toUtf8(drawn[above].name), index, categories) + formatNumber(height, shown);
     return texts;
 }
 
@@ -86,14 +105,16 @@ std::string keepSign(const std::string& before, const std::string& format)
 }
 
 DrawnWaterfall drawWaterfall(const ChartMarkup& part, const chart::DataSeries& series,
-                             const std::vector<bool>& totals, const std::string& numberFormat)
+                             const std::vector<std::u16string>& categories, const std::vector<bool>& totals,
+                             const std::string& numberFormat)
 {
     const auto parts = makeWaterfall(series, totals);
     const std::vector<double> empty(series.getSize(), nothing);
     DrawnWaterfall drawn{.dataSet = chart::DataSet::create()};
     for (const auto& old : part.getDrawnSeries()) {
         drawn.series.push_back({.look = &old, .index = old.index, .order = old.order});
-        if (old.index < base) drawn.series.back().labels = makeLabels(part, old.index, parts, numberFormat);
+        if (old.index < base)
+            drawn.series.back().labels = makeLabels(part, old.index, parts, categories, numberFormat);
         // Parts below 0 stay where no bar crosses it any more.
         drawn.dataSet->appendSeries(
             makeSeries(fromCellText(old.name), old.index < parts.size() ? parts[old.index].values : empty));

@@ -20,7 +20,8 @@ struct DrawnWaterfall {
 /// The series that draw `series` in a chart that is a waterfall, with the labels of bars that cross 0, in a
 /// new number format unless that is empty.
 DrawnWaterfall drawWaterfall(const ChartMarkup& part, const chart::DataSeries& series,
-                             const std::vector<bool>& totals, const std::string& numberFormat);
+                             const std::vector<std::u16string>& categories, const std::vector<bool>& totals,
+                             const std::string& numberFormat);
 
 /// A new number format with the sign that labels of increases and decreases have in both parts of theirs:
 /// "-0;-0".

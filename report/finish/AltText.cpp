@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <memory>
-#include <vector>
 
 #include "report/finish/Rules.h"
 #include "report/options/Enumerations.h"
@@ -14,37 +12,26 @@
 namespace quillon::report {
 namespace {
 
-using SeriesList = std::vector<std::shared_ptr<chart::DataSeries>>;
-
-/// The series that the chart shows: of a pie, the first alone.
-SeriesList getShownSeries(const ChartContext& context)
-{
-    auto shown = *context.data.dataSet->getSeriesList();
-    if (context.kind == ChartKind::Pie && shown.size() > 1) shown.resize(1);
-    return shown;
-}
-
 /// "values from 1.5 to 20", or nothing for a chart without numbers.
-std::u16string describeRange(const SeriesList& shown)
+std::u16string describeRange(const std::vector<double>& values)
 {
     double low = std::numeric_limits<double>::infinity();
     double high = -low;
-    for (const auto& series : shown)
-        for (const auto& point : series->getPoints()) {
-            low = std::fmin(low, point->getValue());
-            high = std::fmax(high, point->getValue());
-        }
+    for (const double value : values) {
+        low = std::fmin(low, value);
+        high = std::fmax(high, value);
+    }
     return low <= high ? u"; values from " + num2str(low) + u" to " + num2str(high) : u"";
 }
 
-std::u16string describeSeriesNames(const SeriesList& shown)
+std::u16string describeSeriesNames(const std::vector<std::u16string>& names)
 {
-    constexpr unsigned long named = 5;
-    std::u16string names;
-    for (unsigned long i = 0; i < std::min(shown.size(), named); ++i)
-        names += (i == 0 ? u"; series " : u", ") + escapeCharacters(shown[i]->getName());
-    if (shown.size() > named) names += u" and " + num2str(shown.size() - named) + u" more";
-    return names;
+    constexpr std::size_t named = 5;
+    std::u16string list;
+    for (std::size_t i = 0; i < std::min(names.size(), named); ++i)
+        list += (i == 0 ? u"; series " : u", ") + escapeCharacters(names[i]);
+    if (names.size() > named) list += u" and " + num2str(names.size() - named) + u" more";
+    return list;
 }
 
 /// The whole text of a title; a handle may be empty.
@@ -60,11 +47,22 @@ std::u16string joinRuns(const chart::Paragraph& paragraph)
 
 std::u16string makeAltText(const ChartContext& context)
 {
-    std::u16string text = toUtf16(findRow(kindRows, context.kind).meaning);
-    if (const auto& title = context.chart.getTitle())
-        text += u": " + escapeCharacters(joinRuns(*title->getText()));
-    const auto shown = getShownSeries(context);
-    return text + describeSeriesNames(shown) + describeRange(shown);
+    ShownData shown{context.kind};
+    if (const auto& title = context.chart.getTitle()) shown.title = joinRuns(*title->getText());
+    const auto series = context.data.dataSet->getSeriesList();
+    for (const auto& one : *series) {
+        shown.names.push_back(one->getName());
+        for (const auto& point : one->getPoints()) shown.values.push_back(point->getValue());
+        if (context.kind == ChartKind::Pie) break;
+    }
+    return makeAltText(shown);
+}
+
+std::u16string makeAltText(const ShownData& shown)
+{
+    std::u16string text = toUtf16(findRow(kindRows, shown.kind).meaning);
+    if (shown.title) text += u": " + escapeCharacters(*shown.title);
+    return text + describeSeriesNames(shown.names) + describeRange(shown.values);
 }
 
 }  // namespace quillon::report

@@ -68,6 +68,20 @@ void limit(ChartPart& part, const Scale& scale)
     if (scale.maximum) replaceInOrder(scaling, u"c:max", toText(*scale.maximum).c_str());
 }
 
+/// A bar twice as long is twice the value, in every word processor. Elsewhere they start there on their own,
+/// and go on below it when the data is changed to negative values.
+void startAtZero(ChartPart& part, const Scale& scale)
+{
+    if (!scale.startsAtZero || scale.isShare) return;
+    const auto range = findRange(part, scale);
+    if (!isFarFromZero(range)) return;
+    auto* scaling = findChild(findAxis(part, scale.kind), u"c:scaling");
+    if (range.low > 0 && !scale.minimum && scale.maximum.value_or(1) > 0)
+        replaceInOrder(scaling, u"c:min", u"0");
+    if (range.high < 0 && !scale.maximum && scale.minimum.value_or(-1) < 0)
+        replaceInOrder(scaling, u"c:max", u"0");
+}
+
 /// A word processor that draws very many gridlines takes no more commands.
 void spaceGridlines(ChartPart& part, const Scale& scale)
 {
@@ -98,6 +112,7 @@ void scaleAxes(ChartPart& part)
         if (findAxis(part, kind) == nullptr) continue;
         const auto scale = getScale(part, kind);
         limit(part, scale);
+        startAtZero(part, scale);
         spaceGridlines(part, scale);
         makeLogarithmic(part, scale);
     }

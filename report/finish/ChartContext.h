@@ -8,6 +8,7 @@
 #include "report/options/ChartKind.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
+#include "report/package/ThemeColors.h"
 #include "report/workbook/Workbook.h"
 
 namespace quillon::report {
@@ -25,6 +26,8 @@ struct ChartContext {
     const Listener& listener;
     /// What the workbook holds beside the data.
     WorkbookOptions workbook = {};
+    /// Of the document, as far as it is known.
+    ThemeColors theme = {};
 
     /// "chart 3, series 1: the sentence"; an empty place is the chart as a whole.
     std::string describe(const std::string& place, const std::string& sentence) const

@@ -1,9 +1,11 @@
 #include "report/finish/ChartPart.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 #include <xercesc/util/XMLString.hpp>
 
+#include "report/finish/SeriesNames.h"
 #include "report/finish/Waterfall.h"
 #include "report/options/ColorText.h"
 #include "report/options/QuotedText.h"
@@ -68,6 +70,17 @@ ChartPart::ChartPart(xercesc::DOMDocument* document, const ChartContext& chartCo
         series.push_back({element, index, *dataSet.getSeries(index)});
         ++index;
     }
+    hidden_ = findHidden();
+}
+
+std::vector<bool> ChartPart::findHidden() const
+{
+    std::vector<bool> hidden(series.size());
+    constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
+    if (context.kind == ChartKind::Waterfall && base < hidden.size()) hidden[base] = true;
+    for (const auto index : findSeries(*context.chart.getDataSet(), context.options.hidden, "hidden"))
+        hidden[index] = true;
+    return hidden;
 }
 
 std::size_t ChartPart::getColorPosition(const SeriesPart& part) const
@@ -75,6 +88,13 @@ std::size_t ChartPart::getColorPosition(const SeriesPart& part) const
     constexpr auto firstBelow = static_cast<std::size_t>(WaterfallPart::IncreaseBelow);
     const bool isBelow = context.kind == ChartKind::Waterfall && part.index >= firstBelow;
     return isBelow ? part.index - firstBelow : part.index;
+}
+
+PaintColor ChartPart::getStandardColor(const SeriesPart& part) const
+{
+    const auto position = getColorPosition(part);
+    const auto end = hidden_.begin() + static_cast<std::ptrdiff_t>(position);
+    return colors.get(position, static_cast<std::size_t>(std::count(hidden_.begin(), end, true)));
 }
 
 unsigned long ChartPart::getColumn(const SeriesPart& part) const

@@ -74,8 +74,12 @@ class ChartPart {
         return context.data.getDetails(context.kind == ChartKind::Waterfall ? 0 : one.index);
     }
 
-    /// Of its automatic colour: parts of a waterfall below 0 have that of the parts above.
+    /// Parts of a waterfall below 0 have the colour of the parts above.
     std::size_t getColorPosition(const SeriesPart& one) const;
+    /// The colour of a series that says none. Series that are not seen take no turn.
+    PaintColor getStandardColor(const SeriesPart& one) const;
+    /// Whether it is not seen but carries those that are stacked on it.
+    bool isHidden(const SeriesPart& one) const { return hidden_[one.index]; }
     /// The 0-based column of its values in the workbook.
     unsigned long getColumn(const SeriesPart& one) const;
 
@@ -96,7 +100,11 @@ class ChartPart {
     const StandardColors colors;
 
  private:
+    std::vector<bool> findHidden() const;
+
     std::set<std::string> told_;
+    /// By series.
+    std::vector<bool> hidden_;
 };
 
 }  // namespace quillon::report

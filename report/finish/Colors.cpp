@@ -204,11 +204,12 @@ void StandardColors::setNamed(const ChartContext& context)
     }
 }
 
-PaintColor StandardColors::get(std::size_t position) const
+PaintColor StandardColors::get(std::size_t position, std::size_t passed) const
 {
-    if (position < own_.size() && !own_[position].empty()) return {own_[position], position};
-    if (!palette_.empty()) return {palette_[position % palette_.size()], position};
-    return {{}, position};
+    const auto turn = position - passed;
+    if (position < own_.size() && !own_[position].empty()) return {own_[position], turn};
+    if (!palette_.empty()) return {palette_[turn % palette_.size()], turn};
+    return {{}, turn};
 }
 
 }  // namespace quillon::report

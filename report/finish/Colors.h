@@ -44,8 +44,8 @@ class StandardColors {
     /// Throws: ChartError for more colours than there are series or slices, and for a name that none has.
     explicit StandardColors(const ChartContext& context);
 
-    /// By the 0-based position of the series or slice.
-    PaintColor get(std::size_t position) const;
+    /// By the 0-based position of the series or slice; `passed` of those before it take no turn.
+    PaintColor get(std::size_t position, std::size_t passed = 0) const;
 
  private:
     void setOwn(const ChartContext& context);

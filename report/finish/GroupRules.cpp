@@ -248,16 +248,17 @@ void spreadAreas(ChartPart& part)
         if (axis != nullptr) replaceInOrder(axis, u"c:crossBetween", u"midCat");
 }
 
-/// Bars of one stack stand on top of each other unless the author moves them apart.
+/// Bars of one stack stand on top of each other unless the author moves them apart. The steps of a waterfall
+/// are close to each other.
 void placeBars(ChartPart& part)
 {
     const auto& options = part.context.options;
     const bool isStacked = options.stacking || part.context.kind == ChartKind::Waterfall;
     const auto overlap = isStacked && !options.overlap ? 100 : options.overlap;
+    const auto gap = part.context.kind == ChartKind::Waterfall && !options.gap ? 50U : options.gap;
     for (auto* group : part.groups) {
         if (!isGroup(group, u"c:barChart")) continue;
-        if (options.gap)
-            replaceInOrder(group, u"c:gapWidth", num2str(static_cast<unsigned long>(*options.gap)).c_str());
+        if (gap) replaceInOrder(group, u"c:gapWidth", num2str(static_cast<unsigned long>(*gap)).c_str());
         if (overlap) replaceInOrder(group, u"c:overlap", toUtf16(std::to_string(*overlap)).c_str());
     }
 }
@@ -292,9 +293,6 @@ void cutHole(ChartPart& part)
     const auto size = static_cast<unsigned long>(part.context.options.hole.value_or(standard));
     replaceInOrder(part.groups.front(), u"c:holeSize", num2str(size).c_str());
 }
-
-constexpr ChartKinds stackKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Area,
-                                ChartKind::Waterfall};
 
 constexpr std::array rules = {
     Rule{allKinds, formGroups},

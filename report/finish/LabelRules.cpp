@@ -4,12 +4,13 @@
 #include <array>
 #include <cmath>
 
+#include "report/finish/LabelColors.h"
+#include "report/finish/LabelTexts.h"
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
-#include "report/finish/TextBody.h"
 #include "report/finish/Waterfall.h"
-#include "report/options/NumberText.h"
+#include "report/options/Enumerations.h"
 #include "report/options/OptionChecks.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -22,22 +23,30 @@ using xercesc::DOMElement;
 namespace {
 
 struct SeparatorRow {
-    DataLabelContentSeparator value;
-    const char16_t* text;
+    DataLabelContentSeparator ofObject;
+    LabelSeparator value;
 };
 constexpr std::array separatorRows = {
-    SeparatorRow{DataLabelContentSeparator::Comma, u", "},
-    SeparatorRow{DataLabelContentSeparator::Semicolon, u"; "},
-    SeparatorRow{DataLabelContentSeparator::Period, u". "},
-    SeparatorRow{DataLabelContentSeparator::NewLine, u"\n"},
-    SeparatorRow{DataLabelContentSeparator::Space, u" "},
+    SeparatorRow{DataLabelContentSeparator::Comma, LabelSeparator::Comma},
+    SeparatorRow{DataLabelContentSeparator::Semicolon, LabelSeparator::Semicolon},
+    SeparatorRow{DataLabelContentSeparator::Period, LabelSeparator::Period},
+    SeparatorRow{DataLabelContentSeparator::NewLine, LabelSeparator::NewLine},
+    SeparatorRow{DataLabelContentSeparator::Space, LabelSeparator::Space},
 };
 
 const char16_t* findSeparator(DataLabelContentSeparator value)
 {
     for (const auto& row : separatorRows)
-        if (row.value == value) return row.text;
+        if (row.ofObject == value) return findRow(labelSeparatorRows, row.value).token;
     return nullptr;
+}
+
+/// Slices have more room for lines than for a long one.
+const char16_t* chooseSeparator(const ChartContext& context)
+{
+    const auto standard = sliceKinds.contains(context.kind) ? LabelSeparator::NewLine : LabelSeparator::Comma;
+    if (context.options.labels.size() < 2) return nullptr;
+    return findRow(labelSeparatorRows, context.options.labelSeparator.value_or(standard)).token;
 }
 
 LabelSettings readFormat(ChartPart& part, const chart::DataLabelFormat& format, const Place& place)
@@ -70,8 +79,9 @@ std::vector<PointLabel> readPointLabels(ChartPart& part, const SeriesPart& serie
 }
 
 /// What the options say of labels, where the objects of the chart say nothing.
-LabelSettings readOptions(const ChartOptions& options)
+LabelSettings readOptions(const ChartContext& context)
 {
+    const auto& options = context.options;
     const auto has = [&options](Label label) {
         return std::find(options.labels.begin(), options.labels.end(), label) != options.labels.end();
     };
@@ -80,6 +90,7 @@ LabelSettings readOptions(const ChartOptions& options)
     settings.percent = has(Label::Percent);
     settings.category = has(Label::Category);
     settings.series = has(Label::Series);
+    settings.separator = chooseSeparator(context);
     return settings;
 }
 
@@ -103,11 +114,20 @@ void formatCells(const SeriesPart& series, const std::u16string& format)
         ->setTextContent(format.c_str());
 }
 
-/// Place and number format, of which the objects of the chart say nothing.
-void complete(LabelSettings& settings, const ChartPart& part, const SeriesPart& series)
+/// As the author says, where a series can have its labels there. Those of a pie stand on paper unless each
+/// has room on its slice: half a label on a dark slice cannot be read.
+std::optional<LabelPosition> choosePosition(const ChartPart& part, const SeriesPart& series,
+                                            const LabelSettings& settings)
 {
-    settings.position = part.context.options.labelPosition;
-    if (settings.position && !canStandAt(*settings.position, part, series)) settings.position.reset();
+    const auto& wish = part.context.options.labelPosition;
+    if (wish) return canStandAt(*wish, part, series) ? wish : std::nullopt;
+    if (part.context.kind != ChartKind::Pie || settings.leaderLines) return {};
+    return haveSlicesRoom(part, series, settings) ? LabelPosition::InsideEnd : LabelPosition::OutsideEnd;
+}
+
+/// The number format, of which the objects of the chart say nothing.
+void format(LabelSettings& settings, const ChartPart& part, const SeriesPart& series)
+{
     const bool isShare = settings.percent && !settings.value;
     const auto format = readXmlText(chooseLabelFormat(part, series, isShare), "label-format");
     if (settings.percent && settings.value && part.context.options.labelFormat.empty())
@@ -116,75 +136,80 @@ void complete(LabelSettings& settings, const ChartPart& part, const SeriesPart& 
         settings.numberFormat = format;
 }
 
-/// Leader lines belong to all labels of a series: one that asks for them gets them for all.
-void labelSeries(ChartPart& part, const SeriesPart& series)
+TextColor findMostFrequent(const std::vector<TextColor>& colors)
 {
-    const auto& options = part.context.options;
-    const auto& format = series.series.getLabelFormat();
-    auto points = readPointLabels(part, series);
-    if (!format && points.empty() && options.labels.empty()) return;
-    auto settings = format ? readFormat(part, *format, {&series}) : readOptions(options);
-    complete(settings, part, series);
-    for (const auto& [index, point] : points) settings.leaderLines |= point.leaderLines;
-    auto* labels = setLabels(series, settings);
-    for (auto& [index, point] : points) {
-        complete(point, part, series);
-        addPointLabel(labels, index, point);
+    if (colors.empty()) return TextColor::Grey;
+    const auto count = [&colors](TextColor color) { return std::count(colors.begin(), colors.end(), color); };
+    return *std::max_element(allTextColors.begin(), allTextColors.end(),
+                             [&](TextColor a, TextColor b) { return count(a) < count(b); });
+}
+
+/// Single points whose labels are written in another colour than those of most.
+void colorLabels(DOMElement* labels, LabelSettings settings, const std::vector<TextColor>& colors)
+{
+    const auto ofMost = settings.textColor;
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        settings.textColor = colors[i];
+        if (colors[i] != ofMost) setPointLabel(labels, i, settings);
     }
 }
 
-bool shows(const DOMElement* labels, const char16_t* what)
+/// Leader lines belong to all labels of a series: one that asks for them gets them for all. Returns what most
+/// labels show.
+LabelSettings labelSeries(ChartPart& part, const SeriesPart& series)
 {
-    return std::u16string_view(findChild(labels, what)->getAttribute(u"val")) == u"1";
-}
-
-/// What a label says that shows what those of its series do, of a point with another value.
-std::u16string composeLabel(const ChartPart& part, const SeriesPart& series, const DOMElement* labels,
-                            std::size_t point, double value)
-{
-    const auto& categories = part.context.chart.getDataSet()->getCategories();
-    const double inUnits = value / getUnit(part.context.options.units);
-    std::vector<std::u16string> texts;
-    if (shows(labels, u"c:showSerName")) texts.push_back(series.series.getName());
-    if (shows(labels, u"c:showCatName") && point < categories.size()) texts.push_back(categories[point]);
-    if (shows(labels, u"c:showVal"))
-        texts.push_back(toUtf16(formatNumber(inUnits, chooseLabelFormat(part, series, false))));
-    const auto* separator = findChild(labels, u"c:separator");
-    std::u16string label;
-    for (const auto& text : texts)
-        label += (label.empty() ? u"" : separator == nullptr ? u"; " : separator->getTextContent()) + text;
-    return escapeCharacters(label);
+    const auto& ofSeries = series.series.getLabelFormat();
+    auto points = readPointLabels(part, series);
+    if (!ofSeries && points.empty() && part.context.options.labels.empty()) return {};
+    auto settings = ofSeries ? readFormat(part, *ofSeries, {&series}) : readOptions(part.context);
+    for (const auto& [index, point] : points) settings.leaderLines |= point.leaderLines;
+    settings.position = choosePosition(part, series, settings);
+    format(settings, part, series);
+    const auto colors = chooseLabelColors(part, series, settings);
+    settings.textColor = findMostFrequent(colors);
+    auto* labels = setLabels(series, settings);
+    if (!settings.isEmpty()) colorLabels(labels, settings, colors);
+    for (auto& [index, point] : points) {
+        point.position = settings.position;
+        if (index < colors.size()) point.textColor = colors[index];
+        format(point, part, series);
+        setPointLabel(labels, index, point);
+    }
+    return settings;
 }
 
 /// A bar of a waterfall that crosses 0 has one label, of the whole, on its part above.
-void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPart& below)
+void labelCrossingBars(ChartPart& part, const SeriesPart& above, const SeriesPart& below,
+                       const LabelSettings& settings)
 {
+    if (!settings.value) return;
     auto* labels = findChild(above.element, u"c:dLbls");
-    if (labels == nullptr || !shows(labels, u"c:showVal")) return;
+    auto own = settings;
+    own.category = own.series = false;
     for (std::size_t i = 0; i < below.series.getSize(); ++i) {
         const double height = above.series.getPoint(i)->getValue() - below.series.getPoint(i)->getValue();
         if (std::isnan(height)) continue;
-        LabelSettings settings;
-        settings.value = true;
-        complete(settings, part, above);
-        addPointLabel(labels, i, settings);
-        auto* text = insertInOrder(findChildren(labels, u"c:dLbl").back(), u"c:tx");
-        fillLabelText(appendElement(text, u"c:rich"), composeLabel(part, above, labels, i, height));
+        auto* text = insertInOrder(setPointLabel(labels, i, own), u"c:tx");
+        fillLabelText(appendElement(text, u"c:rich"),
+                      escapeCharacters(composeLabel(part, above, settings, i, height)), own.textColor);
     }
 }
 
 void labelAllSeries(ChartPart& part)
 {
-    for (const auto& series : part.series) labelSeries(part, series);
+    for (const auto& series : part.series)
+        if (!part.isHidden(series)) labelSeries(part, series);
 }
 
 /// The base has no labels; the parts below 0 say what the bars that cross 0 come to.
 void labelWaterfall(ChartPart& part)
 {
     constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
+    std::array<LabelSettings, base> settings;
     for (std::size_t i = 0; i < part.series.size(); ++i) {
-        if (i < base) labelSeries(part, part.series[i]);
-        if (i > base) labelCrossingBars(part, part.series[i - base - 1], part.series[i]);
+        if (i < base) settings[i] = labelSeries(part, part.series[i]);
+        if (i > base)
+            labelCrossingBars(part, part.series[i - base - 1], part.series[i], settings[i - base - 1]);
     }
 }
 

@@ -26,6 +26,8 @@ void setContent(DOMElement* label, const LabelSettings& settings)
     }
     if (settings.shape.fill.isSet() || settings.shape.border.isSet())
         setShape(insertInOrder(label, u"c:spPr"), settings.shape);
+    if (settings.textColor != TextColor::Grey)
+        fillTextProperties(insertInOrder(label, u"c:txPr"), settings.textColor);
     if (settings.position)
         insertInOrder(label, u"c:dLblPos", findRow(labelPositionRows, *settings.position).token);
     insertInOrder(label, u"c:showLegendKey", toText(settings.legendKey));
@@ -56,6 +58,22 @@ void removeAllButPoints(DOMElement* labels)
     }
 }
 
+/// The last label of a point before that one, or null; one of the point itself is removed. Labels stand in
+/// the order of their points, in front of all else.
+DOMElement* findLastLabel(DOMElement* labels, std::size_t point)
+{
+    auto* label = labels->getLastElementChild();
+    while (label != nullptr) {
+        auto* previous = label->getPreviousElementSibling();
+        const bool isLabel = std::u16string_view(label->getTagName()) == u"c:dLbl";
+        const auto index = isLabel ? str2uint(findChild(label, u"c:idx")->getAttribute(u"val")) : 0;
+        if (isLabel && index < point) return label;
+        if (isLabel && index == point) labels->removeChild(label)->release();
+        label = previous;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 DOMElement* setLabels(const SeriesPart& series, const LabelSettings& settings)
@@ -72,11 +90,13 @@ DOMElement* setLabels(const SeriesPart& series, const LabelSettings& settings)
     return labels;
 }
 
-void addPointLabel(DOMElement* labels, std::size_t point, const LabelSettings& settings)
+DOMElement* setPointLabel(DOMElement* labels, std::size_t point, const LabelSettings& settings)
 {
-    auto* label = insertInOrder(labels, u"c:dLbl");
-    insertInOrder(label, u"c:idx", num2str(static_cast<unsigned long>(point)).c_str());
+    auto* label = labels->getOwnerDocument()->createElement(u"c:dLbl");
+    insertAfter(labels, label, findLastLabel(labels, point));
+    appendElement(label, u"c:idx", num2str(static_cast<unsigned long>(point)).c_str());
     setContent(label, settings);
+    return label;
 }
 
 }  // namespace quillon::report

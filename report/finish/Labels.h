@@ -5,6 +5,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "report/finish/Shapes.h"
+#include "report/finish/TextBody.h"
 #include "report/options/ChartOptions.h"
 
 namespace quillon::report {
@@ -25,13 +26,17 @@ struct LabelSettings {
     std::optional<LabelPosition> position = {};
     /// As in a cell. Default, empty: as the value's.
     std::u16string numberFormat = {};
+    TextColor textColor = TextColor::Grey;
+
+    bool isEmpty() const { return !value && !percent && !category && !series && !legendKey; }
 };
 
 /// Gives the series labels for its points; where it has a c:dLbls already, that one is filled anew and keeps
 /// the labels of single points.
 xercesc::DOMElement* setLabels(const SeriesPart& series, const LabelSettings& settings);
 
-/// Appends the label of the point at a 0-based position to a c:dLbls. Requires: ascending positions.
-void addPointLabel(xercesc::DOMElement* labels, std::size_t point, const LabelSettings& settings);
+/// Gives the point at a 0-based position a label of its own in a c:dLbls, in place of one that it has.
+xercesc::DOMElement* setPointLabel(xercesc::DOMElement* labels, std::size_t point,
+                                   const LabelSettings& settings);
 
 }  // namespace quillon::report

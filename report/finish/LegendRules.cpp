@@ -6,6 +6,7 @@
 
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
+#include "report/finish/TextBody.h"
 #include "report/options/Enumerations.h"
 #include "report/options/Length.h"
 #include "report/package/Xml.h"
@@ -21,18 +22,6 @@ constexpr double standardPoints = 9;
 
 // --- The extent of texts and legends, in points ---
 
-/// About what the typefaces of office documents have, as a share of the size.
-double getWidth(char16_t character)
-{
-    constexpr std::u16string_view narrow = u" .,:;'|!()[]ijltfrI";
-    constexpr std::u16string_view wide = u"mwMW@%";
-    constexpr char16_t firstOfWideScripts = 0x1100;
-    if (character >= firstOfWideScripts) return 1;
-    if (narrow.find(character) != std::u16string_view::npos) return 0.3;
-    if (wide.find(character) != std::u16string_view::npos) return 0.85;
-    return character >= u'A' && character <= u'Z' ? 0.63 : 0.52;
-}
-
 struct Extent {
     double width;
     double height;
@@ -43,9 +32,7 @@ Extent getEntryExtent(const std::u16string& text, double size)
 {
     constexpr double keyAndGaps = 2.5;
     constexpr double lineHeight = 1.6;
-    double width = keyAndGaps;
-    for (const char16_t character : text) width += getWidth(character);
-    return {width * size, lineHeight * size};
+    return {(keyAndGaps + getTextWidth(text)) * size, lineHeight * size};
 }
 
 /// Entries stand in rows as columns of equal width, an entry too long for the chart on several lines.
@@ -99,11 +86,11 @@ Legend placeSlices(ChartPart& part)
 
 Legend placeSeries(ChartPart& part)
 {
-    if (part.series.size() < 2) return Legend::None;
     std::vector<std::u16string> names;
     names.reserve(part.series.size());
-    for (const auto& series : part.series) names.push_back(series.series.getName());
-    return choosePlace(part, names);
+    for (const auto& series : part.series)
+        if (!part.isHidden(series)) names.push_back(series.series.getName());
+    return names.size() < 2 ? Legend::None : choosePlace(part, names);
 }
 
 /// High, low and close say themselves which is which.
@@ -123,17 +110,29 @@ void addLegend(ChartPart& part)
     appendElement(legend, u"c:overlay", u"0");
 }
 
-/// The base of a waterfall stands first; what follows increases, decreases and totals is below 0.
-void leaveOutHelpers(ChartPart& part)
+/// What is not seen, and what a waterfall shows below 0 in the colours of the parts above.
+bool isLeftOut(const ChartPart& part, const xercesc::DOMElement* element)
 {
-    constexpr std::size_t named = 3;
+    const auto found = std::find_if(part.series.begin(), part.series.end(),
+                                    [element](const auto& series) { return series.element == element; });
+    return part.isHidden(*found) ||
+           (part.context.kind == ChartKind::Waterfall && part.getColorPosition(*found) != found->index);
+}
+
+/// Entries are counted in the order in which their series are drawn.
+void leaveOutEntries(ChartPart& part)
+{
     auto* legend = findChild(part.chart, u"c:legend");
-    for (std::size_t i = 0; legend != nullptr && i < part.series.size(); ++i) {
-        if (i >= 1 && i <= named) continue;
-        auto* entry = insertInOrder(legend, u"c:legendEntry");
-        appendElement(entry, u"c:idx", num2str(static_cast<unsigned long>(i)).c_str());
-        appendElement(entry, u"c:delete", u"1");
-    }
+    if (legend == nullptr) return;
+    unsigned long index = 0;
+    for (auto* group : part.groups)
+        for (const auto* series : findChildren(group, u"c:ser")) {
+            const auto number = num2str(index++);
+            if (!isLeftOut(part, series)) continue;
+            auto* entry = insertInOrder(legend, u"c:legendEntry");
+            appendElement(entry, u"c:idx", number.c_str());
+            appendElement(entry, u"c:delete", u"1");
+        }
 }
 
 void countSlices(ChartPart& part)
@@ -153,7 +152,7 @@ constexpr std::array rules = {
     Rule{sliceKinds, addLegend<placeSlices>},
     Rule{stockKind, addLegend<placeNothing>},
     Rule{allKinds.without(sliceKinds).without(stockKind), addLegend<placeSeries>},
-    Rule{ChartKinds(ChartKind::Waterfall), leaveOutHelpers},
+    Rule{stackKinds, leaveOutEntries},
 };
 
 }  // namespace

@@ -47,28 +47,6 @@ DOMElement* renewMarker(DOMElement* parent)
     return insertInOrder(parent, u"c:marker");
 }
 
-unsigned long getIndex(const DOMElement* point)
-{
-    return str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
-}
-
-/// The c:dPt of that index, which is made where there is none. They stand in the order of their indices.
-DOMElement* getPoint(DOMElement* series, unsigned long index)
-{
-    const auto points = findChildren(series, u"c:dPt");
-    for (auto* point : points)
-        if (getIndex(point) == index) return point;
-    auto* made = insertInOrder(series, u"c:dPt");
-    for (auto* point : points)
-        if (getIndex(point) > index) {
-            series->insertBefore(made, point);
-            break;
-        }
-    appendElement(made, u"c:idx", num2str(index).c_str());
-    appendElement(made, u"c:bubble3D", u"0");
-    return made;
-}
-
 /// The positions of the points that draw no line, so that only a marker shows them: between gaps, or alone in
 /// their series.
 std::vector<std::size_t> findLonePoints(const chart::DataSeries& series, Blank blank)

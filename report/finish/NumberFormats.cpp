@@ -47,9 +47,10 @@ NumberRange findPlainRange(const ChartPart& part, ScaleKind kind)
     return range;
 }
 
-/// From the lowest to the highest end of the stacks.
+/// From the lowest to the highest end of the parts of the stacks.
 NumberRange findStackedRange(const ChartPart& part, ScaleKind kind)
 {
+    NumberRange range;
     std::vector<double> ups;
     std::vector<double> downs;
     for (const auto& series : part.series) {
@@ -58,14 +59,11 @@ NumberRange findStackedRange(const ChartPart& part, ScaleKind kind)
         ups.resize(std::max<std::size_t>(ups.size(), series.series.getSize()));
         downs.resize(ups.size());
         for (const auto& point : series.series.getPoints()) {
-            if (point->getValue() > 0) ups[index] += point->getValue();
-            if (point->getValue() < 0) downs[index] += point->getValue();
+            if (const double value = point->getValue(); !std::isnan(value))
+                range.add((value < 0 ? downs : ups)[index] += value);
             ++index;
         }
     }
-    NumberRange range;
-    for (const double up : ups) range.add(up);
-    for (const double down : downs) range.add(down);
     return range;
 }
 
@@ -120,6 +118,13 @@ NumberRange findRange(const ChartPart& part, const Scale& scale)
     return scale.isStacked ? findStackedRange(part, scale.kind) : findPlainRange(part, scale.kind);
 }
 
+bool isFarFromZero(const NumberRange& range)
+{
+    constexpr double close = 6;
+    const double reach = std::fmax(range.high, 0) - std::fmin(range.low, 0);
+    return range.high > range.low && (range.high - range.low) * close < reach;
+}
+
 double findSpan(const ChartPart& part, const Scale& scale)
 {
     if (scale.isShare) return 1;
@@ -127,9 +132,7 @@ double findSpan(const ChartPart& part, const Scale& scale)
     if (!(range.low <= range.high)) return 0;
     double low = std::fmin(range.low, 0);
     double high = std::fmax(range.high, 0);
-    // The axis starts at 0, but where all values lie close together and far from it.
-    constexpr double close = 6;
-    if (range.high > range.low && (range.high - range.low) * close < high - low) {
+    if (!scale.startsAtZero && isFarFromZero(range)) {
         low = range.low;
         high = range.high;
     }

@@ -25,6 +25,10 @@ struct NumberRange {
 /// Of the values, the ends of their stacks, or their shares of 1.
 NumberRange findRange(const ChartPart& part, const Scale& scale);
 
+/// Whether word processors start an axis elsewhere than at 0, because all values lie close together and far
+/// from it.
+bool isFarFromZero(const NumberRange& range);
+
 /// How far an axis reaches from end to end, as far as options and values tell; shares reach 1.
 double findSpan(const ChartPart& part, const Scale& scale);
 

@@ -16,6 +16,9 @@ inline constexpr ChartKinds axisKinds{ChartKind::Bar,     ChartKind::Column, Cha
 /// Their categories run along an axis.
 inline constexpr ChartKinds categoryKinds{ChartKind::Bar,  ChartKind::Column, ChartKind::Line,
                                           ChartKind::Area, ChartKind::Stock,  ChartKind::Waterfall};
+/// Their series can be stacked.
+inline constexpr ChartKinds stackKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Line, ChartKind::Area,
+                                       ChartKind::Waterfall};
 /// Written as bars, as lines and as pies; what is neither starts as lines.
 inline constexpr ChartKinds barKinds{ChartKind::Bar, ChartKind::Column, ChartKind::Waterfall};
 inline constexpr ChartKinds lineKinds{ChartKind::Line,    ChartKind::Area,   ChartKind::Stock,

@@ -16,6 +16,16 @@ bool isSecond(const ChartPart& part, const DOMElement* group)
     return std::find(part.secondGroups.begin(), part.secondGroups.end(), group) != part.secondGroups.end();
 }
 
+bool hasFilledShapes(const ChartPart& part, ScaleKind kind)
+{
+    return part.context.options.hidden.empty() &&
+           std::any_of(part.groups.begin(), part.groups.end(), [&](const DOMElement* group) {
+               const std::u16string_view name = group->getTagName();
+               return isSecond(part, group) == (kind == ScaleKind::Second) &&
+                      (name == u"c:barChart" || name == u"c:areaChart");
+           });
+}
+
 /// Whether a group on that value axis stacks its series in that way.
 bool hasGrouping(const ChartPart& part, ScaleKind kind, std::u16string_view wanted)
 {
@@ -33,18 +43,41 @@ Scale getScale(const ChartPart& part, ScaleKind kind)
     const auto& o = part.context.options;
     const bool isShare = hasGrouping(part, kind, u"percentStacked");
     const bool isStacked = isShare || hasGrouping(part, kind, u"stacked");
-    switch (kind) {
-        case ScaleKind::Second:
-            return {kind,        "second-", "second-log", o.secondMin, o.secondMax,    o.secondStep,
-                    o.secondLog, {},        isShare,      isStacked,   o.secondFormat, o.secondTitle};
-        case ScaleKind::X:
-            return {kind,   "x-", "x-log", o.xMin, o.xMax,    o.xStep,
-                    o.xLog, {},   false,   false,  o.xFormat, o.xTitle};
-        case ScaleKind::Value:
-            break;
-    }
-    return {kind,  "value-", "log",   o.valueMin, o.valueMax, o.valueStep,
-            o.log, o.units,  isShare, isStacked,  "",         o.valueTitle};
+    if (kind == ScaleKind::X)
+        return {.kind = kind,
+                .prefix = "x-",
+                .logName = "x-log",
+                .minimum = o.xMin,
+                .maximum = o.xMax,
+                .step = o.xStep,
+                .log = o.xLog,
+                .format = o.xFormat,
+                .title = o.xTitle};
+    Scale scale{.kind = kind,
+                .prefix = "value-",
+                .logName = "log",
+                .minimum = o.valueMin,
+                .maximum = o.valueMax,
+                .step = o.valueStep,
+                .log = o.log,
+                .units = o.units,
+                .isShare = isShare,
+                .isStacked = isStacked,
+                .title = o.valueTitle};
+    if (kind == ScaleKind::Second)
+        scale = {.kind = kind,
+                 .prefix = "second-",
+                 .logName = "second-log",
+                 .minimum = o.secondMin,
+                 .maximum = o.secondMax,
+                 .step = o.secondStep,
+                 .log = o.secondLog,
+                 .isShare = isShare,
+                 .isStacked = isStacked,
+                 .format = o.secondFormat,
+                 .title = o.secondTitle};
+    scale.startsAtZero = hasFilledShapes(part, kind) && !scale.log;
+    return scale;
 }
 
 xercesc::DOMElement* findAxis(const ChartPart& part, ScaleKind kind)

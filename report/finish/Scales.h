@@ -16,17 +16,19 @@ struct Scale {
     /// In front of the names of the options: "value-", "second-" or "x-".
     const char* prefix;
     const char* logName;
-    std::optional<double> minimum;
-    std::optional<double> maximum;
-    std::optional<double> step;
-    std::optional<double> log;
-    std::optional<Units> units;
+    std::optional<double> minimum = {};
+    std::optional<double> maximum = {};
+    std::optional<double> step = {};
+    std::optional<double> log = {};
+    std::optional<Units> units = {};
     /// Whether the values are shares of the whole category.
-    bool isShare;
-    bool isStacked;
+    bool isShare = false;
+    bool isStacked = false;
+    /// Whether it has shapes whose size is their value: bars, unless they float, and areas.
+    bool startsAtZero = false;
     /// The format that the author chose for this axis alone; empty for none.
-    std::string format;
-    std::string title;
+    std::string format = {};
+    std::string title = {};
 };
 
 Scale getScale(const ChartPart& part, ScaleKind kind);

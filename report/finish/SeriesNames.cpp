@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "report/options/ChartError.h"
+#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "support/Text.h"
 
@@ -12,11 +13,15 @@ namespace {
 [[noreturn]] void refuseName(const chart::DataSet& dataSet, const std::string& name, const char* option)
 {
     std::vector<std::u16string> names;
+    std::vector<std::string> texts;
     const auto all = dataSet.getSeriesList();
-    for (const auto& series : *all) names.push_back(series->getName());
+    for (const auto& series : *all) {
+        names.push_back(series->getName());
+        texts.push_back(toUtf8(series->getName()));
+    }
     throw ChartError("", std::string(option) + ": there is no series " + quoteText(name) + "; " +
                              (names.empty() ? "there are no series" : "the series are" + listNames(names)) +
-                             ".");
+                             suggestName(name, texts));
 }
 
 }  // namespace
@@ -32,6 +37,18 @@ std::vector<std::size_t> findSeries(const chart::DataSet& dataSet, const std::ve
             if (dataSet.getSeries(i)->getName() == wanted) positions.push_back(i);
         if (positions.size() == before) refuseName(dataSet, name, option);
     }
+    return positions;
+}
+
+std::vector<std::size_t> findCategories(const std::vector<std::u16string>& categories,
+                                        const std::u16string& name, const char* option)
+{
+    std::vector<std::size_t> positions;
+    for (std::size_t i = 0; i < categories.size(); ++i)
+        if (categories[i] == name) positions.push_back(i);
+    if (positions.empty())
+        throw ChartError("", std::string(option) + ": there is no category " + quoteText(name) +
+                                 "; the categories are" + listNames(categories) + ".");
     return positions;
 }
 

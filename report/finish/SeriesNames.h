@@ -14,6 +14,11 @@ namespace quillon::report {
 std::vector<std::size_t> findSeries(const chart::DataSet& dataSet, const std::vector<std::string>& names,
                                     const char* option);
 
+/// The 0-based positions of the categories of that name.
+/// Throws: ChartError with the names that there are, for a name that none has. `option` is named in it.
+std::vector<std::size_t> findCategories(const std::vector<std::u16string>& categories,
+                                        const std::u16string& name, const char* option);
+
 /// ` "North", "South" and 3 more`, at most 20 of them.
 std::string listNames(const std::vector<std::u16string>& names);
 

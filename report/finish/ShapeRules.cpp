@@ -2,8 +2,10 @@
 
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
+#include "report/finish/SeriesNames.h"
 #include "report/finish/Shapes.h"
-#include "report/finish/Waterfall.h"
+#include "report/options/ChartError.h"
+#include "report/options/ColorText.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
 
@@ -48,7 +50,7 @@ void shapePoints(ChartPart& part, const SeriesPart& series, const ShapeSettings&
     for (auto* element : findChildren(series.element, u"c:dPt")) {
         const auto index = str2uint(findChild(element, u"c:idx")->getAttribute(u"val"));
         const auto& own = series.series.getPoint(index)->getFormat();
-        const Paint standard{part.colors.get(isSliced ? index : part.getColorPosition(series))};
+        const Paint standard{isSliced ? part.colors.get(index) : part.getStandardColor(series)};
         const auto ofSeries = resolve(series, seriesSettings, standard);
         if (!own) {
             shapePoint(part, series, element, seriesSettings, ofSeries);
@@ -74,17 +76,63 @@ void hideLinesOfStocks(ChartPart& part)
     for (const auto& series : part.series) hide(findPath(series.element, {u"c:spPr", u"a:ln"}));
 }
 
-void hideBaseOfWaterfall(ChartPart& part)
+/// The bars of a category, of all series but those whose points say something else.
+void colorBars(ChartPart& part, std::size_t category, const Paint& paint)
 {
-    for (const auto& series : part.series)
-        if (series.index == static_cast<std::size_t>(WaterfallPart::Base))
-            hide(findChild(series.element, u"c:spPr"));
+    for (const auto& series : part.series) {
+        if (getGroupName(series) != u"c:barChart" || category >= series.series.getSize()) continue;
+        const auto& own = series.series.getPoint(category)->getFormat();
+        if (readShape(part, own.get(), {&series, category}).fill.isSet()) continue;
+        auto* point = getPoint(series.element, category);
+        auto* properties = findChild(point, u"c:spPr");
+        setPaint(properties == nullptr ? insertInOrder(point, u"c:spPr") : properties, paint);
+    }
+}
+
+void colorCategories(ChartPart& part)
+{
+    const auto& categories = part.context.chart.getDataSet()->getCategories();
+    for (const auto& [name, color] : part.context.options.categoryColors)
+        for (const auto category : findCategories(categories, toUtf16(name), "category-colors"))
+            colorBars(part, category, {{*findColorDigits(toUtf16(color))}});
+}
+
+/// A dash that the objects of the chart ask for stays.
+void dashLine(DOMElement* element)
+{
+    auto* line = findPath(element, {u"c:spPr", u"a:ln"});
+    if (line != nullptr && findChild(line, u"a:prstDash") == nullptr)
+        insertInOrder(line, u"a:prstDash", u"dash");
+}
+
+void dashLines(ChartPart& part)
+{
+    const auto& options = part.context.options;
+    for (const auto index : findSeries(*part.context.chart.getDataSet(), options.dashed, "dashed")) {
+        const auto& series = part.series[index];
+        if (!isLine(series))
+            throw ChartError(ChartPart::describe(series),
+                             "it is not drawn as a line, and dashed is for lines.");
+        dashLine(series.element);
+        for (auto* point : findChildren(series.element, u"c:dPt")) dashLine(point);
+    }
+}
+
+void hideSeries(ChartPart& part)
+{
+    for (const auto& series : part.series) {
+        if (!part.isHidden(series)) continue;
+        hide(findChild(series.element, u"c:spPr"));
+        removeChildren(series.element, u"c:dPt");
+    }
 }
 
 constexpr std::array rules = {
     Rule{allKinds, shapeAllSeries},
     Rule{ChartKinds(ChartKind::Stock), hideLinesOfStocks},
-    Rule{ChartKinds(ChartKind::Waterfall), hideBaseOfWaterfall},
+    Rule{ChartKinds(ChartKind::Bar, ChartKind::Column), colorCategories},
+    Rule{axisKinds, dashLines},
+    Rule{ChartKinds(ChartKind::Bar, ChartKind::Column, ChartKind::Area, ChartKind::Waterfall), hideSeries},
 };
 
 }  // namespace

@@ -152,6 +152,11 @@ bool isFill(const DOMElement& element)
     return name == u"a:solidFill" || name == u"a:noFill";
 }
 
+unsigned long getPosition(const DOMElement* point)
+{
+    return str2uint(findChild(point, u"c:idx")->getAttribute(u"val"));
+}
+
 }  // namespace
 
 ShapeSettings readShape(ChartPart& part, const chart::ShapeFormat* format, const Place& place)
@@ -232,7 +237,7 @@ Paint getStandardPaint(const ChartPart& part, const SeriesPart& series)
     const bool isArea = name == u"c:areaChart" && !part.context.options.stacking;
     const bool isCovering =
         isArea || name == u"c:bubbleChart" || (name == u"c:radarChart" && !isLine(series));
-    Paint paint{part.colors.get(part.getColorPosition(series))};
+    Paint paint{part.getStandardColor(series)};
     if (isCovering && part.series.size() > 1) paint.transparency = seeThrough;
     return paint;
 }
@@ -241,6 +246,23 @@ Paint findPaint(ChartPart& part, const SeriesPart& series)
 {
     const auto settings = readShape(part, series.series.getFormat().get(), {&series});
     return resolve(series, settings, getStandardPaint(part, series));
+}
+
+DOMElement* getPoint(DOMElement* series, unsigned long position)
+{
+    const auto points = findChildren(series, u"c:dPt");
+    for (auto* point : points)
+        if (getPosition(point) == position) return point;
+    auto* made = insertInOrder(series, u"c:dPt");
+    for (auto* point : points)
+        if (getPosition(point) > position) {
+            series->insertBefore(made, point);
+            break;
+        }
+    appendElement(made, u"c:idx", num2str(position).c_str());
+    if (findChild(series, u"c:invertIfNegative") != nullptr) appendElement(made, u"c:invertIfNegative", u"0");
+    appendElement(made, u"c:bubble3D", u"0");
+    return made;
 }
 
 DOMElement* drawThinLine(DOMElement* line)

@@ -78,6 +78,10 @@ Paint getStandardPaint(const ChartPart& part, const SeriesPart& series);
 /// What a series is painted with: its bars, its slices where they have none of their own, or its line.
 Paint findPaint(ChartPart& part, const SeriesPart& series);
 
+/// The c:dPt of a series at a 0-based position, which is made where there is none; they stand in the order of
+/// their positions.
+xercesc::DOMElement* getPoint(xercesc::DOMElement* series, unsigned long position);
+
 /// Whether the series is drawn as a line, rather than as filled shapes.
 bool isLine(const SeriesPart& series);
 /// Whether each point of the series has a colour of its own.

@@ -2,13 +2,16 @@
 #include <cmath>
 
 #include "report/finish/NumberCaches.h"
+#include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
 #include "report/finish/Scales.h"
 #include "report/finish/SchemaOrder.h"
 #include "report/finish/SeriesNames.h"
 #include "report/finish/Shapes.h"
+#include "report/finish/ShownChart.h"
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
+#include "report/options/NumberFormat.h"
 #include "report/package/Xml.h"
 #include "report/workbook/CellNames.h"
 #include "report/workbook/Workbook.h"
@@ -85,6 +88,62 @@ void setCourse(DOMElement* element, const ChartOptions& options)
     appendElement(element, u"c:dispEq", options.equation ? u"1" : u"0");
 }
 
+/// Along the category axis points stand at 1, 2, 3, or at their dates.
+NumberRange findXRange(const ChartPart& part, const SeriesPart& series)
+{
+    NumberRange range;
+    if (hasDateAxis(part.context)) {
+        for (const double date : part.context.data.categoryValues) range.add(date);
+        return range;
+    }
+    const bool hasX = pointKinds.contains(part.context.kind);
+    double place = 0;
+    for (const auto& point : series.series.getPoints()) range.add(hasX ? point->getX() : ++place);
+    return range;
+}
+
+/// About the smallest number of the equation: how steep the curve is, or how fast that grows.
+double estimateFactor(const ChartPart& part, const SeriesPart& series)
+{
+    const auto& options = part.context.options;
+    const auto x = findXRange(part, series);
+    NumberRange y;
+    for (const auto& point : series.series.getPoints()) y.add(point->getValue());
+    switch (*options.trendline) {
+        case Trendline::Exponential:
+            return std::log(y.high / y.low) / (x.high - x.low);
+        case Trendline::Logarithmic:
+            return (y.high - y.low) / std::log(x.high / x.low);
+        case Trendline::Power:
+            return std::log(y.high / y.low) / std::log(x.high / x.low);
+        case Trendline::Polynomial:
+            return (y.high - y.low) / std::pow(x.high - x.low, options.order.value_or(2));
+        default:
+            return (y.high - y.low) / (x.high - x.low);
+    }
+}
+
+/// Three digits of the smallest number; R-squared is told apart by two decimals.
+std::string chooseEquationFormat(const ChartPart& part, const SeriesPart& series)
+{
+    const auto& options = part.context.options;
+    constexpr double mostDecimals = 6;
+    const double factor = options.equation ? estimateFactor(part, series) : 1;
+    const double digits = factor > 0 && std::isfinite(factor) ? 2 - std::floor(std::log10(factor)) : 2;
+    if (digits > mostDecimals) return "0.00E+00";
+    return makeNumberFormat(static_cast<int>(std::fmax(digits, options.rSquared ? 2 : 0)));
+}
+
+/// Some readers show fifteen digits of a label that says no format.
+void formatEquation(const ChartPart& part, const SeriesPart& series, DOMElement* element)
+{
+    if (!part.context.options.equation && !part.context.options.rSquared) return;
+    auto* label = appendElement(element, u"c:trendlineLbl");
+    auto* format = appendElement(label, u"c:numFmt");
+    format->setAttribute(u"formatCode", toUtf16(chooseEquationFormat(part, series)).c_str());
+    format->setAttribute(u"sourceLinked", u"0");
+}
+
 void addTrendline(ChartPart& part, const SeriesPart& series)
 {
     const auto& options = part.context.options;
@@ -98,6 +157,7 @@ void addTrendline(ChartPart& part, const SeriesPart& series)
     auto* element = insertInOrder(series.element, u"c:trendline");
     drawTrendline(part, series, element);
     setCourse(element, options);
+    formatEquation(part, series, element);
 }
 
 /// Of a combination, areas have no trendline.

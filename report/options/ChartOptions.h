@@ -43,6 +43,9 @@ enum class LabelPosition : std::uint8_t {
     Right
 };
 
+/// What stands between the contents of a data label.
+enum class LabelSeparator : std::uint8_t { Comma, Semicolon, Period, NewLine, Space };
+
 /// How the bars, lines or areas of several series stand on top of each other.
 enum class Stacking : std::uint8_t { Normal, Percent };
 
@@ -96,7 +99,8 @@ struct ChartOptions {
     std::string numberFormat = {};
     /// The same for categories that are dates or numbers.
     std::string categoryFormat = {};
-    /// The ends of the value axis and the distance of its gridlines. Default: chosen by the word processor.
+    /// The ends of the value axis and the distance of its gridlines. Default: chosen by the word processor,
+    /// but bars and areas start at 0.
     std::optional<double> valueMin = {};
     std::optional<double> valueMax = {};
     /// Above 0.
@@ -142,14 +146,18 @@ struct ChartOptions {
 
     /// What every data label says. Default: there are none.
     std::vector<Label> labels = {};
-    /// Default: chosen by the word processor.
+    /// Default: inside the slices of a pie where each has room, otherwise outside; elsewhere chosen by the
+    /// word processor.
     std::optional<LabelPosition> labelPosition = {};
+    /// Default: NewLine on pies and doughnuts, Comma elsewhere.
+    std::optional<LabelSeparator> labelSeparator = {};
     /// As numberFormat, for the labels alone.
     std::string labelFormat = {};
 
     // Series.
 
-    /// Between the bars of two categories, percent of a bar's width, 0 to 500. Default: 219.
+    /// Between the bars of two categories, percent of a bar's width, 0 to 500. Default: 219, or 50 in
+    /// a waterfall.
     std::optional<std::uint32_t> gap = {};
     /// Of the bars of one category, percent of a bar's width, -100 (apart) to 100 (on top of each other).
     /// Default: 0, or 100 for stacked bars.
@@ -168,6 +176,13 @@ struct ChartOptions {
     std::vector<std::string> palette = {};
     /// Names of series, or of the slices of a pie, with their colours; wins over `colors`.
     std::vector<std::pair<std::string, std::string>> seriesColors = {};
+    /// Names of categories with the colours of their bars; wins over the colours of the series.
+    std::vector<std::pair<std::string, std::string>> categoryColors = {};
+    /// The names of the series whose lines are dashed: targets, forecasts. Default: none.
+    std::vector<std::string> dashed = {};
+    /// The names of the stacked series that are not seen but carry those on top of them, as the starts of
+    /// ranges do. Default: none.
+    std::vector<std::string> hidden = {};
     /// Where the first slice of a pie starts: degrees, 0 to 360, clockwise from the top.
     std::optional<std::uint32_t> startAngle = {};
     /// How far the slices of a pie are pulled out: percent of the radius, 0 to 100.

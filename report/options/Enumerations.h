@@ -87,6 +87,14 @@ inline constexpr std::array labelPositionRows = {
     EnumRow<LabelPosition>{LabelPosition::Right, "r", u"r", "right of the point"},
 };
 
+inline constexpr std::array labelSeparatorRows = {
+    EnumRow<LabelSeparator>{LabelSeparator::Comma, "comma", u", ", "a comma"},
+    EnumRow<LabelSeparator>{LabelSeparator::Semicolon, "semicolon", u"; ", "a semicolon"},
+    EnumRow<LabelSeparator>{LabelSeparator::Period, "period", u". ", "a full stop"},
+    EnumRow<LabelSeparator>{LabelSeparator::NewLine, "newline", u"\n", "a new line"},
+    EnumRow<LabelSeparator>{LabelSeparator::Space, "space", u" ", "a blank"},
+};
+
 inline constexpr std::array stackingRows = {
     EnumRow<Stacking>{Stacking::Normal, "normal", u"stacked", "values on top of each other"},
     EnumRow<Stacking>{Stacking::Percent, "percent", u"percentStacked", "shares of the category's sum"},
@@ -171,6 +179,11 @@ template <>
 constexpr std::span<const EnumRow<LabelPosition>> rowsOf()
 {
     return labelPositionRows;
+}
+template <>
+constexpr std::span<const EnumRow<LabelSeparator>> rowsOf()
+{
+    return labelSeparatorRows;
 }
 template <>
 constexpr std::span<const EnumRow<Stacking>> rowsOf()

@@ -363,6 +363,11 @@ std::string formatNumber(double number, std::string_view format)
 
 bool isDateFormat(std::string_view format)
 {
+    return showsUnit(format, "yYmMdDhHsS");
+}
+
+bool showsUnit(std::string_view format, std::string_view letters)
+{
     for (std::size_t at = 0; at < format.size(); ++at) {
         const char c = format[at];
         if (c == ';') return false;
@@ -372,9 +377,11 @@ bool isDateFormat(std::string_view format)
             at = std::min(format.find('"', at + 1), format.size());
         } else if (c == '[') {
             // Elapsed time stands in brackets, as do colours and languages.
-            if (format.substr(at).starts_with("[h") || format.substr(at).starts_with("[m")) return true;
+            const auto inside = format.substr(std::min(at + 1, format.size()), 1);
+            if ((inside == "h" || inside == "m") && letters.find(inside) != std::string_view::npos)
+                return true;
             at = std::min(format.find(']', at), format.size());
-        } else if (std::string_view("yYmMdDhHsS").find(c) != std::string_view::npos) {
+        } else if (letters.find(c) != std::string_view::npos) {
             return true;
         } else if (c == 'G' || c == 'g') {
             return false;

@@ -14,5 +14,7 @@ QUILLON_EXPORT std::string formatNumber(double number, std::string_view format);
 
 /// Whether the format shows a date or a time.
 QUILLON_EXPORT bool isDateFormat(std::string_view format);
+/// Whether it shows a unit of dates or times by one of these letters: "dD" for days, "hH" for hours.
+QUILLON_EXPORT bool showsUnit(std::string_view format, std::string_view letters);
 
 }  // namespace quillon::report

@@ -87,6 +87,20 @@ void checkStacking(const ChartOptions& o, ChartKind /*kind*/)
         refuse("stacking percent shows shares from 0 to 100 %; a logarithmic axis (log) has no 0.");
 }
 
+void checkHidden(const ChartOptions& o, ChartKind /*kind*/)
+{
+    if (!o.hidden.empty() && o.stacking != Stacking::Normal)
+        refuse("hidden is for series that carry others; stack them (stacking normal).");
+}
+
+void checkDashed(const ChartOptions& o, ChartKind kind)
+{
+    const bool hasPoints =
+        kind == ChartKind::Scatter && o.scatterStyle.value_or(ScatterStyle::Points) == ScatterStyle::Points;
+    if (!o.dashed.empty() && hasPoints)
+        refuse("dashed is for lines; draw some between the points (scatter-style lines or both).");
+}
+
 /// Options of lines suit a column or area chart only where it shows lines.
 void checkLines(const ChartOptions& options, ChartKind kind)
 {
@@ -190,10 +204,15 @@ void checkLabels(const ChartOptions& options, ChartKind kind)
     if (!sliceKinds.contains(kind) && std::find(labels.begin(), labels.end(), Label::Percent) != labels.end())
         refuse("labels: percent is for pie and doughnut charts; the labels of a " + nameKind(kind) +
                " say value, category or series.");
+    if (options.labelSeparator && labels.size() < 2)
+        refuse(
+            "label-separator stands between what labels say; name two things or more (labels "
+            "category,value).");
 }
 
-constexpr std::array checks = {checkAxes,      checkSecond,    checkStacking,      checkLines, checkMarkers,
-                               checkTrendline, checkErrorBars, checkLabelPosition, checkLabels};
+constexpr std::array checks = {checkAxes,      checkSecond,        checkStacking, checkHidden,
+                               checkDashed,    checkLines,         checkMarkers,  checkTrendline,
+                               checkErrorBars, checkLabelPosition, checkLabels};
 
 }  // namespace
 

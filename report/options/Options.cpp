@@ -80,6 +80,8 @@ constexpr ChartKinds withValues{K::Bar,       K::Column,  K::Line,   K::Area, K:
 constexpr ChartKinds withLogarithms{K::Bar, K::Column, K::Line, K::Area, K::Stock, K::Scatter, K::Bubble};
 constexpr ChartKinds withBars{K::Bar, K::Column, K::Waterfall};
 constexpr ChartKinds inGroups{K::Bar, K::Column};
+constexpr ChartKinds onBases{K::Bar, K::Column, K::Area};
+constexpr ChartKinds withLines{K::Line, K::Column, K::Area, K::Scatter, K::Radar};
 constexpr ChartKinds inStacks{K::Bar, K::Column, K::Line, K::Area};
 constexpr ChartKinds withTable{K::Bar, K::Column, K::Line, K::Area, K::Stock};
 constexpr ChartKinds withTrends{K::Bar, K::Column, K::Line, K::Scatter, K::Bubble};
@@ -158,7 +160,7 @@ constexpr std::array optionTable = {
                             "how dates or numbers look as categories, as in a cell: mmm yy", "suits the data",
                             {}, checkFormat),
     row<&O::valueMin>("value-min", Axes, withValues, "NUMBER", "lower end of the value axis",
-                      "chosen by the word processor"),
+                      "0 for bars and areas, otherwise chosen by the word processor"),
     row<&O::valueMax>("value-max", Axes, withValues, "NUMBER", "upper end of the value axis",
                       "chosen by the word processor"),
     row<&O::valueStep>("value-step", Axes, withValues, "NUMBER",
@@ -191,7 +193,7 @@ constexpr std::array optionTable = {
         "how numbers look on the second value axis, and of its series on labels and in the workbook",
         "the format of its data, or as --number-format", {}, checkFormat),
     row<&O::secondMin>("second-min", Axes, combinedKinds, "NUMBER", "lower end of the second value axis",
-                       "chosen by the word processor"),
+                       "0 for bars and areas, otherwise chosen by the word processor"),
     row<&O::secondMax>("second-max", Axes, combinedKinds, "NUMBER", "upper end of the second value axis",
                        "chosen by the word processor"),
     row<&O::secondStep>("second-step", Axes, combinedKinds, "NUMBER",
@@ -214,15 +216,20 @@ constexpr std::array optionTable = {
                   "a linear axis", {2, 1000}),
 
     row<&O::labels>("labels", Labels, everyKind, "LIST", "what every data label says", "no labels"),
-    row<&O::labelPosition>("label-position", Labels, everyKind, "PLACE",
-                           "where the data labels stand (ctr is the middle; t, b, l and r are the sides)",
-                           "chosen by the word processor"),
+    row<&O::labelPosition>(
+        "label-position", Labels, everyKind, "PLACE",
+        "where the data labels stand (ctr is the middle; t, b, l and r are the sides)",
+        "on pies inside where each has room, otherwise outside; chosen by the word processor elsewhere"),
+    row<&O::labelSeparator>("label-separator", Labels, everyKind, "MARK",
+                            "what stands between the contents of a data label",
+                            "newline on pies and doughnuts, otherwise comma"),
     row<&O::labelFormat>("label-format", Labels, everyKind, "CODE",
                          "how numbers look in the data labels, as in a cell: 0.0%", "as --number-format", {},
                          checkFormat),
 
     row<&O::gap>("gap", Series, withBars, "PERCENT",
-                 "room between the bars of two categories, in percent of a bar, 0 to 500", "219", {0, 500}),
+                 "room between the bars of two categories, in percent of a bar, 0 to 500",
+                 "219, or 50 in a waterfall", {0, 500}),
     row<&O::overlap>("overlap", Series, inGroups, "PERCENT",
                      "overlap of the bars of one category, -100 (apart) to 100 (on top of each other)",
                      "0, or 100 when stacked", {-100, 100}),
@@ -239,6 +246,13 @@ constexpr std::array optionTable = {
     row<&O::seriesColors>("series-colors", Series, everyKind, "LIST",
                           "colours of series (slices of a pie) by their names: North=red,South=#0000ff", "",
                           {}, checkSeriesColors),
+    row<&O::categoryColors>("category-colors", Series, inGroups, "LIST",
+                            "colours of bars by their categories, to point at some: Q3=crimson", "", {},
+                            checkSeriesColors),
+    row<&O::dashed>("dashed", Series, withLines, "LIST", "series whose lines are dashed: targets, forecasts",
+                    "none"),
+    row<&O::hidden>("hidden", Series, onBases, "LIST",
+                    "stacked series that are not seen but carry the others: the starts of ranges", "none"),
     row<&O::startAngle>("start-angle", Series, sliceKinds, "DEGREES",
                         "where the first slice starts, clockwise from the top, 0 to 360", "0", {0, 360}),
     row<&O::explosion>("explosion", Series, sliceKinds, "PERCENT",

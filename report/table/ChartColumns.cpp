@@ -1,8 +1,12 @@
 #include "report/table/ChartColumns.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
+#include <string_view>
 
 #include "report/options/QuotedText.h"
+#include "report/table/ColumnNames.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
 #include "report/table/NumberText.h"
@@ -22,10 +26,23 @@ Columns findColumns(const TableScan& scan, const std::vector<std::string>& names
     return columns;
 }
 
+/// The leading columns "Level 1" ... "Category"; none for other names.
+Columns findLevels(const TableScan& scan)
+{
+    Columns columns;
+    for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
+        columns.push_back(column);
+        if (column > 0 && scan.getNames()[column] == columnNames::category) return columns;
+        if (scan.getNames()[column] != columnNames::level + std::to_string(column + 1)) break;
+    }
+    return {};
+}
+
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
     if (!options.category.empty()) return findColumns(scan, options.category);
     if (!options.x.empty()) return {scan.findColumn(options.x)};
+    if (auto levels = findLevels(scan); !levels.empty()) return levels;
     if (!scan.hasRowNumbers()) return {0};
     note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
     return {1};
@@ -38,8 +55,8 @@ Columns chooseValues(const TableScan& scan, const ChartColumns& roles, const Not
     for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
         const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
                              contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
-                             roles.x == column || (column == 0 && scan.hasRowNumbers()) ||
-                             scan.getNames()[column].empty();
+                             contains(roles.ownX, column) || roles.x == column ||
+                             (column == 0 && scan.hasRowNumbers()) || scan.getNames()[column].empty();
         if (isTaken) continue;
         if (scan.getProfile(column).isNumeric())
             chosen.push_back(column);
@@ -54,7 +71,7 @@ Columns chooseValues(const TableScan& scan, const ChartColumns& roles, const Not
 std::string describeText(const TableScan& scan, std::size_t column, const TableOptions& options)
 {
     const auto& text = scan.getProfile(column).getFirstText();
-    const auto place = scan.getPlace();
+    const auto& place = scan.getPlace();
     const char* other = options.decimal == "point" ? "comma" : "point";
     const bool isOther = !options.decimal.empty() && readNumber(text.text, {*other == 'c' ? ',' : '.'});
     return fmt::format("; column {} has {} in {} {}{}", quoteText(scan.getNames()[column]),
@@ -75,16 +92,50 @@ std::string describeText(const TableScan& scan, std::size_t column, const TableO
          quoteText(scan.getNames()[categories.front()]), example, scan.getPlace().hint);
 }
 
+/// The columns that are called as others are, with `suffix` behind.
+Columns findPartners(const TableScan& scan, std::string_view suffix)
+{
+    const auto& names = scan.getNames();
+    const std::set<std::string> known(names.begin(), names.end());
+    Columns columns;
+    for (std::size_t column = 0; column < names.size(); ++column)
+        if (names[column].size() > suffix.size() && names[column].ends_with(suffix) &&
+            known.contains(names[column].substr(0, names[column].size() - suffix.size())))
+            columns.push_back(column);
+    return columns;
+}
+
+/// The partners in the order of the values, each of which has one where any has.
+Columns orderPartners(const TableScan& scan, const Columns& values, std::string_view suffix)
+{
+    Columns partners;
+    for (const auto column : values)
+        partners.push_back(scan.findColumn(scan.getNames()[column] + std::string(suffix)));
+    return partners;
+}
+
+/// Numbers in the first column are X values where the chart has such.
+std::optional<std::size_t> findX(const TableScan& scan, const TableOptions& options,
+                                 const TableTarget& target, const Columns& categories)
+{
+    if (!options.x.empty()) return scan.findColumn(options.x);
+    const bool isX = target.hasX && categories.size() == 1 && scan.getProfile(categories[0]).isNumeric();
+    return isX ? std::optional(categories[0]) : std::nullopt;
+}
+
 }  // namespace
 
-ChartColumns findChartColumns(const TableScan& scan, const TableOptions& options, const Note& note)
+ChartColumns findChartColumns(const TableScan& scan, const TableOptions& options, const TableTarget& target,
+                              const Note& note)
 {
     ChartColumns roles;
     roles.categories = chooseCategories(scan, options, note);
-    roles.sizes = findColumns(scan, options.sizes);
+    if (target.hasX && options.x.empty()) roles.ownX = findPartners(scan, columnNames::ownX);
+    const bool takesSizes = target.hasSizes && options.sizes.empty();
+    roles.sizes = takesSizes ? findPartners(scan, columnNames::size) : findColumns(scan, options.sizes);
     roles.errorsPlus = findColumns(scan, options.errorsPlus);
     roles.errorsMinus = findColumns(scan, options.errorsMinus);
-    if (!options.x.empty()) roles.x = scan.findColumn(options.x);
+    roles.x = findX(scan, options, target, roles.categories);
     if (!options.series.empty()) roles.series = scan.findColumn(options.series);
     if (!options.value.empty()) roles.values = {scan.findColumn(options.value)};
     if (roles.series || !options.value.empty()) return roles;
@@ -93,6 +144,8 @@ ChartColumns findChartColumns(const TableScan& scan, const TableOptions& options
     roles.values =
         options.columns.empty() ? chooseValues(scan, roles, note) : findColumns(scan, options.columns);
     if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
+    if (takesSizes && !roles.sizes.empty())
+        roles.sizes = orderPartners(scan, roles.values, columnNames::size);
     return roles;
 }
 

@@ -10,6 +10,7 @@
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
 #include "report/table/ChartColumns.h"
+#include "report/table/ColumnNames.h"
 #include "report/table/ColumnReader.h"
 #include "report/table/Fail.h"
 #include "report/table/Grid.h"
@@ -136,6 +137,7 @@ class GridMaker {
             {roles_.sizes, ColumnRole::Value, sizeColumns_},
             {roles_.errorsPlus, ColumnRole::Value, plusColumns_},
             {roles_.errorsMinus, ColumnRole::Value, minusColumns_},
+            {roles_.ownX, ColumnRole::Value, ownXColumns_},
             {listColumn(roles_.x), hasDates ? ColumnRole::Label : ColumnRole::Value, x},
         };
         std::vector<ColumnRequest> requests;
@@ -200,6 +202,14 @@ class GridMaker {
         return columns[columns.size() == 1 ? 0 : series]->numbers;
     }
 
+    /// Empty for a series that takes those of the table.
+    std::vector<double> getOwnX(const std::string& series) const
+    {
+        for (const auto* column : ownXColumns_)
+            if (column->name == series + columnNames::ownX) return column->numbers;
+        return {};
+    }
+
     void readWide()
     {
         requireLimits(grid_.name, valueColumns_.size(),
@@ -207,7 +217,8 @@ class GridMaker {
         if (valueColumns_.empty()) grid_.series.push_back({"Count", aggregate(nullptr)});
         for (std::size_t i = 0; i < valueColumns_.size(); ++i) {
             const auto& column = *valueColumns_[i];
-            GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column)};
+            GridSeries series{column.name, options_.aggregate.empty() ? column.numbers : aggregate(&column),
+                              getOwnX(column.name)};
             series.details = {options_.aggregate == "count" ? "" : column.numberFormat,
                               getExtra(sizeColumns_, i, "Sizes"), getExtra(plusColumns_, i, "Errors-plus"),
                               getExtra(minusColumns_, i, "Errors-minus")};
@@ -295,6 +306,7 @@ class GridMaker {
     TableColumns sizeColumns_;
     TableColumns plusColumns_;
     TableColumns minusColumns_;
+    TableColumns ownXColumns_;
     const TableColumn* xColumn_ = nullptr;
     Table table_;
     Categories categories_;
@@ -322,13 +334,16 @@ Note hearOnce(const Listener& listener)
     };
 }
 
-ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note)
+ChartData readFrom(std::shared_ptr<RowSource> source, TableOptions options, const Note& note,
+                   const TableTarget& target)
 {
     const TableScan scan(std::move(source), options, note);
-    const auto roles = findChartColumns(scan, options, note);
+    const auto roles = findChartColumns(scan, options, target, note);
+    // Series with X values of their own may differ in length.
+    options.gaps = options.gaps || target.hasGaps || !roles.ownX.empty();
     requireRows(scan, roles, options);
     auto grid = GridMaker(scan, roles, options, note).make();
-    auto totals = noteTotals(grid, note);
+    auto totals = target.hasTotals ? std::vector<std::u16string>() : noteTotals(grid, note);
     shapeGrid(grid, options);
     auto data = makeChartData(grid);
     if (!options.transpose) data.totals = std::move(totals);
@@ -337,21 +352,22 @@ ChartData readFrom(std::shared_ptr<RowSource> source, const TableOptions& option
 
 }  // namespace
 
-ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener)
+ChartData readChartData(const std::string& path, const TableOptions& options, const Listener& listener,
+                        const TableTarget& target)
 {
     checkTableOptions(options);
     const auto note = hearOnce(listener);
-    return readFrom(openSource(path, options, note, listener.progress), options, note);
+    return readFrom(openSource(path, options, note, listener.progress), options, note, target);
 }
 
 ChartData readChartData(const std::shared_ptr<RowSource>& rows, const TableOptions& options,
-                        const Listener& listener)
+                        const Listener& listener, const TableTarget& target)
 {
     checkTableOptions(options);
     auto shaping = options;
     shaping.skip = 0;
     shaping.noHeader = false;
-    return readFrom(rows, shaping, hearOnce(listener));
+    return readFrom(rows, shaping, hearOnce(listener), target);
 }
 
 }  // namespace quillon::report

@@ -50,13 +50,16 @@ bool isName(const std::string& text)
     });
 }
 
+// NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that there is none.
+const iconv_t noConversion = iconv_t(-1);
+
 }  // namespace
 
 struct Decoder::Conversion {
     explicit Conversion(const std::string& name)
-        : handle(isName(toLower(name)) ? iconv_open("UTF-8", name.c_str()) : iconv_t(-1))
+        : handle(isName(toLower(name)) ? iconv_open("UTF-8", name.c_str()) : noConversion)
     {
-        if (handle == iconv_t(-1))
+        if (handle == noConversion)
             fail("Encoding {}: expected a name as latin1, windows-1252 or utf-16{}", quoteText(name),
                  suggestName(name, knownEncodings));
     }

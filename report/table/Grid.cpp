@@ -36,6 +36,7 @@ void pickCategories(Grid& grid, const Order& order)
     pick(grid.positions, order);
     for (auto& one : grid.series) {
         pick(one.values, order);
+        pick(one.x, order);
         pick(one.details.sizes, order);
         pick(one.details.errorsPlus, order);
         pick(one.details.errorsMinus, order);
@@ -210,12 +211,13 @@ std::shared_ptr<chart::DataSeries> makeSeries(const Grid& grid, const GridSeries
                                               const std::shared_ptr<chart::DataPoint>& emptyPoint)
 {
     auto series = chart::DataSeries::create(toCellText(grid, one.name));
-    const bool hasX = grid.kind == CategoryKind::Number;
+    const auto& x = one.x.empty() && grid.kind == CategoryKind::Number ? grid.positions : one.x;
+    const bool hasX = !x.empty();
     for (std::size_t i = 0; i < one.values.size(); ++i)
         if (std::isnan(one.values[i]) && !hasX)
             series->appendPoint(emptyPoint);
         else if (hasX)
-            series->appendPoint(grid.positions[i], one.values[i]);
+            series->appendPoint(x[i], one.values[i]);
         else
             series->appendPoint(one.values[i]);
     return series;

@@ -13,6 +13,8 @@ namespace quillon::report {
 struct GridSeries {
     std::string name = {};
     std::vector<double> values = {};
+    /// Its own X values, one for each value; empty where the positions of the grid are.
+    std::vector<double> x = {};
     SeriesDetails details = {};
 };
 

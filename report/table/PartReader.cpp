@@ -70,7 +70,7 @@ class Adapter : public xercesc::DefaultHandler {
 
 }  // namespace
 
-PartReader::PartReader(std::string_view bytes) : archive_(nullptr)
+PartReader::PartReader(std::string_view bytes)
 {
     zip_error_t error;
     zip_error_init(&error);

@@ -23,7 +23,7 @@ class PartReader {
     std::string read(const std::string& name, std::uint64_t most) const;
 
  private:
-    zip* archive_;
+    zip* archive_ = nullptr;
 };
 
 /// An attribute of an element, its name without prefix.

@@ -66,8 +66,8 @@ class Sheet {
     void addMerge(const SheetRange& range) { merges_.push_back(range); }
     const std::vector<SheetRange>& getMerges() const { return merges_; }
     /// Both ends are hidden.
-    void hideRows(std::int32_t first, std::int32_t last) { hiddenRows_.push_back({first, last}); }
-    void hideColumns(std::int32_t first, std::int32_t last) { hiddenColumns_.push_back({first, last}); }
+    void hideRows(std::int32_t first, std::int32_t last) { hiddenRows_.emplace_back(first, last); }
+    void hideColumns(std::int32_t first, std::int32_t last) { hiddenColumns_.emplace_back(first, last); }
     /// Takes cells in hidden rows and columns out, and returns how many rows and columns these are.
     std::pair<std::size_t, std::size_t> removeHidden();
 

@@ -8,6 +8,7 @@
 #include "report/table/DelimitedSource.h"
 #include "report/table/Fail.h"
 #include "report/table/JsonRows.h"
+#include "report/table/MarkdownRows.h"
 #include "report/table/WorkbookRows.h"
 
 namespace quillon::report {
@@ -15,7 +16,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-enum class SourceKind { Delimited, Workbook, Json, Database };
+enum class SourceKind { Delimited, Workbook, Json, Markdown, Database };
 
 /// Files that are no tables, by their first bytes, and what to do with them.
 struct ForeignKind {
@@ -87,6 +88,7 @@ SourceKind findKind(InputFile& file, const std::string& path)
     refuseForeignText(start, file.getName());
     if (start.starts_with("SQLite format 3\0"sv)) return SourceKind::Database;
     if (start.starts_with("PK\x03\x04"sv)) return SourceKind::Workbook;
+    if (isMarkdown(path, start)) return SourceKind::Markdown;
     return hasJsonName(path) || isJsonStart(start) ? SourceKind::Json : SourceKind::Delimited;
 }
 
@@ -112,7 +114,7 @@ void refuseForeignOptions(SourceKind kind, const TableOptions& options, const st
             fail("{}: {} is for {}, which the file is not.", name, option.name, option.kindName);
     const bool hasHeaderRow = kind == SourceKind::Delimited || kind == SourceKind::Workbook;
     if (!hasHeaderRow && (options.skip > 0 || options.noHeader))
-        fail("{}: --skip and --no-header are for text files and workbooks; here each row names its columns.",
+        fail("{}: --skip and --no-header are for text files and workbooks; here the columns have names.",
              name);
 }
 
@@ -138,6 +140,7 @@ std::unique_ptr<RowSource> openSource(const std::string& path, const TableOption
     refuseForeignOptions(kind, options, file->getName());
     if (kind == SourceKind::Workbook) return readWorkbookRows(*file, options, note);
     if (kind == SourceKind::Json) return readJsonRows(*file);
+    if (kind == SourceKind::Markdown) return readMarkdownRows(*file);
     if (kind == SourceKind::Delimited)
         return std::make_unique<DelimitedSource>(std::move(file), options, joinPasses(std::move(progress)));
     if (path == "-") fail("standard input: a database is read from a file of its own; give its path.");

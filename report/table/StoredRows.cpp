@@ -46,6 +46,7 @@ void StoredRows::add(std::size_t line, const std::vector<Cell>& cells)
 void StoredRows::addNames(const std::vector<std::string>& names)
 {
     std::vector<Cell> cells;
+    cells.reserve(names.size());
     for (const auto& name : names) cells.push_back({name});
     add(0, cells);
 }

@@ -2,6 +2,8 @@
 
 import json
 import os
+import re
+import shlex
 import shutil
 import subprocess
 import unittest
@@ -48,6 +50,22 @@ class DocumentationTest(CommandTest):
         for example in sorted((PROJECT / "examples/reports").glob("*.json")):
             with self.subTest(example=example.name):
                 self.succeed("--job", str(example), "--check")
+
+    def test_the_page_on_filling_is_true(self):
+        page = (PROJECT / "docs/filling.md").read_text()
+        code = dict(enumerate(re.findall(r"```(?:sh|json|)\n(.*?)```", page, re.DOTALL)))
+        fill, listed, extracted, told, job = (code[i] for i in range(5))
+        for table in ["july.csv", "margin.csv"]:
+            shutil.copy(PROJECT / "examples/data" / table, self.folder)
+        self.succeed("--job", str(PROJECT / "examples/reports/template.json"), "-o", "june.docx")
+        self.assertEqual(self.succeed("list", "june.docx"), listed.split("\n", 1)[1])
+        self.assertEqual(self.succeed("extract", "june.docx", "--chart", "Visits"), extracted)
+        self.assertEqual(self.succeed(*shlex.split(fill.replace("\\\n", ""))[1:]), told)
+        self.write("july.json", job.encode())
+        self.succeed("--job", "july.json", "-o", "job.docx")
+        self.assertEqual(self.read_part("job.docx", "word/charts/chart1.xml"),
+                         self.read_part("july.docx", "word/charts/chart1.xml"))
+        self.assertEqual(self.read_paragraphs("job.docx"), self.read_paragraphs("july.docx"))
 
     @unittest.skipUnless(shutil.which("man"), "man reads the page")
     def test_the_man_page_is_well_formed(self):

@@ -44,7 +44,7 @@ class FillTest(CommandTest):
     def test_fills_charts_placeholders_and_texts(self):
         told = self.succeed("fill", "t.docx", "july.csv", "--chart", "Revenue", "--title", "New", "june.csv", "--at", "margin",
                             "--type", "Pie", "--columns", "North", "--text", "month=July", "-o", "out.docx")
-        self.assertEqual(told, '"Chart 1": 3 points, 2 before; 1 series as before; "North" is now "East".\n'
+        self.assertEqual(told, '"Revenue": 3 points, 2 before; 1 series as before; "North" is now "East".\n'
                                '"{{margin}}": made.\n"{{month}}": replaced 2 times.\n')
         self.assertEqual(self.read_charts("out.docx")[0], JULY_CHART)
         self.assertIn("Report of July, again July", self.read_paragraphs("out.docx"))
@@ -55,12 +55,44 @@ class FillTest(CommandTest):
         texts = self.read_paragraphs("out.docx")
         self.assertTrue({"North", "May", "1", "Jun", "3"} <= set(texts))
 
-    def test_tables_of_their_own_shape_fill_their_charts(self):
-        self.write("points.csv", b"X,A\n1.5,2\n0.25,4\n")
-        self.succeed("points.csv", "--type", "scatter", "-o", "points.docx")
-        self.write("points.csv", self.succeed("extract", "points.docx").replace("1.5,", "7,").encode())
-        self.succeed("fill", "points.docx", "points.csv", "--chart", "1", "-o", "points.docx", "--force")
-        self.assertEqual(self.succeed("extract", "points.docx"), "X,A\n7,2\n0.25,4\n")
+    def test_what_is_extracted_fills_the_same_again(self):
+        plain = b"Month,North,South\nMay,1,2\nJun,3,4.5\n"
+        points = b"Price,A,B\n1.5,2,3\n1.5,4,1\n7,1,9\n"
+        levels = b"Year,Q,North\n2025,Q1,1\n2025,Q2,3\n2026,Q1,5\n"
+        for table, *options in [
+            *((plain, "--type", kind) for kind in ["column", "bar", "line", "area", "radar", "doughnut"]),
+            (plain, "--type", "pie", "--columns", "North"),
+            (plain, "--line", "South", "--second", "South"),
+            (points, "--type", "scatter"),
+            (b"X,A,B,SA,SB\n1,2,3,10,20\n2,4,1,5,7\n", "--type", "bubble", "--columns", "A,B", "--sizes", "SA,SB"),
+            (levels, "--category", "Year,Q"),
+            (levels.replace(b"Q1", b"1").replace(b"Q2", b"2"), "--category", "Year,Q"),
+            (b"Day,High,Low,Close\n2026-01-05,5,1,3\n2026-01-06,6,2,4\n", "--type", "stock"),
+            (b"Item,Change\nLast,10\nSales,5\nNow,\n", "--type", "waterfall", "--totals", "Last,Now", "--gaps"),
+            (b"Day,North\n2026-01-01,1\n2026-02-01,\n2026-03-01,3\n", "--type", "line", "--gaps"),
+            (b"Time,North\n2026-01-01 08:00,1\n2026-01-01 09:30,2\n", "--type", "line"),
+            (b"Year,North\n2024,1\n2025,2\n", "--type", "line", "--category-type", "number"),
+            (b"Year,North\n2024,1\n2025,2\n",),
+            (b"Month,Category,A | B,C\\\nx|y,1,2,3\n\"a\nb\",4,5,6\n",),
+        ]:
+            self.write("new.csv", table)
+            self.run_command("new.csv", *options, "-o", "new.docx", "--force")
+            for ending in ["csv", "json", "md"]:
+                with self.subTest(table=table, options=options, ending=ending):
+                    self.succeed("extract", "new.docx", "-o", f"data.{ending}", "--force")
+                    self.succeed("fill", "new.docx", f"data.{ending}", "--chart", "1", "-o", "again.docx", "--force")
+                    self.assertEqual(self.read("again.docx"), self.read("new.docx"))
+
+    def test_columns_of_points_are_known_by_their_names(self):
+        self.write("points.csv", b"X,A,B,SA,SB\n1,2,3,10,20\n2,4,1,5,7\n")
+        self.succeed("points.csv", "--type", "bubble", "--columns", "A,B", "--sizes", "SA,SB", "-o", "points.docx")
+        own = "A X,A,A size,C X,C,C size\n1,2,3,4,5,6\n,,,7,8,9\n"
+        self.write("own.csv", own.encode())
+        self.succeed("fill", "points.docx", "own.csv", "--chart", "1", "-o", "own.docx")
+        self.assertEqual(self.succeed("extract", "own.docx"), own)
+        self.write("own.csv", b"X,A,A size,C\n1,2,3,4\n")
+        self.require_refusal(1, 'own.csv: there is no column "C size"', "fill", "points.docx", "own.csv", "--chart", "1",
+                             "-o", "out.docx")
 
     def test_totals_of_a_waterfall_follow_the_author(self):
         self.write("budget.csv", b"Item,Change\nLast,10\nSales,5\nThis,0\n")
@@ -158,6 +190,8 @@ class FillTest(CommandTest):
 
     def test_refuses(self):
         out = ["-o", "out.docx"]
+        self.write("only.json", {"blocks": [{"paragraph": "{{table:only}}"}]})
+        self.succeed("--job", "only.json", "-o", "only.docx")
         for status, arguments, sentence in [
             (2, ["list"], "Expected one DOCUMENT"),
             (2, ["list", "t.docx", "--chart", "1"], 'There is no option "--chart"'),
@@ -173,6 +207,12 @@ class FillTest(CommandTest):
             (2, ["fill", "t.docx", "--text", "month", *out], '--text "month": expected a name and a text'),
             (2, ["fill", "t.docx", "--text", "month=a", "--text", "month=b", *out], '--text: "month" is given twice.'),
             (1, ["fill", "t.docx", "--text", "year=a", *out], "There is no placeholder"),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "margin", *out],
+             'There is no chart "margin", but a placeholder {{margin}}, where a new chart is inserted (--at, in a job file "at"); the'),
+            (1, ["fill", "t.docx", "july.csv", "--at", "Costs", *out],
+             'There is no placeholder {{Costs}}, but a chart "Costs", which is filled (--chart, in a job file "fill").'),
+            (1, ["fill", "only.docx", "july.csv", "--at", "only", "--type", "line", *out],
+             "type is for charts; {{table:only}} becomes a table, which takes number-format and category-format."),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--gap", "5", *out],
              'gap is for new charts, in the place of a placeholder; chart "1" is filled, and keeps its look.'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--match", "size", *out], """Match "size": expected name or position.\n"""),

@@ -224,9 +224,11 @@ class JobTest(CommandTest):
     def test_refuses_groups_before_anything_is_written(self):
         self.write("t.csv", b"region,net\na/b,1\na:b,2\n,3\n")
         self.write("u.csv", b"region,net\na/b,1\na:b,2\n..,3\n")
+        self.write("v.csv", b"region,net\n..,1\n--,2\n")
         for table, output, sentence in [
             ("t.csv", "{region}.docx", 't.csv:4: column "region": expected a text, the name of a group'),
             ("u.csv", "{region}.docx", 'the groups "a/b" and "a:b" would both be written to "a-b.docx"'),
+            ("v.csv", "{region}/net.docx", 'the groups ".." and "--" would both be written to "--/net.docx"'),
             ("u.csv", "{regoin}.docx", '"{regoin}" is not a column with one text in each group; did you mean "region"?'),
             ("u.csv", "u.csv", "the groups"),
         ]:
@@ -236,7 +238,7 @@ class JobTest(CommandTest):
                 result = self.run_command("--job", "job.json")
                 self.assertEqual(result.returncode, 1)
                 self.assertIn(sentence, result.stderr)
-                self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv", "u.csv"])
+                self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv", "u.csv", "v.csv"])
         self.require_refusal(2, '--output is for one document; "for-each" names', "--job", "job.json", "-o", "out.docx")
 
     def test_an_example_of_a_table_makes_a_report(self):

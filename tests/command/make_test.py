@@ -86,6 +86,8 @@ REFUSED = [
     (WIDE, ["--colors", "red,rgb(0,0,256)"],
      '--colors: "rgb(0,0,256)" is not a colour; expected a colour name, #rrggbb, or rgb(r,g,b) with numbers up to 255.'),
     (WIDE, ["--colors", "red,red,red"], "chart 1: colors: expected at most one for each series, 2 in all; got 3."),
+    (WIDE, ["--series-colors", "a=b=red"],
+     'chart 1: series-colors: there is no series "a=b"; the series are "North", "South".'),
     (WIDE, ["--title", "a\x01"],
      "chart 1, title: character 2 (U+0001) cannot stand in a document; "
      "only tab and line break of the control characters can."),

@@ -14,7 +14,7 @@ from docx.opc.constants import RELATIONSHIP_TYPE
 from docx.shared import Cm
 
 from charts import make_chart
-from quillon.chart import ColumnChart
+from quillon.chart import ColumnChart, from_dataframe
 from quillon.docx import ChartWarning, add_chart, charts, fill
 from quillon.report import Document
 
@@ -52,6 +52,17 @@ class Adding(unittest.TestCase):
         self.assertIn(b'<c:externalData r:id="rId1">', chart.blob)
         self.assertEqual(chart.rels["rId1"].reltype, RELATIONSHIP_TYPE.PACKAGE)
         self.assertEqual(read_workbook(chart), [(None, "North"), ("Q", 1.5), ("Q", 2)])
+
+    def test_writes_labels_that_are_read_on_the_colours_of_the_document(self):
+        document = docx.Document()
+        chart = make_chart([8, 9])
+        for name in "ABC":
+            chart.DataSet.add_series(name, [8, 9])
+        add_chart(document, chart, stacking="normal", labels="value")
+        part, = find_charts(document.part)
+        # The fourth accent of its theme is a dark purple; ours is yellow.
+        fourth = part.blob.split(b"<c:ser>")[4]
+        self.assertRegex(fourth, rb"<c:dLbls>.*<c:txPr>.*<a:schemeClr val=\"bg1\"/>")
 
     def test_stands_where_it_is_put(self):
         document = docx.Document()
@@ -134,7 +145,7 @@ class Filling(unittest.TestCase):
         document = self.open_template()
         document.add_paragraph("Added")
         self.assertEqual([(chart.title, chart.points) for chart in charts(document)], [("Revenue", 2)])
-        report = fill(document, "Revenue", {"North": [7, 8, 9], "East": [4, 5, 6]}, title="July")
+        report = fill(document, "Revenue", from_dataframe({"North": [7, 8, 9], "East": [4, 5, 6]}), title="July")
         self.assertEqual((report.points_before, report.points_after, [one.change for one in report.series]),
                          (2, 3, ["matched", "added"]))
         content = io.BytesIO()
@@ -145,6 +156,7 @@ class Filling(unittest.TestCase):
         self.assertIn(b"July", part.blob)
         self.assertEqual([row[1:] for row in read_workbook(part)], [("North", "East"), (7, 4), (8, 5), (9, 6)])
         self.assertEqual(charts(again)[0].series, ["North", "East"])
+        self.assertEqual(charts(again)[0].alt_text, "Column chart: July; series North, East; values from 4 to 9")
 
     def test_gives_a_part_that_two_drawings_share_to_each(self):
         document = self.open_template()

@@ -41,7 +41,7 @@ class Tables(unittest.TestCase):
             (from_rows([["Quarter"], ["Q1"]]), ["Q1"], {}),
             (from_dataframe(frame, columns=["n"]), ["Q 1", "Q2"], {"n": [1.0, 2.5]}),
             (from_dataframe(frame, "city"), ["Rome", "Oslo"], {"n": [1.0, 2.5], "2024 y": [NAN, NAN]}),
-            (from_dataframe(Frame({"a": ["x"], "b": [1]})), ["x"], {"b": [1.0]}),
+            (from_dataframe(Frame({"a": ["x", 3], "b": [1, 2]})), ["x", "3"], {"b": [1.0, 2.0]}),
             (from_dataframe(Frame({"a": [1], "b": ["x"]}), categories="b"), ["x"], {"a": [1.0]}),
             (from_dataframe({"n": [1, 2], "m": [3, 4]}), ["1", "2"], {"n": [1.0, 2.0], "m": [3.0, 4.0]}),
             (from_dataframe({"Q1": 1, "Q2": None}), ["Q1", "Q2"], {"Series 1": [1.0, NAN]}),

@@ -51,19 +51,45 @@ class Templates(unittest.TestCase):
             Placeholder("margin", "table", "word/document.xml")])
 
     def test_fills_with_all_that_says_data(self):
+        import pandas
+
         expected = {"South": [20, 40, 60], "East": [0, 1, 2.5]}
-        for data in [JULY, from_dataframe(JULY), ChartData.from_dataframe(JULY)]:
+        for data in [pandas.DataFrame(JULY, index=["1", "2", "3"]), from_dataframe(JULY), ChartData.from_dataframe(JULY)]:
             with self.subTest(type(data)):
                 template = self.template.copy()
                 report = template.fill("Revenue", data, title="New", number_format="0.0")
-                self.assertEqual(report, FillReport(1, "Chart 1", [
+                self.assertEqual(report, FillReport(1, "Revenue", [
                     SeriesChange("matched", "South", ""), SeriesChange("renamed", "East", "North")], 2, 3, []))
                 self.assertEqual(values_of(template.get_data("1")), expected)
                 self.assertEqual(template.charts[0].title, "New")
                 self.assertIn("0.0", read_part(template.to_bytes(), "word/charts/chart1.xml"))
         self.assertEqual(values_of(self.template.get_data("Revenue")), JUNE)
-        self.assertEqual(self.template.fill("Costs", JULY, match="position").series,
+        self.assertEqual(self.template.fill("Costs", from_dataframe(JULY), match="position").series,
                          [SeriesChange("renamed", "South", "North"), SeriesChange("renamed", "East", "South")])
+
+    def test_names_that_a_table_leaves_out_are_those_of_the_chart(self):
+        import pandas
+
+        self.template.fill("Revenue", pandas.DataFrame(JUNE, index=["May", "Jun"]))
+        for table, series in [
+            ({"North": [7, 8]}, {"North": [7, 8]}),
+            ([5, 6], {"North": [5, 6]}),
+            (pandas.DataFrame({"South": [3, 4]}), {"South": [3, 4]}),
+            (pandas.DataFrame([[1, 2], [3, 4]]).to_numpy(), {"South": [1, 3], "Series 2": [2, 4]}),
+            (pandas.Series([1, 2]), {"South": [1, 2]}),
+        ]:
+            with self.subTest(table):
+                self.assertEqual(self.template.fill("Revenue", table).warnings, [])
+                data = self.template.get_data("Revenue")
+                self.assertEqual((data.data_set.Categories, values_of(data)), (["May", "Jun"], series))
+        self.template.fill("Revenue", {"Jul": 1, "Aug": 2})
+        self.assertEqual(self.template.get_data("Revenue").data_set.Categories, ["Jul", "Aug"])
+        with self.assertWarnsRegex(ChartWarning, "the data has 3 points and no categories") as caught:
+            self.template.fill("Revenue", [1, 2, 3])
+        self.assertEqual(caught.filename, __file__)
+        with self.assertWarnsRegex(ChartWarning, "holds text") as caught:
+            self.template.fill("Revenue", {"North": [1, 2], "Words": ["a", "b"]})
+        self.assertEqual(caught.filename, __file__)
 
     def test_totals_of_a_waterfall_are_those_that_are_named(self):
         def make_data(*values):
@@ -80,12 +106,12 @@ class Templates(unittest.TestCase):
 
     def test_inserts_charts_and_tables_and_replaces_text(self):
         self.template.insert("margin", PieChart(), {"North": [1, 2]}, labels="percent", legend="none")
-        self.template.insert_table("margin", {"West": [7, 8]})
+        self.template.insert_table("margin", {"West": [7, 8]}, number_format="0.00")
         self.assertEqual(self.template.replace("month", "July"), 2)
         self.assertEqual(self.template.placeholders, [])
         self.assertEqual([chart.types for chart in self.template.charts], [["column"], ["pie"], ["line"]])
         main = read_part(self.template.to_bytes(), "word/document.xml")
-        self.assertRegex(main, "Report of July, again July.*>West<.*>8<")
+        self.assertRegex(main, "Report of July, again July.*>West<.*>8.00<")
 
     def test_gives_data_frames_of_pandas(self):
         import pandas
@@ -102,7 +128,7 @@ class Templates(unittest.TestCase):
         pandas.testing.assert_frame_equal(self.template.to_dataframe("Costs"), other)
 
     def test_saves_to_paths_and_files_and_opens_again(self):
-        self.template.fill("Revenue", JULY)
+        self.template.fill("Revenue", from_dataframe(JULY))
         memory = io.BytesIO()
         self.template.save(memory)
         with tempfile.TemporaryDirectory() as folder:

@@ -1,12 +1,16 @@
 """What is being written stays as it is, on all threads, and the interpreter's end does not harm it."""
 
 import copy
+import io
 import os
 import signal
 import subprocess
 import sys
+import tempfile
 import threading
+import time
 import unittest
+import zipfile
 
 from charts import make_chart
 from quillon.chart import (
@@ -212,6 +216,28 @@ print("end")
         for _ in range(5):
             ended = run(code, env=environment)
             self.assertEqual((ended.returncode, ended.stdout, ended.stderr), (0, "end\n", ""))
+
+    def test_waits_until_a_document_is_written_out(self):
+        code = """
+import sys, threading
+from charts import make_chart
+from quillon.report import Document
+document = Document()
+document.add_chart(make_chart(range(30_000)))
+threading.Thread(target=document.save, args=[sys.argv[1]], daemon=True).start()
+sys.stdin.read()
+"""
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "pipe")
+            os.mkfifo(path)
+            with subprocess.Popen([sys.executable, "-c", code, path], stdin=subprocess.PIPE) as process, open(path, "rb") as pipe:
+                start = pipe.read(1)
+                process.stdin.close()
+                # The end of the main thread comes first.
+                time.sleep(0.5)
+                document = io.BytesIO(start + pipe.read())
+        self.assertEqual(process.returncode, 0)
+        self.assertIsNone(zipfile.ZipFile(document).testzip())
 
     def test_of_a_forked_child_ends_while_the_parent_writes(self):
         code = """

@@ -20,10 +20,15 @@ _FRAME = "from_dataframe"
 
 @dataclasses.dataclass
 class Table:
-    """A table before it becomes a data set: the categories, and the cells of each column by its name."""
+    """A table before it becomes a data set: the categories, and the cells of each column by its name.
+
+    has_categories, has_names: whether the table says them; otherwise rows and columns are counted.
+    """
 
     categories: list[Any]
     columns: list[tuple[str, list[Any]]]
+    has_categories: bool = True
+    has_names: bool = True
 
 
 def from_rows(rows: Iterable[Sequence[object]], names: Iterable[object] | None = None) -> DataSet:
@@ -70,12 +75,15 @@ def read_table(table: Any, categories: object, columns: Iterable[object] | None,
         names, named = _find_categories(source)
     else:
         names, named = source.read(categories), categories
+    has_categories = bool(names)
+    names = names or list(range(1, len(source.read(source.names[0])) + 1))
     if not names:
         raise ValueError(f"{_FRAME}: the table has no rows.")
     labels = [name for name in source.names if named is None or name != named] if chosen is None else chosen
     _require_unique(labels)
     read = [(_cells.label(name), source.read(name)) for name in labels]
-    return Table(names, _leave_out_words(read, stacklevel + 1) if chosen is None else read)
+    kept = _leave_out_words(read, stacklevel + 1) if chosen is None else read
+    return Table(names, kept, has_categories, source.has_names)
 
 
 def make_set(place: str, table: Table) -> DataSet:
@@ -98,6 +106,7 @@ class _Source:
     index: list[Any] | None = None
     #: Of an index that has one.
     index_name: object = None
+    has_names: bool = True
 
     def is_numbered(self) -> bool:
         """Whether the index may be what is left of a count of rows: whole numbers without a name."""
@@ -118,7 +127,8 @@ def _read_source(table: Any) -> _Source:
     if isinstance(table, Mapping):
         return _read_mapping(table)
     if getattr(table, "ndim", 1) == 2:
-        return _Source([f"Series {i + 1}" for i in range(table.shape[1])], lambda name: _column(table, name))
+        names = [f"Series {i + 1}" for i in range(table.shape[1])]
+        return _Source(names, lambda name: _column(table, name), has_names=False)
     if isinstance(table, (str, bytes)) or not hasattr(table, "__iter__") or getattr(table, "ndim", 1) != 1:
         raise TypeError(
             f"{_FRAME}: expected a data frame, a series, a dictionary, an array or a list of numbers, got"
@@ -129,7 +139,8 @@ def _read_source(table: Any) -> _Source:
         raise TypeError(f"{_FRAME}: expected a list of numbers, got one of {kind}; from_rows takes rows.")
     name = getattr(table, "name", None)
     cells = list(table)
-    return _Source(["Series 1" if name is None else name], lambda _: cells, _index_of(table))
+    names = ["Series 1" if name is None else name]
+    return _Source(names, lambda _: cells, _index_of(table), has_names=name is not None)
 
 
 def _column(array: Any, name: str) -> Any:
@@ -138,7 +149,7 @@ def _column(array: Any, name: str) -> Any:
 
 def _read_mapping(table: Mapping[Any, Any]) -> _Source:
     if table and not any(hasattr(value, "__iter__") and not isinstance(value, str) for value in table.values()):
-        return _Source(["Series 1"], lambda _: table.values(), list(table))
+        return _Source(["Series 1"], lambda _: table.values(), list(table), has_names=False)
     if any(isinstance(value, Mapping) for value in table.values()):
         return _read_mappings(table)
     columns = {name: _read_column(name, value) for name, value in table.items()}
@@ -182,7 +193,7 @@ def _index_name(table: Any) -> object:
 
 
 def _find_categories(source: _Source) -> tuple[list[Any], object]:
-    """The names of the categories, and the name of the column that they come from."""
+    """The names of the categories, none where nothing says them, and the name of the column that they come from."""
     if not source.names:
         raise ValueError(f"{_FRAME}: the table has no columns.")
     if source.index is not None and not source.is_numbered():
@@ -190,7 +201,7 @@ def _find_categories(source: _Source) -> tuple[list[Any], object]:
     first = source.read(source.names[0])
     if any(not _cells.is_missing(cell) and not _cells.is_number(cell) for cell in first):
         return first, source.names[0]
-    return source.index or list(range(1, len(first) + 1)), None
+    return source.index or [], None
 
 
 def _require_unique(names: list[Any]) -> None:

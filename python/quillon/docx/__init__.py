@@ -87,6 +87,7 @@ def add_chart(
     x_log: float | None = None,
     labels: _options.Label | Sequence[_options.Label] | None = None,
     label_position: _options.LabelPosition | None = None,
+    label_separator: _options.LabelSeparator | None = None,
     label_format: str | None = None,
     gap: int | None = None,
     overlap: int | None = None,
@@ -97,6 +98,9 @@ def add_chart(
     colors: Sequence[str] | None = None,
     palette: Sequence[str] | None = None,
     series_colors: dict[str, str] | None = None,
+    category_colors: dict[str, str] | None = None,
+    dashed: Sequence[str] | None = None,
+    hidden: Sequence[str] | None = None,
     start_angle: int | None = None,
     explosion: int | None = None,
     line: Sequence[str] | None = None,
@@ -144,7 +148,7 @@ def add_chart(
         part = _find_part(target)
         numbers = _numbers_of(part.package)
         chart_bytes, workbook_bytes, markup, sentences = _core.make_chart_parts(
-            chart, take_data(chart, data), options, numbers.chart, _WORKBOOK_ID
+            chart, take_data(chart, data), options, numbers.chart, _WORKBOOK_ID, _read_theme(part.package)
         )
         warn(sentences)
     except BaseException:
@@ -163,6 +167,15 @@ def add_chart(
     numbers.advance()
     _make_run(target)._r.append(drawing)
     return InlineShape(drawing[0])
+
+
+def _read_theme(package: Any) -> bytes:
+    """The part with the colours of the document; nothing where it has none."""
+    for relationship in package.main_document_part.rels.values():
+        if relationship.reltype == RELATIONSHIP_TYPE.THEME and not relationship.is_external:
+            theme: bytes = relationship.target_part.blob
+            return theme
+    return b""
 
 
 def charts(document: Any) -> list[FoundChart]:
@@ -207,7 +220,7 @@ def _take_over(package: Any, filled: Any) -> None:
     for part in changed:
         own = parts[part.partname]
         if isinstance(own, XmlPart):
-            _take_over_ids(own.element, part.element)
+            _take_over_drawings(own.element, part.element)
         else:
             own._blob = part.blob
         for key, relation in part.rels.items():
@@ -215,10 +228,13 @@ def _take_over(package: Any, filled: Any) -> None:
                 own.load_rel(relation.reltype, parts[relation.target_part.partname], key)
 
 
-def _take_over_ids(element: Any, filled: Any) -> None:
-    """A chart whose part was shared has one of its own now."""
-    for own, other in zip(element.iter(qn("c:chart")), filled.iter(qn("c:chart"))):
-        own.set(qn("r:id"), other.get(qn("r:id")))
+def _take_over_drawings(element: Any, filled: Any) -> None:
+    """A chart whose part was shared has one of its own now; one that was described by its data is described anew."""
+    tags = qn("c:chart"), qn("wp:docPr"), "{*}cNvPr"
+    for own, other in zip(element.iter(*tags), filled.iter(*tags)):
+        for name in (qn("r:id"), "descr"):
+            if other.get(name) is not None:
+                own.set(name, other.get(name))
 
 
 def _find_part(target: Any) -> Any:

@@ -8,7 +8,7 @@ from collections.abc import Sequence
 from typing import TYPE_CHECKING, Any, Literal
 
 from quillon import _core, _options
-from quillon._chart_data import ChartData, as_chart_data, take_data
+from quillon._chart_data import ChartData, as_chart_data, as_fill_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
 from quillon.report._files import Target, require_file, save
@@ -63,7 +63,10 @@ class SeriesChange:
 
 @dataclasses.dataclass(frozen=True)
 class FillReport:
-    """What a fill changed in a chart."""
+    """What a fill changed in a chart.
+
+    chart: what it was asked for by; where that is its number, its title, or else its name in the document.
+    """
 
     number: int
     chart: str
@@ -119,7 +122,8 @@ class Template:
     ) -> FillReport:
         """Give a chart new data, and return what changed. The chart keeps its look.
 
-        data: a data frame or series, a dictionary of lists, an array, chart data, or a data set.
+        data: a data frame or series, a dictionary of lists, an array, chart data, or a data set. A table that names no
+            categories, or no series, leaves the chart its own.
         match: how new series and categories find the old ones whose look they take; what is left over by name goes by
             position.
         title, number_format: those of the chart stay when they are left out.
@@ -134,7 +138,7 @@ class Template:
     def _fill(
         self, chart: str, data: Any, match: str, title: str, number_format: str, totals: Sequence[str]
     ) -> FillReport:
-        chart_data = as_chart_data(data)
+        chart_data = as_fill_data(data)
         if totals:
             chart_data = dataclasses.replace(chart_data, totals=totals)
         number, name, series, before, after, sentences = self._core.fill(
@@ -187,6 +191,7 @@ class Template:
         x_log: float | None = None,
         labels: _options.Label | Sequence[_options.Label] | None = None,
         label_position: _options.LabelPosition | None = None,
+        label_separator: _options.LabelSeparator | None = None,
         label_format: str | None = None,
         gap: int | None = None,
         overlap: int | None = None,
@@ -197,6 +202,9 @@ class Template:
         colors: Sequence[str] | None = None,
         palette: Sequence[str] | None = None,
         series_colors: dict[str, str] | None = None,
+        category_colors: dict[str, str] | None = None,
+        dashed: Sequence[str] | None = None,
+        hidden: Sequence[str] | None = None,
         start_angle: int | None = None,
         explosion: int | None = None,
         line: Sequence[str] | None = None,
@@ -236,9 +244,15 @@ class Template:
         options = _options.given(locals())
         warn(self._core.insert(placeholder, chart, take_data(chart, data), options))
 
-    def insert_table(self, placeholder: str, data: Any) -> None:
-        """Put a table of the data in the place of a paragraph {{table:placeholder}}."""
-        self._core.insert_table(placeholder, as_chart_data(data))
+    def insert_table(
+        self, placeholder: str, data: Any, *, number_format: str = "", category_format: str = ""
+    ) -> None:
+        """Put a table of the data in the place of a paragraph {{table:placeholder}}.
+
+        number_format, category_format: as in a cell of a worksheet, "0.0%" and "mmm yy"; those of the data when they
+            are left out.
+        """
+        self._core.insert_table(placeholder, as_chart_data(data), number_format, category_format)
 
     def replace(self, placeholder: str, text: str) -> int:
         """Replace {{placeholder}} in running text, and return how often."""

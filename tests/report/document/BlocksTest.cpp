@@ -418,17 +418,19 @@ TEST(Blocks, LookLikeATemplate)
     EXPECT_EQ(findValues(main, "headerReference", "type"), "default");
 }
 
-/// A document with a chart, a note, a comment and the picture of its first page, and what it was made of.
+/// A document with a chart, notes, a comment and the picture of its first page, and what it was made of.
 std::string makeUsedTemplate()
 {
     constexpr auto word = " xmlns:w='http://schemas.openxmlformats.org/wordprocessingml/2006/main'>";
-    const std::string notes = std::string("<w:footnotes") + word +
-                              "<w:footnote w:type='separator' w:id='-1'/>"
-                              "<w:footnote w:id='1'><w:t>secret</w:t></w:footnote></w:footnotes>";
+    const std::string notes = std::string("<w:notes") + word +
+                              "<w:note w:type='separator' w:id='-1'/>"
+                              "<w:note w:id='1'><w:t>secret</w:t></w:note></w:notes>";
     const auto main = "word/document.xml";
     Package package(write([](Document& document) { document.addChart(makeColumns()); }));
-    package.addPart("word/footnotes.xml", notes, "application/notes+xml");
-    package.addRelationship(main, "footnotes", "word/footnotes.xml");
+    for (const std::string kind : {"footnotes", "endnotes"}) {
+        package.addPart("word/" + kind + ".xml", notes, "application/notes+xml");
+        package.addRelationship(main, kind, "word/" + kind + ".xml");
+    }
     package.addPart("word/comments.xml", std::string("<w:comments") + word + "secret</w:comments>",
                     "text/xml");
     package.addRelationship(main, "comments", "word/comments.xml");
@@ -450,7 +452,7 @@ TEST(Blocks, LeaveNothingOfTheTextOfATemplate)
         EXPECT_EQ(package.getPart(name).find("secret"), std::string::npos) << name;
         EXPECT_EQ(package.getPart(name).find("/word/charts"), std::string::npos) << name;
     }
-    EXPECT_EQ(findValues(package.getPart("word/footnotes.xml"), "footnote", "id"), "-1");
+    EXPECT_EQ(findValues(package.getPart("word/footnotes.xml"), "note", "id"), "-1");
     EXPECT_FALSE(package.hasPart("word/comments.xml"));
 }
 

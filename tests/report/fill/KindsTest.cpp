@@ -100,7 +100,8 @@ std::vector<std::string> makeAllParts()
         makeColumns("", {"1", "2"}),
         makeColumns(makeNumberReference('A', {"2024", "2025"}), {"1", "2"}),
         makeColumns(makeTextReference('A', {"a", "b"}), {"1", "", "3", ""}),
-        makeColumns("<c:strLit><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>a</c:v></c:pt></c:strLit>",
+        makeColumns("<c:strLit><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>a</c:v></c:pt><c:pt "
+                    "idx=\"2\"><c:v>out of the count</c:v></c:pt></c:strLit>",
                     {"1", "2"}),
         makeColumns(makeTextReference('A', {"a", "b"}), {"1", "2"}, textAxes, makeErrorBars({"1", "2"})),
         makeColumns(makeTextReference('A', {"a"}), {"1"}, textAxes, "<c:dPt><c:idx val=\"7\"/></c:dPt>"),
@@ -184,6 +185,9 @@ TEST(Kinds, OfCategoriesFollowTheData)
     auto levels = makeData({"Q1", "Q2"}, {{"North", {1, 2}}});
     levels.levels = {{u"2026", u""}};
     const auto days = makeData({"2026-07-30", "2026-07-31"}, {{"North", {1, 2}}});
+    auto hours = makeData({"2026-07-31T08:00:00", "2026-07-31T09:00:00"}, {{"North", {1, 2}}});
+    hours.categoryKind = CategoryKind::Date;
+    hours.categoryValues = {46234 + 8 / 24.0, 46234 + 9 / 24.0};
     const auto plain = makeData({"x", "y"}, {{"North", {1, 2}}});
     const struct {
         std::string part;
@@ -205,8 +209,18 @@ TEST(Kinds, OfCategoriesFollowTheData)
         {dates, isoDates,
          "<c:formatCode>mmm\\ yy</c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
          "<c:dateAx>"},
-        // Days would fall together in a month.
-        {dates, days, "<c:v>46233</c:v>", "<c:baseTimeUnit val=\"days\"/></c:dateAx>"},
+        // Days would fall together in a month, and so would their labels.
+        {dates, days, "<c:v>46233</c:v>",
+         "<c:numFmt formatCode=\"d mmm\" sourceLinked=\"0\"/><c:crossAx val=\"2\"/><c:crosses "
+         "val=\"autoZero\"/><c:auto val=\"1\"/><c:lblOffset val=\"100\"/><c:baseTimeUnit "
+         "val=\"days\"/><c:majorUnit val=\"1\"/><c:majorTimeUnit val=\"days\"/></c:dateAx>"},
+        // An axis of dates has no unit below days.
+        {texts, hours, "<c:formatCode>yyyy\\-mm\\-dd\\ hh:mm</c:formatCode>",
+         "<c:numFmt formatCode=\"yyyy\\-mm\\-dd\\ hh:mm\" sourceLinked=\"1\"/><c:crossAx "
+         "val=\"2\"/><c:crosses "
+         "val=\"autoZero\"/><c:auto val=\"0\"/><c:lblAlgn val=\"ctr\"/>"},
+        {dates, hours, "<c:formatCode>yyyy\\-mm\\-dd\\ hh:mm</c:formatCode>",
+         "<c:auto val=\"0\"/><c:lblOffset val=\"100\"/></c:catAx>"},
         {dates, isoDates, "<c:v>46234</c:v>", "<c:baseTimeUnit val=\"months\"/></c:dateAx>"},
         {dates, plain,
          "<c:strRef><c:f>Sheet1!$A$2:$A$3</c:f><c:strCache><c:ptCount val=\"2\"/><c:pt "
@@ -263,6 +277,47 @@ TEST(Kinds, KeepTextsThatReadAsTheNewDates)
     data.categoryFormat = "d mmm";
     document.fill("1", data);
     EXPECT_NE(getChartPart(document).find("<c:v>46234</c:v>"), std::string::npos);
+}
+
+TEST(Kinds, KeepTheNamesThatTheDataLeavesUnsaid)
+{
+    const auto part =
+        makeChartPart(makeGroup("barChart", columnSettings,
+                                {{0, "North", {"1", "2", "3"}}, {1, "South", {"4", "5", "6"}}}, "12") +
+                      textAxes);
+    const std::string names = "1|Jan,Feb,Mar,|";
+    const struct {
+        std::vector<NamedValues> series;
+        std::string data;
+        Texts warnings;
+    } cases[] = {
+        {{{"North", {7, 8, 9}}, {"South", {1, 1, 1}}}, names + "North:0;7,0;8,0;9,|South:0;1,0;1,0;1,", {}},
+        {{{"", {7, 8, 9}}, {"", {1, 1, 1}}, {"", {2, 2, 2}}},
+         names + "North:0;7,0;8,0;9,|South:0;1,0;1,0;1,|Series 3:0;2,0;2,0;2,",
+         {}},
+        {{{"South", {7, 8}}},
+         "1|Jan,Feb,|South:0;7,0;8,",
+         {"the data has 2 points and no categories; of the chart's 3 the first stay."}},
+        {{{"South", {7, 8, 9, 10}}},
+         "1|Jan,Feb,Mar,,|South:0;7,0;8,0;9,0;10,",
+         {"the data has 4 points and no categories; those behind the chart's 3 have no name."}},
+    };
+    for (const auto& row : cases) {
+        auto document = makeTemplate({part});
+        EXPECT_EQ(document.fill("1", makeData({}, row.series)).warnings, row.warnings);
+        EXPECT_EQ(print(document.getChartData("1")), row.data);
+    }
+}
+
+TEST(Kinds, OfPiesShowTheSeriesThatTheyShowed)
+{
+    auto document =
+        makeTemplate({makeChartPart(makeGroup("pieChart", "", {{0, "Sales", {"1", "2", "3"}}}, ""))});
+    const auto report = document.fill("1", makeData({}, {{"Costs", {4, 5, 6}}, {"Sales", {7, 8, 9}}}));
+    EXPECT_EQ(report.warnings, Texts{"a pie shows one series, \"Sales\"; the others do not show."});
+    EXPECT_EQ(document.getCharts()[0].series, (Texts{"Sales", "Costs"}));
+    const auto part = getChartPart(document);
+    EXPECT_LT(part.find("<c:v>Sales</c:v>"), part.find("<c:v>Costs</c:v>"));
 }
 
 TEST(Kinds, OfStockKeepTheOrderOfTheirSeries)
@@ -335,6 +390,10 @@ TEST(Kinds, ShowANumberFormatWhereTheyHaveTheirOwn)
     // Labels of a series, then the axes: names of categories keep theirs, and so does a label of fixed text.
     EXPECT_EQ(fill(bars, {.labels = value}), "0.00 General 0.00 ");
     EXPECT_EQ(fill(bars, {.kind = ChartKind::Pie, .labels = {Label::Percent}}), "0% ");
+    // The first slice has a label of its own, in white.
+    auto slices = makeData({"5", "6"}, {{"North", {1, 2}}});
+    EXPECT_EQ(fill(slices, {.kind = ChartKind::Pie, .labels = value, .colors = {"navy", "yellow"}}),
+              "0.00 0.00 ");
     EXPECT_EQ(fill(bars, {.stacking = Stacking::Percent}), "General 0% ");
     EXPECT_EQ(fill(bars, {.kind = ChartKind::Scatter}), "General 0.00 ");
     EXPECT_EQ(fill(waterfall, {.kind = ChartKind::Waterfall, .labels = value}),
@@ -385,10 +444,14 @@ TEST(Kinds, OfPointsTakeXValuesAndSizesOfTheirOwn)
     EXPECT_EQ(print(document.getChartData("1")), "1||S0:1;1,2;2,");
 
     auto bubbles = makeData({}, {{"S0", {1, 2, 3}}, {"S1", {1, 2, 3}}});
-    auto report = document.fill("2", bubbles);
-    ASSERT_EQ(report.warnings.size(), 2U);
-    EXPECT_EQ(report.warnings[0],
-              "series \"S0\": the data has no sizes; new points have none, and do not show.");
+    const std::string noX =
+        ": the data has no x values; points behind those of the chart have none, and do not show.";
+    const std::string noSizes = ": the data has no sizes; new points have none, and do not show.";
+    EXPECT_EQ(document.fill("2", bubbles).warnings,
+              (Texts{"series \"S0\"" + noX, "series \"S0\"" + noSizes, "series \"S1\"" + noX,
+                     "series \"S1\"" + noSizes}));
+    EXPECT_EQ(print(document.getChartData("2")),
+              "1||S0:1;1,2.5;2,NaN;3,|S1:1;1,2.5;2,NaN;3,+10+20+NaN+NaN+NaN+NaN");
     bubbles.series = {{.sizes = {1, 2, 3}}, {.sizes = {4, 5, 6}}};
     EXPECT_TRUE(document.fill("2", bubbles).warnings.empty());
     EXPECT_EQ(document.getChartData("2").series[1].sizes, (std::vector<double>{4, 5, 6}));

@@ -444,7 +444,10 @@ TEST(Placeholder, WhatIsMissingIsRefusedWithWhatThereIs)
     EXPECT_EQ(thrownText([&] { replaceText(document, "moon", ""); }),
               "There is no placeholder {{moon}}; the document has " + all);
     EXPECT_EQ(thrownText([&] { insertTable(document, "margins", makeData()); }),
-              "There is no placeholder {{margins}}; the document has " + all);
+              "There is no placeholder {{table:margins}}; the document has " + all);
+    EXPECT_EQ(
+        thrownText([&] { insertTable(document, "sale", makeData()); }),
+        "There is no placeholder {{table:sale}}; did you mean {{table:sales}}? The document has " + all);
     EXPECT_EQ(thrownText([&] { insertChart(document, "month", *chart); }), "Placeholder {{month}}: " + place);
     EXPECT_EQ(thrownText([&] { insertChart(document, "sales", *chart); }), "Placeholder {{sales}}: " + place);
     EXPECT_EQ(thrownText([&] { replaceText(document, "logo", "x"); }),

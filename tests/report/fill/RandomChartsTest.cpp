@@ -99,6 +99,9 @@ TEST(RandomCharts, GiveBackTheDataThatTheyWereMadeOfAndFilledWith)
         const auto random = pickChart();
         auto other = getShown(pickChart(random.kind));
         for (auto& details : other.series) details.errorsPlus = details.errorsMinus = {};
+        // Without any name the series would keep theirs.
+        const auto first = other.dataSet->getSeries(0);
+        if (first->getName().empty()) first->setName(u"First");
         const bool hasErrors = errorKinds.contains(random.kind) && !random.options.errorBars;
         const auto original = makeTemplate(random);
         const auto own = original.getChartData("1");

@@ -63,14 +63,14 @@ std::ostream& operator<<(std::ostream& out, const Reads& reads)
 }
 
 /// Two charts, one of which is to be found by its title, and texts.
-Template makeReport()
+Template makeReport(bool hasOwnAltTexts = true)
 {
     Document document;
     document.addParagraph("In {{month}}, {{who}} sold {{what}}.");
     for (const auto* title : {"Sales", "Costs"}) {
         const auto chart = makeChart<chart::ColumnChart>();
         chart->setTitle(chart::Title::create(toUtf16(title)));
-        document.addChart(chart);
+        document.addChart(chart, {.altText = hasOwnAltTexts ? "A chart" : ""});
     }
     return Template(document.toBytes());
 }
@@ -109,6 +109,27 @@ TEST(Reading, CopiesOnSeveralThreadsReadOnceTogether)
     });
     EXPECT_EQ(together, once);
     for (int i = 0; i < count; ++i) EXPECT_EQ(made[static_cast<std::size_t>(i)], fillAndSave(alone, i)) << i;
+}
+
+TEST(Reading, TextsAndChartsAreFilledInAnyOrder)
+{
+    // Alternative texts that were made of the data stand in the same part as texts.
+    const auto opened = makeReport(false);
+    const auto fill = [](Template& document) {
+        document.fill("Sales", makeData({"Jan", "Feb"}, {{"North", {7, 9}}}));
+    };
+    auto between = opened;
+    between.replace("month", "May");
+    fill(between);
+    between.replace("who", "we");
+    auto before = opened;
+    fill(before);
+    before.replace("who", "we");
+    before.replace("month", "May");
+    EXPECT_EQ(between.getPackage().getPart("word/document.xml"),
+              before.getPackage().getPart("word/document.xml"));
+    EXPECT_NE(before.getPackage().getPart("word/document.xml").find("In May, we sold"), std::string::npos);
+    EXPECT_NE(before.getCharts()[0].altText, opened.getCharts()[0].altText);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "chart/model/PieChart.h"
+#include "report/options/Enumerations.h"
 #include "report/package/XmlSpans.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestFolder.h"
@@ -80,8 +81,9 @@ TEST(Template, FindsAChartByAnythingThatNamesIt)
     };
     for (const auto& [key, number] : keys) EXPECT_EQ(find(key), number) << key;
     const auto list = thrownText([] { find("Cost"); });
-    EXPECT_EQ(list.substr(0, 156),
-              "There is no chart \"Cost\"; the document has 1 \"Revenue\", title \"Title of Revenue\"; 2 "
+    EXPECT_EQ(list.substr(0, 178),
+              "There is no chart \"Cost\"; did you mean \"costs\"? The document has 1 \"Revenue\", title "
+              "\"Title of Revenue\"; 2 "
               "\"Chart 2\", title \"Title of Chart 2\", alternative "
               "text \"{{costs}}\"; 3 \"Ch");
     EXPECT_EQ(thrownText([] { find("Same name"); }).substr(0, 34), "There are 2 charts \"Same name\"; th");
@@ -224,13 +226,81 @@ TEST(Template, FillsAStrictDocumentInKind)
     EXPECT_EQ(document.getCharts()[0].title, "Strict");
 }
 
+/// What every kind of chart can show.
+ChartData makeKindData(ChartKind kind, double factor)
+{
+    std::vector<NamedValues> series = {{"High", {3 * factor, 4 * factor}}};
+    if (kind != ChartKind::Waterfall)
+        series.insert(series.end(), {{"Low", {factor, 2}}, {"Close", {2 * factor, gap}}});
+    auto data = makeData({"1", "2"}, series);
+    for (std::size_t i = 0; i < series.size(); ++i) data.series.push_back({.sizes = {1, 2}});
+    return data;
+}
+
+TEST(Template, RenewsAlternativeTextsThatWereGenerated)
+{
+    const auto make = [](double factor) {
+        Document document;
+        for (const auto& row : kindRows) {
+            const auto data = makeKindData(row.value, factor);
+            const auto chart = chart::ColumnChart::create();
+            chart->setDataSet(data.dataSet);
+            if (row.value != ChartKind::Bar) chart->setTitle(chart::Title::create(u"\"A\" & <b>"));
+            document.addChart(chart, {.kind = row.value}, data);
+            document.addChart(chart, {.kind = row.value, .altText = "Column chart of mine"}, data);
+        }
+        return Template(document.toBytes());
+    };
+    auto document = make(1);
+    const auto expected = make(1000);
+    for (std::size_t i = 0; i < kindRows.size(); ++i)
+        for (const auto number : {2 * i + 1, 2 * i + 2})
+            document.fill(std::to_string(number), makeKindData(kindRows[i].value, 1000));
+    const Template saved(document.toBytes());
+    for (std::size_t i = 0; i < 2 * kindRows.size(); ++i)
+        EXPECT_EQ(saved.getCharts()[i].altText, expected.getCharts()[i].altText);
+    document.fill("1", makeKindData(ChartKind::Column, 1), {.title = "New"});
+    EXPECT_EQ(Template(document.toBytes()).getCharts()[0].altText,
+              "Column chart: New; series High, Low, Close; values from 1 to 4");
+}
+
+TEST(Template, NewSeriesHaveColorsWithoutATheme)
+{
+    const auto color = makeAccent("<a:srgbClr val=\"4472c4\"/>");
+    const auto part = makeChartPart(
+        makeGroup("barChart", columnSettings, {{0, "North", {"1", "2", "3"}, color}}, "12") + textAxes);
+    const std::pair<const char*, const char*> cases[] = {{"theme", "<a:srgbClr val=\"ED7D31\">"},
+                                                         {"", "<a:schemeClr val=\"accent2\">"}};
+    for (const auto& [removed, expected] : cases) {
+        Package package(makeTemplate({part}).toBytes());
+        package.removeRelationships("word/document.xml",
+                                    [&](const auto& row) { return row.getKind() == removed; });
+        Template document(package.toBytes());
+        document.fill("1", makeNews());
+        EXPECT_NE(getChartPart(document).find(expected), std::string::npos) << getChartPart(document);
+    }
+}
+
+TEST(Template, UsesAWorkbookThatTheChartDoesNotName)
+{
+    auto part = makeChartPart(makeGroup("barChart", columnSettings, {{0, "North", {"1", "2", "3"}}}, "12") +
+                              textAxes);
+    part.erase(part.find("<c:externalData"), part.find("</c:chartSpace>") - part.find("<c:externalData"));
+    auto document = makeTemplate({part});
+    const auto before = document.getPackage().getPartNames();
+    EXPECT_EQ(document.fill("1", makeNews()).warnings, Texts());
+    EXPECT_EQ(document.getPackage().getPartNames(), before);
+    EXPECT_EQ(document.getPackage().getRelationships("word/charts/chart1.xml").size(), 1U);
+    EXPECT_NE(getChartPart(document).find("<c:externalData r:id=\"rId1\""), std::string::npos);
+}
+
 TEST(Template, FillsAgainWhatWasFilled)
 {
     auto june = getPlaces();
     june.fill("costs", makeNews());
     auto july = Template(june.toBytes());
     const auto report = july.fill("costs", getPlaces().getChartData("costs"));
-    EXPECT_EQ(report.chart, "Chart 2");
+    EXPECT_EQ(report.chart, "costs");
     EXPECT_EQ(report.pointsBefore, 2U);
     EXPECT_EQ(report.pointsAfter, 3U);
     // Our own charts write what a fill would.

@@ -110,6 +110,8 @@ struct Row {
 };
 
 const std::vector<Label> valueLabels = {Label::Value};
+const std::vector<Label> twoLabels = {Label::Value, Label::Category};
+constexpr auto labelSeparator = "//c:ser[1]/c:dLbls/c:separator";
 constexpr auto labelPlace = "//c:ser[1]/c:dLbls/c:dLblPos/@val";
 constexpr auto labelFormat = "//c:ser[1]/c:dLbls/c:numFmt/@formatCode";
 
@@ -118,7 +120,7 @@ const Row rows[] = {
     {"width", "300pt", basicKinds, "//wp:extent/@cx", "3810000"},
     {"height", "2.54cm", basicKinds, "//wp:extent/@cy", "914400"},
     {"height", "80mm", basicKinds, "//wp:extent/@cy", "2880000"},
-    {"legend", "right", basicKinds, "//c:legend/c:legendPos/@val", "r"},
+    {"legend", "Right", basicKinds, "//c:legend/c:legendPos/@val", "r"},
     {"legend", "none", basicKinds, "count(//c:legend)", "0"},
     {"alt-text", "Up & down", basicKinds, "//wp:docPr/@descr", "Up & down"},
     {"alt-text", "a", basicKinds, "//wp:docPr/@descr", "a"},
@@ -181,7 +183,7 @@ const Row rows[] = {
     {"labels", "value", basicKinds, "//c:ser[1]/c:dLbls/c:showVal/@val", "1"},
     {"labels", "value", basicKinds, "count(//c:ser[1]/c:dLbls/*[@val = 1])", "1"},
     {"labels", "series,category", basicKinds, "//c:ser[1]/c:dLbls/c:showCatName/@val", "1"},
-    {"labels", "series,category", basicKinds, "//c:ser[1]/c:dLbls/c:showSerName/@val", "1"},
+    {"labels", "Series,CATEGORY", basicKinds, "//c:ser[1]/c:dLbls/c:showSerName/@val", "1"},
     {"labels", "series,category", basicKinds, "//c:ser[1]/c:dLbls/c:showVal/@val", "0"},
     {"labels", "percent", pie, "//c:ser[1]/c:dLbls[c:showPercent/@val = 1]/c:numFmt/@formatCode", "0%"},
     {"labels", nullptr, basicKinds, "count(//c:ser/c:dLbls)", "0"},
@@ -197,7 +199,13 @@ const Row rows[] = {
     {"label-position", "bestFit", pie, labelPlace, "bestFit", valueLabels},
     {"label-position", "inEnd", pie, labelPlace, "inEnd", valueLabels},
     {"label-position", "outEnd", pie, labelPlace, "outEnd", valueLabels},
-    {"label-position", nullptr, basicKinds, "count(//c:dLblPos)", "0", valueLabels},
+    {"label-position", nullptr, axes, "count(//c:dLblPos)", "0", valueLabels},
+    {"label-position", nullptr, pie, labelPlace, "outEnd", valueLabels},
+    {"label-separator", "semicolon", basicKinds, labelSeparator, "; ", twoLabels},
+    {"label-separator", "newline", basicKinds, labelSeparator, "\n", twoLabels},
+    {"label-separator", nullptr, axes, labelSeparator, ", ", twoLabels},
+    {"label-separator", nullptr, pie, labelSeparator, "\n", twoLabels},
+    {"label-separator", nullptr, basicKinds, "count(//c:separator)", "0", valueLabels},
     {"label-format", "0.0000", basicKinds, labelFormat, "0.0000", valueLabels},
     {"label-format", "0%", basicKinds, labelFormat, "0%", valueLabels},
     {"label-format", "0%", basicKinds, "//c:ser[1]/c:val//c:formatCode", "General", valueLabels},
@@ -224,6 +232,10 @@ const Row rows[] = {
     {"palette", "red,lime", pie, "//c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "FF0000|00FF00|FF0000"},
     {"series-colors", "S2=rgb(1,2,3)", axes, "//c:ser/c:spPr//a:srgbClr[1]/@val", "010203"},
     {"series-colors", "C3=lime", pie, "//c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "00FF00"},
+    {"category-colors", "C2=red", bars, "//c:ser[2]/c:dPt/c:spPr/a:solidFill/a:srgbClr/@val", "FF0000"},
+    {"category-colors", "C3=lime,C1=red", bars, "//c:ser[1]/c:dPt/c:idx/@val", "0|2"},
+    {"dashed", "S2", line, "//c:ser[c:spPr/a:ln/a:prstDash/@val = 'dash']/c:idx/@val", "1"},
+    {"dashed", "S1,S2", line, "count(//a:prstDash)", "2"},
     {"start-angle", "90", basicKinds, "//c:pieChart/c:firstSliceAng/@val", "90"},
     {"start-angle", "360", basicKinds, "//c:pieChart/c:firstSliceAng/@val", "360"},
     {"explosion", "25", basicKinds, "//c:ser[1]/c:explosion/@val", "25"},
@@ -234,6 +246,7 @@ const Row rows[] = {
     {"font-size", "12", basicKinds, "/c:chartSpace/c:txPr//a:defRPr/@sz", "1200"},
     {"font-size", "10.5", basicKinds, "//c:valAx/c:txPr//a:defRPr/@sz", "1050"},
     {"font-size", nullptr, basicKinds, "/c:chartSpace/c:txPr//a:defRPr/@sz", "900"},
+    {"font-size", nullptr, basicKinds, "/c:chartSpace/c:txPr//a:schemeClr/a:lumMod/@val", "65000"},
     {"font-size", "12", basicKinds, "//c:chart/c:title//a:defRPr/@sz", "1800|1800"},
     {"frame", "", basicKinds, "count(/c:chartSpace/c:spPr/a:ln[@w > 0]/a:solidFill)", "1"},
     {"frame", nullptr, basicKinds, "count(/c:chartSpace/c:spPr/a:ln/a:noFill)", "1"},
@@ -287,7 +300,7 @@ TEST(ChartOptions, EachShowsInTwoWays)
         "second-max",     "second-step",   "second-log", "x-title",      "x-format",      "x-min",
         "x-max",          "x-step",        "x-log",      "line",         "area",          "column",
         "hole",           "filled",        "totals",     "size-series",  "scatter-style", "drop-lines",
-        "high-low-lines", "up-down-bars"};
+        "high-low-lines", "up-down-bars",  "hidden"};
     for (const auto& option : getOptions())
         if (option.group != OptionGroup::Trends && !ofTypes.contains(option.name)) {
             EXPECT_GE(counts[option.name], 2) << option.name;
@@ -327,7 +340,8 @@ TEST(NumberFormats, FollowTheValues)
         {{{0.1 + 0.2, 6}}, {}, "#,##0.0", "#,##0.0"},
         // Gridlines stand between whole numbers.
         {{{1, 2, 3}}, {}, "#,##0.0", "#,##0"},
-        {{{1001, 1002, 1004}}, {}, "#,##0.0", "#,##0"},
+        {{{1001, 1002, 1004}}, {}, "#,##0", "#,##0"},
+        {{{1001, 1002, 1004}}, {{"value-min", "1000"}}, "#,##0.0", "#,##0"},
         {{{5}}, {}, "#,##0", "#,##0"},
         {{{1, 2, 3}, {3, 2, 3}}, {{"stacking", "normal"}}, "#,##0", "#,##0"},
         {{{1, -2}, {2, -3}}, {{"stacking", "normal"}}, "#,##0", "#,##0"},
@@ -422,6 +436,35 @@ TEST(NumberFormats, OfCategoriesNeedDatesOrNumbers)
     written = write(chart, {.categoryFormat = "mmm yy"}, data);
     EXPECT_EQ(written.warnings, std::vector<std::string>{});
     EXPECT_EQ(readXPath(written.chart, "//c:cat//c:v"), "Mar 23|Apr 23");
+}
+
+TEST(ValueAxis, StartsAtZeroWhereBarsShowItsNumbers)
+{
+    using enum ChartKind;
+    const std::tuple<ChartKind, Values, std::map<std::string, std::string>, const char*> cases[] = {
+        {Column, {{1001, 1050}}, {}, "0"},
+        {Bar, {{-1001, -1050}}, {}, "0"},
+        {Column, {{1001, 1050}}, {{"type", "area"}}, "0"},
+        {Column, {{1001, 1050}, {10, 20}}, {{"stacking", "normal"}}, "0"},
+        {Line, {{1001, 1050}}, {}, ""},
+        {Line, {{1001, 1050}, {1002, 1003}}, {{"column", "S2"}}, "0"},
+        // Word processors start at 0 themselves, and below it when the data is changed.
+        {Column, {{10, 1050}}, {}, ""},
+        {Column, {{1001, 1050}}, {{"value-min", "1000"}}, "1000"},
+        {Column, {{1001, 1050}}, {{"value-max", "-5"}}, "-5"},
+        {Column, {{1001, 1050}}, {{"log", "10"}}, ""},
+        {Column, {{1001, 1050}}, {{"stacking", "percent"}}, ""},
+        {Bar, {{45'000, 45'010}, {5, 6}}, {{"stacking", "normal"}, {"hidden", "S1"}}, ""},
+    };
+    for (const auto& [kind, values, texts, end] : cases)
+        EXPECT_EQ(readXPath(write(makeSeries(kind, values), makeOptions(texts)).chart,
+                            "//c:valAx/c:scaling/*[self::c:min or self::c:max]/@val"),
+                  end)
+            << testing::PrintToString(values) << testing::PrintToString(texts);
+    const auto second = makeOptions({{"second", "S2"}, {"line", "S1"}});
+    EXPECT_EQ(readXPath(write(makeSeries(Column, {{1, 2}, {90, 91}}), second).chart,
+                        "//c:valAx[c:axPos/@val = 'r']/c:scaling/c:min/@val"),
+              "0");
 }
 
 // --- Points and legends ---
@@ -572,6 +615,18 @@ TEST(ChartOptions, AreRefusedInASentence)
          {.labels = {Label::Value, Label::Percent}},
          "labels: percent is for pie and doughnut charts; the labels of a line chart say value, category or "
          "series."},
+        {ChartKind::Bar,
+         {.labels = {Label::Value}, .labelSeparator = LabelSeparator::Space},
+         "label-separator stands between what labels say; name two things or more (labels category,value)."},
+        {ChartKind::Bar,
+         {.hidden = {"S1"}},
+         "hidden is for series that carry others; stack them (stacking normal)."},
+        {ChartKind::Column,
+         {.dashed = {"S2"}},
+         "chart 1, series 2 (\"S2\"): it is not drawn as a line, and dashed is for lines."},
+        {ChartKind::Bar,
+         {.categoryColors = {{"C2", "red"}}},
+         "chart 1: category-colors: there is no category \"C2\"; the categories are \"C1\"."},
         {ChartKind::Bar, {.numberFormat = "0 \"kg"}, format("0 \"kg", "a quote stays open.")},
         {ChartKind::Bar, {.numberFormat = "[Red0"}, format("[Red0", "a bracket stays open.")},
         {ChartKind::Bar, {.numberFormat = "0]"}, format("0]", "a bracket closes that was not open.")},

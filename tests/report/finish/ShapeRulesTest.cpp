@@ -204,6 +204,21 @@ TEST(Shapes, HaveGradientsAndPatterns)
               "0000FF");
 }
 
+TEST(Shapes, OfObjectsWinOverColoursOfCategoriesAndDashes)
+{
+    const auto points = formatPoint(makeColumns(1, {1, 2, 3}), DataPointShapeFormat::create(u"red"));
+    EXPECT_EQ(FinishedPart(points, {.categoryColors = {{"c", "blue"}}})
+                  .find("c:dPt/c:spPr/a:solidFill/a:srgbClr/@val"),
+              "0000FF FF0000 0000FF");
+    const auto border = chart::SolidBorderFormat::create();
+    border->setDashType(chart::SolidBorderDashType::LongDash);
+    const auto dotted = DataSeriesShapeFormat::create();
+    dotted->setBorder(border);
+    EXPECT_EQ(
+        FinishedPart(format(makeLine(2, {1, 2}), dotted), {.dashed = {"North"}}).find("a:prstDash/@val"),
+        "lgDash dash");
+}
+
 TEST(Shapes, LeaveOutWhatCannotBeShown)
 {
     const auto shape = makeWide(DataPointShapeFormat::create(u"red"), -1);

@@ -380,6 +380,11 @@ TEST(ChartTypes, PlacePointsOfTheirOwn)
                          {{{"type", "scatter"}}, "//c:ser[1]/c:xVal//c:f", "Sheet1!$D$2:$D$3"},
                          {{{"type", "scatter"}}, "//c:ser[2]/c:xVal//c:f", "Sheet1!$E$2:$E$2"},
                      });
+    ChartData shared(chart::DataSet::create());
+    for (const auto* name : {u"A", u"B"}) shared.dataSet->appendSeries(chart::DataSeries::create(name));
+    for (const double x : {1.0, gap, 3.0})
+        for (const unsigned long i : {0UL, 1UL}) shared.dataSet->getSeries(i)->appendPoint(x, 10);
+    expectRows(shared, {{{{"type", "scatter"}}, "//c:ser[2]/c:xVal//c:f", "Sheet1!$A$2:$A$4"}});
 }
 
 // --- Waterfalls ---
@@ -402,6 +407,7 @@ TEST(Waterfalls, StandOnAnInvisibleBase)
     EXPECT_EQ(readXPath(made.chart, "//c:ser[1]/c:tx//c:v"), "Base");
     EXPECT_EQ(readXPath(made.chart, "//c:grouping/@val"), "stacked");
     EXPECT_EQ(readXPath(made.chart, "//c:overlap/@val"), "100");
+    EXPECT_EQ(readXPath(made.chart, "//c:gapWidth/@val"), "50");
     EXPECT_EQ(readXPath(made.chart, "//c:legendEntry[c:delete/@val='1']/c:idx/@val"), "0");
     EXPECT_EQ(readXPath(made.chart, "//c:ser[1]/c:val//c:f"), "Sheet1!$F$2:$F$5");
     EXPECT_NE(made.run.find("Waterfall chart; series A; values from -120 to 100"), std::string::npos);
@@ -425,7 +431,30 @@ TEST(Waterfalls, SplitBarsThatCrossZero)
     const auto other =
         make(makeData({{1000, -1500}}),
              {{"type", "waterfall"}, {"labels", "value,category,series"}, {"units", "thousands"}});
-    EXPECT_EQ(readXPath(other.chart, decrease + "/c:dLbl//a:t"), "Decrease; 2; -1.5");
+    EXPECT_EQ(readXPath(other.chart, decrease + "/c:dLbl//a:t"), "Decrease, 2, -1.5");
+}
+
+TEST(Hidden, SeriesCarryThoseThatAreSeen)
+{
+    const Texts ranges = {{"type", "bar"}, {"stacking", "normal"}, {"hidden", "B"}, {"labels", "value"}};
+    auto pairs = ranges;
+    pairs["hidden"] = "A,B";
+    auto lines = ranges;
+    lines["type"] = "column";
+    lines["line"] = "A";
+    auto named = ranges;
+    named["colors"] = "red,lime,blue";
+    expectRows(makeData(three),
+               {
+                   {ranges, "//c:ser[c:spPr/a:noFill]/c:idx/@val", "1"},
+                   {ranges, "//c:ser/c:spPr/a:solidFill/a:schemeClr/@val", "accent1|accent2"},
+                   {ranges, "//c:ser[c:dLbls]/c:idx/@val", "0|2"},
+                   {ranges, "//c:legendEntry[c:delete/@val='1']/c:idx/@val", "1"},
+                   {named, "//c:ser/c:spPr/a:solidFill/*/@val", "FF0000|0000FF"},
+                   // The entry of the columns comes before that of the line.
+                   {lines, "//c:legendEntry/c:idx/@val", "0"},
+                   {pairs, "count(//c:legend)", "0"},
+               });
 }
 
 // --- Dates and levels ---
@@ -537,6 +566,7 @@ TEST(Trends, ShowTheirOptions)
             {trend({{"equation", ""}}), "//c:ser[1]//c:dispEq/@val", "1"},
             {trend({{"r-squared", ""}}), "//c:ser[1]//c:dispRSqr/@val", "1"},
             {trend({}), "//c:ser[1]//c:dispEq/@val|//c:ser[1]//c:dispRSqr/@val", "0|0"},
+            {trend({}), "count(//c:trendlineLbl)", "0"},
             {{{"error-bars", "percent"}}, "//c:ser[1]/c:errBars/c:errValType/@val", "percentage"},
             {{{"error-bars", "percent"}}, "//c:ser[1]/c:errBars/c:val/@val", "5"},
             {{{"error-bars", "fixed"}, {"error-value", "0.25"}}, "//c:ser[1]/c:errBars/c:val/@val", "0.25"},
@@ -549,6 +579,37 @@ TEST(Trends, ShowTheirOptions)
             {{{"minus-series", "C"}}, "//c:errBars/c:errBarType/@val", "minus|minus"},
             {{{"minus-series", "C"}}, "//c:errBars/c:minus//c:f", "Sheet1!$D$2:$D$5|Sheet1!$E$2:$E$5"},
         });
+    expectRows(makeData({{1, 2}, {3, 4}, {5, 6}, {7, 8}}),
+               {{{{"plus-series", "C,D"}}, "//c:errBars/c:plus//c:v", "5|6|7|8"}});
+}
+
+TEST(Trends, ShowTheDigitsThatTheirNumbersNeed)
+{
+    const std::tuple<std::vector<double>, Texts, const char*> cases[] = {
+        {{1, 2, 4, 3}, {{"equation", ""}}, "#,##0.00"},
+        {{0.01, 0.02, 0.04, 0.03}, {{"equation", ""}}, "#,##0.0000"},
+        {{1e-7, 2e-7, 4e-7}, {{"equation", ""}}, "0.00E+00"},
+        {{10'000, 20'000, 40'000}, {{"equation", ""}}, "#,##0"},
+        {{10'000, 20'000, 40'000}, {{"equation", ""}, {"r-squared", ""}}, "#,##0.00"},
+        {{1e-7, 2e-7, 4e-7}, {{"r-squared", ""}}, "#,##0.00"},
+        {{1, 2, 4, 65}, {{"equation", ""}, {"trendline", "polynomial"}, {"order", "3"}}, "#,##0.00"},
+        {{1, 2, 4, 3, 5}, {{"equation", ""}, {"trendline", "exponential"}}, "#,##0.000"},
+        {{1, 2, 4, 30}, {{"equation", ""}, {"trendline", "logarithmic"}}, "#,##0.0"},
+        {{1, 2, 4, 9}, {{"equation", ""}, {"trendline", "power"}}, "#,##0.00"},
+        {{5, 5, 5}, {{"equation", ""}}, "#,##0.00"},
+        {{5, gap, gap, 9}, {{"equation", ""}}, "#,##0.00"},
+    };
+    for (auto [values, options, format] : cases) {
+        options.try_emplace("trendline", "linear");
+        EXPECT_EQ(readXPath(make(makeData({values}), options).chart, "//c:trendlineLbl/c:numFmt/@formatCode"),
+                  format)
+            << testing::PrintToString(values) << testing::PrintToString(options);
+    }
+    auto points = makeData({{1, 2}});
+    points.dataSet->setCategories({u"1000", u"3000"});
+    EXPECT_EQ(readXPath(make(points, {{"type", "scatter"}, {"trendline", "linear"}, {"equation", ""}}).chart,
+                        "//c:trendlineLbl/c:numFmt/@formatCode"),
+              "#,##0.000000");
 }
 
 TEST(Trends, NeedEnoughPoints)

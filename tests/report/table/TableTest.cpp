@@ -333,6 +333,8 @@ TEST(DateText, ReadsTheFormsThatPeopleWrite)
         {"Fév 2024", dmy, 0, {}},
         {"FÉVRIER 2024", dmy, 45323, DateUnit::Month},
         {"1. února 2024", dmy, 45323, DateUnit::Day},
+        {"Říjen 2024", dmy, 45566, DateUnit::Month},
+        {"5 PAŹDZIERNIKA 2024", dmy, 45570, DateUnit::Day},
         {"1-Okt-2024", dmy, 45566, DateUnit::Day},
         {"October 1, 2024", dmy, 45566, DateUnit::Day},
         {"1 2 2024", dmy, 0, {}},
