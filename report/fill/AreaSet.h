@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "report/fill/CellRange.h"
+#include "support/Export.h"
 
 namespace quillon::report {
 
 /// Areas of a sheet, each once, and the cells that they cover, which are quickly found: a chart may have
 /// areas by the ten thousand.
-class AreaSet {
+class QUILLON_EXPORT AreaSet {
  public:
     void add(const Area& area);
 

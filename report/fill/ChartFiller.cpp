@@ -173,7 +173,7 @@ void ChartFiller::writeContent(Edits& edits, const SeriesPlan& plan)
 {
     const bool hasX = part_.getShape(*plan.look) != GroupShape::Categories;
     const auto& look = *plan.look;
-    const Matches nothing;
+    static const Matches nothing;
     const auto write = [&](const XmlElement& parent, std::string_view name, const PointSource& source,
                            const SourcePlan& to) {
         if (to.kind == Kind::None) return;

@@ -110,24 +110,33 @@ std::vector<std::pair<std::string, std::string>> findTextParts(const Package& do
 ParagraphText::ParagraphText(const XmlElement& paragraph) : paragraph_(paragraph)
 {
     collect(paragraph);
-    shownBegin_ = text_.find_first_not_of(blanks);
-    shownEnd_ = text_.find_last_not_of(blanks) + 1;
+    join();
 }
 
 void ParagraphText::collect(const XmlElement& parent)
 {
     for (const auto child : parent.getChildren()) {
-        if (child.is(Ns::Word, "t")) {
-            pieces_.push_back({child, text_.size(), child.getText()});
-            text_ += pieces_.back().text;
-        } else if (isOneOf(child, containers)) {
+        if (child.is(Ns::Word, "t"))
+            pieces_.push_back({child, 0, child.getText()});
+        else if (isOneOf(child, containers))
             collect(child);
-        } else if (child.is(Ns::Word, "tab")) {
-            text_ += '\t';
-        } else if (!isOneOf(child, invisible)) {
-            text_ += child.is(Ns::Word, "br") ? '\n' : object;
-        }
+        else if (child.is(Ns::Word, "tab"))
+            pieces_.push_back({{}, 0, "\t"});
+        else if (!isOneOf(child, invisible))
+            pieces_.push_back({{}, 0, std::string(1, child.is(Ns::Word, "br") ? '\n' : object)});
     }
+}
+
+/// The text of the pieces, one after the other.
+void ParagraphText::join()
+{
+    text_.clear();
+    for (auto& piece : pieces_) {
+        piece.begin = text_.size();
+        text_ += piece.text;
+    }
+    shownBegin_ = text_.find_first_not_of(blanks);
+    shownEnd_ = text_.find_last_not_of(blanks) + 1;
 }
 
 std::vector<TextMatch> ParagraphText::findPlaceholders() const
@@ -171,30 +180,31 @@ XmlElement ParagraphText::getRun(const TextMatch& match) const
 {
     XmlElement run;
     for (const auto& piece : pieces_)
-        if (piece.begin <= match.begin) run = piece.element.findAncestor(Ns::Word, "r");
+        if (piece.element && piece.begin <= match.begin) run = piece.element.findAncestor(Ns::Word, "r");
     return run;
 }
 
-std::size_t ParagraphText::replace(const std::string& name, const std::string& replacement,
-                                   Edits& edits) const
+std::size_t ParagraphText::replace(const std::string& name, const std::string& replacement)
 {
     auto matches = findPlaceholders();
     std::erase_if(matches, [&](const TextMatch& match) { return match.name != name; });
-    replace(matches, replacement, edits);
+    replace(matches, replacement);
     return matches.size();
 }
 
 void ParagraphText::remove(const TextMatch& match, Edits& edits) const
 {
-    replace({match}, "", edits);
+    auto changed = *this;
+    changed.replace({match}, "");
+    changed.write(edits);
 }
 
 /// Each piece keeps what lies outside of the matches; that in which a match begins gets the replacement.
-void ParagraphText::replace(const std::vector<TextMatch>& matches, const std::string& replacement,
-                            Edits& edits) const
+void ParagraphText::replace(const std::vector<TextMatch>& matches, const std::string& replacement)
 {
+    if (matches.empty()) return;
     auto first = matches.begin();
-    for (const auto& piece : pieces_) {
+    for (auto& piece : pieces_) {
         std::string text;
         std::size_t at = piece.begin;
         const auto end = piece.begin + piece.text.size();
@@ -204,10 +214,17 @@ void ParagraphText::replace(const std::vector<TextMatch>& matches, const std::st
             if (match->begin >= piece.begin) text += replacement;
             at = std::min(match->end, end);
         }
-        if (at == piece.begin) continue;
-        text += text_.substr(at, end - at);
-        setText(piece.element, text, edits);
+        if (at == piece.begin || !piece.element) continue;
+        piece.text = text + text_.substr(at, end - at);
+        piece.isChanged = true;
     }
+    join();
+}
+
+void ParagraphText::write(Edits& edits) const
+{
+    for (const auto& piece : pieces_)
+        if (piece.isChanged) setText(piece.element, piece.text, edits);
 }
 
 std::vector<XmlElement> findParagraphs(const XmlElement& root)

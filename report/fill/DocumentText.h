@@ -26,11 +26,12 @@ struct TextMatch {
 /// The text of a paragraph, however many runs hold it.
 class ParagraphText {
  public:
-    /// A w:t element, and where its text begins in that of the paragraph.
+    /// A w:t element, and where its text begins in that of the paragraph; false for what is no text.
     struct Piece {
         XmlElement element;
         std::size_t begin;
         std::string text;
+        bool isChanged = false;
     };
 
     explicit ParagraphText(const XmlElement& paragraph);
@@ -47,13 +48,16 @@ class ParagraphText {
     XmlElement getRun(const TextMatch& match) const;
 
     /// Replaces every placeholder `name` by a text; returns how many.
-    std::size_t replace(const std::string& name, const std::string& replacement, Edits& edits) const;
+    std::size_t replace(const std::string& name, const std::string& replacement);
+    /// Puts what was replaced into the part.
+    void write(Edits& edits) const;
     /// Takes the text of a match away.
     void remove(const TextMatch& match, Edits& edits) const;
 
  private:
     void collect(const XmlElement& parent);
-    void replace(const std::vector<TextMatch>& matches, const std::string& replacement, Edits& edits) const;
+    void replace(const std::vector<TextMatch>& matches, const std::string& replacement);
+    void join();
 
     XmlElement paragraph_;
     std::string text_;

@@ -58,12 +58,12 @@ void OpenWorkbook::saveSheet(OpenSheet& sheet, Edits& behind)
     const bool hasFormulas = sheet.markup->hasFormulas() || package_.hasPart("xl/calcChain.xml");
     for (const auto& table : sheet.tables) table.save(package_);
     sheet.writes->noteShared(heldStrings_, leftStrings_);
-    auto changed = writeSheet(*sheet.markup, *sheet.writes, behind);
-    needsCalculation_ = needsCalculation_ || (hasFormulas && changed != package_.getPart(part));
+    auto changed = packSheet(package_.getPart(part), *sheet.markup, *sheet.writes, behind);
+    needsCalculation_ = needsCalculation_ || (hasFormulas && changed);
+    if (changed) package_.setPart(part, std::move(*changed));
     sheet.writes.reset();
     sheet.markup.reset();
     sheet.isSaved = true;
-    package_.setPart(part, std::move(changed));
 }
 
 std::string OpenWorkbook::save()

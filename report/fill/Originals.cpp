@@ -66,4 +66,10 @@ std::shared_ptr<const WorkbookMarkup> Originals::getWorkbook(const Package& copy
     return isChanged(copy, part) ? read() : workbooks_.get(part, read, bytes.size());
 }
 
+std::shared_ptr<const TextPart> Originals::getText(const Package& copy, const std::string& part)
+{
+    const auto read = [&] { return std::make_shared<const TextPart>(copy, part); };
+    return isChanged(copy, part) ? read() : texts_.get(part, read);
+}
+
 }  // namespace quillon::report

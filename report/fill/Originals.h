@@ -6,6 +6,7 @@
 
 #include "report/fill/ChartFinder.h"
 #include "report/fill/ChartMarkup.h"
+#include "report/fill/DocumentTexts.h"
 #include "report/fill/Kept.h"
 #include "report/fill/Look.h"
 #include "report/fill/Template.h"
@@ -39,6 +40,7 @@ class Originals {
     /// Never throws for what is in the part: that is the chart's problem.
     std::shared_ptr<const FoundChart> describeChart(const Package& copy, const std::string& part);
     std::shared_ptr<const WorkbookMarkup> getWorkbook(const Package& copy, const std::string& part);
+    std::shared_ptr<const TextPart> getText(const Package& copy, const std::string& part);
 
  private:
     /// Of the files of workbooks that are kept, in bytes. What was read of them takes some 20 times as much.
@@ -51,6 +53,7 @@ class Originals {
     KeptByName<ReadChart> charts_;
     KeptByName<FoundChart> descriptions_;
     KeptByName<WorkbookMarkup> workbooks_{workbookRoom};
+    KeptByName<TextPart> texts_;
 };
 
 }  // namespace quillon::report

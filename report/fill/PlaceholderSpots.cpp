@@ -13,18 +13,6 @@ PlaceholderKind getTextKind(const ParagraphText& paragraph, const TextMatch& mat
     return match.name.starts_with(tablePrefix) ? PlaceholderKind::Table : PlaceholderKind::Paragraph;
 }
 
-void findTextSpots(const XmlElement& root, std::vector<Spot>& spots)
-{
-    for (const auto& element : findParagraphs(root)) {
-        const auto paragraph = std::make_shared<const ParagraphText>(element);
-        for (const auto& match : paragraph->findPlaceholders()) {
-            const auto kind = getTextKind(*paragraph, match);
-            const auto prefix = kind == PlaceholderKind::Table ? tablePrefix.size() : 0;
-            spots.push_back({kind, match.name.substr(prefix), paragraph, match, {}});
-        }
-    }
-}
-
 /// The placeholder that the alternative text or the title of a picture is.
 std::string readPicturePlaceholder(const XmlElement& properties)
 {
@@ -35,7 +23,18 @@ std::string readPicturePlaceholder(const XmlElement& properties)
     return {};
 }
 
-void findPictureSpots(const XmlElement& element, std::vector<Spot>& spots)
+}  // namespace
+
+void appendTextSpots(std::vector<Spot>& spots, const std::shared_ptr<const ParagraphText>& paragraph)
+{
+    for (const auto& match : paragraph->findPlaceholders()) {
+        const auto kind = getTextKind(*paragraph, match);
+        const auto prefix = kind == PlaceholderKind::Table ? tablePrefix.size() : 0;
+        spots.push_back({kind, match.name.substr(prefix), paragraph, match, {}});
+    }
+}
+
+void appendPictureSpots(std::vector<Spot>& spots, const XmlElement& element)
 {
     for (const auto child : element.getChildren()) {
         if (child.is(Ns::WordDrawing, "docPr")) {
@@ -44,17 +43,16 @@ void findPictureSpots(const XmlElement& element, std::vector<Spot>& spots)
             if (!name.empty() && findInside(graphic, Ns::Picture, "pic"))
                 spots.push_back({PlaceholderKind::Picture, name, {}, {}, child});
         }
-        findPictureSpots(child, spots);
+        appendPictureSpots(spots, child);
     }
 }
-
-}  // namespace
 
 std::vector<Spot> findSpots(const XmlElement& root)
 {
     std::vector<Spot> spots;
-    findTextSpots(root, spots);
-    findPictureSpots(root, spots);
+    for (const auto& element : findParagraphs(root))
+        appendTextSpots(spots, std::make_shared<const ParagraphText>(element));
+    appendPictureSpots(spots, root);
     std::ranges::stable_sort(spots, {}, &Spot::getPosition);
     return spots;
 }

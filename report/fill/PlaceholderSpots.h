@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "report/fill/DocumentText.h"
-#include "report/fill/Placeholders.h"
+#include "report/fill/Placeholder.h"
 #include "report/package/XmlSpans.h"
 
 namespace quillon::report {
@@ -30,6 +30,9 @@ struct Spot {
     std::uint32_t getPosition() const { return getElement().getOuter().begin; }
 };
 
+/// Appends the placeholders of a paragraph, and those that the pictures below an element have.
+void appendTextSpots(std::vector<Spot>& spots, const std::shared_ptr<const ParagraphText>& paragraph);
+void appendPictureSpots(std::vector<Spot>& spots, const XmlElement& element);
 /// The placeholders below an element, in order.
 std::vector<Spot> findSpots(const XmlElement& root);
 

@@ -8,45 +8,13 @@
 
 #include "report/fill/ChartInserter.h"
 #include "report/fill/DataTable.h"
+#include "report/fill/DocumentTexts.h"
 #include "report/fill/PlaceholderSpots.h"
-#include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {
 namespace {
-
-/// What stands between the braces.
-std::string getText(const Placeholder& placeholder)
-{
-    return (placeholder.kind == PlaceholderKind::Table ? std::string(tablePrefix) : "") + placeholder.name;
-}
-
-std::string showBraces(const std::string& text)
-{
-    return "{{" + showText(text) + "}}";
-}
-
-/// Says that a placeholder is missing, or stands where it cannot become what it should, with those there are.
-[[noreturn]] void failMissing(const Package& document, const Placeholder& wanted, const std::string& reason)
-{
-    constexpr std::size_t named = 20;
-    std::string list;
-    std::vector<std::string> texts;
-    for (const auto& placeholder : findPlaceholders(document)) {
-        if (placeholder.name == wanted.name)
-            throw std::runtime_error("Placeholder " + showBraces(wanted.name) + ": " + reason);
-        const auto text = getText(placeholder);
-        if (std::ranges::find(texts, text) != texts.end()) continue;
-        texts.push_back(text);
-        if (texts.size() <= named) list += (list.empty() ? "" : ", ") + showBraces(text);
-    }
-    if (texts.size() > named) list += " and " + std::to_string(texts.size() - named) + " more";
-    const auto near = findNearName(getText(wanted), texts);
-    throw MissingPlaceholder("There is no placeholder " + showBraces(getText(wanted)) +
-                             (near.empty() ? "; the" : "; did you mean " + showBraces(near) + "? The") +
-                             " document has " + (list.empty() ? "none" : list) + ".");
-}
 
 /// Calls `change` with each part that holds text, and stores what it changed.
 void changeTextParts(Package& document, const std::function<void(const XmlSpans&, Edits&)>& change)
@@ -62,37 +30,6 @@ void changeTextParts(Package& document, const std::function<void(const XmlSpans&
 }
 
 }  // namespace
-
-std::vector<Placeholder> findPlaceholders(const Package& document)
-{
-    std::vector<Placeholder> found;
-    for (const auto& [part, place] : findTextParts(document)) {
-        std::set<std::pair<std::string, PlaceholderKind>> known;
-        const XmlSpans xml(document.getPart(part), part);
-        for (const auto& spot : findSpots(xml.getRoot())) {
-            if (isInFallback(spot.getElement()) || !known.emplace(spot.name, spot.kind).second) continue;
-            found.push_back({spot.name, spot.kind, part});
-        }
-    }
-    return found;
-}
-
-std::size_t replaceText(Package& document, const std::string& name, const std::string& text)
-{
-    static_cast<void>(readXmlText(text, "{{" + name + "}}"));
-    std::size_t count = 0;
-    auto changed = document;
-    changeTextParts(changed, [&](const XmlSpans& xml, Edits& edits) {
-        for (const auto& paragraph : findParagraphs(xml.getRoot())) {
-            const auto replaced = ParagraphText(paragraph).replace(name, text, edits);
-            if (!isInFallback(paragraph)) count += replaced;
-        }
-    });
-    if (count == 0)
-        failMissing(document, {name}, "it is a picture or a table; expected one in running text.");
-    document = std::move(changed);
-    return count;
-}
 
 void insertChart(Package& document, const std::string& name, const NewChart& chart)
 {
@@ -112,8 +49,9 @@ void insertChart(Package& document, const std::string& name, const NewChart& cha
         }
     });
     if (!isFound)
-        failMissing(document, {name},
-                    "a chart takes the place of a picture, or of a paragraph that holds nothing else.");
+        DocumentTexts().failMissing(
+            document, {name},
+            "a chart takes the place of a picture, or of a paragraph that holds nothing else.");
     document = std::move(changed);
 }
 
@@ -134,7 +72,7 @@ void insertTable(Package& document, const std::string& name, const ChartData& da
         }
     });
     if (!isFound)
-        failMissing(
+        DocumentTexts().failMissing(
             document, {name, PlaceholderKind::Table},
             "a table takes the place of a paragraph that holds {{table:" + showText(name) + "}} alone.");
     document = std::move(changed);

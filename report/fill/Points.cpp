@@ -96,6 +96,20 @@ bool Points::operator==(const Points& other) const
                       isSameNumber);
 }
 
+bool Points::isMissing(std::size_t index) const
+{
+    return areText ? texts[index].empty() : std::isnan(numbers[index]);
+}
+
+std::size_t Points::estimateMarkup(std::size_t prefixSize) const
+{
+    // Tags, position and the longest number.
+    constexpr std::size_t perPoint = 60;
+    std::size_t size = getSize() * (perPoint + 4 * prefixSize);
+    for (const auto& text : texts) size += text.size();
+    return size;
+}
+
 /// Reads the content of a cache tag by tag; a chart may hold very many.
 class PointCache::Reader {
  public:
@@ -226,6 +240,16 @@ bool PointCache::hasValue(const Point& point, const Points& points, std::size_t 
                           : isSameNumber(readCachedNumber(getValue(point)), points.numbers[index]);
 }
 
+bool PointCache::holds(const Points& points) const
+{
+    if (points.getSize() != count_) return false;
+    for (std::size_t i = 0; i < count_; ++i) {
+        const auto* point = find(i);
+        if (point == nullptr ? !points.isMissing(i) : !hasValue(*point, points, i)) return false;
+    }
+    return true;
+}
+
 void PointCache::append(std::string& markup, const Points& points, const Matches& matches,
                         const std::string& prefix) const
 {
@@ -242,7 +266,7 @@ void PointCache::append(std::string& markup, const Points& points, const Matches
             }
             continue;
         }
-        if (points.areText ? points.texts[i].empty() : std::isnan(points.numbers[i])) continue;
+        if (points.isMissing(i)) continue;
         appendPoint(markup, prefix, i, format,
                     points.areText ? escapeText(points.texts[i]) : writeCachedNumber(points.numbers[i]));
     }

@@ -21,6 +21,9 @@ struct Points {
     std::size_t getSize() const { return areText ? texts.size() : numbers.size(); }
     void resize(std::size_t size);
     bool operator==(const Points& other) const;
+    bool isMissing(std::size_t index) const;
+    /// The most bytes that they take as markup, with prefixes of that length and without formats.
+    std::size_t estimateMarkup(std::size_t prefixSize) const;
 };
 
 /// The points that a chart part holds of a range of cells: the content of numCache, numLit, strCache, strLit,
@@ -47,6 +50,8 @@ class PointCache {
     /// The number of points alone.
     static std::size_t readCount(const XmlSpans& xml, const XmlElement& cache);
 
+    /// Whether these are the points that it holds.
+    bool holds(const Points& points) const;
     /// Appends the points as markup. A point that stays at its place and has the value it had
     /// keeps its text; formats of points move along as `matches` says. Prefix: "c:".
     void append(std::string& markup, const Points& points, const Matches& matches,

@@ -76,7 +76,7 @@ class SheetMarkup::Reader {
     {
         --depth_;
         const auto end = tag.isEmpty ? tag.span.end : tag.span.begin;
-        if (depth_ == 0 && isRow_) sheet_.rows_.back().inner.end = end;
+        if (depth_ == 0 && isRow_) sheet_.rows_.back().end = end;
         if (depth_ == 1 && isCell_) closeCell(tag);
         if (depth_ == 2 && isCell_ && (tag.name == "v" || tag.name == "is"))
             sheet_.cells_.back().value.end = end;
@@ -87,12 +87,7 @@ class SheetMarkup::Reader {
         const auto number = parseAll<std::uint32_t>(getAttribute(tag, "r"));
         if (!number || *number == 0 || (!sheet_.rows_.empty() && sheet_.rows_.back().number >= *number - 1))
             throw std::runtime_error("the rows of the sheet have no numbers in order");
-        sheet_.rows_.push_back({*number - 1,
-                                tag.span,
-                                {tag.span.end, tag.span.end},
-                                scanner_.findAttribute(tag, "spans").value_or(Span()),
-                                scanner_.findAttribute(tag, "r").value_or(Span()),
-                                tag.isEmpty});
+        sheet_.rows_.push_back({*number - 1, tag.span, tag.span.end, tag.isEmpty});
         lastColumn_ = -1;
     }
 
@@ -197,18 +192,22 @@ CellValue SheetMarkup::read(const SheetCell& cell) const
     return number ? CellValue(*number) : CellValue();
 }
 
+Span SheetMarkup::findAttribute(Span startTag, std::string_view name) const
+{
+    TagScanner scanner(xml_.getText(), startTag);
+    const auto tag = scanner.next();
+    return tag ? scanner.findAttribute(*tag, name).value_or(Span()) : Span();
+}
+
 std::string SheetMarkup::moveRows(std::uint32_t row, std::uint32_t by) const
 {
     Edits edits;
     for (const auto& moved : rows_)
-        if (moved.number > row) edits.replace(moved.place, std::to_string(moved.number + by + 1));
-    for (const auto& cell : cells_) {
-        if (cell.row <= row) continue;
-        TagScanner scanner(xml_.getText(), cell.outer);
-        if (const auto tag = scanner.next())
-            edits.replace(scanner.findAttribute(*tag, "r").value_or(Span()),
-                          formatCell(cell.row + by, cell.column));
-    }
+        if (moved.number > row)
+            edits.replace(findAttribute(moved.startTag, "r"), std::to_string(moved.number + by + 1));
+    for (const auto& cell : cells_)
+        if (cell.row > row)
+            edits.replace(findAttribute(cell.outer, "r"), formatCell(cell.row + by, cell.column));
     return edits.apply(xml_);
 }
 

@@ -13,16 +13,13 @@
 
 namespace quillon::report {
 
-/// A row element, and where things stand in it.
+/// A row element. There may be very many, and of cells as well: they hold no more than they must.
 struct SheetRow {
     /// From 0.
     std::uint32_t number;
     Span startTag;
-    Span inner;
-    /// The value of the attribute that announces the columns; empty without.
-    Span columns;
-    /// The value of the attribute that is the number.
-    Span place;
+    /// Where the end tag begins.
+    std::uint32_t end;
     bool isEmptyTag;
 };
 
@@ -34,8 +31,8 @@ struct SheetCell {
     std::uint32_t row;
     std::uint16_t column;
     Kind kind;
-    bool hasFormula;
-    bool isEmpty;
+    bool hasFormula : 1;
+    bool isEmpty : 1;
     std::int32_t style;
     Span outer;
     /// The number or text, or the markup of one that stands in the cell itself.
@@ -56,6 +53,8 @@ class SheetMarkup {
     /// The element with the rows.
     const XmlElement& getData() const { return data_; }
     const std::vector<SheetRow>& getRows() const { return rows_; }
+    /// The value of an attribute of a start tag; an empty span at 0 when there is none.
+    Span findAttribute(Span startTag, std::string_view name) const;
     /// Row by row.
     const std::vector<SheetCell>& getCells() const { return cells_; }
     /// Null where no cell is written.

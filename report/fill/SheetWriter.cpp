@@ -10,21 +10,50 @@ namespace {
 using Write = CellWrites::Write;
 using Writes = std::span<const Write>;
 
+/// Of the text that is packed at once.
+constexpr std::size_t pieceSize = 0x10000;
+
+/// Packs a part piece by piece, and compares it with what it was.
+class PartPacker {
+ public:
+    PartPacker(const XmlSpans& xml, std::string_view before) : xml_(xml), before_(before) {}
+
+    /// Piece: whole characters.
+    void append(std::string piece)
+    {
+        const auto bytes = xml_.encode(std::move(piece), size_ == 0);
+        isSame_ = isSame_ && before_.substr(size_, bytes.size()) == bytes;
+        size_ += bytes.size();
+        packer_.append(bytes);
+    }
+
+    std::optional<PackedBytes> finish()
+    {
+        if (isSame_ && size_ == before_.size()) return {};
+        return packer_.finish();
+    }
+
+ private:
+    const XmlSpans& xml_;
+    std::string_view before_;
+    Packer packer_;
+    std::size_t size_ = 0;
+    bool isSame_ = true;
+};
+
 /// Makes the new rows.
 class RowWriter {
  public:
-    /// Appends to `text`.
-    RowWriter(const SheetMarkup& sheet, const CellWrites& writes, std::string text)
+    RowWriter(const SheetMarkup& sheet, const CellWrites& writes, PartPacker& packer)
         : sheet_(sheet),
           writes_(writes),
+          packer_(packer),
           prefix_(sheet.getData().getPrefix()),
-          text_(std::move(text)),
           at_(sheet.getData().getInner().begin)
     {
-        text_.reserve(sheet.getXml().getText().size() + 16 * writes.getWrites().size());
     }
 
-    std::string make()
+    void write()
     {
         const Writes writes = writes_.getWrites();
         for (auto from = writes.begin(); from != writes.end();) {
@@ -32,9 +61,10 @@ class RowWriter {
                 std::find_if(from, writes.end(), [&](const Write& w) { return w.row != from->row; });
             writeRow({from, to});
             from = to;
+            if (text_.size() >= pieceSize) packer_.append(std::exchange(text_, {}));
         }
         copyTo(sheet_.getData().getInner().end);
-        return std::move(text_);
+        packer_.append(std::move(text_));
     }
 
  private:
@@ -72,7 +102,7 @@ class RowWriter {
             if (isInRow() && next->column == write.column) {
                 changeCell(write, *next);
             } else if (!isNothing(write.get())) {
-                if (!row.isEmptyTag) copyTo(isInRow() ? next->outer.begin : row.inner.end);
+                if (!row.isEmptyTag) copyTo(isInRow() ? next->outer.begin : row.end);
                 writeCell(write);
             }
         }
@@ -84,10 +114,10 @@ class RowWriter {
     {
         const auto tag = row.startTag;
         copyTo(tag.begin);
-        if (row.columns.end != 0) {
+        if (const auto columns = sheet_.findAttribute(tag, "spans"); columns.end != 0) {
             constexpr std::uint32_t nameSize = 8;  // A blank, the name, "=" and a quote.
-            copyTo(row.columns.begin - nameSize);
-            at_ = row.columns.end + 1;
+            copyTo(columns.begin - nameSize);
+            at_ = columns.end + 1;
         }
         if (!row.isEmptyTag) return copyTo(tag.end);
         copyTo(tag.end - 2);
@@ -130,29 +160,37 @@ class RowWriter {
 
     const SheetMarkup& sheet_;
     const CellWrites& writes_;
+    PartPacker& packer_;
     std::string prefix_;
     std::string text_;
     std::uint32_t at_;
 };
 
+/// The start tag of rows that there were none of changes as well.
+std::string makeStart(const SheetMarkup& sheet, const CellWrites& writes)
+{
+    Edits edits;
+    if (const auto dimension = sheet.getXml().getRoot().findChild("dimension"))
+        edits.setAttribute(dimension, "ref", formatArea(writes.getUsedArea().value_or(Area())));
+    const auto data = sheet.getData();
+    const auto start = data.getStartTag();
+    if (data.isEmptyTag()) edits.replace({start.end - 2, start.end}, ">");
+    return edits.apply(sheet.getXml().getText(), {0, start.end});
+}
+
 }  // namespace
 
-std::string writeSheet(const SheetMarkup& sheet, const CellWrites& writes, Edits& behind)
+std::optional<PackedBytes> packSheet(const std::string& bytes, const SheetMarkup& sheet,
+                                     const CellWrites& writes, Edits& behind)
 {
-    Edits before;
-    if (const auto dimension = sheet.getXml().getRoot().findChild("dimension"))
-        before.setAttribute(dimension, "ref", formatArea(writes.getUsedArea().value_or(Area())));
     const auto text = sheet.getXml().getText();
     const auto data = sheet.getData();
-    const auto end = static_cast<std::uint32_t>(text.size());
-    // The start tag of rows that there were none of changes as well.
-    const bool isNew = data.isEmptyTag();
-    if (isNew) before.setInner(data, RowWriter(sheet, writes, "").make());
-    auto changed = before.apply(text, {0, data.getInner().begin});
-    // In one go: a second text of this size would be the largest thing in memory.
-    if (!isNew) changed = RowWriter(sheet, writes, std::move(changed)).make();
-    changed += behind.apply(text, {data.getInner().end, end});
-    return sheet.getXml().encode(std::move(changed));
+    PartPacker packer(sheet.getXml(), bytes);
+    packer.append(makeStart(sheet, writes));
+    RowWriter(sheet, writes, packer).write();
+    if (data.isEmptyTag()) packer.append("</" + std::string(data.getPrefix()) + "sheetData>");
+    packer.append(behind.apply(text, {data.getInner().end, static_cast<std::uint32_t>(text.size())}));
+    return packer.finish();
 }
 
 }  // namespace quillon::report

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace quillon::report {
 namespace {
@@ -47,12 +48,13 @@ std::string makeCount(const std::string& prefix, std::size_t count)
     return "<" + prefix + "ptCount val=\"" + std::to_string(count) + "\"/>";
 }
 
-/// The content of a cache, with what is kept of the old one.
+/// The content of a cache, with what is kept of the old one. It is written when all is planned.
 class CacheMarkup {
  public:
+    /// The caller keeps all but the prefix until the cache is written.
     CacheMarkup(const ChartMarkup& part, const PointSource& source, const SourceContent& content,
-                const std::string& prefix)
-        : part_(part), source_(source), content_(content), prefix_(prefix), isKept_(isSameKind())
+                std::string prefix)
+        : part_(part), source_(source), content_(content), prefix_(std::move(prefix)), isKept_(isSameKind())
     {
     }
 
@@ -61,25 +63,30 @@ class CacheMarkup {
     bool isUnchanged() const
     {
         const auto before = part_.readCache(source_);
-        if (before.getCount() != content_.points.getSize() || !isIdentity(content_.matches)) return false;
+        if (!isIdentity(content_.matches) || !before.holds(content_.points)) return false;
         if (!content_.format.empty() && content_.format != before.getFormat()) return false;
-        if (!(before.read(content_.points.areText) == content_.points)) return false;
         if (content_.kind != Kind::Levels) return true;
         if (before.getLevelCount() != content_.levels.size() + 1) return false;
         for (std::size_t i = 0; i < content_.levels.size(); ++i)
-            if (!(part_.readCache(source_, content_.levels.size() - i).read(true) == content_.levels[i]))
-                return false;
+            if (!part_.readCache(source_, content_.levels.size() - i).holds(content_.levels[i])) return false;
         return true;
     }
 
-    std::string make() const
+    void append(std::string& markup) const
     {
-        if (content_.kind == Kind::Levels) return makeLevels();
+        if (content_.kind == Kind::Levels) return appendLevels(markup);
         const auto before = isKept_ ? part_.readCache(source_) : PointCache();
-        auto markup = makeFormat(before.getFormat()) + makeCount(prefix_, content_.points.getSize());
+        markup += makeFormat(before.getFormat()) + makeCount(prefix_, content_.points.getSize());
         before.append(markup, content_.points, content_.matches, prefix_);
         markup += before.getExtensions();
-        return markup;
+    }
+
+    /// The most bytes that append adds, roughly.
+    std::size_t estimate() const
+    {
+        auto size = content_.points.estimateMarkup(prefix_.size());
+        for (const auto& level : content_.levels) size += level.estimateMarkup(prefix_.size());
+        return size;
     }
 
  private:
@@ -92,18 +99,17 @@ class CacheMarkup {
                                              : source_.kind == Kind::Levels;
     }
 
-    std::string makeLevels() const
+    void appendLevels(std::string& markup) const
     {
-        auto markup = makeCount(prefix_, content_.points.getSize());
+        markup += makeCount(prefix_, content_.points.getSize());
         for (std::size_t i = 0; i <= content_.levels.size(); ++i) {
             const auto& points = i == 0 ? content_.points : content_.levels[content_.levels.size() - i];
             const auto before = isKept_ ? part_.readCache(source_, i) : PointCache();
-            std::string level;
-            before.append(level, points, {}, prefix_);
-            markup += wrap(prefix_, "lvl", level);
+            markup += "<" + prefix_ + "lvl>";
+            before.append(markup, points, {}, prefix_);
+            markup += "</" + prefix_ + "lvl>";
         }
         if (isKept_) markup += part_.readCache(source_).getExtensions();
-        return markup;
     }
 
     std::string makeFormat(const std::string& before) const
@@ -115,10 +121,25 @@ class CacheMarkup {
 
     const ChartMarkup& part_;
     const PointSource& source_;
-    const SourceContent& content_;
-    const std::string& prefix_;
+    SourceContent content_;
+    std::string prefix_;
     bool isKept_;
 };
+
+/// A reference with a cache, as what writes it.
+Edits::Write makeReference(const CacheMarkup& cache, const SourceContent& content, const std::string& prefix)
+{
+    const auto [reference, cacheName] = getNames(content.kind);
+    const auto start = "<" + prefix + std::string(reference) + ">" +
+                       wrap(prefix, "f", escapeText(content.formula)) + "<" + prefix +
+                       std::string(cacheName) + ">";
+    const auto end = "</" + prefix + std::string(cacheName) + "></" + prefix + std::string(reference) + ">";
+    return [=](std::string& markup) {
+        markup += start;
+        cache.append(markup);
+        markup += end;
+    };
+}
 
 void writeReference(Edits& edits, const PointSource& source, const SourceContent& content,
                     const std::string& prefix)
@@ -153,21 +174,20 @@ void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series
     const CacheMarkup cache(part, source, content, prefix);
     if (cache.isKept()) {
         writeReference(edits, source, content, prefix);
-        if (!cache.isUnchanged()) edits.setInner(source.cache, cache.make());
+        if (!cache.isUnchanged())
+            edits.setInnerLater(source.cache, cache.estimate(),
+                                [cache](std::string& markup) { cache.append(markup); });
         return;
     }
     if (source.kind == Kind::None && content.formula.empty())
         return insertIntoSeries(
             edits, series, name,
             wrap(prefix, name, wrap(prefix, "v", escapeText(content.points.texts.at(0)))));
-    const auto [reference, cacheName] = getNames(content.kind);
-    const auto markup =
-        wrap(prefix, reference,
-             wrap(prefix, "f", escapeText(content.formula)) + wrap(prefix, cacheName, cache.make()));
-    if (source.holder)
-        edits.setInner(source.holder, markup);
-    else
-        insertIntoSeries(edits, series, name, wrap(prefix, name, markup));
+    const auto write = makeReference(cache, content, prefix);
+    if (source.holder) return edits.setInnerLater(source.holder, cache.estimate(), write);
+    std::string markup;
+    write(markup);
+    insertIntoSeries(edits, series, name, wrap(prefix, name, markup));
 }
 
 }  // namespace quillon::report

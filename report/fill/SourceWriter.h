@@ -10,7 +10,7 @@
 
 namespace quillon::report {
 
-/// What a source of points holds from now on.
+/// What a source of points holds from now on. The caller keeps what it names until all edits are made.
 struct SourceContent {
     /// Number, Text or Levels.
     PointSource::Kind kind;
@@ -30,7 +30,8 @@ void insertIntoSeries(Edits& edits, const XmlElement& series, std::string_view n
                       const std::string& markup);
 
 /// Writes the content of c:cat, c:val and the like: in the caches where they hold that kind already, anew
-/// otherwise. `name` is the element's where the series has none.
+/// otherwise. `name` is the element's where the series has none. The caller keeps the part and the source
+/// until all edits are made.
 void writeSource(Edits& edits, const ChartMarkup& part, const XmlElement& series, std::string_view name,
                  const PointSource& source, const SourceContent& content);
 

@@ -75,7 +75,12 @@ std::string describe(const FoundChart& chart)
 
 struct Template::Content {
     Content(Package opened, std::string path)
-        : package(std::move(opened)), file(std::move(path)), originals(std::make_shared<Originals>(package))
+        : package(std::move(opened)),
+          file(std::move(path)),
+          originals(std::make_shared<Originals>(package)),
+          texts([known = originals](const Package& copy, const std::string& part) {
+              return known->getText(copy, part);
+          })
     {
     }
 
@@ -107,13 +112,16 @@ struct Template::Content {
                         std::string& altText);
     void setAltText(std::size_t index, const std::string& altText);
 
-    /// After a change of anything but a chart part.
+    /// With all that was replaced in its text.
+    Package& getPackage();
+    /// After a change of anything but a chart part or text.
     void forget();
 
     Package package;
     /// Empty for a document that came as bytes.
     std::string file;
     std::shared_ptr<Originals> originals;
+    DocumentTexts texts;
     /// What is known of this copy: its drawings, null until they are needed, and the chart parts that it has
     /// changed.
     mutable std::shared_ptr<const Drawings> drawings;
@@ -131,9 +139,19 @@ const Drawings& Template::Content::getDrawings() const
     return *drawings;
 }
 
+Package& Template::Content::getPackage()
+{
+    if (!texts.save(package)) return package;
+    // Drawings stand elsewhere in their parts now.
+    isChanged = true;
+    drawings.reset();
+    return package;
+}
+
 void Template::Content::forget()
 {
     isChanged = true;
+    texts.forget();
     drawings.reset();
     charts.clear();
 }
@@ -196,7 +214,7 @@ void Template::Content::failToFind(const std::string& key, std::size_t count) co
 /// The middle of the sentence that says what is there.
 std::string Template::Content::explainMissing(const std::string& key) const
 {
-    for (const auto& placeholder : findPlaceholders(package))
+    for (const auto& placeholder : DocumentTexts(texts).findPlaceholders(package))
         if (placeholder.name == stripBraces(key))
             return ", but a placeholder {{" + showText(placeholder.name) +
                    "}}, where a new chart is inserted (--at, in a job file \"at\"); the";
@@ -234,8 +252,10 @@ FillReport Template::Content::fill(std::size_t index, const ChartData& data, con
 
 void Template::Content::setAltText(std::size_t index, const std::string& altText)
 {
+    auto& current = getPackage();
     auto described = std::make_shared<Drawings>(getDrawings());
-    describeDrawing(package, *described, index, altText);
+    describeDrawing(current, *described, index, altText);
+    texts.forget();
     drawings = described;
     isChanged = true;
 }
@@ -250,7 +270,7 @@ void Template::Content::separate(std::size_t index)
                    other.chartParts.end();
         };
         if (std::count_if(getDrawings().begin(), getDrawings().end(), shows) < 2) continue;
-        showCopy(package, drawing, part, copyChart(package, part));
+        showCopy(getPackage(), drawing, part, copyChart(package, part));
         forget();
     }
 }
@@ -364,14 +384,14 @@ FillReport Template::fill(const std::string& chart, const ChartData& data, const
 
 std::vector<Placeholder> Template::getPlaceholders() const
 {
-    return getContent().inFile([&] { return findPlaceholders(getContent().package); });
+    return getContent().inFile([&] { return getContent().texts.findPlaceholders(getContent().package); });
 }
 
 void Template::insert(const std::string& placeholder, const chart::Chart& chart, const ChartOptions& options,
                       const ChartData& data, const Listener& listener)
 {
     try {
-        insertChart(getContent().package, placeholder, {chart, options, listener, data});
+        insertChart(getContent().getPackage(), placeholder, {chart, options, listener, data});
     } catch (const MissingPlaceholder&) {
         if (getContent().findNamed(placeholder).empty()) throw;
         throw std::runtime_error("There is no placeholder {{" + showText(placeholder) + "}}, but a chart " +
@@ -383,20 +403,18 @@ void Template::insert(const std::string& placeholder, const chart::Chart& chart,
 
 void Template::insertTable(const std::string& placeholder, const ChartData& data, const ChartOptions& options)
 {
-    report::insertTable(getContent().package, placeholder, data, options);
+    report::insertTable(getContent().getPackage(), placeholder, data, options);
     getContent().forget();
 }
 
 std::size_t Template::replace(const std::string& placeholder, const std::string& text)
 {
-    const auto count = replaceText(getContent().package, placeholder, text);
-    getContent().forget();
-    return count;
+    return getContent().texts.replace(getContent().package, placeholder, text);
 }
 
 std::string Template::toBytes() const
 {
-    return getContent().package.toBytes();
+    return getContent().getPackage().toBytes();
 }
 
 void Template::save(const std::string& path) const
@@ -406,7 +424,7 @@ void Template::save(const std::string& path) const
 
 const Package& Template::getPackage() const
 {
-    return getContent().package;
+    return getContent().getPackage();
 }
 
 }  // namespace quillon::report

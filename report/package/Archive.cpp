@@ -220,27 +220,6 @@ std::string inflateBytes(std::string_view packed, std::size_t size)
     return bytes;
 }
 
-/// Grows with what is packed: a buffer for the worst case would be as large as the content.
-std::string deflateBytes(std::string_view bytes)
-{
-    Stream<deflateEnd> stream;
-    constexpr int memoryLevel = 8;
-    if (deflateInit2(&stream, fastestCompression, Z_DEFLATED, rawWindow, memoryLevel, Z_DEFAULT_STRATEGY) !=
-        Z_OK)
-        throw std::bad_alloc();
-    std::string packed;
-    std::string chunk(std::min<std::size_t>(bytes.size() / 4 + 0x100, 0x10000), '\0');
-    setBuffers(stream, bytes, chunk);
-    for (int status = Z_OK; status != Z_STREAM_END;) {
-        status = deflate(&stream, Z_FINISH);
-        if (status != Z_OK && status != Z_BUF_ERROR && status != Z_STREAM_END) throw std::bad_alloc();
-        packed.append(chunk, 0, chunk.size() - stream.avail_out);
-        stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
-        stream.avail_out = static_cast<uInt>(chunk.size());
-    }
-    return packed;
-}
-
 [[noreturn]] void failTooLarge()
 {
     throw std::runtime_error("The document would be larger than 4 GB, which its format cannot hold.");
@@ -268,10 +247,62 @@ std::string unpack(std::string_view bytes, const Archive::Entry& entry)
 
 }  // namespace
 
+/// A chunk is small: a buffer for the worst case would be as large as the content.
+struct Packer::Stream : quillon::report::Stream<deflateEnd> {
+    std::string chunk = std::string(0x4000, '\0');
+};
+
+Packer::Packer() : stream_(std::make_unique<Stream>())
+{
+    constexpr int memoryLevel = 8;
+    if (deflateInit2(stream_.get(), fastestCompression, Z_DEFLATED, rawWindow, memoryLevel,
+                     Z_DEFAULT_STRATEGY) != Z_OK)
+        throw std::bad_alloc();
+    packed_.method = deflated;
+}
+
+Packer::~Packer() = default;
+
+void Packer::append(std::string_view piece)
+{
+    packed_.size += piece.size();
+    packed_.checksum = static_cast<std::uint32_t>(
+        crc32_z(packed_.checksum, reinterpret_cast<const Bytef*>(piece.data()), piece.size()));
+    deflatePiece(piece, Z_NO_FLUSH);
+}
+
+PackedBytes Packer::finish()
+{
+    deflatePiece({}, Z_FINISH);
+    if (packed_.size >= elsewhere) failTooLarge();
+    return std::move(packed_);
+}
+
+void Packer::deflatePiece(std::string_view piece, int flush)
+{
+    auto& stream = *stream_;
+    do {
+        // The counters of a stream are narrower than a piece may be.
+        const auto part = piece.substr(0, 1U << 30);
+        setBuffers(stream, part, stream.chunk);
+        const int status = deflate(&stream, flush);
+        if (status != Z_OK && status != Z_BUF_ERROR && status != Z_STREAM_END) throw std::bad_alloc();
+        packed_.bytes.append(stream.chunk, 0, stream.chunk.size() - stream.avail_out);
+        piece.remove_prefix(part.size() - stream.avail_in);
+    } while (stream.avail_out == 0 || !piece.empty());
+}
+
 PackedBytes pack(std::string_view bytes)
 {
     if (bytes.size() >= elsewhere || bytes.starts_with(localSignature)) return store(bytes);
-    return {deflated, makeChecksum(bytes), bytes.size(), deflateBytes(bytes)};
+    Packer packer;
+    packer.append(bytes);
+    return packer.finish();
+}
+
+std::string unpack(const PackedBytes& packed)
+{
+    return packed.method == stored ? packed.bytes : inflateBytes(packed.bytes, packed.size);
 }
 
 PackedBytes store(std::string_view bytes)

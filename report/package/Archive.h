@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/Export.h"
+
 namespace quillon::report {
 
 /// What is refused, because no document needs it and a hostile file might: bytes, unless it says otherwise.
@@ -38,6 +40,28 @@ inline constexpr std::uint32_t firstDay = 0x210000;
 PackedBytes pack(std::string_view bytes);
 /// The same as they are.
 PackedBytes store(std::string_view bytes);
+/// What was packed.
+std::string unpack(const PackedBytes& packed);
+
+/// Deflates content that comes piece by piece, so that it is never there as a whole.
+class QUILLON_EXPORT Packer {
+ public:
+    Packer();
+    ~Packer();
+    Packer(const Packer&) = delete;
+    Packer& operator=(const Packer&) = delete;
+
+    void append(std::string_view piece);
+    /// The end. Throws: std::runtime_error beyond 4 GB.
+    PackedBytes finish();
+
+ private:
+    struct Stream;
+    void deflatePiece(std::string_view piece, int flush);
+
+    std::unique_ptr<Stream> stream_;
+    PackedBytes packed_;
+};
 
 /// A zip file that is read, and whose entries can be copied as they are. It keeps the bytes and never
 /// changes; threads may share it. A library that hides where an entry's bytes lie could only rewrite them.

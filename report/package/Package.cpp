@@ -21,17 +21,26 @@
 
 namespace quillon::report {
 
-/// The new content of a part; it is packed once, however often it is written.
+/// The new content of a part: as bytes, packed once, however often it is written, or packed, and then the
+/// other way round.
 struct Package::Content {
     explicit Content(std::string content) : bytes(std::move(content)) {}
+    explicit Content(PackedBytes content) : isPacked(true), packed(std::move(content)) {}
+
+    const std::string& getBytes() const
+    {
+        if (isPacked) std::call_once(once, [this] { bytes = unpack(packed); });
+        return bytes;
+    }
     const PackedBytes& getPacked() const
     {
-        std::call_once(once, [this] { packed = pack(bytes); });
+        if (!isPacked) std::call_once(once, [this] { packed = pack(bytes); });
         return packed;
     }
 
-    std::string bytes;
+    bool isPacked = false;
     mutable std::once_flag once;
+    mutable std::string bytes;
     mutable PackedBytes packed;
 };
 
@@ -213,7 +222,7 @@ std::vector<std::string> Package::getPartNames() const
 const std::string* Package::findPart(const std::string& key) const
 {
     if (const auto change = changes_.find(key); change != changes_.end())
-        return change->second ? &change->second->bytes : nullptr;
+        return change->second ? &change->second->getBytes() : nullptr;
     const auto index = opened_->indices.find(key);
     return index == opened_->indices.end() ? nullptr : &opened_->archive.read(index->second);
 }
@@ -240,6 +249,11 @@ void Package::setPart(std::string_view name, std::string bytes)
         changes_.erase(key);
     else
         changes_[key] = std::make_shared<const Content>(std::move(bytes));
+}
+
+void Package::setPart(std::string_view name, PackedBytes packed)
+{
+    changes_[makePartKey(name)] = std::make_shared<const Content>(std::move(packed));
 }
 
 void Package::addPart(const std::string& name, std::string bytes, std::string_view contentType)

@@ -54,6 +54,9 @@ class QUILLON_EXPORT Package {
     const std::string& getPart(std::string_view name) const;
     /// Replaces the content of a part that is there.
     void setPart(std::string_view name, std::string bytes);
+    /// The same for a content that is packed already, and is unpacked when it is asked for. It differs from
+    /// the one before.
+    void setPart(std::string_view name, PackedBytes packed);
     /// Throws: std::runtime_error when there is such a part already.
     void addPart(const std::string& name, std::string bytes, std::string_view contentType);
     /// Removes a part with its relationships and its content type; what refers to it is the caller's.

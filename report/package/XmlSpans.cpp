@@ -65,7 +65,7 @@ void XmlSpans::decode(std::string_view bytes)
     text_ = converted_;
 }
 
-std::string XmlSpans::encode(std::string text) const
+std::string XmlSpans::encode(std::string text, bool isStart) const
 {
     if (encoding_ == Encoding::Utf8) return text;
     std::string bytes;
@@ -75,7 +75,7 @@ std::string XmlSpans::encode(std::string text) const
         bytes += encoding_ == Encoding::Utf16Big ? high : low;
         bytes += encoding_ == Encoding::Utf16Big ? low : high;
     };
-    if (hasMark_) append(0xFEFF);
+    if (hasMark_ && isStart) append(0xFEFF);
     for (const char16_t unit : toUtf16(text)) append(unit);
     return bytes;
 }
@@ -274,13 +274,26 @@ std::optional<Span> TagScanner::findAttribute(const Tag& tag, std::string_view n
     return span;
 }
 
-void Edits::setInner(const XmlElement& element, const std::string& markup)
+void Edits::setInner(const XmlElement& element, std::string markup)
 {
-    if (!element.isEmptyTag()) return replace(element.getInner(), markup);
+    const auto size = markup.size();
+    setInnerLater(element, size, [markup = std::move(markup)](std::string& text) { text += markup; });
+}
+
+void Edits::setInnerLater(const XmlElement& element, std::size_t size, Write write)
+{
+    if (!element.isEmptyTag()) return edits_.push_back({element.getInner(), {}, std::move(write), size});
     const auto source = element.getSource();
-    const auto name = source.substr(1, source.find_first_of(" \t\r\n/>") - 1);
+    const std::string name(source.substr(1, source.find_first_of(" \t\r\n/>") - 1));
     const auto end = element.getOuter().end;
-    replace({end - 2, end}, ">" + markup + "</" + std::string(name) + ">");
+    edits_.push_back({{end - 2, end},
+                      {},
+                      [name, write = std::move(write)](std::string& text) {
+                          text += '>';
+                          write(text);
+                          text += "</" + name + ">";
+                      },
+                      size + name.size() + 4});
 }
 
 void Edits::append(const XmlElement& element, const std::string& markup)
@@ -312,7 +325,7 @@ std::string Edits::apply(std::string_view text, Span stretch)
         return std::pair(left.span.begin, leftStands) < std::pair(right.span.begin, rightStands);
     });
     std::size_t size = stretch.getSize();
-    for (const auto& edit : edits_) size += edit.text.size();
+    for (const auto& edit : edits_) size += edit.text.size() + edit.size;
     std::string changed;
     changed.reserve(size);
     auto at = stretch.begin;
@@ -321,6 +334,7 @@ std::string Edits::apply(std::string_view text, Span stretch)
             throw std::logic_error("Two changes of a part overlap.");
         changed += text.substr(at, edit.span.begin - at);
         changed += edit.text;
+        if (edit.write) edit.write(changed);
         // Large texts are let go one by one, so that they are not there twice.
         edit.text = {};
         at = edit.span.end;

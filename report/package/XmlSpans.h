@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -132,8 +134,8 @@ class QUILLON_EXPORT XmlSpans {
     /// What spans count in: the part's text in UTF-8.
     std::string_view getText() const { return text_; }
     std::string_view getText(Span span) const { return text_.substr(span.begin, span.getSize()); }
-    /// Text in UTF-8 in the encoding and with the byte-order mark of the part.
-    std::string encode(std::string text) const;
+    /// Text in UTF-8 in the encoding and with the byte-order mark of the part, if it is the start of it.
+    std::string encode(std::string text, bool isStart = true) const;
     /// Whether the root is in the strict dialect.
     bool isStrict() const { return strict_; }
     const std::string& getPart() const { return part_; }
@@ -204,7 +206,13 @@ class QUILLON_EXPORT Edits {
     void replace(Span span, std::string text) { edits_.push_back({span, std::move(text)}); }
     void remove(Span span) { replace(span, {}); }
     /// Replaces all between the tags; an empty element gets two tags. The text is markup.
-    void setInner(const XmlElement& element, const std::string& markup);
+    void setInner(const XmlElement& element, std::string markup);
+
+    /// Appends a text to what comes before it.
+    using Write = std::function<void(std::string&)>;
+    /// The same for a text so long that it should not be there twice: it is written where it belongs, when
+    /// all changes are made. `size` is what it takes at most, roughly.
+    void setInnerLater(const XmlElement& element, std::size_t size, Write write);
     /// Inserts markup behind the last child.
     void append(const XmlElement& element, const std::string& markup);
     /// Replaces or adds an attribute without prefix; the value is text, and stays as it is written when it is
@@ -223,6 +231,9 @@ class QUILLON_EXPORT Edits {
     struct Edit {
         Span span;
         std::string text;
+        /// Null for the text.
+        Write write = {};
+        std::size_t size = 0;
     };
     std::vector<Edit> edits_;
 };

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "chart/model/ColumnChart.h"
+#include "report/fill/DocumentTexts.h"
 #include "report/fill/Template.h"
 #include "tests/ThrownText.h"
 #include "tests/report/TestDocuments.h"
@@ -52,6 +53,19 @@ std::string toStrict(std::string text)
 }
 
 /// With its own options alone.
+std::vector<Placeholder> findPlaceholders(const Package& document)
+{
+    return DocumentTexts().findPlaceholders(document);
+}
+
+std::size_t replaceText(Package& document, const std::string& name, const std::string& text)
+{
+    DocumentTexts texts;
+    const auto count = texts.replace(document, name, text);
+    texts.save(document);
+    return count;
+}
+
 void insertChart(Package& document, const std::string& name, const chart::Chart& chart,
                  const ChartOptions& options = {})
 {
@@ -149,6 +163,23 @@ TEST(Placeholder, IsNoneWhereTextIsBrokenOrDeleted)
         EXPECT_EQ(thrownText([&] { replaceText(document, "month", "May"); }),
                   "There is no placeholder {{month}}; the document has none.");
     }
+}
+
+TEST(Placeholder, OneAfterTheOtherIsReplacedAsItStandsThen)
+{
+    const auto document = makeDocument(paragraph(run("{{a}}, {{") + run("b}}.")) + paragraph(run("{{c}}")));
+    DocumentTexts texts;
+    auto changed = document;
+    EXPECT_EQ(texts.replace(document, "a", "1\t{{b}}{{d}}"), 1U);
+    EXPECT_EQ(texts.replace(document, "b", "2"), 2U);
+    texts.save(changed);
+    texts.replace(document, "c", "3");
+    EXPECT_EQ(texts.findPlaceholders(document),
+              (std::vector<Placeholder>{{"d", PlaceholderKind::Text, "word/document.xml"}}));
+    texts.save(changed);
+    EXPECT_EQ(readBody(changed), paragraph("<w:r>" + kept("1") + "<w:tab/>" + kept("2{{d}}, 2") +
+                                           "</w:r><w:r>" + kept(".") + "</w:r>") +
+                                     paragraph("<w:r>" + kept("3") + "</w:r>"));
 }
 
 TEST(Placeholder, TabsAndLinesAreThoseOfTheDocument)

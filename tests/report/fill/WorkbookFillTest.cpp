@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
+#include <set>
 #include <tuple>
 
+#include "report/fill/AreaSet.h"
 #include "report/fill/CellRange.h"
 #include "report/fill/WorkbookMarkup.h"
 #include "tests/ThrownText.h"
@@ -169,6 +173,31 @@ TEST(CellRange, IsReadResizedAndWritten)
         EXPECT_FALSE(parseRange(text)) << text;
 }
 
+TEST(AreaSet, FindsTheCellsOfItsAreas)
+{
+    std::mt19937 random(3);
+    const auto pick = [&](std::uint32_t count) { return static_cast<std::uint32_t>(random() % count); };
+    for (int round = 0; round < 50; ++round) {
+        AreaSet set;
+        std::vector<Area> areas;
+        for (int i = 0; i < 12; ++i) {
+            const auto top = pick(20);
+            const auto left = pick(20);
+            areas.push_back({top, left, top + pick(i % 2 == 0 ? 8 : 2), left + pick(i % 2 == 0 ? 2 : 8)});
+            set.add(areas.back());
+            set.add(areas.front());
+        }
+        EXPECT_EQ(set.getAreas().size(), std::set<Area>(areas.begin(), areas.end()).size());
+        for (int i = 0; i < 200; ++i) {
+            const auto top = pick(30);
+            const auto left = pick(30);
+            const Area wanted{top, left, top + pick(3), left + pick(3)};
+            EXPECT_EQ(set.overlaps(wanted),
+                      std::ranges::any_of(areas, [&](const Area& area) { return area.overlaps(wanted); }));
+        }
+    }
+}
+
 TEST(WorkbookFill, TheSameNumbersLeaveEveryByte)
 {
     const auto book = makeBook({.otherRows = "<row r=\"1\"><c r=\"A1\"><f>1+1</f><v>2</v></c></row>"});
@@ -326,7 +355,9 @@ TEST(WorkbookFill, RemarksBelowMoveDown)
 TEST(WorkbookFill, FollowsEveryKindOfReference)
 {
     const std::string names =
-        "<definedNames><definedName name=\"Values\">'It''s'!$B$2:$B$3</definedName><definedName "
+        "<definedNames><definedName name=\"Values\" localSheetId=\"1\">'It''s'!$B$2:$B$3</definedName>"
+        // The one that is for a sheet is meant.
+        "<definedName name=\"VALUES\">Other!$A$1</definedName><definedName "
         "name=\"Growing\">OFFSET('It''s'!$B$1,1,0,COUNTA('It''s'!$B:$B)-1,1)</definedName><definedName "
         "name=\"Beside\">OFFSET(Growing,,1)</definedName></definedNames>";
     const std::tuple<std::string, std::string, std::string> references[] = {
@@ -390,6 +421,23 @@ TEST(WorkbookFill, DatesGetAFormatWhereThereIsNone)
                   "count=\"4\"><xf numFmtId=\"0\"/><xf numFmtId=\"14\"/><xf numFmtId=\"10\"/><xf "
                   "applyNumberFormat=\"1\" numFmtId=\"164\"/></cellXfs>"),
         std::string::npos);
+}
+
+TEST(WorkbookFill, FormatsThatDifferAreStylesThatDiffer)
+{
+    auto north = makeSeries("North", "D", twoDates, {1, 2});
+    auto south = makeSeries("South", "C", twoDates, {3, 4});
+    north.values->numberFormat = "0.0";
+    south.values->numberFormat = "0.00";
+    const auto filled = fillWorkbook(makeBook(), {south, north});
+    ASSERT_EQ(filled.reason, "");
+    const auto rows = readRows(filled);
+    for (const auto* cell : {"<c r=\"C2\" s=\"3\"><v>3</v>", "<c r=\"D2\" s=\"4\"><v>1</v>"})
+        EXPECT_NE(rows.find(cell), std::string::npos) << rows;
+    EXPECT_NE(readPart(filled.bytes, "xl/styles.xml")
+                  .find("<numFmts count=\"2\"><numFmt numFmtId=\"164\" formatCode=\"0.00\"/><numFmt "
+                        "numFmtId=\"165\" formatCode=\"0.0\"/></numFmts><cellXfs count=\"5\">"),
+              std::string::npos);
 }
 
 TEST(WorkbookFill, SaysWhatCannotBeUpdated)

@@ -220,6 +220,21 @@ TEST(Package, PartsComeAndGo)
     EXPECT_EQ(removed.getPart("word/_rels/document.xml.rels"), documentRelationships);
 }
 
+TEST(Package, TakesAPartThatWasPackedPieceByPiece)
+{
+    std::string content;
+    Packer packer;
+    for (int i = 0; i < 40; ++i) {
+        const auto piece = std::string(static_cast<std::size_t>(i * i), 'x') + std::to_string(i * 7919);
+        packer.append(piece);
+        content += piece;
+    }
+    Package package(makePackage());
+    package.setPart("word/document.xml", packer.finish());
+    EXPECT_EQ(Package(package.toBytes()).getPart("word/document.xml"), content);
+    EXPECT_EQ(package.getPart("word/document.xml"), content);
+}
+
 TEST(Package, RelationshipsLeadToPartsHoweverTheyAreSpelled)
 {
     Package package(makePackage());
