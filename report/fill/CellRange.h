@@ -19,6 +19,7 @@ struct Area {
     std::uint32_t bottom = 0;
     std::uint32_t right = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check mistakes the 0 that an ordering is compared with.
     auto operator<=>(const Area& other) const = default;
     std::uint32_t getHeight() const { return bottom - top + 1; }
     std::uint32_t getWidth() const { return right - left + 1; }

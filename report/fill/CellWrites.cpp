@@ -23,8 +23,8 @@ void CellWrites::arrange()
         if (getPlace(writes_[i - 1]) == getPlace(writes_[i]) && writes_[i - 1].get() != writes_[i].get())
             throw std::runtime_error("cell " + formatCell(writes_[i].row, writes_[i].column) +
                                      " serves several series that now differ");
-    const auto repeated = std::ranges::unique(writes_, {}, getPlace);
-    writes_.erase(repeated.begin(), repeated.end());
+    const auto isRepeated = [](const Write& a, const Write& b) { return getPlace(a) == getPlace(b); };
+    writes_.erase(std::unique(writes_.begin(), writes_.end(), isRepeated), writes_.end());
 }
 
 const Write* CellWrites::findWrite(std::uint32_t row, std::uint32_t column) const

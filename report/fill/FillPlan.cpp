@@ -57,6 +57,7 @@ void FillPlan::planSeries()
     const auto series = data_.dataSet->getSeriesList();
     std::vector<std::string> namesBefore;
     std::vector<std::string> names;
+    namesBefore.reserve(before.size());
     for (const auto& old : before) namesBefore.push_back(old.name);
     for (const auto& one : *series) names.push_back(toCellText(one->getName()));
     const bool hasNames = std::ranges::any_of(names, [](const auto& name) { return !name.empty(); });
