@@ -25,7 +25,7 @@ namespace {
 /// The relationship to the workbook: a part may have one that its markup does not name.
 std::string findWorkbookId(const Package& package, const std::string& name, const ChartMarkup& part)
 {
-    if (const auto id = part.getWorkbookId(); !id.empty()) return id;
+    if (auto id = part.getWorkbookId(); !id.empty()) return id;
     for (const auto& row : package.getRelationships(name))
         if (row.getKind() == "package" && !row.isExternal && package.hasPart(row.target)) return row.id;
     return {};

@@ -1,7 +1,7 @@
 #include "report/fill/WorkbookMarkup.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <charconv>
 #include <stdexcept>
 
 #include "report/options/QuotedText.h"
@@ -47,9 +47,10 @@ void WorkbookMarkup::readSheets()
 void WorkbookMarkup::readNames()
 {
     for (const auto element : main_.getRoot().findChild("definedNames").getChildren()) {
-        const auto sheet = element.getAttribute("localSheetId");
-        names_.push_back({element.getAttribute("name").value_or(""), sheet ? std::atoi(sheet->c_str()) : -1,
-                          element.getText(), element});
+        const auto digits = element.getAttribute("localSheetId").value_or("");
+        int sheet = -1;
+        std::from_chars(digits.data(), digits.data() + digits.size(), sheet);
+        names_.push_back({element.getAttribute("name").value_or(""), sheet, element.getText(), element});
         const auto [known, isNew] = namesByName_.emplace(toLower(names_.back().name), names_.size() - 1);
         if (!isNew && names_.back().sheet >= 0) known->second = names_.size() - 1;
     }

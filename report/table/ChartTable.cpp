@@ -187,6 +187,7 @@ class GridMaker {
         for (std::size_t row = 0; row < table_.rowCount; ++row)
             sums[categories_.ofRow[row]].add(column == nullptr ? 1 : column->numbers[row]);
         std::vector<double> values;
+        values.reserve(sums.size());
         for (const auto& sum : sums) values.push_back(sum.get(options_.aggregate));
         return values;
     }

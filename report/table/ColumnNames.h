@@ -1,9 +1,7 @@
 #pragma once
 
-namespace quillon::report {
-
 /// How the columns of a table are called that holds the data of a chart, and by which it is known again.
-namespace columnNames {
+namespace quillon::report::columnNames {
 
 /// Outer levels of the categories, "Level 1" the outermost, and the categories.
 inline constexpr auto level = "Level ";
@@ -13,6 +11,4 @@ inline constexpr auto x = "X";
 inline constexpr auto ownX = " X";
 inline constexpr auto size = " size";
 
-}  // namespace columnNames
-
-}  // namespace quillon::report
+}  // namespace quillon::report::columnNames

@@ -139,8 +139,8 @@ std::unique_ptr<RowSource> readDatabaseRows(const std::string& path, const std::
     const Statement query(database, options.query.empty() ? selectOnlyTable(database) : options.query);
     const Place place{name, false};
     auto rows = std::make_unique<StoredRows>(place, true, '.', 0);
-    std::vector<std::string> names;
-    for (int i = 0; i < query.countColumns(); ++i) names.push_back(query.getName(i));
+    std::vector<std::string> names(static_cast<std::size_t>(query.countColumns()));
+    for (int i = 0; i < query.countColumns(); ++i) names[static_cast<std::size_t>(i)] = query.getName(i);
     rows->addNames(names);
     std::vector<Cell> cells(names.size());
     for (std::size_t row = 1; query.step(); ++row) {

@@ -50,7 +50,7 @@ bool isName(const std::string& text)
     });
 }
 
-// NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that there is none.
+// NOLINTNEXTLINE(performance-no-int-to-ptr,misc-misplaced-const): how iconv_open says that there is none.
 const iconv_t noConversion = iconv_t(-1);
 
 }  // namespace

@@ -139,6 +139,7 @@ void sortByValue(Order& order, const std::vector<double>& values, bool descendin
 void sortByText(Order& order, const std::vector<std::string>& texts)
 {
     std::vector<std::string> keys;
+    keys.reserve(texts.size());
     for (const auto& text : texts) keys.push_back(toLower(text));
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });

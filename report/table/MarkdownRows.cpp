@@ -96,6 +96,7 @@ std::unique_ptr<RowSource> readMarkdownRows(InputFile& file)
     for (line += 2; isRow(peekLine(text)); ++line) {
         const auto texts = readCells(takeLine(text));
         std::vector<Cell> cells;
+        cells.reserve(texts.size());
         for (const auto& cell : texts) cells.push_back({cell});
         stored->add(line, cells);
     }

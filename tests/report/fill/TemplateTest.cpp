@@ -274,7 +274,7 @@ TEST(Template, NewSeriesHaveColorsWithoutATheme)
     for (const auto& [removed, expected] : cases) {
         Package package(makeTemplate({part}).toBytes());
         package.removeRelationships("word/document.xml",
-                                    [&](const auto& row) { return row.getKind() == removed; });
+                                    [kind = removed](const auto& row) { return row.getKind() == kind; });
         Template document(package.toBytes());
         document.fill("1", makeNews());
         EXPECT_NE(getChartPart(document).find(expected), std::string::npos) << getChartPart(document);
