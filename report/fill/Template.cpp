@@ -15,6 +15,7 @@
 #include "report/fill/Originals.h"
 #include "report/fill/PartCopy.h"
 #include "report/fill/Placeholders.h"
+#include "report/fill/ScaleWarnings.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
@@ -305,6 +306,7 @@ FillReport Template::Content::fillPart(const std::string& part, const ChartData&
     charts.erase(part);
     package.setPart(part, ChartFiller(plan, chart->palette).write(workbook.relationshipId));
     auto report = plan.getReport();
+    for (auto& sentence : listCutValues(plan)) report.warnings.push_back(std::move(sentence));
     if (!workbook.warning.empty()) report.warnings.push_back(workbook.warning);
     return report;
 }
