@@ -294,7 +294,7 @@ std::vector<std::u16string> Template::Content::findCategoryNames(const std::stri
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
                                        const FillOptions& options, std::string& altText)
 {
-    const auto chart = originals->getChart(package, part);
+    const auto chart = inFile([&] { return originals->getChart(package, part); });
     FillPlan plan(chart->part, data, options);
     altText = renewAltText(altText, plan, data);
     const auto read = [this](const std::string& name) { return originals->getWorkbook(package, name); };

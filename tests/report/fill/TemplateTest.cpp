@@ -245,7 +245,7 @@ TEST(Template, RenewsAlternativeTextsThatWereGenerated)
             const auto data = makeKindData(row.value, factor);
             const auto chart = chart::ColumnChart::create();
             chart->setDataSet(data.dataSet);
-            if (row.value != ChartKind::Bar) chart->setTitle(chart::Title::create(u"\"A\" & <b>"));
+            if (row.value != ChartKind::Bar) chart->setTitle(chart::Title::create(u"\"A\" &\n<b>"));
             document.addChart(chart, {.kind = row.value}, data);
             document.addChart(chart, {.kind = row.value, .altText = "Column chart of mine"}, data);
         }
