@@ -109,6 +109,7 @@ struct Template::Content {
     std::string nameChart(std::size_t index, const std::string& key) const;
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
     void separate(std::size_t index);
+    void separateWorkbooks(std::size_t index);
     FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options,
                         std::string& altText);
     void setAltText(std::size_t index, const std::string& altText);
@@ -240,6 +241,7 @@ FillReport Template::Content::fill(std::size_t index, const ChartData& data, con
         throw std::runtime_error("The chart cannot be filled: " + problem + ".");
     separate(index);
     const auto drawing = getDrawings()[index];
+    separateWorkbooks(index);
     auto altText = drawing.description;
     auto report = fillPart(drawing.chartParts[0], data, options, altText);
     if (altText != drawing.description) setAltText(index, altText);
@@ -274,6 +276,25 @@ void Template::Content::separate(std::size_t index)
         showCopy(getPackage(), drawing, part, copyChart(package, part));
         forget();
     }
+}
+
+/// What the cells of other charts hold stays what these show.
+void Template::Content::separateWorkbooks(std::size_t index)
+{
+    const auto shared = originals->getSharedWorkbooks();
+    if (shared->empty()) return;
+    const auto& all = getDrawings();
+    const auto isElsewhere = [&](const std::string& workbook) {
+        for (std::size_t i = 0; i < all.size(); ++i)
+            for (const auto& part : all[i].chartParts)
+                for (const auto& row : package.getRelationships(part))
+                    if (i != index && row.target == workbook) return true;
+        return false;
+    };
+    for (const auto& part : all[index].chartParts)
+        for (const auto& row : package.getRelationships(part))
+            if (!row.isExternal && shared->contains(row.target) && isElsewhere(row.target))
+                copyWorkbook(package, part, row);
 }
 
 /// A workbook that is missing or damaged says none.
