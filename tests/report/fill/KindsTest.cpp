@@ -245,6 +245,26 @@ TEST(Kinds, OfCategoriesFollowTheData)
     }
 }
 
+TEST(Kinds, MatchCategoriesByAllTheirLevels)
+{
+    const std::string red = "<c:dPt><c:idx val=\"2\"/></c:dPt>";
+    const struct {
+        std::vector<std::u16string> years;
+        const char* moved;
+    } cases[] = {
+        {{u"2026", u"", u"2027", u""}, "<c:dPt><c:idx val=\"0\"/></c:dPt>"},
+        {{u"2025", u"", u"2026", u""}, "<c:dPt><c:idx val=\"2\"/></c:dPt>"},
+        {{u"2028", u"", u"2029", u""}, "<c:dPt><c:idx val=\"2\"/></c:dPt>"},
+    };
+    for (const auto& row : cases) {
+        auto document = makeTemplate({makeColumns(makeLevels(), {"1", "2", "3", "4"}, textAxes, red)});
+        auto data = makeData({"Q1", "Q2", "Q1", "Q2"}, {{"North", {5, 6, 7, 8}}});
+        data.levels = {row.years};
+        document.fill("1", data);
+        EXPECT_NE(getChartPart(document).find(row.moved), std::string::npos) << getChartPart(document);
+    }
+}
+
 Template makeWaterfall(const ChartData& data)
 {
     Document document;
