@@ -369,12 +369,12 @@ std::string ChartFiller::makeTitleText(const XmlElement& sibling, const std::str
     const auto uri = getUri(Ns::Drawing, part_.getXml().isStrict());
     std::string runs;
     for (const auto& line : splitLines(toUtf16(text)))
-        runs += (runs.empty() ? "<a:r><a:t>" : "<a:br/><a:r><a:t>") + escapeText(toUtf8(line)) + "</a:t></a:r>";
-    return makeElement(
-        sibling, "tx",
-        makeElement(sibling, "rich",
-                    "<a:bodyPr xmlns:a=\"" + std::string(uri) + "\"/><a:p xmlns:a=\"" + std::string(uri) +
-                        "\">" + runs + "</a:p>"));
+        runs +=
+            (runs.empty() ? "<a:r><a:t>" : "<a:br/><a:r><a:t>") + escapeText(toUtf8(line)) + "</a:t></a:r>";
+    return makeElement(sibling, "tx",
+                       makeElement(sibling, "rich",
+                                   "<a:bodyPr xmlns:a=\"" + std::string(uri) + "\"/><a:p xmlns:a=\"" +
+                                       std::string(uri) + "\">" + runs + "</a:p>"));
 }
 
 void ChartFiller::insertTitle(const std::string& text)

@@ -144,8 +144,9 @@ std::string describe(const FillPlan& plan, const XmlElement& axis, const Reach& 
     if (plan.getPart().findCategories() != nullptr && reach.point < categories.points.getSize())
         if (const auto name = getNames(categories, plan.getPart().is1904())[reach.point]; !name.empty())
             point = quoteText(name);
-    return number + " (" + (reach.series == nullptr ? "the series together" : quoteText(reach.series->title)) +
-           ", " + point + ")";
+    return number + " (" +
+           (reach.series == nullptr ? "the series together" : quoteText(reach.series->title)) + ", " + point +
+           ")";
 }
 
 void listCutValues(std::vector<std::string>& sentences, const FillPlan& plan, const XmlElement& axis)

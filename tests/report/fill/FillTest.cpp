@@ -378,9 +378,10 @@ TEST(Fill, TakesATitleAndANumberFormat)
     for (const auto* number : {"1", "2"})
         lines.fill(number, lines.getChartData(number), {.title = "July\r\n& more"});
     for (const auto& chart : lines.getCharts()) EXPECT_EQ(chart.title, "July\n& more");
-    EXPECT_NE(getChartPart(lines).find("<a:r><a:rPr b=\"1\"/><a:t>July</a:t></a:r><a:br/><a:r><a:rPr b=\"1\"/>"
-                                       "<a:t>&amp; more</a:t></a:r></a:p>"),
-              std::string::npos);
+    EXPECT_NE(
+        getChartPart(lines).find("<a:r><a:rPr b=\"1\"/><a:t>July</a:t></a:r><a:br/><a:r><a:rPr b=\"1\"/>"
+                                 "<a:t>&amp; more</a:t></a:r></a:p>"),
+        std::string::npos);
 }
 
 }  // namespace

@@ -309,12 +309,12 @@ std::string makeScale(char id, const std::string& ends)
 TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
 {
     const auto makeBars = [](const std::string& grouping, const std::string& ends) {
-        return makeChartPart(
-            makeGroup("barChart", "<c:barDir val=\"col\"/><c:grouping val=\"" + grouping + "\"/>",
-                      {{0, "North", {"1", "2", "3"}}, {1, "South", {"4", "5", "6"}}}, "12") +
-            makeGroup("lineChart", lineSettings, {{2, "Goal", {"1", "2", "3"}}}, "34") +
-            makeAxis("catAx", '1', '2') + makeScale('2', ends) + makeAxis("catAx", '3', '4') +
-            makeScale('4', "<c:max val=\"3\"/>"));
+        return makeChartPart(makeGroup("barChart",
+                                       "<c:barDir val=\"col\"/><c:grouping val=\"" + grouping + "\"/>",
+                                       {{0, "North", {"1", "2", "3"}}, {1, "South", {"4", "5", "6"}}}, "12") +
+                             makeGroup("lineChart", lineSettings, {{2, "Goal", {"1", "2", "3"}}}, "34") +
+                             makeAxis("catAx", '1', '2') + makeScale('2', ends) +
+                             makeAxis("catAx", '3', '4') + makeScale('4', "<c:max val=\"3\"/>"));
     };
     const std::string ends = "<c:max val=\"10\"/><c:min val=\"0\"/>";
     const std::string behind = " lies outside and does not show in full.";
@@ -323,7 +323,9 @@ TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
         std::vector<NamedValues> series;
         Texts warnings;
     } cases[] = {
-        {makeBars("clustered", ends), {{"North", {0, gap, 9}}, {"South", {8, 8, 10}}, {"Goal", {1, 1, 3}}}, {}},
+        {makeBars("clustered", ends),
+         {{"North", {0, gap, 9}}, {"South", {8, 8, 10}}, {"Goal", {1, 1, 3}}},
+         {}},
         {makeBars("clustered", ends),
          {{"North", {-1, gap, -2.5}}, {"South", {8, 8, 11}}, {"Goal", {1, 4, 1}}},
          {"the value axis is fixed to start at 0; -2.5 (\"North\", \"Mar\")" + behind,

@@ -97,7 +97,8 @@ RandomChart pickChart(std::optional<ChartKind> kind = {})
 std::vector<std::string> fill(Template& document, const ChartData& data)
 {
     auto warnings = document.fill("1", data).warnings;
-    std::erase_if(warnings, [](const auto& sentence) { return sentence.ends_with("does not show in full."); });
+    std::erase_if(warnings,
+                  [](const auto& sentence) { return sentence.ends_with("does not show in full."); });
     return warnings;
 }
 
