@@ -125,6 +125,7 @@ void showGroup(ChartJob& job, const Group& group)
         return std::filesystem::path(one.table).lexically_normal();
     };
     if (normalise(job) != normalise(*group.source)) return;
+    job.groupedBy = group.by;
     if (group.rows && haveSameSource(job, *group.source))
         job.rows = group.rows;
     else

@@ -1,6 +1,7 @@
 #include "report/fill/CategoriesPlan.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,13 +36,46 @@ void chooseFormat(Categories& after, const Categories& before)
         after.format = getUsualFormat(after);
 }
 
+/// The names with those of the levels above: "2026", "Q1". Empty without levels.
+std::vector<std::string> getPaths(const Categories& categories)
+{
+    if (categories.levels.empty()) return {};
+    auto paths = categories.points.texts;
+    for (auto level = categories.levels.rbegin(); level != categories.levels.rend(); ++level) {
+        std::string name;
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            if (i < level->texts.size() && !level->texts[i].empty()) name = level->texts[i];
+            paths[i] = name + '\n' + paths[i];
+        }
+    }
+    return paths;
+}
+
+/// Where several years have a "Q1", it is that of the same year, if the chart had one.
+void tellLevelsApart(const Categories& before, const Categories& after, std::vector<std::string>& namesBefore,
+                     std::vector<std::string>& namesAfter)
+{
+    const auto pathsBefore = getPaths(before);
+    const auto pathsAfter = getPaths(after);
+    const std::set<std::string> known(pathsBefore.begin(), pathsBefore.end());
+    std::set<std::string> common;
+    for (const auto& path : pathsAfter)
+        if (known.contains(path)) common.insert(path);
+    for (std::size_t i = 0; i < pathsBefore.size(); ++i)
+        if (common.contains(pathsBefore[i])) namesBefore[i] = pathsBefore[i];
+    for (std::size_t i = 0; i < pathsAfter.size(); ++i)
+        if (common.contains(pathsAfter[i])) namesAfter[i] = pathsAfter[i];
+}
+
 std::shared_ptr<const Matches> matchCategories(const ChartMarkup& part, const CategoriesPlan& plan,
                                                const Categories& after, std::size_t count, Match match)
 {
     auto matches = matchPositions(plan.pointsBefore, count);
     if (match == Match::Name && plan.before.kind != Categories::Kind::None) {
-        const auto before = getNames(plan.before, part.is1904());
-        auto byName = matchNames(before, getNames(after, part.is1904()));
+        auto before = getNames(plan.before, part.is1904());
+        auto names = getNames(after, part.is1904());
+        tellLevelsApart(plan.before, after, before, names);
+        auto byName = matchNames(before, names);
         // Points past the names stand where they stood.
         for (auto i = byName.size(); i < count; ++i)
             byName.push_back(i >= before.size() && i < plan.pointsBefore ? i : noMatch);

@@ -8,6 +8,7 @@
 #include "report/fill/PointFormats.h"
 #include "report/fill/SourceWriter.h"
 #include "report/fill/WaterfallPlan.h"
+#include "report/finish/TextBody.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -336,7 +337,17 @@ void ChartFiller::writeTitle()
 
 void ChartFiller::replaceRuns(const XmlElement& rich, const XmlElement& run, const std::string& text)
 {
-    edits_.setInner(run.findChild(Ns::Drawing, "t"), escapeText(text));
+    const auto lines = splitLines(toUtf16(text));
+    const auto element = run.findChild(Ns::Drawing, "t");
+    edits_.setInner(element, escapeText(toUtf8(lines[0])));
+    std::string further;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        Edits edits;
+        edits.setInner(element, escapeText(toUtf8(lines[i])));
+        further += "<" + std::string(run.getPrefix()) + "br/>" +
+                   edits.apply(part_.getXml().getText(), run.getOuter());
+    }
+    if (!further.empty()) edits_.insert(run.getOuter().end, further);
     bool isFirst = true;
     for (const auto paragraph : rich.getChildren()) {
         if (!paragraph.is(Ns::Drawing, "p")) continue;
@@ -356,11 +367,14 @@ void ChartFiller::replaceRuns(const XmlElement& rich, const XmlElement& run, con
 std::string ChartFiller::makeTitleText(const XmlElement& sibling, const std::string& text) const
 {
     const auto uri = getUri(Ns::Drawing, part_.getXml().isStrict());
-    return makeElement(
-        sibling, "tx",
-        makeElement(sibling, "rich",
-                    "<a:bodyPr xmlns:a=\"" + std::string(uri) + "\"/><a:p xmlns:a=\"" + std::string(uri) +
-                        "\"><a:r><a:t>" + escapeText(text) + "</a:t></a:r></a:p>"));
+    std::string runs;
+    for (const auto& line : splitLines(toUtf16(text)))
+        runs +=
+            (runs.empty() ? "<a:r><a:t>" : "<a:br/><a:r><a:t>") + escapeText(toUtf8(line)) + "</a:t></a:r>";
+    return makeElement(sibling, "tx",
+                       makeElement(sibling, "rich",
+                                   "<a:bodyPr xmlns:a=\"" + std::string(uri) + "\"/><a:p xmlns:a=\"" +
+                                       std::string(uri) + "\">" + runs + "</a:p>"));
 }
 
 void ChartFiller::insertTitle(const std::string& text)

@@ -111,6 +111,7 @@ bool isSet(const XmlElement& element)
 /// The text of all runs, paragraph after paragraph.
 void appendRuns(std::string& text, const XmlElement& element)
 {
+    if (element.is(Ns::Drawing, "br")) text += '\n';
     if (element.is(Ns::Drawing, "p") && !text.empty()) text += ' ';
     if (element.is(Ns::Drawing, "t")) text += element.getText();
     for (const auto child : element.getChildren()) appendRuns(text, child);

@@ -19,6 +19,22 @@ FoundChart describe(const ChartMarkup& part)
     return found;
 }
 
+std::shared_ptr<const std::set<std::string>> findSharedWorkbooks(const Package& document,
+                                                                 const Drawings& drawings)
+{
+    std::set<std::string> known;
+    std::set<std::string> shared;
+    for (const auto& drawing : drawings) {
+        std::set<std::string> own;
+        for (const auto& part : drawing.chartParts)
+            for (const auto& row : document.getRelationships(part))
+                if (row.getKind() == "package" && !row.isExternal) own.insert(row.target);
+        for (const auto& workbook : own)
+            if (!known.insert(workbook).second) shared.insert(workbook);
+    }
+    return std::make_shared<const std::set<std::string>>(std::move(shared));
+}
+
 }  // namespace
 
 ReadChart::ReadChart(const Package& package, const std::string& name) : part(package.getPart(name), name)
@@ -39,6 +55,11 @@ bool Originals::isChanged(const Package& copy, const std::string& part) const
 std::shared_ptr<const Drawings> Originals::getDrawings()
 {
     return drawings_.get([this] { return std::make_shared<const Drawings>(findCharts(opened_)); });
+}
+
+std::shared_ptr<const std::set<std::string>> Originals::getSharedWorkbooks()
+{
+    return sharedWorkbooks_.get([this] { return findSharedWorkbooks(opened_, *getDrawings()); });
 }
 
 std::shared_ptr<const ReadChart> Originals::getChart(const Package& copy, const std::string& part)

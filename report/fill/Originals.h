@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,8 @@ class Originals {
     explicit Originals(const Package& opened) : opened_(opened) {}
 
     std::shared_ptr<const Drawings> getDrawings();
+    /// The workbooks that several drawings had.
+    std::shared_ptr<const std::set<std::string>> getSharedWorkbooks();
 
     // What a part of `copy` says. A part that the copy has changed is read anew.
     // Throw: std::runtime_error when it cannot be read.
@@ -50,6 +53,7 @@ class Originals {
 
     const Package opened_;
     Kept<Drawings> drawings_;
+    Kept<std::set<std::string>> sharedWorkbooks_;
     KeptByName<ReadChart> charts_;
     KeptByName<FoundChart> descriptions_;
     KeptByName<WorkbookMarkup> workbooks_{workbookRoom};

@@ -63,4 +63,9 @@ void showCopy(Package& document, const ChartDrawing& drawing, const std::string&
     document.setPart(drawing.part, edits.apply(xml));
 }
 
+void copyWorkbook(Package& document, const std::string& part, const Relationship& workbook)
+{
+    document.retarget(part, workbook.id, workbook.type, copyPart(document, workbook.target));
+}
+
 }  // namespace quillon::report

@@ -15,4 +15,7 @@ std::string copyChart(Package& document, const std::string& part);
 void showCopy(Package& document, const ChartDrawing& drawing, const std::string& part,
               const std::string& copy);
 
+/// Gives a chart part a copy of a workbook that others have as well.
+void copyWorkbook(Package& document, const std::string& part, const Relationship& workbook);
+
 }  // namespace quillon::report

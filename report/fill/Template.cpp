@@ -15,6 +15,7 @@
 #include "report/fill/Originals.h"
 #include "report/fill/PartCopy.h"
 #include "report/fill/Placeholders.h"
+#include "report/fill/ScaleWarnings.h"
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
@@ -108,6 +109,7 @@ struct Template::Content {
     std::string nameChart(std::size_t index, const std::string& key) const;
     FillReport fill(std::size_t index, const ChartData& data, const FillOptions& options);
     void separate(std::size_t index);
+    void separateWorkbooks(std::size_t index);
     FillReport fillPart(const std::string& part, const ChartData& data, const FillOptions& options,
                         std::string& altText);
     void setAltText(std::size_t index, const std::string& altText);
@@ -239,6 +241,7 @@ FillReport Template::Content::fill(std::size_t index, const ChartData& data, con
         throw std::runtime_error("The chart cannot be filled: " + problem + ".");
     separate(index);
     const auto drawing = getDrawings()[index];
+    separateWorkbooks(index);
     auto altText = drawing.description;
     auto report = fillPart(drawing.chartParts[0], data, options, altText);
     if (altText != drawing.description) setAltText(index, altText);
@@ -275,6 +278,25 @@ void Template::Content::separate(std::size_t index)
     }
 }
 
+/// What the cells of other charts hold stays what these show.
+void Template::Content::separateWorkbooks(std::size_t index)
+{
+    const auto shared = originals->getSharedWorkbooks();
+    if (shared->empty()) return;
+    const auto& all = getDrawings();
+    const auto isElsewhere = [&](const std::string& workbook) {
+        for (std::size_t i = 0; i < all.size(); ++i)
+            for (const auto& part : all[i].chartParts)
+                for (const auto& row : package.getRelationships(part))
+                    if (i != index && row.target == workbook) return true;
+        return false;
+    };
+    for (const auto& part : all[index].chartParts)
+        for (const auto& row : package.getRelationships(part))
+            if (!row.isExternal && shared->contains(row.target) && isElsewhere(row.target))
+                copyWorkbook(package, part, row);
+}
+
 /// A workbook that is missing or damaged says none.
 std::vector<std::u16string> Template::Content::findCategoryNames(const std::string& part,
                                                                  const ChartMarkup& chart) const
@@ -293,7 +315,7 @@ std::vector<std::u16string> Template::Content::findCategoryNames(const std::stri
 FillReport Template::Content::fillPart(const std::string& part, const ChartData& data,
                                        const FillOptions& options, std::string& altText)
 {
-    const auto chart = originals->getChart(package, part);
+    const auto chart = inFile([&] { return originals->getChart(package, part); });
     FillPlan plan(chart->part, data, options);
     altText = renewAltText(altText, plan, data);
     const auto read = [this](const std::string& name) { return originals->getWorkbook(package, name); };
@@ -305,6 +327,7 @@ FillReport Template::Content::fillPart(const std::string& part, const ChartData&
     charts.erase(part);
     package.setPart(part, ChartFiller(plan, chart->palette).write(workbook.relationshipId));
     auto report = plan.getReport();
+    for (auto& sentence : listCutValues(plan)) report.warnings.push_back(std::move(sentence));
     if (!workbook.warning.empty()) report.warnings.push_back(workbook.warning);
     return report;
 }

@@ -43,20 +43,26 @@ Columns chooseCategories(const TableScan& scan, const TableOptions& options, con
     if (!options.category.empty()) return findColumns(scan, options.category, "--category");
     if (!options.x.empty()) return {scan.findColumn(options.x, "--x")};
     if (auto levels = findLevels(scan); !levels.empty()) return levels;
-    if (!scan.hasRowNumbers()) return {0};
-    note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
-    return {1};
+    const std::size_t first = scan.hasRowNumbers() ? 1 : 0;
+    if (first == 1)
+        note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
+    // A group whose rows have no other names is named itself.
+    const bool isBehindGroup = !options.groupedBy.empty() && scan.getNames()[first] == options.groupedBy &&
+                               first + 1 < scan.getNames().size() && !scan.getProfile(first + 1).isNumeric();
+    return {isBehindGroup ? first + 1 : first};
 }
 
 /// All columns with numbers that have no other role.
-Columns chooseValues(const TableScan& scan, const ChartColumns& roles, const Note& note)
+Columns chooseValues(const TableScan& scan, const TableOptions& options, const ChartColumns& roles,
+                     const Note& note)
 {
     Columns chosen;
     for (std::size_t column = 0; column < scan.getNames().size(); ++column) {
         const bool isTaken = contains(roles.categories, column) || contains(roles.sizes, column) ||
                              contains(roles.errorsPlus, column) || contains(roles.errorsMinus, column) ||
                              contains(roles.ownX, column) || roles.x == column ||
-                             (column == 0 && scan.hasRowNumbers()) || scan.getNames()[column].empty();
+                             (column == 0 && scan.hasRowNumbers()) || scan.getNames()[column].empty() ||
+                             scan.getNames()[column] == options.groupedBy;
         if (isTaken) continue;
         const auto name = quoteText(scan.getNames()[column]);
         if (scan.holdsCompactDates(column))
@@ -146,7 +152,7 @@ ChartColumns findChartColumns(const TableScan& scan, const TableOptions& options
     if (roles.series || !options.value.empty()) return roles;
     // Rows are counted where the author names no column of values.
     if (options.aggregate == "count" && options.columns.empty()) return roles;
-    roles.values = options.columns.empty() ? chooseValues(scan, roles, note)
+    roles.values = options.columns.empty() ? chooseValues(scan, options, roles, note)
                                            : findColumns(scan, options.columns, "--columns");
     if (roles.values.empty()) refuseTexts(scan, roles.categories, options);
     if (takesSizes && !roles.sizes.empty())

@@ -40,6 +40,8 @@ struct TableOptions {
     std::vector<std::string> drop = {};
     /// One column, or several for levels, the outermost first. Default: the first.
     std::vector<std::string> category = {};
+    /// The column that has one text in all rows that are shown: it is taken for nothing unless it is named.
+    std::string groupedBy = {};
     /// Wide tables: the columns that become series. Default: all others that hold numbers.
     std::vector<std::string> columns = {};
     /// Long tables, one row for each value: the column of series names, and that of values.

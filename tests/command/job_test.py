@@ -226,7 +226,7 @@ class JobTest(CommandTest):
         self.assertEqual(result.stdout, "a.docx\nb.docx\n")
         self.assertEqual(result.stderr.count("line 1 stands above the table"), 1)
         months = ["Jan", "Feb"]
-        self.assertEqual(self.read_charts("b.docx"), [("bar", ["b", "b"], {"net": ["2", "4"]}),
+        self.assertEqual(self.read_charts("b.docx"), [("bar", months, {"net": ["2", "4"]}),
                                                       ("line", months, {"net": ["2", "4"]}),
                                                       ("line", months, {"net": ["2", "4"]})])
         self.write("job.json", {

@@ -200,7 +200,7 @@ def fill(
     """
     template = _open("fill", document)
     report = template._fill(chart, data, match, title, number_format, totals)
-    warn(report.warnings)
+    warn(f'"{report.chart}": {sentence}' for sentence in report.warnings)
     _take_over(document.part.package, docx.package.Package.open(io.BytesIO(template.to_bytes())))
     return report
 

@@ -132,7 +132,7 @@ class Template:
         Warns with ChartWarning of what the author ought to know. When the data is refused, the document is as it was.
         """
         report = self._fill(chart, data, match, title, number_format, totals)
-        warn(report.warnings)
+        warn(f'"{report.chart}": {sentence}' for sentence in report.warnings)
         return report
 
     def _fill(

@@ -374,6 +374,14 @@ TEST(Fill, TakesATitleAndANumberFormat)
               std::string::npos);
     EXPECT_NE(getChartPart(document).find("<c:formatCode>0.0\"x\"</c:formatCode>"), std::string::npos);
     EXPECT_NE(getChartPart(document, 2).find("<c:autoTitleDeleted val=\"0\"/>"), std::string::npos);
+    auto lines = makeTemplate({makeChartPart(bars, title), makeChartPart(bars)});
+    for (const auto* number : {"1", "2"})
+        lines.fill(number, lines.getChartData(number), {.title = "July\r\n& more"});
+    for (const auto& chart : lines.getCharts()) EXPECT_EQ(chart.title, "July\n& more");
+    EXPECT_NE(
+        getChartPart(lines).find("<a:r><a:rPr b=\"1\"/><a:t>July</a:t></a:r><a:br/><a:r><a:rPr b=\"1\"/>"
+                                 "<a:t>&amp; more</a:t></a:r></a:p>"),
+        std::string::npos);
 }
 
 }  // namespace

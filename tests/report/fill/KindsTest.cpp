@@ -245,6 +245,26 @@ TEST(Kinds, OfCategoriesFollowTheData)
     }
 }
 
+TEST(Kinds, MatchCategoriesByAllTheirLevels)
+{
+    const std::string red = "<c:dPt><c:idx val=\"2\"/></c:dPt>";
+    const struct {
+        std::vector<std::u16string> years;
+        const char* moved;
+    } cases[] = {
+        {{u"2026", u"", u"2027", u""}, "<c:dPt><c:idx val=\"0\"/></c:dPt>"},
+        {{u"2025", u"", u"2026", u""}, "<c:dPt><c:idx val=\"2\"/></c:dPt>"},
+        {{u"2028", u"", u"2029", u""}, "<c:dPt><c:idx val=\"2\"/></c:dPt>"},
+    };
+    for (const auto& row : cases) {
+        auto document = makeTemplate({makeColumns(makeLevels(), {"1", "2", "3", "4"}, textAxes, red)});
+        auto data = makeData({"Q1", "Q2", "Q1", "Q2"}, {{"North", {5, 6, 7, 8}}});
+        data.levels = {row.years};
+        document.fill("1", data);
+        EXPECT_NE(getChartPart(document).find(row.moved), std::string::npos) << getChartPart(document);
+    }
+}
+
 Template makeWaterfall(const ChartData& data)
 {
     Document document;
@@ -277,6 +297,67 @@ TEST(Kinds, KeepTextsThatReadAsTheNewDates)
     data.categoryFormat = "d mmm";
     document.fill("1", data);
     EXPECT_NE(getChartPart(document).find("<c:v>46234</c:v>"), std::string::npos);
+}
+
+/// A value axis with fixed ends.
+std::string makeScale(char id, const std::string& ends)
+{
+    return changeAll(makeAxis("valAx", id, static_cast<char>(id - 1)), "<c:scaling/>",
+                     "<c:scaling>" + ends + "</c:scaling>");
+}
+
+TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
+{
+    const auto makeBars = [](const std::string& grouping, const std::string& ends) {
+        return makeChartPart(makeGroup("barChart",
+                                       "<c:barDir val=\"col\"/><c:grouping val=\"" + grouping + "\"/>",
+                                       {{0, "North", {"1", "2", "3"}}, {1, "South", {"4", "5", "6"}}}, "12") +
+                             makeGroup("lineChart", lineSettings, {{2, "Goal", {"1", "2", "3"}}}, "34") +
+                             makeAxis("catAx", '1', '2') + makeScale('2', ends) +
+                             makeAxis("catAx", '3', '4') + makeScale('4', "<c:max val=\"3\"/>"));
+    };
+    const std::string ends = "<c:max val=\"10\"/><c:min val=\"0\"/>";
+    const std::string behind = " lies outside and does not show in full.";
+    const struct {
+        std::string part;
+        std::vector<NamedValues> series;
+        Texts warnings;
+    } cases[] = {
+        {makeBars("clustered", ends),
+         {{"North", {0, gap, 9}}, {"South", {8, 8, 10}}, {"Goal", {1, 1, 3}}},
+         {}},
+        {makeBars("clustered", ends),
+         {{"North", {-1, gap, -2.5}}, {"South", {8, 8, 11}}, {"Goal", {1, 4, 1}}},
+         {"the value axis is fixed to start at 0; -2.5 (\"North\", \"Mar\")" + behind,
+          "the value axis is fixed to end at 10; 11 (\"South\", \"Mar\")" + behind,
+          "the second value axis is fixed to end at 3; 4 (\"Goal\", \"Feb\")" + behind}},
+        {makeBars("stacked", ends),
+         {{"North", {9, 9.9, 1}}, {"South", {-8, 0.1, 9.5}}, {"Goal", {1, 1, 1}}},
+         {"the value axis is fixed to start at 0; -8 (the series together, \"Jan\")" + behind,
+          "the value axis is fixed to end at 10; 10.5 (the series together, \"Mar\")" + behind}},
+        {makeBars("percentStacked", "<c:max val=\"1\"/><c:min val=\"0\"/>"),
+         {{"North", {90, 99, 1}}, {"South", {8, 1, 95}}, {"Goal", {1, 1, 1}}},
+         {}},
+    };
+    for (const auto& row : cases) {
+        auto document = makeTemplate({row.part});
+        EXPECT_EQ(document.fill("1", makeData({"Jan", "Feb", "Mar"}, row.series)).warnings, row.warnings);
+    }
+    const auto limit = [](const std::string& part, const std::string& both) {
+        return changeAll(part, "<c:scaling/>", "<c:scaling>" + both + "</c:scaling>");
+    };
+    auto dates = makeTemplate(
+        {limit(makeColumns(makeDates({"46023", "46054"}), {"1", "2"}, dateAxes), "<c:max val=\"46054\"/>")});
+    EXPECT_EQ(dates.fill("1", makeData({"2026-02-01", "2026-03-01"}, {{"North", {1, 2}}})).warnings,
+              Texts{"the axis of dates is fixed to end at 2026-02-01; 2026-03-01" + behind});
+    auto points = makeTemplate({limit(
+        makePoints("scatterChart", makePointSeries(0, makeNumberReference('A', {"7", "8"}), {"7", "8"})),
+        "<c:min val=\"5\"/>")});
+    auto near = makeData({}, {{"S0", {6, 7}}});
+    EXPECT_EQ(points.fill("1", near).warnings, Texts());
+    near.dataSet->getSeries(0)->getPoint(1)->setX(4.5);
+    EXPECT_EQ(points.fill("1", near).warnings,
+              Texts{"the X axis is fixed to start at 5; 0 (\"S0\", point 1)" + behind});
 }
 
 TEST(Kinds, KeepTheNamesThatTheDataLeavesUnsaid)

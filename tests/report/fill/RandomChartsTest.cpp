@@ -93,6 +93,15 @@ RandomChart pickChart(std::optional<ChartKind> kind = {})
         if (auto random = makeRandomChart(kind); random.options.workbook && isFillable(random)) return random;
 }
 
+/// A random scale cuts off random values.
+std::vector<std::string> fill(Template& document, const ChartData& data)
+{
+    auto warnings = document.fill("1", data).warnings;
+    std::erase_if(warnings,
+                  [](const auto& sentence) { return sentence.ends_with("does not show in full."); });
+    return warnings;
+}
+
 TEST(RandomCharts, GiveBackTheDataThatTheyWereMadeOfAndFilledWith)
 {
     for (int i = 0; i < 200; ++i) {
@@ -108,13 +117,13 @@ TEST(RandomCharts, GiveBackTheDataThatTheyWereMadeOfAndFilledWith)
         EXPECT_EQ(print(own, random.kind, hasErrors), print(getShown(random), random.kind, hasErrors)) << i;
 
         auto document = original;
-        EXPECT_EQ(document.fill("1", own).warnings, std::vector<std::string>()) << i;
+        EXPECT_EQ(fill(document, own), std::vector<std::string>()) << i;
         EXPECT_TRUE(document.toBytes() == original.toBytes()) << i;
 
         if (random.kind == ChartKind::Stock &&
             other.dataSet->getSeriesCount() != own.dataSet->getSeriesCount())
             continue;
-        EXPECT_EQ(document.fill("1", other).warnings, std::vector<std::string>()) << i;
+        EXPECT_EQ(fill(document, other), std::vector<std::string>()) << i;
         EXPECT_EQ(print(document.getChartData("1"), random.kind, false), print(other, random.kind, false))
             << i;
         const auto filled = document.toBytes();

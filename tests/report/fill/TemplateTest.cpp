@@ -132,6 +132,24 @@ TEST(Template, TellsDrawingsOfOnePartApart)
     EXPECT_EQ(document.getPackage().getPartNames().size(), before);
 }
 
+TEST(Template, TellsChartsOfOneWorkbookApart)
+{
+    Document document;
+    for (int i = 0; i < 2; ++i) document.addChart(makeChart<chart::ColumnChart>());
+    Package package(document.toBytes());
+    const auto relationships = package.getPart("word/charts/_rels/chart1.xml.rels");
+    package.setPart("word/charts/_rels/chart2.xml.rels", relationships);
+    Template filled(package.toBytes());
+    filled.fill("1", makeNews());
+    EXPECT_NE(filled.getPackage().getPart("word/charts/_rels/chart1.xml.rels"), relationships);
+    const auto workbook = filled.getPackage().getRelationships("word/charts/chart2.xml")[0].target;
+    EXPECT_EQ(filled.getPackage().getPart(workbook), package.getPart(workbook));
+    const auto count = filled.getPackage().getPartNames().size();
+    filled.fill("1", makeNews());
+    filled.fill("2", makeNews());
+    EXPECT_EQ(filled.getPackage().getPartNames().size(), count);
+}
+
 TEST(Template, FillsBothCopiesOfATextBox)
 {
     auto package = getPlaces().getPackage();
@@ -245,7 +263,7 @@ TEST(Template, RenewsAlternativeTextsThatWereGenerated)
             const auto data = makeKindData(row.value, factor);
             const auto chart = chart::ColumnChart::create();
             chart->setDataSet(data.dataSet);
-            if (row.value != ChartKind::Bar) chart->setTitle(chart::Title::create(u"\"A\" & <b>"));
+            if (row.value != ChartKind::Bar) chart->setTitle(chart::Title::create(u"\"A\" &\n<b>"));
             document.addChart(chart, {.kind = row.value}, data);
             document.addChart(chart, {.kind = row.value, .altText = "Column chart of mine"}, data);
         }
