@@ -87,7 +87,7 @@ std::string describeText(const TableScan& scan, std::size_t column, const TableO
 
 [[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)
 {
-    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().countsLines;
+    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().isDelimited;
     std::string example = isOne ? "; the table has one column, and --delimiter says what parts several" : "";
     for (std::size_t column = 0; column < scan.getNames().size() && example.empty(); ++column)
         if (!contains(categories, column) && scan.getProfile(column).getFirstText().isSet())
