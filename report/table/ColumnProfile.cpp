@@ -163,8 +163,8 @@ std::string ColumnProfile::makeFormat(const Reading& reading) const
                             reading.isGrouped);
 }
 
-/// Where no more cells are misfits than dates, of which the first may be one. A column of years has none: four
-/// digits are any number.
+/// Where no more cells are misfits than dates, of which the first may be one. A column of years has none:
+/// four digits are any number.
 bool ColumnProfile::staysDates() const
 {
     static constexpr std::size_t early = 4;

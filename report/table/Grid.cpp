@@ -134,7 +134,9 @@ std::vector<double> readKeys(const std::vector<std::string>& texts, std::size_t 
 std::vector<double> findKeys(const Grid& grid, std::size_t count)
 {
     if (!grid.positions.empty()) return grid.positions;
-    auto keys = readKeys(grid.categories, count, [](const auto& text) { return readNumber(text, {'.', ""}); });
+    auto keys = readKeys(grid.categories, count, [](const auto& text) {
+        return readNumber(text, {'.', ""});
+    });
     if (!keys.empty()) return keys;
     return readKeys(grid.categories, count, [](const auto& text) {
         const auto month = findMonth(text);
