@@ -38,12 +38,21 @@ Columns findLevels(const TableScan& scan)
     return {};
 }
 
+/// The first column of the table: those on its left have neither names nor cells.
+std::size_t findFirst(const TableScan& scan)
+{
+    const auto& names = scan.getNames();
+    std::size_t first = 0;
+    while (first < names.size() && names[first].empty() && scan.getProfile(first).getFilled() == 0) ++first;
+    return first == names.size() ? 0 : first;
+}
+
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
     if (!options.category.empty()) return findColumns(scan, options.category, "--category");
     if (!options.x.empty()) return {scan.findColumn(options.x, "--x")};
     if (auto levels = findLevels(scan); !levels.empty()) return levels;
-    if (!scan.hasRowNumbers()) return {0};
+    if (!scan.hasRowNumbers()) return {findFirst(scan)};
     note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
     return {1};
 }
