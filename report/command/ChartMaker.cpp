@@ -102,14 +102,24 @@ void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const No
         job.table, listSeries(dataSet, all.last(1)), listSeries(dataSet, all.first(1)), moved, asLine));
 }
 
+/// Whether the numbers of the first column are X: a scatter or bubble chart of a table as it stands.
+bool takesX(const ChartJob& job)
+{
+    const auto kind = job.options.kind.value_or(ChartKind::Column);
+    const bool isShaped = job.transpose || job.top > 0 || !job.aggregate.empty() || !job.series.empty();
+    return (kind == ChartKind::Scatter || kind == ChartKind::Bubble) && !isShaped;
+}
+
 }  // namespace
 
 ChartData readData(const ChartJob& job, const Listener& listener, const TableTarget& target)
 {
     auto reading = static_cast<const TableOptions&>(job);
     reading.gaps = job.gaps || job.options.blank;
-    return job.rows ? readChartData(job.rows, reading, listener, target)
-                    : readChartData(job.table, reading, listener, target);
+    auto chosen = target;
+    chosen.hasX = target.hasX || takesX(job);
+    return job.rows ? readChartData(job.rows, reading, listener, chosen)
+                    : readChartData(job.table, reading, listener, chosen);
 }
 
 std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& data, const Note& heard)

@@ -167,11 +167,11 @@ void tellGroups(const Making& making, const std::vector<FillResult>& results,
     }
 }
 
-/// Makes the documents of all groups, on all cores. The first failure ends it.
+/// Makes the documents of all groups, on all cores. A failure ends it; that of the first group is told.
 class GroupRun {
  public:
     GroupRun(const Making& making, const std::vector<Group>& groups)
-        : making_(making), groups_(groups), results_(groups.size())
+        : making_(making), groups_(groups), results_(groups.size()), firstFailed_(groups.size())
     {
     }
 
@@ -191,13 +191,15 @@ class GroupRun {
  private:
     void work()
     {
-        for (auto i = next_++; i < groups_.size() && !isStopped_; i = next_++) {
+        // Groups before one that failed are still made: they may fail too.
+        for (auto i = next_++; i < firstFailed_; i = next_++) {
             try {
                 makeGroup(i);
             } catch (...) {
                 const std::lock_guard lock(mutex_);
-                if (!failure_) failure_ = std::current_exception();
-                isStopped_ = true;
+                if (i >= firstFailed_) continue;
+                failure_ = std::current_exception();
+                firstFailed_ = i;
             }
             progress_.show(fmt::format("document {} of {}", ++done_, groups_.size()));
         }
@@ -223,7 +225,7 @@ class GroupRun {
     std::vector<FillResult> results_;
     std::atomic<std::size_t> next_ = 0;
     std::atomic<std::size_t> done_ = 0;
-    std::atomic<bool> isStopped_ = false;
+    std::atomic<std::size_t> firstFailed_;
     std::mutex mutex_;
     std::set<std::string> known_;
     std::vector<std::string> warnings_;

@@ -38,13 +38,22 @@ Columns findLevels(const TableScan& scan)
     return {};
 }
 
+/// The first column of the table: those on its left have neither names nor cells.
+std::size_t findFirst(const TableScan& scan)
+{
+    const auto& names = scan.getNames();
+    std::size_t first = 0;
+    while (first < names.size() && names[first].empty() && scan.getProfile(first).getFilled() == 0) ++first;
+    return first == names.size() ? 0 : first;
+}
+
 Columns chooseCategories(const TableScan& scan, const TableOptions& options, const Note& note)
 {
     if (!options.category.empty()) return findColumns(scan, options.category, "--category");
     if (!options.x.empty()) return {scan.findColumn(options.x, "--x")};
     if (auto levels = findLevels(scan); !levels.empty()) return levels;
-    const std::size_t first = scan.hasRowNumbers() ? 1 : 0;
-    if (first == 1)
+    const std::size_t first = scan.hasRowNumbers() ? 1 : findFirst(scan);
+    if (scan.hasRowNumbers())
         note(fmt::format("{}: the first column numbers the rows and is left out.", scan.getPlace().name));
     // A group whose rows have no other names is named itself.
     const bool isBehindGroup = !options.groupedBy.empty() && scan.getNames()[first] == options.groupedBy &&
@@ -93,7 +102,7 @@ std::string describeText(const TableScan& scan, std::size_t column, const TableO
 
 [[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)
 {
-    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().countsLines;
+    const bool isOne = scan.getNames().size() == 1 && scan.getPlace().isDelimited;
     std::string example = isOne ? "; the table has one column, and --delimiter says what parts several" : "";
     for (std::size_t column = 0; column < scan.getNames().size() && example.empty(); ++column)
         if (!contains(categories, column) && scan.getProfile(column).getFirstText().isSet())

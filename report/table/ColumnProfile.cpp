@@ -163,12 +163,14 @@ std::string ColumnProfile::makeFormat(const Reading& reading) const
                             reading.isGrouped);
 }
 
-/// Where no more cells are misfits than dates. A column of years has none: four digits are any number.
+/// Where no more cells are misfits than dates, of which the first may be one. A column of years has none:
+/// four digits are any number.
 bool ColumnProfile::staysDates() const
 {
+    static constexpr std::size_t early = 4;
     return std::any_of(misfits_.begin(), misfits_.end(), [this](const Misfits& misfits) {
         const bool areYears = dateUnit_ == DateUnit::Year;
-        return misfits.count == 0 || (!areYears && misfits.count * 2 <= rows_);
+        return misfits.count == 0 || (!areYears && misfits.count * 2 <= std::max(rows_, early));
     });
 }
 

@@ -238,7 +238,7 @@ class Parser {
 
 DelimitedSource::DelimitedSource(std::shared_ptr<InputFile> file, const TableOptions& options,
                                  InputFile::Progress progress)
-    : RowSource({file->getName()}, false, std::nullopt),
+    : RowSource({.name = file->getName(), .isDelimited = true}, false, std::nullopt),
       file_(std::move(file)),
       encoding_(options.encoding),
       progress_(std::move(progress)),

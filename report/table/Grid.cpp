@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "report/options/QuotedText.h"
+#include "report/table/DateText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
 #include "report/table/NumberText.h"
@@ -104,26 +105,43 @@ bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
             rest[i] = combine(rest[i], grid.series[i].values[*at], aggregate);
     std::sort(order.begin(), keptEnd);
     order.erase(keptEnd, order.end());
-    forgetDates(grid);
-    grid.positions.clear();
+    grid.kind = CategoryKind::Text;
     pickCategories(grid, order);
     const bool isTaken =
         std::find(grid.categories.begin(), grid.categories.end(), "Other") != grid.categories.end();
     grid.categories.emplace_back(isTaken ? "All others" : "Other");
+    // The others have no date, while the kept ones still go by theirs.
+    if (!grid.positions.empty()) grid.positions.push_back(gap);
     for (std::size_t i = 0; i < rest.size(); ++i) grid.series[i].values.push_back(rest[i]);
     return true;
 }
 
-/// Numbers for categories that are all numbers: "9" comes before "10".
-std::vector<double> readNumbers(const std::vector<std::string>& texts)
+/// What `read` makes of each of the first `count` texts; empty where one is nothing to it.
+template <typename Read>
+std::vector<double> readKeys(const std::vector<std::string>& texts, std::size_t count, Read read)
 {
-    std::vector<double> numbers;
-    for (const auto& text : texts) {
-        const auto number = readNumber(text, {'.', ""});
-        if (!number) return {};
-        numbers.push_back(*number);
+    std::vector<double> keys;
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto key = read(texts[i]);
+        if (!key) return {};
+        keys.push_back(static_cast<double>(*key));
     }
-    return numbers;
+    return keys;
+}
+
+/// Where the first `count` categories stand among others of their kind: "9" before "10", March before April.
+/// Empty where they are texts.
+std::vector<double> findKeys(const Grid& grid, std::size_t count)
+{
+    if (!grid.positions.empty()) return grid.positions;
+    auto keys = readKeys(grid.categories, count, [](const auto& text) {
+        return readNumber(text, {'.', ""});
+    });
+    if (!keys.empty()) return keys;
+    return readKeys(grid.categories, count, [](const auto& text) {
+        const auto month = findMonth(text);
+        return month == 0 ? std::nullopt : std::optional(month);
+    });
 }
 
 /// Values without a number come last, whichever way the others go.
@@ -151,7 +169,7 @@ void sort(Grid& grid, const std::string& by, bool hasOthers)
     Order order(grid.categories.size() - (hasOthers ? 1 : 0));
     std::iota(order.begin(), order.end(), 0);
     if (by == "category") {
-        const auto keys = grid.positions.empty() ? readNumbers(grid.categories) : grid.positions;
+        const auto keys = findKeys(grid, order.size());
         keys.empty() ? sortByText(order, grid.categories) : sortByValue(order, keys, false);
     } else {
         sortByValue(order, grid.series.front().values, by == "descending");

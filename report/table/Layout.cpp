@@ -73,10 +73,24 @@ bool isYear(const std::string& text)
     return text.size() == 4 && number && *number >= 1800 && *number <= 2200;
 }
 
-bool namesColumns(const PreviewRow& row, std::size_t width)
+/// The columns on the left that are empty from the row `top` on: the table begins beside them.
+std::size_t countEmptyColumns(const Preview& preview, std::size_t top)
 {
+    std::size_t count = preview[top].cells.size();
+    for (std::size_t row = top; row < preview.size(); ++row)
+        for (std::size_t i = 0; i < count; ++i)
+            if (!preview[row].getCell(i).empty()) count = i;
+    return count;
+}
+
+/// Whether the row `top` has a name in each column but the first one of the table.
+bool namesColumns(const Preview& preview, std::size_t top, std::size_t width)
+{
+    const auto& row = preview[top];
     if (row.cells.size() < width) return false;
-    for (std::size_t i = 1; i < width; ++i) {
+    const auto first = countEmptyColumns(preview, top);
+    if (first > 0 && (first + 1 >= width || top + 1 == preview.size())) return false;
+    for (std::size_t i = first + 1; i < width; ++i) {
         const auto& text = row.getCell(i);
         if (text.empty() || (isNumber(text) && !isYear(text))) return false;
     }
@@ -92,7 +106,7 @@ bool isTitle(const PreviewRow& row, std::size_t width)
 std::size_t findHeader(const Preview& preview, std::size_t width)
 {
     for (std::size_t i = 0; i < preview.size(); ++i) {
-        if (namesColumns(preview[i], width)) return i;
+        if (namesColumns(preview, i, width)) return i;
         if (!isTitle(preview[i], width)) break;
     }
     return 0;

@@ -42,6 +42,8 @@ struct Place {
     bool countsLines = true;
     /// Where else the table may be; ends sentences on a table that cannot be one.
     std::string hint = {};
+    /// Whether a delimiter parts the cells, so that another may be right.
+    bool isDelimited = false;
 
     const char* getUnit() const { return countsLines ? "line" : "row"; }
     std::string at(std::size_t line) const

@@ -161,8 +161,9 @@ void TableScan::requireNames() const
         if (layout_.names[i].empty() && (profiles_[i].getFilled() > 0 || rowCount_ == 0))
             fail(
                 "{}: column {} has no name; name it, choose others by --columns, or leave out lines above "
-                "the header by --skip.",
-                getPlace().at(layout_.headerLine), i + 1);
+                "the header by --skip{}.",
+                getPlace().at(layout_.headerLine), i + 1,
+                getPlace().countsLines ? "" : "; --range names the cells of the table");
 }
 
 std::size_t TableScan::findColumn(const std::string& name, const char* option) const

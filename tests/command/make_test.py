@@ -229,6 +229,12 @@ class MakeTest(CommandTest):
         self.succeed("u.csv", "-o", "out.docx", warnings="quillon-report: warning: u.csv: series on one axis have "
                      'different units: "Sales" €, "Share" %.\n')
 
+    def test_numbers_of_the_first_column_are_x_however_they_are_written(self):
+        for table in (b"Price,Pieces\n1.5,3\n2.5,4\n", b"Price;Pieces\n1,5;3\n2,5;4\n"):
+            self.write("p.csv", table)
+            self.succeed("p.csv", "--type", "scatter", "-o", "out.docx")
+            self.assertEqual(self.run_command("extract", "out.docx").stdout, "X,Pieces\n1.5,3\n2.5,4\n")
+
     def test_says_what_is_missing_for_a_pdf(self):
         self.write("t.csv", WIDE)
         self.require_refusal(1, 'Cannot make "out.pdf": LibreOffice Writer makes PDFs, and there is no program soffice;',

@@ -120,14 +120,16 @@ class Tables(unittest.TestCase):
             self.assertRaisesRegex(TypeError, "expected a list, got str", call, table, **{option: "a"})
 
     def test_columns_without_numbers_are_left_out_with_a_note(self):
-        frame = pandas.DataFrame({"city": ["Rome"], "n": [1], "note": ["x"], "day": [datetime.date(2024, 1, 1)], "e": [None]})
+        frame = pandas.DataFrame({"city": ["Rome"], "n": [1], "note": ["x"], "day": [datetime.date(2024, 1, 1)], "e": [None],
+                                  "wait": [pandas.Timedelta(hours=1)]})
         for make in (from_dataframe, lambda table: ChartData.from_dataframe(table).data_set):
             with self.assertWarns(ChartWarning) as caught:
                 data = make(frame)
             self.assertEqual([series.Name for series in data], ["n", "e"])
             self.assertEqual([str(item.message) for item in caught.warnings],
                              ["'note' holds text and is left out.",
-                              "'day' holds dates and is left out."])
+                              "'day' holds dates and is left out.",
+                              "'wait' holds no numbers and is left out."])
             self.assertEqual({item.filename for item in caught.warnings}, {__file__})
         self.assertRaisesRegex(ValueError, "'note', value 1: expected a number", from_dataframe, frame, columns=["note"])
 

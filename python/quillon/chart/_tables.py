@@ -238,7 +238,8 @@ def _leave_out_words(columns: list[tuple[str, list[Any]]]) -> list[tuple[str, li
         if not given or any(map(_cells.is_number, given)):
             kept.append((name, cells))
             continue
-        what = "dates" if _cells.as_date(given[0]) is not None else "text"
+        is_date = _cells.as_date(given[0]) is not None
+        what = "dates" if is_date else "text" if isinstance(given[0], str) else "no numbers"
         warn([f"{name!r} holds {what} and is left out."])
     if not kept:
         raise Refused(ValueError, f"no column holds numbers.")
