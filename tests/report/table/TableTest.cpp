@@ -253,11 +253,12 @@ TEST(Table, FormulasWithoutResultsAreToldOf)
 TEST(Table, StrictWorkbooksHoldDates)
 {
     const std::string text = "<c t='str'><v>a</v></c>";
-    EXPECT_EQ(describeReading(writeXlsx("<row>" + text + "<c t='str'><v>b</v></c></row>" +
-                                            "<row><c t='d'><v>2024-03-31T00:00:00</v></c><c><v>1</v></c></row>",
-                                        ""),
-                              {}),
-              "categories: 2024-03-31\ndates: 2024-03-31\nb: 1\n");
+    EXPECT_EQ(
+        describeReading(writeXlsx("<row>" + text + "<c t='str'><v>b</v></c></row>" +
+                                      "<row><c t='d'><v>2024-03-31T00:00:00</v></c><c><v>1</v></c></row>",
+                                  ""),
+                        {}),
+        "categories: 2024-03-31\ndates: 2024-03-31\nb: 1\n");
 }
 
 TEST(Table, TheColumnsOfCategoriesKeepTheirNames)
