@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <mutex>
 #include <optional>
 #include <set>
 #include <thread>
@@ -167,11 +166,16 @@ void tellGroups(const Making& making, const std::vector<FillResult>& results,
     }
 }
 
-/// Makes the documents of all groups, on all cores. A failure ends it; that of the first group is told.
+/// Makes the documents of all groups, on all cores. A failure ends it: that of the first group in their order
+/// which fails is told, whichever thread comes first.
 class GroupRun {
  public:
     GroupRun(const Making& making, const std::vector<Group>& groups)
-        : making_(making), groups_(groups), results_(groups.size()), firstFailed_(groups.size())
+        : making_(making),
+          groups_(groups),
+          results_(groups.size()),
+          warnings_(groups.size()),
+          failures_(groups.size())
     {
     }
 
@@ -183,23 +187,22 @@ class GroupRun {
         for (std::size_t i = 0; i < count; ++i) threads.emplace_back([this] { work(); });
         threads.clear();
         progress_.clear();
-        for (const auto& sentence : warnings_) warn(sentence);
-        if (failure_) std::rethrow_exception(failure_);
+        tellWarnings();
         tellGroups(making_, results_, groups_);
     }
 
  private:
     void work()
     {
-        // Groups before one that failed are still made: they may fail too.
-        for (auto i = next_++; i < firstFailed_; i = next_++) {
+        // What was taken is made, so that no group before one that failed is left out.
+        while (!isStopped_) {
+            const auto i = next_++;
+            if (i >= groups_.size()) break;
             try {
                 makeGroup(i);
             } catch (...) {
-                const std::lock_guard lock(mutex_);
-                if (i >= firstFailed_) continue;
-                failure_ = std::current_exception();
-                firstFailed_ = i;
+                failures_[i] = std::current_exception();
+                isStopped_ = true;
             }
             progress_.show(fmt::format("document {} of {}", ++done_, groups_.size()));
         }
@@ -208,10 +211,8 @@ class GroupRun {
     void makeGroup(std::size_t index)
     {
         const auto& group = groups_[index];
-        const Listener listener{nullptr, [this](const std::string& sentence) {
-                                    const std::lock_guard lock(mutex_);
-                                    if (known_.insert(sentence).second) warnings_.push_back(sentence);
-                                }};
+        const Listener listener{nullptr,
+                                [&](const std::string& sentence) { warnings_[index].push_back(sentence); }};
         try {
             results_[index] = makeOne(making_, makeGroupJob(making_.job.tree, group), &group,
                                       {group.output, making_.options.output.force}, listener);
@@ -220,16 +221,25 @@ class GroupRun {
         }
     }
 
+    /// Each sentence once, in the order of the groups, and the first failure behind those before it.
+    void tellWarnings() const
+    {
+        std::set<std::string_view> known;
+        for (std::size_t i = 0; i < groups_.size(); ++i) {
+            for (const auto& sentence : warnings_[i])
+                if (known.insert(sentence).second) warn(sentence);
+            if (failures_[i]) std::rethrow_exception(failures_[i]);
+        }
+    }
+
     const Making& making_;
     const std::vector<Group>& groups_;
     std::vector<FillResult> results_;
+    std::vector<std::vector<std::string>> warnings_;
+    std::vector<std::exception_ptr> failures_;
     std::atomic<std::size_t> next_ = 0;
     std::atomic<std::size_t> done_ = 0;
-    std::atomic<std::size_t> firstFailed_;
-    std::mutex mutex_;
-    std::set<std::string> known_;
-    std::vector<std::string> warnings_;
-    std::exception_ptr failure_;
+    std::atomic<bool> isStopped_ = false;
     ProgressLine progress_;
 };
 

@@ -39,7 +39,6 @@ class PointCache {
     /// positions that are no numbers.
     PointCache(const XmlSpans& xml, const XmlElement& cache, std::size_t level = 0);
 
-    std::size_t getCount() const { return count_; }
     std::size_t getLevelCount() const { return levelCount_; }
     /// The number format of all points that have none of their own; empty without one.
     const std::string& getFormat() const { return format_; }

@@ -21,7 +21,7 @@ struct Order {
 };
 
 // clang-format off: rows of names.
-/// Source: the schema of ISO/IEC 29500-1, dml-chart.xsd.
+/// As the schema dml-chart.xsd has them.
 constexpr Order orders[] = {
     {u"c:chartSpace",
      u"date1904 lang roundedCorners style clrMapOvr pivotSource protection chart spPr txPr externalData "

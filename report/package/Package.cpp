@@ -67,6 +67,11 @@ constexpr std::string_view strictTypes = "http://purl.oclc.org/ooxml/officeDocum
 constexpr std::string_view transitionalTypes =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
 
+[[noreturn]] void failMissing(std::string_view name)
+{
+    throw std::runtime_error("The file has no part " + quoteText(name, 200) + ".");
+}
+
 /// The row of the content types for a part itself, or for its extension.
 XmlElement findContentType(const XmlElement& types, std::string_view name, std::string_view row)
 {
@@ -237,7 +242,7 @@ bool Package::hasPart(std::string_view name) const
 const std::string& Package::getPart(std::string_view name) const
 {
     if (const auto* bytes = findPart(makePartKey(name))) return *bytes;
-    throw std::runtime_error("The file has no part " + quoteText(name, 200) + ".");
+    failMissing(name);
 }
 
 void Package::setPart(std::string_view name, std::string bytes)
@@ -253,6 +258,7 @@ void Package::setPart(std::string_view name, std::string bytes)
 
 void Package::setPart(std::string_view name, PackedBytes packed)
 {
+    if (!hasPart(name)) failMissing(name);
     changes_[makePartKey(name)] = std::make_shared<const Content>(std::move(packed));
 }
 

@@ -52,7 +52,7 @@ class QUILLON_EXPORT Package {
     bool hasPart(std::string_view name) const;
     /// The content of a part, until it is changed. Throws: std::runtime_error when it is missing or damaged.
     const std::string& getPart(std::string_view name) const;
-    /// Replaces the content of a part that is there.
+    /// Replaces the content of a part. Throws: std::runtime_error when it is missing.
     void setPart(std::string_view name, std::string bytes);
     /// The same for a content that is packed already, and is unpacked when it is asked for. It differs from
     /// the one before.
@@ -78,7 +78,8 @@ class QUILLON_EXPORT Package {
     /// The same for an address outside the package.
     std::string addExternalRelationship(std::string_view source, std::string_view kind,
                                         std::string_view address);
-    /// Lets a relationship that is there, and may be external, lead to a part.
+    /// Lets a relationship, which may be external, lead to a part. Throws: std::runtime_error when there is
+    /// none of that id.
     void retarget(std::string_view source, std::string_view id, std::string_view kind,
                   std::string_view target);
     /// Removes those relationships of a part of which `isRemoved` says so.

@@ -214,6 +214,12 @@ TEST(Kinds, OfCategoriesFollowTheData)
          "<c:numFmt formatCode=\"d mmm\" sourceLinked=\"0\"/><c:crossAx val=\"2\"/><c:crosses "
          "val=\"autoZero\"/><c:auto val=\"1\"/><c:lblOffset val=\"100\"/><c:baseTimeUnit "
          "val=\"days\"/><c:majorUnit val=\"1\"/><c:majorTimeUnit val=\"days\"/></c:dateAx>"},
+        // Steps that suited months go with them.
+        {changeAll(dates, "<c:baseTimeUnit val=\"months\"/>",
+                   "<c:baseTimeUnit val=\"months\"/><c:majorUnit val=\"2\"/><c:majorTimeUnit "
+                   "val=\"months\"/>"),
+         days, "<c:v>46233</c:v>",
+         "<c:baseTimeUnit val=\"days\"/><c:majorUnit val=\"1\"/><c:majorTimeUnit val=\"days\"/></c:dateAx>"},
         // An axis of dates has no unit below days.
         {texts, hours, "<c:formatCode>yyyy\\-mm\\-dd\\ hh:mm</c:formatCode>",
          "<c:numFmt formatCode=\"yyyy\\-mm\\-dd\\ hh:mm\" sourceLinked=\"1\"/><c:crossAx "
@@ -436,6 +442,16 @@ TEST(Kinds, OfWaterfallsComputeTheirBarsAnew)
     after.totals = {u"Down"};
     document.fill("1", after);
     EXPECT_EQ(document.getChartData("1").totals, after.totals);
+
+    // A new category may have the name of a total, and be none.
+    auto twice = makeData({"Start", "Up", "End", "End"}, {{"Change", {10, 5, gap, 3}}});
+    auto untold = makeWaterfall(before);
+    untold.fill("1", twice);
+    twice.totals = before.totals;
+    auto told = makeWaterfall(before);
+    told.fill("1", twice);
+    EXPECT_EQ(listValues(getChartPart(told)), listValues(getChartPart(untold)));
+
     EXPECT_EQ(document.fill("1", makeData({"Start", "Up"}, {{"Change", {10, 5}}})).warnings,
               Texts{"the total \"Down\" is gone; say which categories are totals now (totals)."});
     EXPECT_EQ(thrownText([&] {

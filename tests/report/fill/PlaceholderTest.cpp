@@ -237,6 +237,11 @@ TEST(Placeholder, AllAreListedInOrder)
                                                {"boxed", PlaceholderKind::Paragraph, "word/document.xml"},
                                                {"month", PlaceholderKind::Text, "word/header1.xml"}};
     EXPECT_EQ(findPlaceholders(document), expected);
+
+    // Of the two copies of a text box a reader sees one.
+    auto boxes = makeDocument(paragraph(makeBox(paragraph(run("in {{month}}")))));
+    EXPECT_EQ(replaceText(boxes, "month", "July"), 1U);
+    EXPECT_EQ(readBody(boxes).find("{{month}}"), std::string::npos);
 }
 
 // What takes a copy of the paragraph, or a look at all others, for each of them does not come to its end.

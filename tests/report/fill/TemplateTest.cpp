@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "chart/model/PieChart.h"
+#include "report/fill/Kept.h"
 #include "report/options/Enumerations.h"
 #include "report/package/XmlSpans.h"
 #include "tests/ThrownText.h"
@@ -280,6 +281,26 @@ TEST(Template, RenewsAlternativeTextsThatWereGenerated)
     document.fill("1", makeKindData(ChartKind::Column, 1), {.title = "New"});
     EXPECT_EQ(Template(document.toBytes()).getCharts()[0].altText,
               "Column chart: New; series High, Low, Close; values from 1 to 4");
+
+    // A pie goes on showing the series that it showed, wherever the data has it.
+    Document pies;
+    const auto chart = chart::ColumnChart::create();
+    const auto slices = makeData({"1", "2"}, {{"High", {3, 4}}, {"Low", {1, 2}}});
+    chart->setDataSet(slices.dataSet);
+    pies.addChart(chart, {.kind = ChartKind::Pie}, slices);
+    Template pie(pies.toBytes());
+    pie.fill("1", makeData({"1", "2"}, {{"Low", {1, 2}}, {"High", {5, 6}}}));
+    EXPECT_EQ(pie.getCharts()[0].altText, "Pie chart; series High; values from 5 to 6");
+}
+
+TEST(Template, WhatIsKeptHasABoundedSize)
+{
+    KeptByName<int> kept(10);
+    int count = 0;
+    const auto read = [&] { return std::make_shared<const int>(++count); };
+    for (const auto* name : {"a", "a", "b", "b", "c", "c"}) kept.get(name, read, *name == 'c' ? 4 : 6);
+    // There is room for a and c; b is read each time.
+    EXPECT_EQ(count, 4);
 }
 
 TEST(Template, NewSeriesHaveColorsWithoutATheme)

@@ -290,6 +290,13 @@ TEST(WorkbookFill, RemovedSeriesLeaveNoGap)
             .find("ref=\"A1:B2\"><autoFilter ref=\"A1:B2\"/><tableColumns count=\"2\"><tableColumn id=\"1\" "
                   "name=\" \"/><tableColumn id=\"2\" name=\"South\"/></tableColumns>"),
         std::string::npos);
+    // Cells keep their order where the chart has another.
+    const auto turned = fillWorkbook(
+        makeBook(), {makeSeries("East", "D", twoDates, {5, 6}), makeSeries("South", "C", twoDates, {2, 4})},
+        {makeSeries("", "B", {}, {})});
+    ASSERT_EQ(turned.reason, "");
+    EXPECT_EQ(getReferences(turned)[2], sheet + "$C$2:$C$3");
+    EXPECT_EQ(getReferences(turned)[5], sheet + "$B$2:$B$3");
 }
 
 TEST(WorkbookFill, ARemovedSeriesLeavesAnotherSheet)
@@ -329,6 +336,39 @@ TEST(WorkbookFill, NewSeriesStandBesideTheLastWithNamesOfTheirOwn)
     series.pop_back();
     const auto beside = fillWorkbook(makeBook(text), series);
     EXPECT_EQ(getReferences(beside)[8], sheet + "$E$2:$E$3");
+}
+
+TEST(WorkbookFill, NewSeriesWithMoreBlocksThanTheLastKeepThemApart)
+{
+    auto north = makeSeries("North", "B", twoDates, {1.5, 3});
+    north.more = {{sheet + "$C$2:$C$3", {toCells({0.1, 0.2})}}, {}};
+    auto east = makeSeries("East", "", twoDates, {5, 6});
+    east.categories.reset();
+    east.more = {{"", {toCells({0.3, 0.4})}}, {"", {toCells({0.5, 0.6})}}};
+    const auto filled = fillWorkbook(makeBook(), {north, east});
+    ASSERT_EQ(filled.reason, "");
+    EXPECT_EQ(filled.series[1].values->reference, sheet + "$D$2:$D$3");
+    EXPECT_EQ(filled.series[1].more[0].reference, sheet + "$E$2:$E$3");
+    EXPECT_EQ(filled.series[1].more[1].reference, sheet + "$F$2:$F$3");
+}
+
+TEST(WorkbookFill, TablesKeepTheRowsThatAreNotOfTheChart)
+{
+    const std::pair<std::string, std::string> tables[] = {
+        // Empty rows that the author added.
+        {"ref=\"A1:C5\"", "ref=\"A1:C5\"><autoFilter ref=\"A1:C5\"/>"},
+        // A row of totals, which nobody filters.
+        {"ref=\"A1:C4\" totalsRowCount=\"1\"",
+         "ref=\"A1:C4\" totalsRowCount=\"1\"><autoFilter ref=\"A1:C3\"/>"},
+    };
+    for (const auto& [head, expected] : tables) {
+        const auto filled =
+            fillWorkbook(makeBook({.tableHead = head}), {makeSeries("East", "B", twoDates, {7, 8})});
+        ASSERT_EQ(filled.reason, "");
+        const auto table = readPart(filled.bytes, "xl/tables/table1.xml");
+        EXPECT_NE(table.find(expected), std::string::npos) << table;
+        EXPECT_NE(table.find("name=\"East\""), std::string::npos) << table;
+    }
 }
 
 TEST(WorkbookFill, RemarksBelowMoveDown)
@@ -437,6 +477,15 @@ TEST(WorkbookFill, FormatsThatDifferAreStylesThatDiffer)
     EXPECT_NE(readPart(filled.bytes, "xl/styles.xml")
                   .find("<numFmts count=\"2\"><numFmt numFmtId=\"164\" formatCode=\"0.00\"/><numFmt "
                         "numFmtId=\"165\" formatCode=\"0.0\"/></numFmts><cellXfs count=\"5\">"),
+              std::string::npos);
+    // Formats of the author keep their numbers, and are used again.
+    Package own(makeBook());
+    auto styles = own.getPart("xl/styles.xml");
+    const std::string before = "<numFmt numFmtId=\"170\" formatCode=\"0.0\"/>";
+    styles.insert(styles.find("<cellXfs"), "<numFmts count=\"1\">" + before + "</numFmts>");
+    own.setPart("xl/styles.xml", styles);
+    EXPECT_NE(readPart(fillWorkbook(own.toBytes(), {south, north}).bytes, "xl/styles.xml")
+                  .find("<numFmts count=\"2\">" + before + "<numFmt numFmtId=\"171\" formatCode=\"0.00\"/>"),
               std::string::npos);
 }
 

@@ -663,6 +663,11 @@ TEST(ChartTypes, GiveTheirDataBack)
     const auto bubbles = readBack(makeData(three), {{"type", "bubble"}, {"size-series", "B"}});
     EXPECT_EQ(listValues(bubbles), (Values{three[0], three[2]}));
     EXPECT_EQ(bubbles.getDetails(1).sizes, three[1]);
+    auto formatted = makeData(three);
+    formatted.series = {{.numberFormat = "0.0"}, {.numberFormat = "0%"}, {.numberFormat = "0.000"}};
+    EXPECT_EQ(readXPath(make(formatted, {{"type", "bubble"}, {"size-series", "A"}}).chart,
+                        "//c:ser[1]/c:yVal//c:formatCode"),
+              "0%");
     const auto errors = readBack(makeData(three), {{"plus-series", "B"}, {"minus-series", "C"}});
     EXPECT_EQ(errors.getDetails(0).errorsPlus, three[1]);
     EXPECT_EQ(errors.getDetails(0).errorsMinus, three[2]);

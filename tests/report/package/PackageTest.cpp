@@ -230,7 +230,10 @@ TEST(Package, TakesAPartThatWasPackedPieceByPiece)
         content += piece;
     }
     Package package(makePackage());
-    package.setPart("word/document.xml", packer.finish());
+    const auto packed = packer.finish();
+    EXPECT_EQ(thrownText([&] { package.setPart("word/gone.xml", packed); }),
+              "The file has no part \"word/gone.xml\".");
+    package.setPart("word/document.xml", packed);
     EXPECT_EQ(Package(package.toBytes()).getPart("word/document.xml"), content);
     EXPECT_EQ(package.getPart("word/document.xml"), content);
 }
