@@ -113,12 +113,12 @@ const std::vector<Argument>& getInitArguments()
 }
 
 const std::array verbs = {
-    Verb{
-        "", "TABLE [OPTION ...] ... -o DOCUMENT",
-        "make a Word document with native, editable charts from tables",
-        "A TABLE is a CSV or TSV file, a workbook (.xlsx or .ods), JSON, Markdown, or a SQLite database; - is "
-        "standard input. Options apply to the TABLE before them; those before the first TABLE are for all.",
-        R"text(quillon-report revenue.csv --type column --title "Revenue" -o report.docx
+    Verb{"", "TABLE [OPTION ...] ... -o DOCUMENT",
+         "make a Word document with native, editable charts from tables",
+         "A TABLE is a CSV or TSV file, a workbook (.xlsx or .ods), JSON, Markdown, or a SQLite database; - "
+         "is "
+         "standard input. Options apply to the TABLE before them; those before the first TABLE are for all.",
+         R"text(quillon-report revenue.csv --type column --title "Revenue" -o report.docx
 quillon-report weather.csv --type line --category date --columns temp_max,temp_min -o weather.docx
 quillon-report energy.csv --category year --series source --value net_generation -o energy.docx
 quillon-report costs.csv --line Target --second Margin --second-format 0% -o costs.docx
@@ -127,7 +127,7 @@ quillon-report budget.csv --type waterfall --totals "Last year,This year" --gaps
 quillon-report sales.csv --colors red,#00ff00,"rgb(0,128,255)" --legend right -o sales.pdf
 quillon-report a.csv --type bar --heading "A" b.csv --type pie --heading "B" -o both.docx
 quillon-report --job report.json -o report.docx)text",
-        getMakeArguments, makeDocument},
+         getMakeArguments, makeDocument},
     Verb{"list", "DOCUMENT [--json]", "list the charts and placeholders of a document",
          "A chart that cannot be filled is listed with the reason.", "quillon-report list report.docx",
          getListArguments, listCharts},

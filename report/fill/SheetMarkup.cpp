@@ -126,7 +126,7 @@ class SheetMarkup::Reader {
     std::int64_t lastColumn_ = -1;
 };
 
-SheetMarkup::SheetMarkup(std::string_view bytes, std::string part, const SharedStrings& strings)
+SheetMarkup::SheetMarkup(std::string_view bytes, std::string part, const WorkbookStrings& strings)
     : xml_(bytes, std::move(part), isData), data_(xml_.getRoot().findChild("sheetData")), strings_(strings)
 {
     if (!xml_.getRoot().is(Ns::Sheet, "worksheet") || !data_)

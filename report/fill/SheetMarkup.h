@@ -8,7 +8,7 @@
 
 #include "report/fill/CellBlock.h"
 #include "report/fill/CellRange.h"
-#include "report/fill/SharedStrings.h"
+#include "report/fill/WorkbookStrings.h"
 #include "report/package/XmlSpans.h"
 
 namespace quillon::report {
@@ -47,7 +47,7 @@ class SheetMarkup {
 
     /// The caller keeps `bytes` and `strings`.
     /// Throws: std::runtime_error when the part is no worksheet, or its cells have no places.
-    SheetMarkup(std::string_view bytes, std::string part, const SharedStrings& strings);
+    SheetMarkup(std::string_view bytes, std::string part, const WorkbookStrings& strings);
 
     const XmlSpans& getXml() const { return xml_; }
     /// The element with the rows.
@@ -81,7 +81,7 @@ class SheetMarkup {
 
     XmlSpans xml_;
     XmlElement data_;
-    const SharedStrings& strings_;
+    const WorkbookStrings& strings_;
     std::vector<SheetRow> rows_;
     std::vector<SheetCell> cells_;
     std::optional<Area> usedArea_;

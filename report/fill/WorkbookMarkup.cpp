@@ -14,7 +14,7 @@ void refuse(const std::string& reason)
     throw std::runtime_error(reason);
 }
 
-ReadSheet::ReadSheet(const Package& workbook, const std::string& part, const SharedStrings& strings)
+ReadSheet::ReadSheet(const Package& workbook, const std::string& part, const WorkbookStrings& strings)
     : markup(workbook.getPart(part), part, strings)
 {
     for (const auto& relationship : workbook.getRelationships(part))

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "report/fill/Kept.h"
-#include "report/fill/SharedStrings.h"
 #include "report/fill/SheetMarkup.h"
 #include "report/fill/SheetTable.h"
+#include "report/fill/WorkbookStrings.h"
 #include "report/package/Package.h"
 #include "report/package/XmlSpans.h"
 #include "support/Export.h"
@@ -19,7 +19,7 @@ namespace quillon::report {
 
 /// A sheet of a workbook with its tables.
 struct ReadSheet {
-    ReadSheet(const Package& workbook, const std::string& part, const SharedStrings& strings);
+    ReadSheet(const Package& workbook, const std::string& part, const WorkbookStrings& strings);
 
     SheetMarkup markup;
     std::vector<SheetTable> tables = {};
@@ -46,7 +46,7 @@ class QUILLON_EXPORT WorkbookMarkup {
     const Package& getPackage() const { return package_; }
     /// The part that names the sheets.
     const XmlSpans& getMain() const { return main_; }
-    const SharedStrings& getStrings() const { return strings_; }
+    const WorkbookStrings& getStrings() const { return strings_; }
 
     /// The sheets by 0-based position.
     const std::vector<std::string>& getSheetNames() const { return sheetNames_; }
@@ -70,7 +70,7 @@ class QUILLON_EXPORT WorkbookMarkup {
 
     Package package_;
     XmlSpans main_;
-    SharedStrings strings_;
+    WorkbookStrings strings_;
     std::vector<std::string> sheetNames_;
     std::vector<std::string> sheetParts_;
     std::map<std::string, std::size_t> sheetsByName_;

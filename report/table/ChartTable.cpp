@@ -293,10 +293,10 @@ class GridMaker {
         for (const auto row : categories_.firstRow) grid_.positions.push_back(column.numbers[row]);
         const bool isDate = column.kind == ColumnKind::Date;
         // Days that are all first of a month, or of a year, are shown as such.
-        if (!isDate || column.dateUnit != DateUnit::Day) grid_.positionFormat = column.numberFormat;
+        if (!isDate || column.dateUnit != DateStep::Day) grid_.positionFormat = column.numberFormat;
         if (!isDate)
             grid_.kind = CategoryKind::Number;
-        else if (column.dateUnit != DateUnit::Quarter || xColumn_ != nullptr)
+        else if (column.dateUnit != DateStep::Quarter || xColumn_ != nullptr)
             grid_.kind = CategoryKind::Date;
     }
 

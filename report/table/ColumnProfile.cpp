@@ -169,7 +169,7 @@ bool ColumnProfile::staysDates() const
 {
     static constexpr std::size_t early = 4;
     return std::any_of(misfits_.begin(), misfits_.end(), [this](const Misfits& misfits) {
-        const bool areYears = dateUnit_ == DateUnit::Year;
+        const bool areYears = dateUnit_ == DateStep::Year;
         return misfits.count == 0 || (!areYears && misfits.count * 2 <= std::max(rows_, early));
     });
 }
@@ -178,7 +178,7 @@ void ColumnProfile::addDate(const Cell& cell, std::size_t line)
 {
     if (cell.kind == CellKind::Date) {
         const bool hasTime = cell.number != std::floor(cell.number);
-        const DateText date{cell.number, hasTime ? DateUnit::Time : DateUnit::Day};
+        const DateText date{cell.number, hasTime ? DateStep::Time : DateStep::Day};
         return addDates({date, date, date}, {}, line);
     }
     const auto text = writeCell(cell);
@@ -219,7 +219,7 @@ void ColumnProfile::addDoubts(const DateText& date, std::string_view text, std::
 /// Days may have a time; other units do not mix.
 bool ColumnProfile::suitsUnit(const DateText& date)
 {
-    const auto isDay = [](DateUnit unit) { return unit == DateUnit::Day || unit == DateUnit::Time; };
+    const auto isDay = [](DateStep unit) { return unit == DateStep::Day || unit == DateStep::Time; };
     if (dateUnit_ && *dateUnit_ != date.unit && !(isDay(*dateUnit_) && isDay(date.unit))) return false;
     dateUnit_ = dateUnit_ ? std::max(*dateUnit_, date.unit) : date.unit;
     return true;
@@ -227,7 +227,7 @@ bool ColumnProfile::suitsUnit(const DateText& date)
 
 bool ColumnProfile::isDate(DateOrder order) const
 {
-    const bool isPlausible = dateUnit_ != DateUnit::Year || (isAscending_ && lastDate_ <= lastYear);
+    const bool isPlausible = dateUnit_ != DateStep::Year || (isAscending_ && lastDate_ <= lastYear);
     return misfits_.at(static_cast<std::size_t>(order)).count == 0 && rows_ > 0 && !hasEarly_ && isPlausible;
 }
 
@@ -235,13 +235,13 @@ bool ColumnProfile::hasEarlyDates() const
 {
     const bool fits = std::any_of(misfits_.begin(), misfits_.end(),
                                   [](const Misfits& misfits) { return misfits.count == 0; });
-    return hasEarly_ && mayBeDates_ && fits && dateUnit_ != DateUnit::Year;
+    return hasEarly_ && mayBeDates_ && fits && dateUnit_ != DateStep::Year;
 }
 
 Sample ColumnProfile::getMisfit(DateOrder order) const
 {
     const auto& misfits = misfits_.at(static_cast<std::size_t>(order));
-    const bool isNamed = dateUnit_ && *dateUnit_ != DateUnit::Year && *dateUnit_ != DateUnit::Quarter;
+    const bool isNamed = dateUnit_ && *dateUnit_ != DateStep::Year && *dateUnit_ != DateStep::Quarter;
     return mayBeDates_ && isNamed && misfits.count * 2 <= rows_ ? misfits.first : Sample{};
 }
 

@@ -84,14 +84,14 @@ class ColumnProfile {
     /// In a column of dates a day written as one number, as in 20240331.
     Sample getCompactDate() const
     {
-        return dateUnit_ != DateUnit::Month && isDate(DateOrder::DayMonthYear) ? doubtful_ : Sample{};
+        return dateUnit_ != DateStep::Month && isDate(DateOrder::DayMonthYear) ? doubtful_ : Sample{};
     }
     /// A month, where each may be a season over two years, as in 2010-11; not set where one may not.
     Sample getSeason() const
     {
-        return dateUnit_ == DateUnit::Month && doubtfulCount_ == rows_ ? doubtful_ : Sample{};
+        return dateUnit_ == DateStep::Month && doubtfulCount_ == rows_ ? doubtful_ : Sample{};
     }
-    DateUnit getDateUnit() const { return dateUnit_.value_or(DateUnit::Day); }
+    DateStep getDateUnit() const { return dateUnit_.value_or(DateStep::Day); }
 
  private:
     void addText(std::string_view text, std::size_t line);
@@ -131,7 +131,7 @@ class ColumnProfile {
     std::array<Misfits, 3> misfits_;
     bool mayBeDates_ = true;
     Sample differingDate_;
-    std::optional<DateUnit> dateUnit_;
+    std::optional<DateStep> dateUnit_;
     std::optional<DateText> firstDate_;
     Sample otherOffset_;
     Sample doubtful_;

@@ -92,7 +92,7 @@ class Statement {
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
         return {text == nullptr ? "" : text, static_cast<std::size_t>(sqlite3_column_bytes(handle_, column))};
     }
-    Cell getCell(int column, const Place& place, std::size_t row) const
+    Cell getCell(int column, const SourcePlace& place, std::size_t row) const
     {
         const int type = sqlite3_column_type(handle_, column);
         if (type == SQLITE_NULL) return {};
@@ -137,7 +137,7 @@ std::unique_ptr<RowSource> readDatabaseRows(const std::string& path, const std::
 {
     const Database database(path, name);
     const Statement query(database, options.query.empty() ? selectOnlyTable(database) : options.query);
-    const Place place{name, false};
+    const SourcePlace place{name, false};
     auto rows = std::make_unique<StoredRows>(place, true, '.', 0);
     std::vector<std::string> names(static_cast<std::size_t>(query.countColumns()));
     for (int i = 0; i < query.countColumns(); ++i) names[static_cast<std::size_t>(i)] = query.getName(i);

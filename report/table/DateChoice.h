@@ -12,7 +12,7 @@ namespace quillon::report {
 /// A column that may hold dates, and what its author says of them: the option dates.
 struct DateColumn {
     const ColumnProfile& profile;
-    const Place& place;
+    const SourcePlace& place;
     const std::string& name;
     const std::string& asked;
 };

@@ -99,7 +99,7 @@ unsigned readYear(const Token& token)
     return token.getNumber() + (token.getNumber() < 70 ? 2000 : 1900);
 }
 
-std::optional<DateText> makeDate(unsigned year, unsigned month, unsigned day, DateUnit unit)
+std::optional<DateText> makeDate(unsigned year, unsigned month, unsigned day, DateStep unit)
 {
     if (year == 0) return std::nullopt;
     const auto days = countDays(year, month, day);
@@ -121,12 +121,12 @@ std::optional<DateText> readQuarter(const Token& quarter, const Token& year)
     if (!quarter.isNumber || quarter.size() != 1) return std::nullopt;
     const auto number = quarter.getNumber();
     if (number < 1 || number > 4) return std::nullopt;
-    return makeDate(readYear(year), 3 * number - 2, 1, DateUnit::Quarter);
+    return makeDate(readYear(year), 3 * number - 2, 1, DateStep::Quarter);
 }
 
 std::optional<DateText> readMonthOfYear(const Token& a, const Token& b)
 {
-    constexpr auto unit = DateUnit::Month;
+    constexpr auto unit = DateStep::Month;
     if (!a.isNumber && b.isNumber) {
         const bool isYear = isFullYear(b) || b.mark == '-';
         return isYear ? makeDate(readYear(b), findMonth(a.text), 1, unit) : std::nullopt;
@@ -152,16 +152,16 @@ std::optional<DateText> readNumbers(const Token& a, const Token& b, const Token&
 {
     if (b.mark != c.mark || b.mark == '\0' || b.mark == ' ' || !isShort(b)) return std::nullopt;
     if (isFullYear(a))
-        return isShort(c) ? makeDate(a.getNumber(), b.getNumber(), c.getNumber(), DateUnit::Day)
+        return isShort(c) ? makeDate(a.getNumber(), b.getNumber(), c.getNumber(), DateStep::Day)
                           : std::nullopt;
     if (order == DateOrder::YearMonthDay)
-        return isShort(a) && isShort(c) ? makeDate(readYear(a), b.getNumber(), c.getNumber(), DateUnit::Day)
+        return isShort(a) && isShort(c) ? makeDate(readYear(a), b.getNumber(), c.getNumber(), DateStep::Day)
                                         : std::nullopt;
     if (!isShort(a)) return std::nullopt;
     const bool dayFirst = order == DateOrder::DayMonthYear || b.mark == '.';
     const auto& day = dayFirst ? a : b;
     const auto& month = dayFirst ? b : a;
-    return makeDate(readYear(c), month.getNumber(), day.getNumber(), DateUnit::Day);
+    return makeDate(readYear(c), month.getNumber(), day.getNumber(), DateStep::Day);
 }
 
 std::optional<DateText> readThree(const Tokens& t, DateOrder order)
@@ -173,9 +173,9 @@ std::optional<DateText> readThree(const Tokens& t, DateOrder order)
     }
     if (t[0].isNumber && t[1].isNumber && t[2].isNumber) return readNumbers(t[0], t[1], t[2], order);
     if (isShort(t[0]) && !t[1].isNumber)
-        return makeDate(readYear(t[2]), findMonth(t[1].text), t[0].getNumber(), DateUnit::Day);
+        return makeDate(readYear(t[2]), findMonth(t[1].text), t[0].getNumber(), DateStep::Day);
     if (!t[0].isNumber && isShort(t[1]) && isFullYear(t[2]))
-        return makeDate(t[2].getNumber(), findMonth(t[0].text), t[1].getNumber(), DateUnit::Day);
+        return makeDate(t[2].getNumber(), findMonth(t[0].text), t[1].getNumber(), DateStep::Day);
     return std::nullopt;
 }
 
@@ -186,7 +186,7 @@ std::optional<DateText> readCompact(const Token& token)
     const auto number = token.getNumber();
     const auto year = number / 10'000;
     if (year < 1900 || year > 2099) return std::nullopt;
-    auto date = makeDate(year, number / 100 % 100, number % 100, DateUnit::Day);
+    auto date = makeDate(year, number / 100 % 100, number % 100, DateStep::Day);
     if (date) date->isDoubtful = true;
     return date;
 }
@@ -197,7 +197,7 @@ std::optional<DateText> readDay(std::string_view text, DateOrder order)
     if (!tokens) return std::nullopt;
     const auto& t = *tokens;
     if (t.count == 1)
-        return isFullYear(t[0]) ? makeDate(t[0].getNumber(), 1, 1, DateUnit::Year) : readCompact(t[0]);
+        return isFullYear(t[0]) ? makeDate(t[0].getNumber(), 1, 1, DateStep::Year) : readCompact(t[0]);
     if (t.count == 2) return readMonthOfYear(t[0], t[1]);
     if (t.count == 3) return readThree(t, order);
     return std::nullopt;
@@ -304,11 +304,11 @@ std::optional<DateText> readDate(std::string_view text, DateOrder order)
     if (start == std::string_view::npos) return readDay(text, order);
     const auto date = readDay(trim(text.substr(0, start), " ,"), order);
     const auto clock = readClock(text.substr(start + 1));
-    if (!date || date->unit != DateUnit::Day || !clock) return std::nullopt;
-    return DateText{date->serial + clock->time, DateUnit::Time, clock->offset};
+    if (!date || date->unit != DateStep::Day || !clock) return std::nullopt;
+    return DateText{date->serial + clock->time, DateStep::Time, clock->offset};
 }
 
-const char* getDateFormat(DateUnit unit)
+const char* getDateFormat(DateStep unit)
 {
     constexpr std::array formats = {"yyyy", "mmm yy", "mmm yy", "yyyy-mm-dd", "yyyy-mm-dd hh:mm"};
     return formats.at(static_cast<std::size_t>(unit));

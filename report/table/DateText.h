@@ -10,14 +10,14 @@ namespace quillon::report {
 enum class DateOrder : unsigned char { DayMonthYear, MonthDayYear, YearMonthDay };
 
 /// How fine a date is.
-enum class DateUnit : unsigned char { Year, Quarter, Month, Day, Time };
+enum class DateStep : unsigned char { Year, Quarter, Month, Day, Time };
 
 /// A date as a cell of a worksheet holds it.
 struct DateText {
     /// Days since 30 December 1899, with the time of day as fraction. Before March 1900 worksheets have no
     /// dates.
     double serial = 0;
-    DateUnit unit = DateUnit::Day;
+    DateStep unit = DateStep::Day;
     /// Minutes that the clock is ahead of UTC; nothing where the text does not say.
     std::optional<int> offset = {};
     /// Whether it may as well be something else, which the column decides: 20240331 a number, 2010-11 a
@@ -33,7 +33,7 @@ struct DateText {
 std::optional<DateText> readDate(std::string_view text, DateOrder order);
 
 /// As in a cell of a worksheet: "yyyy", "mmm yy", "yyyy-mm-dd".
-const char* getDateFormat(DateUnit unit);
+const char* getDateFormat(DateStep unit);
 
 /// The month of a name, 1 to 12, in any case and with a point behind it or without. 0: none.
 unsigned findMonth(std::string_view name);

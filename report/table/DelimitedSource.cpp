@@ -101,7 +101,7 @@ bool isAscii(std::string_view text)
 /// from the parser, which is written in C.
 class RowBuilder {
  public:
-    RowBuilder(const Place& place, const RowSource::Handler& handler, std::size_t line, bool checksText)
+    RowBuilder(const SourcePlace& place, const RowSource::Handler& handler, std::size_t line, bool checksText)
         : place_(place), handler_(handler), line_(line), checksText_(checksText)
     {
     }
@@ -181,7 +181,7 @@ class RowBuilder {
         ends_.clear();
     }
 
-    const Place& place_;
+    const SourcePlace& place_;
     const RowSource::Handler& handler_;
     std::string text_;
     std::vector<std::size_t> ends_;

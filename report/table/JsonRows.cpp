@@ -36,7 +36,7 @@ struct JsonRow {
 /// services answer, or of one object on each line.
 class RowBuilder {
  public:
-    RowBuilder(const Place& place, std::string_view text) : place_(place), text_(text) {}
+    RowBuilder(const SourcePlace& place, std::string_view text) : place_(place), text_(text) {}
 
     void readLines()
     {
@@ -199,7 +199,7 @@ class RowBuilder {
         isCollecting_ = false;
     }
 
-    const Place& place_;
+    const SourcePlace& place_;
     std::string_view text_;
     std::size_t taken_ = 0;
     Shape shape_ = Shape::List;
@@ -240,7 +240,7 @@ std::unique_ptr<RowSource> readJsonRows(InputFile& file)
     auto text = file.readAll(limits::wholeFile);
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (text.starts_with(mark)) text.erase(0, mark.size());
-    Place place{file.getName()};
+    SourcePlace place{file.getName()};
     const auto start = text.find_first_not_of(blanks);
     if (start == std::string::npos) fail("{}: the file is empty; {}.", place.name, expected);
     place.countsLines = startsWithRow(text, start);

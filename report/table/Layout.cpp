@@ -175,7 +175,8 @@ bool isEmptyRow(const Row& row)
     return std::all_of(row.cells.begin(), row.cells.end(), [](const Cell& cell) { return cell.isEmpty(); });
 }
 
-void noteLeftOut(const Place& place, std::size_t first, std::size_t last, const char* side, const Note& note)
+void noteLeftOut(const SourcePlace& place, std::size_t first, std::size_t last, const char* side,
+                 const Note& note)
 {
     const auto* unit = place.getUnit();
     if (first == last)

@@ -23,7 +23,8 @@ struct Layout {
 Layout findLayout(RowSource& source, const TableOptions& options, const Note& note);
 
 /// Notes that rows from `first` to `last` stand "above" or "below" the table.
-void noteLeftOut(const Place& place, std::size_t first, std::size_t last, const char* side, const Note& note);
+void noteLeftOut(const SourcePlace& place, std::size_t first, std::size_t last, const char* side,
+                 const Note& note);
 
 /// Whether every cell is empty.
 bool isEmptyRow(const Row& row);

@@ -90,7 +90,7 @@ std::unique_ptr<RowSource> readMarkdownRows(InputFile& file)
     std::string_view text = whole;
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     auto line = skipToTable(text, file.getName()) + 1;
-    auto stored = std::make_unique<StoredRows>(Place{file.getName()}, true, '.', 0);
+    auto stored = std::make_unique<StoredRows>(SourcePlace{file.getName()}, true, '.', 0);
     stored->addNames(readCells(takeLine(text)));
     takeLine(text);
     for (line += 2; isRow(peekLine(text)); ++line) {

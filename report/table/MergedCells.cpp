@@ -15,7 +15,7 @@ namespace {
 /// The header stands among the first rows.
 constexpr std::size_t headRows = 32;
 
-using RowCells = std::map<std::int32_t, SheetCell>;
+using RowCells = std::map<std::int32_t, SourceCell>;
 /// By the first cell.
 using Merges = std::map<std::pair<std::int32_t, std::int32_t>, SheetRange>;
 
@@ -25,7 +25,7 @@ void fillDown(Sheet& sheet, const Merges& merges)
     std::vector<std::int32_t> rows;
     for (const auto& cell : sheet.getCells())
         if (rows.empty() || rows.back() != cell.row) rows.push_back(cell.row);
-    std::vector<SheetCell> cells;
+    std::vector<SourceCell> cells;
     for (const auto& cell : sheet.getCells()) {
         const auto merge = merges.find({cell.row, cell.column});
         if (merge == merges.end() || cell.kind == CellKind::Number) continue;
@@ -39,7 +39,7 @@ void fillDown(Sheet& sheet, const Merges& merges)
     if (cells.empty()) return;
     const auto& own = sheet.getCells();
     cells.insert(cells.end(), own.begin(), own.end());
-    const auto place = [](const SheetCell& cell) { return std::pair(cell.row, cell.column); };
+    const auto place = [](const SourceCell& cell) { return std::pair(cell.row, cell.column); };
     std::ranges::stable_sort(cells, {}, place);
     const auto arePlacedAlike = [&place](const auto& a, const auto& b) { return place(a) == place(b); };
     cells.erase(std::unique(cells.begin(), cells.end(), arePlacedAlike), cells.end());
@@ -47,13 +47,13 @@ void fillDown(Sheet& sheet, const Merges& merges)
 }
 
 /// Years name columns, though they are numbers.
-bool isName(const SheetCell& cell)
+bool isName(const SourceCell& cell)
 {
     const bool isYear = cell.number >= 1800 && cell.number <= 2200 && cell.number == std::floor(cell.number);
     return cell.kind == CellKind::Text || (cell.kind == CellKind::Number && isYear);
 }
 
-std::string writeName(const Sheet& sheet, const SheetCell& cell)
+std::string writeName(const Sheet& sheet, const SourceCell& cell)
 {
     return cell.kind == CellKind::Text ? sheet.getText(cell) : writeNumber(cell.number);
 }
@@ -97,7 +97,7 @@ class HeaderJoiner {
     }
 
     /// The columns over which a cell stands.
-    std::pair<std::int32_t, std::int32_t> findColumns(const SheetCell& cell) const
+    std::pair<std::int32_t, std::int32_t> findColumns(const SourceCell& cell) const
     {
         const auto merge = merges_.find({cell.row, cell.column});
         const auto last = merge == merges_.end() ? cell.column : merge->second.lastColumn;
@@ -138,7 +138,7 @@ class HeaderJoiner {
 
     void storeHead(const std::vector<RowCells>& rows)
     {
-        std::vector<SheetCell> cells;
+        std::vector<SourceCell> cells;
         for (const auto& row : rows)
             for (const auto& [column, cell] : row) cells.push_back(cell);
         const auto& own = sheet_.getCells();

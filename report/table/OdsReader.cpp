@@ -132,7 +132,7 @@ class SheetListener : public XmlListener {
 
     void endCell()
     {
-        SheetCell cell{row_, column_};
+        SourceCell cell{row_, column_};
         column_ = advance(column_, cellRepeats_);
         if (value_.empty() && text_.empty()) {
             if (isFormula_ && type_ != "string") sheet_.addEmptyFormula(cell);
@@ -145,7 +145,7 @@ class SheetListener : public XmlListener {
         }
     }
 
-    bool readNumber(SheetCell& cell)
+    bool readNumber(SourceCell& cell)
     {
         if (type_ != "float" && type_ != "percentage" && type_ != "currency") return false;
         const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), cell.number);
@@ -158,7 +158,7 @@ class SheetListener : public XmlListener {
         return true;
     }
 
-    bool readDay(SheetCell& cell) const
+    bool readDay(SourceCell& cell) const
     {
         const auto date = type_ == "date" ? readDate(value_, DateOrder::YearMonthDay) : std::nullopt;
         if (!date) return false;
@@ -187,7 +187,7 @@ class SheetListener : public XmlListener {
     std::int32_t column_ = 0;
     std::int32_t rowRepeats_ = 1;
     std::int32_t cellRepeats_ = 1;
-    std::vector<SheetCell> rowCells_;
+    std::vector<SourceCell> rowCells_;
     bool isFormula_ = false;
     std::string type_;
     std::string value_;

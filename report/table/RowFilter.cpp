@@ -57,7 +57,7 @@ std::string_view RowFilter::readText(const Cell& cell)
     return written_;
 }
 
-void RowFilter::noteUnknown(const Place& place, const Note& note) const
+void RowFilter::noteUnknown(const SourcePlace& place, const Note& note) const
 {
     for (std::size_t i = 0; i < dropped_.size(); ++i)
         if (!isFound_[i])

@@ -25,7 +25,7 @@ class RowFilter {
 
     bool keeps(const Row& row);
     /// Notes the names that no row has had; they are probably misspelt.
-    void noteUnknown(const Place& place, const Note& note) const;
+    void noteUnknown(const SourcePlace& place, const Note& note) const;
 
  private:
     bool isDropped(const Row& row);

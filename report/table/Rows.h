@@ -37,7 +37,7 @@ struct Row {
 using Note = std::function<void(const std::string&)>;
 
 /// How rows are named in sentences: "sales.csv:3", or "sales.xlsx, row 3".
-struct Place {
+struct SourcePlace {
     std::string name;
     bool countsLines = true;
     /// Where else the table may be; ends sentences on a table that cannot be one.
@@ -63,7 +63,7 @@ class RowSource {
     /// Throws: std::runtime_error with a sentence for what cannot be read, and what the handler throws.
     virtual void read(const Handler& handler) = 0;
 
-    const Place& getPlace() const { return place_; }
+    const SourcePlace& getPlace() const { return place_; }
     void setNumbersRows(bool numbersRows) { numbersRows_ = numbersRows; }
     /// Whether the first row holds the names of the columns beyond doubt, as in rows of objects.
     bool namesColumns() const { return namesColumns_; }
@@ -73,14 +73,14 @@ class RowSource {
     std::optional<char> getLikelyDecimal() const { return likelyDecimal_; }
 
  protected:
-    RowSource(Place place, bool namesColumns, std::optional<char> likelyDecimal)
+    RowSource(SourcePlace place, bool namesColumns, std::optional<char> likelyDecimal)
         : place_(std::move(place)), namesColumns_(namesColumns), likelyDecimal_(likelyDecimal)
     {
     }
     void setLikelyDecimal(std::optional<char> decimal) { likelyDecimal_ = decimal; }
 
  private:
-    Place place_;
+    SourcePlace place_;
     bool namesColumns_;
     std::optional<char> likelyDecimal_;
     bool numbersRows_ = false;

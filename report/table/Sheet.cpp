@@ -53,7 +53,7 @@ std::uint32_t Sheet::addFormat(const std::string& format)
     return static_cast<std::uint32_t>(formats_.size() - 1);
 }
 
-void Sheet::add(const SheetCell& cell)
+void Sheet::add(const SourceCell& cell)
 {
     if (cells_.size() >= limits::storedCells) fail("it has more than {} cells", limits::storedCells);
     if (cell.column >= static_cast<std::int32_t>(limits::columns))
@@ -83,7 +83,7 @@ std::pair<std::size_t, std::size_t> Sheet::removeHidden()
     };
     std::sort(hiddenRows_.begin(), hiddenRows_.end());
     std::sort(hiddenColumns_.begin(), hiddenColumns_.end());
-    std::erase_if(cells_, [&](const SheetCell& cell) {
+    std::erase_if(cells_, [&](const SourceCell& cell) {
         const bool inRow = isHidden(hiddenRows_, cell.row);
         const bool inColumn = isHidden(hiddenColumns_, cell.column);
         if (inRow && std::exchange(lastRow, cell.row) != cell.row) ++rows;

@@ -14,7 +14,7 @@
 namespace quillon::report {
 
 /// A cell of a sheet that holds something, at a 0-based place.
-struct SheetCell {
+struct SourceCell {
     std::int32_t row = 0;
     std::int32_t column = 0;
     CellKind kind = CellKind::Text;
@@ -31,7 +31,7 @@ struct SheetRange {
     std::int32_t lastRow = -1;
     std::int32_t lastColumn = -1;
 
-    bool contains(const SheetCell& cell) const
+    bool contains(const SourceCell& cell) const
     {
         return cell.row >= firstRow && cell.row <= lastRow && cell.column >= firstColumn &&
                cell.column <= lastColumn;
@@ -52,15 +52,15 @@ class Sheet {
     std::uint32_t addText(std::string text);
     /// The position of a format, which is kept once; 0 is the empty one.
     std::uint32_t addFormat(const std::string& format);
-    const std::string& getText(const SheetCell& cell) const { return texts_[cell.text]; }
-    const std::string& getFormat(const SheetCell& cell) const { return formats_[cell.format]; }
+    const std::string& getText(const SourceCell& cell) const { return texts_[cell.text]; }
+    const std::string& getFormat(const SourceCell& cell) const { return formats_[cell.format]; }
     std::size_t getTextCount() const { return texts_.size(); }
 
     /// Throws: std::runtime_error beyond the limits of stored cells.
-    void add(const SheetCell& cell);
-    const std::vector<SheetCell>& getCells() const { return cells_; }
+    void add(const SourceCell& cell);
+    const std::vector<SourceCell>& getCells() const { return cells_; }
     /// `cells` by row and column.
-    void setCells(std::vector<SheetCell> cells) { cells_ = std::move(cells); }
+    void setCells(std::vector<SourceCell> cells) { cells_ = std::move(cells); }
 
     /// Cells that are shown as one, with the content of the first.
     void addMerge(const SheetRange& range) { merges_.push_back(range); }
@@ -73,7 +73,7 @@ class Sheet {
 
     /// A cell with a formula whose result the file does not keep, as programs write them that cannot
     /// calculate.
-    void addEmptyFormula(const SheetCell& cell)
+    void addEmptyFormula(const SourceCell& cell)
     {
         constexpr std::size_t most = 1'000'000;
         if (emptyFormulas_.size() < most) emptyFormulas_.push_back({cell.row, cell.column});
@@ -84,7 +84,7 @@ class Sheet {
     std::vector<CellAddress> emptyFormulas_;
     std::deque<std::string> texts_;
     std::deque<std::string> formats_;
-    std::vector<SheetCell> cells_;
+    std::vector<SourceCell> cells_;
     std::vector<SheetRange> merges_;
     std::vector<std::pair<std::int32_t, std::int32_t>> hiddenRows_;
     std::vector<std::pair<std::int32_t, std::int32_t>> hiddenColumns_;

@@ -15,7 +15,7 @@ namespace quillon::report {
 class StoredRows : public RowSource {
  public:
     /// Rows up to number `skip` are left out.
-    StoredRows(Place place, bool namesColumns, std::optional<char> likelyDecimal, std::size_t skip)
+    StoredRows(SourcePlace place, bool namesColumns, std::optional<char> likelyDecimal, std::size_t skip)
         : RowSource(std::move(place), namesColumns, likelyDecimal), skip_(skip)
     {
     }

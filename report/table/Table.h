@@ -43,7 +43,7 @@ struct TableColumn {
     /// As in a cell of a worksheet: "0.0%", "yyyy-mm-dd". Empty: General.
     std::string numberFormat = {};
     /// Of a column of dates.
-    DateUnit dateUnit = DateUnit::Day;
+    DateStep dateUnit = DateStep::Day;
     /// One for each row where the kind is Number or Date, a date as its serial number in a worksheet; NaN
     /// where a cell holds none.
     std::vector<double> numbers = {};
@@ -53,7 +53,7 @@ struct TableColumn {
 
 /// A table as read: columns of numbers, dates and text. Text is well-formed UTF-8.
 struct Table {
-    Place place;
+    SourcePlace place;
     std::size_t rowCount = 0;
     std::vector<TableColumn> columns = {};
     /// Where each row stands in its source.

@@ -22,7 +22,7 @@ class TableScan {
     /// a name; a table without rows.
     TableScan(std::shared_ptr<RowSource> source, const TableOptions& options, const Note& note);
 
-    const Place& getPlace() const { return source_->getPlace(); }
+    const SourcePlace& getPlace() const { return source_->getPlace(); }
     const std::vector<std::string>& getNames() const { return layout_.names; }
     const ColumnProfile& getProfile(std::size_t column) const { return profiles_[column]; }
     /// Rows that are kept.

@@ -37,7 +37,7 @@ SheetRange findUsed(const Sheet& sheet, const SheetRange& range)
     return used;
 }
 
-Cell toCell(const Sheet& sheet, const SheetCell& cell)
+Cell toCell(const Sheet& sheet, const SourceCell& cell)
 {
     if (cell.kind == CellKind::Text) return {sheet.getText(cell)};
     return {{},
@@ -161,7 +161,7 @@ std::unique_ptr<RowSource> readWorkbookRows(InputFile& file, const TableOptions&
     noteEmptyFormulas(sheet, readRange(options.range), name, note);
     const auto range = findUsed(sheet, readRange(options.range));
     readOrRefuse(name, [&] { resolveMerges(sheet, range); });
-    const Place place{name, false, hintAtSheets(workbook->getSheetNames(), index)};
+    const SourcePlace place{name, false, hintAtSheets(workbook->getSheetNames(), index)};
     auto rows = std::make_unique<StoredRows>(place, false, std::nullopt, options.skip);
     addRows(sheet, range, *rows);
     return rows;

@@ -252,7 +252,7 @@ class SheetListener : public XmlListener {
         sheet_.add(cell);
     }
 
-    bool readNumber(SheetCell& cell) const
+    bool readNumber(SourceCell& cell) const
     {
         if (!type_.empty() && type_ != "n") return false;
         const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), cell.number);
@@ -266,7 +266,7 @@ class SheetListener : public XmlListener {
     }
 
     /// As strict workbooks write it: 2024-03-31T00:00:00.
-    bool readDay(SheetCell& cell) const
+    bool readDay(SourceCell& cell) const
     {
         const auto date = readDate(value_, DateOrder::YearMonthDay);
         if (!date) return false;
@@ -280,7 +280,7 @@ class SheetListener : public XmlListener {
     double firstDay_;
     std::vector<std::uint32_t> formats_;
     std::vector<bool> areDates_;
-    SheetCell cell_{-1, -1};
+    SourceCell cell_{-1, -1};
     std::string type_;
     std::size_t style_ = 0;
     std::string value_;

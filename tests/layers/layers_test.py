@@ -1,4 +1,7 @@
-"""Reads every #include of the tree and refuses one that runs upwards: a room includes only what stands below it."""
+"""Reads every #include of the tree and refuses one that runs upwards: a room includes only what stands below it.
+
+It also refuses two headers with classes of one name in one namespace, which a program that links both may mix up.
+"""
 
 import pathlib
 import re
@@ -52,10 +55,29 @@ def mistakes_of(path):
     return found
 
 
+def classes_of(path):
+    """The classes and enumerations that the file defines at the outermost level, with their namespace."""
+    text = path.read_text(encoding="utf-8")
+    namespace = re.search(r"^namespace ([\w:]+) \{", text, re.MULTILINE)
+    names = re.findall(r"^(?:class|struct|enum class) (?:QUILLON_EXPORT )?(\w+)(?: final)?(?: :[^:;][^;{]*)? \{", text,
+                       re.MULTILINE)
+    return [f"{namespace and namespace[1]}::{name}" for name in names]
+
+
+def namesakes_of(headers):
+    """A sentence for each class whose name another header has given away."""
+    homes = {}
+    for path in headers:
+        for name in classes_of(path):
+            homes.setdefault(name, []).append(path.relative_to(ROOT).as_posix())
+    return [f"{name}: stands in {' and in '.join(paths)}" for name, paths in homes.items() if len(paths) > 1]
+
+
 def main():
     tops = sorted({room.split("/")[0] for room in ROOMS})
     files = [path for top in tops for path in sorted((ROOT / top).rglob("*")) if path.suffix in (".h", ".cpp")]
     mistakes = [mistake for path in files for mistake in mistakes_of(path)]
+    mistakes += namesakes_of(path for path in files if path.suffix == ".h")
     if len(files) < len(ROOMS):
         mistakes.append(f"{ROOT}: holds {len(files)} sources, which cannot be all")
     sys.exit("\n".join(mistakes) or 0)

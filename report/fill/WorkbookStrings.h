@@ -15,10 +15,10 @@ namespace quillon::report {
 std::string readStringItem(std::string_view text, Span markup);
 
 /// The texts that cells of a workbook share, by their positions.
-class SharedStrings {
+class WorkbookStrings {
  public:
     /// Empty for a workbook that shares none. The caller keeps the workbook.
-    explicit SharedStrings(const Package& workbook);
+    explicit WorkbookStrings(const Package& workbook);
 
     std::size_t getSize() const { return items_.size(); }
     /// In UTF-8.

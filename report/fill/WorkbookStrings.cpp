@@ -1,4 +1,4 @@
-#include "report/fill/SharedStrings.h"
+#include "report/fill/WorkbookStrings.h"
 
 #include <cstdint>
 
@@ -29,7 +29,7 @@ std::string readStringItem(std::string_view text, Span markup)
     return item;
 }
 
-SharedStrings::SharedStrings(const Package& workbook)
+WorkbookStrings::WorkbookStrings(const Package& workbook)
 {
     for (const auto& relationship : workbook.getRelationships(workbook.getMainPart())) {
         if (relationship.getKind() != "sharedStrings" || !workbook.hasPart(relationship.target)) continue;
@@ -41,7 +41,7 @@ SharedStrings::SharedStrings(const Package& workbook)
 }
 
 /// Tag by tag; there may be very many.
-void SharedStrings::readItems()
+void WorkbookStrings::readItems()
 {
     TagScanner scanner(xml_->getText(), xml_->getRoot().getInner());
     int depth = 0;
@@ -57,12 +57,12 @@ void SharedStrings::readItems()
     }
 }
 
-std::string SharedStrings::getText(std::size_t position) const
+std::string WorkbookStrings::getText(std::size_t position) const
 {
     return readStringItem(xml_->getText(), items_[position]);
 }
 
-void SharedStrings::remove(Package& workbook, const std::vector<bool>& isLeft) const
+void WorkbookStrings::remove(Package& workbook, const std::vector<bool>& isLeft) const
 {
     Edits edits;
     for (std::size_t i = 0; i < items_.size(); ++i)
