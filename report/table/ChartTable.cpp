@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "report/options/QuotedText.h"
+#include "report/table/Accumulator.h"
 #include "report/table/CellText.h"
 #include "report/table/ChartColumns.h"
 #include "report/table/ColumnNames.h"
@@ -23,32 +24,6 @@ namespace {
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
 
 using TableColumns = std::vector<const TableColumn*>;
-
-/// Values of one category and series that become one.
-struct Accumulator {
-    double sum = 0;
-    double least = gap;
-    double most = gap;
-    std::size_t count = 0;
-
-    void add(double value)
-    {
-        if (std::isnan(value)) return;
-        sum += value;
-        least = count == 0 ? value : std::min(least, value);
-        most = count == 0 ? value : std::max(most, value);
-        ++count;
-    }
-
-    double get(const std::string& aggregate) const
-    {
-        if (aggregate == "count") return static_cast<double>(count);
-        if (count == 0) return gap;
-        if (aggregate == "mean") return sum / static_cast<double>(count);
-        if (aggregate == "min") return least;
-        return aggregate == "max" ? most : sum;
-    }
-};
 
 /// The rows of each category, which is one text, or one of each level.
 struct Categories {

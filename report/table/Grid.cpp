@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "report/options/QuotedText.h"
+#include "report/table/Accumulator.h"
 #include "report/table/DateText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
@@ -77,16 +78,6 @@ double addUp(const Grid& grid, std::size_t category)
     return sum;
 }
 
-/// What the option aggregate makes of two values.
-double combine(double a, double b, const std::string& aggregate)
-{
-    if (std::isnan(a)) return b;
-    if (std::isnan(b)) return a;
-    if (aggregate == "min") return std::min(a, b);
-    if (aggregate == "max") return std::max(a, b);
-    return a + b;
-}
-
 /// The categories with the largest sums, in the order of the table, and behind them the others as one.
 /// Whether there are others.
 bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
@@ -99,10 +90,9 @@ bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return sums[a] > sums[b]; });
     const auto keptEnd = order.begin() + static_cast<std::ptrdiff_t>(count);
-    std::vector<double> rest(grid.series.size(), gap);
+    std::vector<Accumulator> rest(grid.series.size());
     for (auto at = keptEnd; at != order.end(); ++at)
-        for (std::size_t i = 0; i < rest.size(); ++i)
-            rest[i] = combine(rest[i], grid.series[i].values[*at], aggregate);
+        for (std::size_t i = 0; i < rest.size(); ++i) rest[i].add(grid.series[i].values[*at]);
     std::sort(order.begin(), keptEnd);
     order.erase(keptEnd, order.end());
     grid.kind = CategoryKind::Text;
@@ -112,7 +102,9 @@ bool keepTop(Grid& grid, std::size_t count, const std::string& aggregate)
     grid.categories.emplace_back(isTaken ? "All others" : "Other");
     // The others have no date, while the kept ones still go by theirs.
     if (!grid.positions.empty()) grid.positions.push_back(gap);
-    for (std::size_t i = 0; i < rest.size(); ++i) grid.series[i].values.push_back(rest[i]);
+    // Counts add up.
+    const auto* const one = aggregate == "min" || aggregate == "max" ? aggregate.c_str() : "sum";
+    for (std::size_t i = 0; i < rest.size(); ++i) grid.series[i].values.push_back(rest[i].get(one));
     return true;
 }
 
@@ -181,9 +173,10 @@ void sort(Grid& grid, const std::string& by, bool hasOthers)
 
 void makeShares(const Grid& grid, GridSeries& series)
 {
-    double total = 0;
+    Sum sum;
     for (const auto value : series.values)
-        if (!std::isnan(value)) total += value;
+        if (!std::isnan(value)) sum.add(value);
+    const double total = sum.get();
     if (total == 0 || !std::isfinite(total))
         fail("{}: the values of {} add up to {}; --share needs another total.", grid.name,
              quoteText(series.name), total);
@@ -193,9 +186,12 @@ void makeShares(const Grid& grid, GridSeries& series)
 
 void accumulate(GridSeries& series)
 {
-    double sum = 0;
-    for (auto& value : series.values)
-        if (!std::isnan(value)) value = sum += value;
+    Sum sum;
+    for (auto& value : series.values) {
+        if (std::isnan(value)) continue;
+        sum.add(value);
+        value = sum.get();
+    }
 }
 
 std::u16string toCellText(const Grid& grid, const std::string& text)
