@@ -99,6 +99,7 @@ std::vector<bool> findTotals(const std::vector<std::u16string>& categories,
     requireTotals(categories, totals);
     const std::unordered_set<std::u16string_view> sums(totals.begin(), totals.end());
     std::vector<bool> found;
+    found.reserve(categories.size());
     for (const auto& category : categories) found.push_back(sums.contains(category));
     return found;
 }
