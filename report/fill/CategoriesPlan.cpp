@@ -41,10 +41,11 @@ std::vector<std::string> getPaths(const Categories& categories)
 {
     if (categories.levels.empty()) return {};
     auto paths = categories.points.texts;
-    for (auto level = categories.levels.rbegin(); level != categories.levels.rend(); ++level) {
+    for (auto level = categories.levels.size(); level-- > 0;) {
+        const auto& texts = categories.levels[level].texts;
         std::string name;
         for (std::size_t i = 0; i < paths.size(); ++i) {
-            if (i < level->texts.size() && !level->texts[i].empty()) name = level->texts[i];
+            if (i < texts.size() && !texts[i].empty()) name = texts[i];
             paths[i] = name + '\n' + paths[i];
         }
     }

@@ -163,8 +163,8 @@ int sweepAll(long step)
 {
     setFeature("QuillonCharts", true);
     CVInitialize_shared_quillon_charts();
-    auto path =
-        std::string(std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "/tmp") + "/faults-XXXXXX";
+    const char* const folder = std::getenv("TMPDIR");
+    auto path = std::string(folder != nullptr ? folder : "/tmp") + "/faults-XXXXXX";
     close(mkstemp(path.data()));
     bool isWell = true;
     for (const auto& tested : makeCases(buildByNames(), path))
