@@ -81,7 +81,7 @@ py::list readList(const py::object& value)
 {
     if (!py::isinstance<py::iterable>(value) || py::isinstance<py::str>(value))
         throw Refused(PyExc_TypeError, "expected a list, got " + nameType(value) + ".");
-    return py::list(value);
+    return {value};
 }
 
 std::vector<SeriesDetails> readSeries(const py::object& list, const chart::DataSet& set)

@@ -158,6 +158,7 @@ void tellGroups(const Making& making, const std::vector<FillResult>& results,
                 const std::vector<Group>& groups)
 {
     std::vector<std::string> outputs;
+    outputs.reserve(groups.size());
     for (const auto& group : groups) outputs.push_back(group.output);
     if (making.options.asJson) return fmt::print("{}", describeFillingsAsJson(results, outputs));
     for (std::size_t i = 0; i < groups.size(); ++i) {
