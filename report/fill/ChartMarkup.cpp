@@ -1,10 +1,10 @@
 #include "report/fill/ChartMarkup.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 #include "report/finish/Waterfall.h"
+#include "report/options/PlainNumber.h"
 
 namespace quillon::report {
 namespace {
@@ -96,10 +96,7 @@ const char* findProblemBelow(const XmlElement& element)
 
 std::uint32_t readNumber(const XmlElement& element, std::uint32_t otherwise)
 {
-    const auto text = element.getAttribute("val").value_or("");
-    std::uint32_t number = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return readLeadingNumber(element.getAttribute("val").value_or(""), otherwise);
 }
 
 bool isSet(const XmlElement& element)

@@ -1,13 +1,13 @@
 #include "report/fill/SerialDate.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <string_view>
 
+#include "report/options/PlainNumber.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -51,9 +51,9 @@ template <typename Number>
 bool readDigits(std::string_view text, std::size_t at, std::size_t count, Number& number)
 {
     const auto digits = text.substr(at, count);
-    const auto* const end = digits.data() + digits.size();
-    const auto read = std::from_chars(digits.data(), end, number);
-    return digits.size() == count && read.ec == std::errc() && read.ptr == end;
+    const auto read = readPlainNumber<Number>(digits);
+    number = read.value_or(0);
+    return read && digits.size() == count;
 }
 
 /// The part of a day that "T06:30" or "T06:30:15" is, none without a time; NaN for another text.
