@@ -4,7 +4,7 @@
 #include <array>
 
 #include "report/options/PlainNumber.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 namespace {

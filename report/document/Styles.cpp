@@ -6,7 +6,8 @@
 
 #include "report/document/FixedParts.h"
 #include "report/options/QuotedText.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -7,6 +7,7 @@
 #include "report/document/Styles.h"
 #include "report/options/Length.h"
 #include "report/options/PlainNumber.h"
+#include "report/package/Edits.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "report/options/PlainNumber.h"
+#include "report/package/Edits.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {

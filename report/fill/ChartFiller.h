@@ -6,7 +6,7 @@
 #include "report/fill/FillPlan.h"
 #include "report/fill/Look.h"
 #include "report/fill/PointFormats.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 

@@ -6,6 +6,7 @@
 
 #include "report/fill/BlockWidth.h"
 #include "report/options/PlainNumber.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {

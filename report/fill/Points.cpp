@@ -9,7 +9,9 @@
 
 #include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
+#include "report/package/TagScanner.h"
 #include "report/package/Xml.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -6,6 +6,9 @@
 
 #include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
+#include "report/package/Edits.h"
+#include "report/package/TagScanner.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {
