@@ -1,7 +1,6 @@
 #include "report/finish/Scales.h"
 
 #include <algorithm>
-#include <array>
 
 #include "report/options/ChartError.h"
 #include "report/package/Xml.h"
@@ -11,28 +10,6 @@ namespace quillon::report {
 namespace {
 
 using xercesc::DOMElement;
-
-/// Where the options say what they do of an axis. Null: of this one they say nothing.
-struct ScaleOptions {
-    const char* prefix;
-    const char* logName;
-    std::optional<double> ChartOptions::*minimum;
-    std::optional<double> ChartOptions::*maximum;
-    std::optional<double> ChartOptions::*step;
-    std::optional<double> ChartOptions::*log;
-    std::string ChartOptions::*format;
-    std::string ChartOptions::*title;
-};
-
-using O = ChartOptions;
-
-/// In the order of ScaleKind. The format of the first value axis is that of all values.
-constexpr std::array<ScaleOptions, 3> scaleOptions = {{
-    {"value-", "log", &O::valueMin, &O::valueMax, &O::valueStep, &O::log, nullptr, &O::valueTitle},
-    {"second-", "second-log", &O::secondMin, &O::secondMax, &O::secondStep, &O::secondLog, &O::secondFormat,
-     &O::secondTitle},
-    {"x-", "x-log", &O::xMin, &O::xMax, &O::xStep, &O::xLog, &O::xFormat, &O::xTitle},
-}};
 
 bool isSecond(const ChartPart& part, const DOMElement* group)
 {
