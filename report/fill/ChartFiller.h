@@ -47,7 +47,7 @@ class ChartFiller {
     const Palette& palette_;
     UniqueIds ids_;
     Edits edits_;
-    /// The places in the palette that series have, for the next colour.
+    /// Those that series have, and that the next one is to differ from.
     std::vector<Palette::Color> usedColors_;
 };
 

@@ -57,7 +57,7 @@ constexpr std::array<SourceRow, 6> sourceRows = {{
     {"v", PointSource::Kind::Value, ""},
 }};
 
-/// What a fill would break, by a element that gives it away; an empty name stands for all that begin so.
+/// What a fill would break, by an element that gives it away; an empty name stands for all that begin so.
 struct ProblemRow {
     Ns ns;
     std::string_view prefix;
@@ -74,9 +74,6 @@ constexpr std::array<ProblemRow, 6> problemRows = {{
     {Ns::Chart2012, "dlblRangeCache",
      "labels take their text from cells (\"Value From Cells\"); switch that off first"},
 }};
-
-/// What the base of a waterfall carries: the author's series.
-constexpr std::string_view waterfallMark = "{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}";
 
 bool isCache(Ns ns, std::string_view name)
 {
