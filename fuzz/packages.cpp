@@ -3,8 +3,9 @@
 #include "fuzz/Check.h"
 #include "fuzz/Input.h"
 #include "fuzz/PackageReader.h"
+#include "report/package/Edits.h"
 #include "report/package/Package.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 // Parts read as spans, and packages. What is read is compared with what expat sees; what is changed is read

@@ -6,7 +6,6 @@
 #include "fuzz/PackageReader.h"
 #include "fuzz/TemporaryFile.h"
 #include "report/table/ChartTable.h"
-#include "report/table/Table.h"
 #include "support/Text.h"
 
 // Tables of every kind, with options. The options stand in front; behind them stands the file, or a part of a
@@ -122,18 +121,6 @@ report::TableOptions makeOptions(Input& input)
     return options;
 }
 
-void checkTable(const report::Table& table)
-{
-    for (const auto& column : table.columns) {
-        toUtf16(column.name);
-        require(column.kind == report::ColumnKind::Text || column.numbers.size() == table.rowCount,
-                "a column of another length");
-        require(column.kind == report::ColumnKind::Number || column.texts.getSize() == table.rowCount,
-                "texts of another length");
-        for (const auto& text : column.texts.getTexts()) toUtf16(text);
-    }
-}
-
 void checkData(const report::ChartData& data)
 {
     const auto count = data.dataSet->getCategories().size();
@@ -156,7 +143,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const TemporaryFile file(made.extension);
     const auto& path = file.write(made.bytes);
     const quillon::report::Listener listener{.warning = requireWords};
-    isAccepted([&] { checkTable(quillon::report::readTable(path, options, listener)); });
     isAccepted([&] { checkData(quillon::report::readChartData(path, options, listener)); });
     return 0;
 }

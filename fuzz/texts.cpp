@@ -87,7 +87,7 @@ void checkBytes(const std::string& bytes)
     });
     isAccepted([&] {
         for (const auto& item : report::splitList(bytes)) {
-            const auto again = report::splitList(report::quoteItem(item));
+            const auto again = report::splitList(report::putInQuotes(item));
             require(again.size() == 1 && again[0] == item, "an item that is not read back", item);
         }
     });

@@ -28,6 +28,7 @@ def flag(place: str, value: object) -> bool:
 def path(place: str, value: Any, expected: str = "a path") -> str | bytes:
     """The text of a path."""
     try:
-        return os.fspath(value)
+        text: str | bytes = os.fspath(value)
     except TypeError:
         raise refuse(place, expected, value) from None
+    return text

@@ -1,9 +1,8 @@
 #include "report/command/ChartJob.h"
 
-#include <charconv>
-
 #include "report/options/ListText.h"
 #include "report/options/Options.h"
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
 
@@ -44,12 +43,10 @@ std::vector<JobOption> collectOptions()
 
 std::size_t readWholeNumber(const JobOption& option, const std::string& text)
 {
-    std::size_t number = 0;
-    const auto* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc() || result.ptr != end || number < option.least)
+    const auto number = readPlainNumber<std::size_t>(text);
+    if (!number || *number < option.least)
         fail("--{}: expected {}, got {}.", option.name, option.describeNumber(), quoteText(text));
-    return number;
+    return *number;
 }
 
 /// Stores the text of an option where it says.

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 namespace {

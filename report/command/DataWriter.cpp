@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "report/options/ListText.h"
 #include "report/table/CellText.h"
 #include "report/table/ColumnNames.h"
 #include "support/Text.h"
@@ -137,10 +138,7 @@ void complete(std::vector<DataColumn>& columns)
 std::string quoteCsv(const std::string& text)
 {
     const bool isPlain = text.find_first_of(",\"\r\n;\t") == std::string::npos && !text.starts_with(' ');
-    if (isPlain) return text;
-    std::string quoted = "\"";
-    for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
+    return isPlain ? text : putInQuotes(text);
 }
 
 /// A cell of a Markdown table stands on one line.

@@ -1,5 +1,4 @@
 #include "report/command/Help.h"
-#include "support/Text.h"
 
 #include <fmt/format.h>
 
@@ -94,8 +93,6 @@ std::string describeVerbs()
     return text + "  quillon-report VERB --help tells more.\n";
 }
 
-// --- The man page ---
-
 /// Text that the formatter of man pages takes as it is.
 std::string escapeRoff(const std::string& text)
 {
@@ -127,110 +124,6 @@ std::string describeVerbInManPage(const Verb& verb)
     return page + ".SS Examples\n.nf\n" + escapeRoff(verb.examples) + "\n.fi\n";
 }
 
-// --- Completion ---
-
-std::vector<std::string> listOptions(const Verb& verb)
-{
-    std::vector<std::string> names;
-    for (const auto& argument : verb.getArguments())
-        if (!argument.group.empty()) names.push_back("--" + argument.name);
-    return names;
-}
-
-std::vector<std::string> listVerbs()
-{
-    std::vector<std::string> names;
-    for (const auto& verb : getVerbs().subspan(1)) names.emplace_back(verb.name);
-    return names;
-}
-
-std::string completeInBash()
-{
-    std::string script = R"text(# Completion of quillon-report for bash.
-_quillon_report()
-{
-    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} words options choices=""
-    # --type=line are three words.
-    if [[ $word == "=" ]]; then
-        word=""
-    elif [[ $before == "=" ]]; then
-        before=${COMP_WORDS[COMP_CWORD-2]}
-    fi
-)text";
-    script += fmt::format("    words=\"{}\"\n    case ${{COMP_WORDS[1]}} in\n", join(listVerbs(), " "));
-    for (const auto& verb : getVerbs().subspan(1))
-        script += fmt::format("    {}) options=\"{}\" ;;\n", verb.name, join(listOptions(verb), " "));
-    script += fmt::format("    *) options=\"{}\" ;;\n    esac\n    case $before in\n",
-                          join(listOptions(getVerbs().front()), " "));
-    std::vector<std::string> known;
-    for (const auto& verb : getVerbs())
-        for (const auto& argument : verb.getArguments()) {
-            if (argument.choices.empty() || argument.group.empty()) continue;
-            if (std::find(known.begin(), known.end(), argument.name) != known.end()) continue;
-            known.push_back(argument.name);
-            script +=
-                fmt::format("    --{}) choices=\"{}\" ;;\n", argument.name, join(argument.choices, " "));
-        }
-    return script + R"text(    esac
-    if [[ -n $choices ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
-    elif [[ $word == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
-    elif ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word"; compgen -f -- "$word")
-    else
-        mapfile -t COMPREPLY < <(compgen -f -- "$word")
-    fi
-}
-complete -o filenames -F _quillon_report quillon-report
-)text";
-}
-
-/// Text inside the brackets of a description.
-std::string escapeZsh(const std::string& text)
-{
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '\'')
-            escaped += "'\\''";
-        else
-            escaped +=
-                c == '[' || c == ']' || c == ':' || c == '\\' ? std::string{'\\', c} : std::string(1, c);
-    }
-    return escaped;
-}
-
-std::string describeInZsh(const Argument& argument)
-{
-    auto line =
-        fmt::format("'*--{}{}[{}]", argument.name, argument.isFlag() ? "" : "=", escapeZsh(argument.help));
-    if (!argument.isFlag())
-        line += fmt::format(":{}:{}", argument.value,
-                            argument.choices.empty() ? "_files" : "(" + join(argument.choices, " ") + ")");
-    return line + "'";
-}
-
-std::string describeInZsh(const Verb& verb)
-{
-    std::string lines = "_arguments";
-    for (const auto& argument : verb.getArguments())
-        if (!argument.group.empty()) lines += " \\\n        " + describeInZsh(argument);
-    return lines + " \\\n        '*:file:_files'";
-}
-
-std::string completeInZsh()
-{
-    std::string script =
-        "#compdef quillon-report\n# Completion of quillon-report for zsh.\n_quillon_report()\n{\n";
-    script +=
-        fmt::format("    if ((CURRENT == 2)); then\n        compadd {}\n    fi\n    case $words[2] in\n",
-                    join(listVerbs(), " "));
-    for (const auto& verb : getVerbs().subspan(1))
-        script += fmt::format("    {})\n        {}\n        ;;\n", verb.name, describeInZsh(verb));
-    return script + fmt::format("    *)\n        {}\n        ;;\n    esac\n}}\n_quillon_report \"$@\"\n",
-                                describeInZsh(getVerbs().front()));
-}
-
 }  // namespace
 
 std::string describeVerb(const Verb& verb)
@@ -256,13 +149,6 @@ std::string describeAsManPage()
         page += fmt::format(".B {}\n{}\n.br\n", escapeRoff(getCommand(verb)), escapeRoff(verb.usage));
     for (const auto& verb : getVerbs()) page += describeVerbInManPage(verb);
     return page + ".SH EXIT STATUS\n" + escapeRoff(exitStatus) + "\n";
-}
-
-std::string describeCompletion(const std::string& shell)
-{
-    if (shell == "bash") return completeInBash();
-    if (shell == "zsh") return completeInZsh();
-    throw UsageError("--completion: expected bash or zsh.");
 }
 
 std::string describeVersion()

@@ -13,9 +13,6 @@ std::string describeVerb(const Verb& verb);
 /// The man page, for section 1.
 std::string describeAsManPage();
 
-/// The completion for a shell, "bash" or "zsh". Throws: UsageError for another.
-std::string describeCompletion(const std::string& shell);
-
 /// "quillon-report 0.1.0".
 std::string describeVersion();
 

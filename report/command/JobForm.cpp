@@ -38,11 +38,20 @@ JsonNode::Kind getJsonKind(Kind kind)
     }
 }
 
+const Form* findAlternative(const Form& form, const JsonNode& node);
+
 bool accepts(const Form& form, const JsonNode& node)
 {
     if (form.kind != Kind::Any) return node.is(getJsonKind(form.kind));
-    return std::any_of(form.alternatives.begin(), form.alternatives.end(),
-                       [&node](const auto* one) { return accepts(*one, node); });
+    return findAlternative(form, node) != nullptr;
+}
+
+/// The first that accepts the value; null when none does.
+const Form* findAlternative(const Form& form, const JsonNode& node)
+{
+    for (const auto* one : form.alternatives)
+        if (accepts(*one, node)) return one;
+    return nullptr;
 }
 
 /// Whether a text is filled in later, as {{region}} is.
@@ -60,6 +69,8 @@ class Checker {
     std::vector<Problem> takeProblems();
 
  private:
+    /// What holds for all values of the form's kind; the form accepts this one.
+    void checkKind(const JsonNode& node, const Form& form, const std::string& label);
     void add(std::size_t position, const std::string& sentence) { problems_.push_back({position, sentence}); }
     void checkText(const JsonNode& node, const Form& form, const std::string& label);
     void checkPath(const JsonNode& node, const std::string& label);
@@ -77,43 +88,38 @@ void Checker::check(const JsonNode& node, const Form& form, const std::string& l
 {
     if (!accepts(form, node)) return add(node.position, label + "expected " + form.what + ".");
     const auto before = problems_.size();
-    switch (form.kind) {
-        case Kind::Text:
-            checkText(node, form, label);
-            break;
-        case Kind::Path:
-            checkPath(node, label);
-            break;
-        case Kind::Number:
-        case Kind::Integer:
-            checkNumber(node, form, label);
-            break;
-        case Kind::Texts:
-            checkTexts(node);
-            break;
-        case Kind::List:
-            for (const auto& item : node.items) check(item, *form.items, label);
-            break;
-        case Kind::Object:
-            checkMembers(node, form, label);
-            break;
-        case Kind::Any:
-            check(node,
-                  **std::find_if(form.alternatives.begin(), form.alternatives.end(),
-                                 [&node](const auto* one) { return accepts(*one, node); }),
-                  label);
-            break;
-        case Kind::Choice:
-            checkChoice(node, form, label);
-            break;
-        case Kind::Flag:
-            break;
-    }
+    checkKind(node, form, label);
     if (!form.check || problems_.size() > before) return;
     try {
         form.check(node);
     } catch (const std::runtime_error& error) {
         add(node.position, label + error.what());
+    }
+}
+
+void Checker::checkKind(const JsonNode& node, const Form& form, const std::string& label)
+{
+    switch (form.kind) {
+        case Kind::Text:
+            return checkText(node, form, label);
+        case Kind::Path:
+            return checkPath(node, label);
+        case Kind::Flag:
+            return;
+        case Kind::Number:
+        case Kind::Integer:
+            return checkNumber(node, form, label);
+        case Kind::Texts:
+            return checkTexts(node);
+        case Kind::List:
+            for (const auto& item : node.items) check(item, *form.items, label);
+            return;
+        case Kind::Object:
+            return checkMembers(node, form, label);
+        case Kind::Any:
+            return check(node, *findAlternative(form, node), label);
+        case Kind::Choice:
+            return checkChoice(node, form, label);
     }
 }
 

@@ -16,7 +16,7 @@ void requireJobAlone(const CommandLine& commandLine)
         throw UsageError("--job excludes TABLE; the job file names the tables.");
     for (const auto& word : commandLine.getWords())
         if (word.argument->isPerTable())
-            throw UsageError("--job excludes --" + word.argument->name + "; it belongs into the job file.");
+            throw UsageError("--job excludes --" + word.argument->name + "; it belongs in the job file.");
 }
 
 void makeFromTables(const CommandLine& commandLine, const Output& output)

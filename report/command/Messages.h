@@ -19,8 +19,8 @@ std::string describeErrorAsJson(const std::string& sentences);
 /// Says what the author should know about a document that is written all the same.
 void warn(const std::string& sentence);
 
-/// Shows on a terminal how far a work has come that lasts over a second. May be used on several threads at
-/// once.
+/// Shows on a terminal how far a work has come that lasts over a second. Several threads may show and clear
+/// at once; a listener is for one.
 class ProgressLine {
  public:
     ~ProgressLine() { clear(); }

@@ -70,8 +70,8 @@ std::string readFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
     std::string bytes(std::istreambuf_iterator<char>(file), {});
-    if (file.bad() || bytes.empty())
-        fail("Cannot read {}: {}.", quoteText(path, 200), errno == 0 ? "it is empty" : std::strerror(errno));
+    if (!file) fail("Cannot read {}: {}.", quoteText(path, 200), std::strerror(errno));
+    if (bytes.empty()) fail("Cannot read {}: it is empty.", quoteText(path, 200));
     return bytes;
 }
 

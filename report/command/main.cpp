@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "report/command/ClassCatalogue.h"
+#include "report/command/Completion.h"
 #include "report/command/Help.h"
 #include "report/command/JobForm.h"
 #include "report/command/Messages.h"

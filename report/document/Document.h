@@ -53,7 +53,7 @@ class QUILLON_EXPORT Document {
                   ChartData data = {});
     /// Charts in one line. One whose width is the default gets an equal share of the line.
     void addCharts(const std::vector<PlacedChart>& charts);
-    /// Throws: std::runtime_error after a chart that floats, and for a name that is malformed or taken.
+    /// Throws: std::runtime_error for a name that is malformed or taken.
     void addCaption(const Caption& caption);
     /// Throws: std::runtime_error for a row of another length, and for an unknown style or a malformed width.
     void addTable(const TextTable& table);
@@ -62,6 +62,7 @@ class QUILLON_EXPORT Document {
 
     void addPageBreak();
     /// Ends the pages so far and begins new ones; the first call before any block sets up the first.
+    /// Throws: std::runtime_error for an unknown paper, and for margins that leave no room for text.
     void startSection(const PageSetup& setup);
     /// For all pages of the document.
     void setHeader(const PageLine& line);
@@ -75,7 +76,7 @@ class QUILLON_EXPORT Document {
     /// The whole package, a .docx file. While it is made, the document refuses to be changed with a
     /// std::runtime_error, and its charts must stay as they are.
     /// Throws: std::runtime_error that names the chart, and the series and point, that cannot be written, and
-    /// a reference to a caption that is not there.
+    /// for the caption of a chart that floats, and a reference to a caption that is not there.
     std::string toBytes(const Listener& listener = {}) const;
 
     /// Writes the package to `path`, as writeFile does: the old file is there or the new one, whole.

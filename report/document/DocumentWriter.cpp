@@ -11,7 +11,7 @@
 #include "report/document/TemplateParts.h"
 #include "report/finish/Finishing.h"
 #include "report/options/Length.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 #include "support/Text.h"
 
 namespace quillon::report {

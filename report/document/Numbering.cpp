@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
-#include "report/package/XmlSpans.h"
+#include "report/options/PlainNumber.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 namespace {
@@ -39,10 +39,7 @@ std::string makeDefinition(ListKind kind, unsigned id)
 
 unsigned readId(const XmlElement& element, std::string_view attribute)
 {
-    const auto text = element.getAttribute(Ns::Word, attribute).value_or("");
-    unsigned id = 0;
-    std::from_chars(text.data(), text.data() + text.size(), id);
-    return id;
+    return readLeadingNumber(element.getAttribute(Ns::Word, attribute).value_or(""), 0U);
 }
 
 /// Larger than every id of the part.

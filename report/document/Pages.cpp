@@ -7,8 +7,8 @@
 #include "report/document/FixedParts.h"
 #include "report/document/TemplateParts.h"
 #include "report/options/Length.h"
+#include "report/package/Edits.h"
 #include "report/package/Xml.h"
-#include "report/package/XmlSpans.h"
 #include "support/Text.h"
 
 namespace quillon::report {

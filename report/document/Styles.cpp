@@ -1,12 +1,13 @@
 #include "report/document/Styles.h"
 
-#include <charconv>
 #include <stdexcept>
 #include <utility>
 
 #include "report/document/FixedParts.h"
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -25,9 +26,7 @@ std::vector<std::int64_t> readTabStops(const XmlElement& style)
     if (!tabs) return stops;
     for (const auto tab : tabs.getChildren()) {
         const auto text = tab.getAttribute(Ns::Word, "pos").value_or("");
-        std::int64_t position = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), position);
-        if (error == std::errc()) stops.push_back(position);
+        if (const auto position = readPlainNumber<std::int64_t>(text)) stops.push_back(*position);
     }
     return stops;
 }

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <stdexcept>
 
 #include "report/document/Styles.h"
 #include "report/options/Length.h"
+#include "report/options/PlainNumber.h"
+#include "report/package/Edits.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -15,9 +16,7 @@ namespace {
 std::int64_t readTwips(const XmlElement& element, std::string_view attribute, std::int64_t otherwise)
 {
     const auto text = element ? element.getAttribute(Ns::Word, attribute).value_or("") : std::string();
-    std::int64_t number = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number * emuPerTwip;
+    return readLeadingNumber(text, otherwise) * emuPerTwip;
 }
 
 void readReference(const XmlElement& child, const char* name, std::vector<PageLineReference>& references)

@@ -1,5 +1,4 @@
 #include "report/fill/BlockWidth.h"
-#include "report/options/Length.h"
 
 #include <algorithm>
 #include <array>
@@ -7,6 +6,9 @@
 #include <cmath>
 #include <optional>
 #include <vector>
+
+#include "report/options/Length.h"
+#include "report/options/PlainNumber.h"
 
 namespace quillon::report {
 namespace {
@@ -153,10 +155,7 @@ XmlElement findInside(const XmlElement& element, Ns ns, std::string_view name)
 std::int64_t readInteger(const XmlElement& element, Ns ns, std::string_view name, std::int64_t otherwise)
 {
     if (!element) return otherwise;
-    const auto text = element.getAttribute(ns, name).value_or("");
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? number : otherwise;
+    return readPlainNumber<std::int64_t>(element.getAttribute(ns, name).value_or("")).value_or(otherwise);
 }
 
 std::int64_t findBlockWidth(const XmlElement& paragraph, const XmlElement& main)

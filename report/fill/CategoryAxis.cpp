@@ -6,6 +6,7 @@
 
 #include "report/finish/CategoryValues.h"
 #include "report/options/NumberText.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {

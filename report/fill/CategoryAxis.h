@@ -1,7 +1,7 @@
 #pragma once
 
 #include "report/fill/FillPlan.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 

@@ -1,8 +1,8 @@
 #include "report/fill/CellRange.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "report/options/PlainNumber.h"
 #include "report/workbook/Workbook.h"
 
 namespace quillon::report {
@@ -93,11 +93,7 @@ std::vector<std::string_view> splitList(std::string_view text)
 /// A whole number of rows or columns; none for an argument that is left out.
 std::optional<std::int64_t> readSteps(std::string_view text)
 {
-    std::int32_t steps = 0;
-    if (text.empty()) return steps;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), steps);
-    if (error != std::errc() || end != text.data() + text.size()) return {};
-    return steps;
+    return text.empty() ? 0 : readPlainNumber<std::int32_t>(text);
 }
 
 std::uint32_t move(std::uint32_t number, std::int64_t by)

@@ -1,8 +1,11 @@
 #include "report/fill/CellStyles.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string_view>
+
+#include "report/options/PlainNumber.h"
+#include "report/package/Edits.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {
@@ -12,10 +15,7 @@ constexpr int firstOwnFormat = 164;
 
 int readNumber(const XmlElement& element, std::string_view name)
 {
-    int number = 0;
-    const auto text = element.getAttribute(name).value_or("");
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return readLeadingNumber(element.getAttribute(name).value_or(""), 0);
 }
 
 /// The number of a format that the styles have; 0 when they have none such.

@@ -9,6 +9,7 @@
 #include "report/fill/SourceWriter.h"
 #include "report/fill/WaterfallPlan.h"
 #include "report/finish/TextBody.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -6,7 +6,7 @@
 #include "report/fill/FillPlan.h"
 #include "report/fill/Look.h"
 #include "report/fill/PointFormats.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 
@@ -47,7 +47,7 @@ class ChartFiller {
     const Palette& palette_;
     UniqueIds ids_;
     Edits edits_;
-    /// The places in the palette that series have, for the next colour.
+    /// Those that series have, and that the next one is to differ from.
     std::vector<Palette::Color> usedColors_;
 };
 

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "report/fill/DocumentText.h"
+#include "report/package/Edits.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {

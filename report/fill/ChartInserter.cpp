@@ -7,13 +7,11 @@
 #include "report/document/TemplateParts.h"
 #include "report/fill/ChartFinder.h"
 #include "report/options/Length.h"
+#include "report/package/PackageWriter.h"
 #include "support/Text.h"
 
 namespace quillon::report {
 namespace {
-
-constexpr auto chartType = "application/vnd.openxmlformats-officedocument.drawingml.chart+xml";
-constexpr auto workbookType = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet";
 
 /// Markup that we write, in the dialect of the document.
 std::string toDialect(std::string markup, bool isStrict)
@@ -111,10 +109,11 @@ std::string ChartInserter::addChart(const ChartOptions& options, const Spot& spo
     auto parts = makeChartParts(chart_.chart, options, numbers_.take(), lastRelationship_,
                                 isSecond ? Listener() : chart_.listener, chart_.data, theme_);
     if (!isSecond) {
-        document_.addPart(lastPart_, toDialect(std::move(parts.chart), document_.isStrict()), chartType);
+        document_.addPart(lastPart_, toDialect(std::move(parts.chart), document_.isStrict()),
+                          content_type::chart);
         if (!parts.workbook.empty()) {
             const auto workbook = document_.findFreeName("word/embeddings/data", ".xlsx");
-            document_.addPart(workbook, std::move(parts.workbook), workbookType);
+            document_.addPart(workbook, std::move(parts.workbook), content_type::workbook);
             document_.addRelationship(lastPart_, "package", workbook);
         }
     }

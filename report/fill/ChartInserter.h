@@ -11,9 +11,9 @@
 #include "report/options/ChartData.h"
 #include "report/options/ChartOptions.h"
 #include "report/options/Listener.h"
+#include "report/package/Edits.h"
 #include "report/package/Package.h"
 #include "report/package/ThemeColors.h"
-#include "report/package/XmlSpans.h"
 
 namespace quillon::report {
 

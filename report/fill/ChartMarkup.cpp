@@ -1,10 +1,10 @@
 #include "report/fill/ChartMarkup.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 #include "report/finish/Waterfall.h"
+#include "report/options/PlainNumber.h"
 
 namespace quillon::report {
 namespace {
@@ -57,7 +57,7 @@ constexpr std::array<SourceRow, 6> sourceRows = {{
     {"v", PointSource::Kind::Value, ""},
 }};
 
-/// What a fill would break, by a element that gives it away; an empty name stands for all that begin so.
+/// What a fill would break, by an element that gives it away; an empty name stands for all that begin so.
 struct ProblemRow {
     Ns ns;
     std::string_view prefix;
@@ -74,9 +74,6 @@ constexpr std::array<ProblemRow, 6> problemRows = {{
     {Ns::Chart2012, "dlblRangeCache",
      "labels take their text from cells (\"Value From Cells\"); switch that off first"},
 }};
-
-/// What the base of a waterfall carries: the author's series.
-constexpr std::string_view waterfallMark = "{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}";
 
 bool isCache(Ns ns, std::string_view name)
 {
@@ -96,10 +93,7 @@ const char* findProblemBelow(const XmlElement& element)
 
 std::uint32_t readNumber(const XmlElement& element, std::uint32_t otherwise)
 {
-    const auto text = element.getAttribute("val").value_or("");
-    std::uint32_t number = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return readLeadingNumber(element.getAttribute("val").value_or(""), otherwise);
 }
 
 bool isSet(const XmlElement& element)

@@ -13,7 +13,8 @@ namespace quillon::report {
 namespace {
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();
-/// The series' category axis is one of dates.
+
+/// Whether the category axis of the series is one of dates.
 bool hasDateAxis(const ChartMarkup& part, const SeriesMarkup& series)
 {
     const auto& axes = part.getGroups()[series.group].axes;

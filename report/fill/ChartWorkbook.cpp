@@ -6,12 +6,11 @@
 #include "report/fill/WorkbookFill.h"
 #include "report/fill/WorkbookMarkup.h"
 #include "report/options/QuotedText.h"
+#include "report/package/PackageWriter.h"
 #include "report/workbook/Workbook.h"
 
 namespace quillon::report {
 namespace {
-
-constexpr auto workbookType = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet";
 
 /// Gives the blocks of a new workbook their first cells, column after column.
 class Layout {
@@ -89,7 +88,7 @@ WorkbookChange addWorkbook(Package& document, const std::string& chartPart, cons
     if (made.bytes.empty())
         throw std::runtime_error("The chart's workbook cannot be made: " + made.reason + ".");
     const auto name = document.findFreeName("word/embeddings/data", ".xlsx");
-    document.addPart(name, std::move(made.bytes), workbookType);
+    document.addPart(name, std::move(made.bytes), content_type::workbook);
     if (old == nullptr)
         return {WorkbookState::Made, std::move(made.series),
                 document.addRelationship(chartPart, "package", name), ""};

@@ -6,6 +6,7 @@
 #include "report/fill/BlockWidth.h"
 #include "report/options/Length.h"
 #include "report/package/Xml.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {

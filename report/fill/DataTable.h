@@ -5,8 +5,8 @@
 
 #include "report/document/TableMarkup.h"
 #include "report/fill/DocumentText.h"
+#include "report/package/Edits.h"
 #include "report/package/Package.h"
-#include "report/package/XmlSpans.h"
 
 namespace quillon::report {
 

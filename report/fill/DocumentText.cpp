@@ -1,4 +1,5 @@
 #include "report/fill/DocumentText.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 #include <algorithm>

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "report/package/Edits.h"
 #include "report/package/Package.h"
-#include "report/package/XmlSpans.h"
 
 namespace quillon::report {
 

@@ -7,6 +7,7 @@
 
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "report/package/Edits.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cstdio>
 
+#include "report/package/XmlText.h"
+
 namespace quillon::report {
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "report/fill/SheetWriter.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 

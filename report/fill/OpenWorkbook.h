@@ -11,8 +11,8 @@
 #include "report/fill/CellWrites.h"
 #include "report/fill/SheetTable.h"
 #include "report/fill/WorkbookMarkup.h"
+#include "report/package/Edits.h"
 #include "report/package/Package.h"
-#include "report/package/XmlSpans.h"
 
 namespace quillon::report {
 

@@ -8,9 +8,9 @@
 #include "report/fill/ChartFinder.h"
 #include "report/fill/ChartMarkup.h"
 #include "report/fill/DocumentTexts.h"
+#include "report/fill/FoundChart.h"
 #include "report/fill/Kept.h"
 #include "report/fill/Look.h"
-#include "report/fill/Template.h"
 #include "report/fill/WorkbookMarkup.h"
 #include "report/package/Package.h"
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "report/package/Edits.h"
 #include "report/package/PartNames.h"
 
 namespace quillon::report {

@@ -11,6 +11,7 @@
 #include "report/fill/DocumentTexts.h"
 #include "report/fill/PlaceholderSpots.h"
 #include "report/options/QuotedText.h"
+#include "report/package/Edits.h"
 #include "report/package/Xml.h"
 
 namespace quillon::report {

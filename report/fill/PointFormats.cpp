@@ -2,20 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 
 #include "report/fill/BlockWidth.h"
+#include "report/options/PlainNumber.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {
 
 std::size_t readIndex(const XmlElement& holder)
 {
-    const auto text = holder.getAttribute("val").value_or("");
-    std::size_t index = noMatch;
-    std::from_chars(text.data(), text.data() + text.size(), index);
-    return index;
+    return readLeadingNumber(holder.getAttribute("val").value_or(""), noMatch);
 }
 
 /// The markup of an element on its way to a position.

@@ -6,6 +6,7 @@
 
 #include "report/fill/FillPlan.h"
 #include "report/fill/Look.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 

@@ -7,8 +7,11 @@
 #include <limits>
 #include <stdexcept>
 
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
+#include "report/package/TagScanner.h"
 #include "report/package/Xml.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -24,16 +27,14 @@ bool isSameNumber(double left, double right)
 /// A number that is no negative one, as positions and counts are.
 std::size_t readPosition(const XmlSpans& xml, std::string_view text)
 {
-    std::size_t count = 0;
-    const auto* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, count);
-    if (result.ec != std::errc() || result.ptr != end)
+    const auto count = readPlainNumber<std::size_t>(text);
+    if (!count)
         throw std::runtime_error(showText(xml.getPart()) + ": " + quoteText(text) +
                                  " is not a position or number of points.");
-    if (count > PointCache::maximumCount)
-        throw std::runtime_error(showText(xml.getPart()) + ": a series has " + std::to_string(count) +
+    if (*count > PointCache::maximumCount)
+        throw std::runtime_error(showText(xml.getPart()) + ": a series has " + std::to_string(*count) +
                                  " points; a worksheet has 1,048,576 rows.");
-    return count;
+    return *count;
 }
 
 std::u16string unescape(std::u16string_view text)
@@ -276,11 +277,8 @@ double readCachedNumber(std::string_view text)
 {
     text = trim(text, " \t\r\n");
     if (text.starts_with('+')) text.remove_prefix(1);
-    double number = missing;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    return result.ec == std::errc() && result.ptr == text.data() + text.size() && std::isfinite(number)
-               ? number
-               : missing;
+    const auto number = readPlainNumber<double>(text).value_or(missing);
+    return std::isfinite(number) ? number : missing;
 }
 
 std::string writeCachedNumber(double number)

@@ -34,9 +34,9 @@ class PointCache {
     static constexpr std::size_t maximumCount = 1'048'576;
 
     PointCache() = default;
-    /// Reads `cache`, which was deferred, an element of `xml`; both must outlive it. `Level`: which
-    /// of several levels, the innermost first. Throws: std::runtime_error for more points than cells, and
-    /// positions that are no numbers.
+    /// Reads `cache`, which was deferred, an element of `xml`; both must outlive it. Level: which of several,
+    /// the innermost first. Throws: std::runtime_error for more points than cells, and positions that are no
+    /// numbers.
     PointCache(const XmlSpans& xml, const XmlElement& cache, std::size_t level = 0);
 
     std::size_t getLevelCount() const { return levelCount_; }
@@ -51,8 +51,8 @@ class PointCache {
 
     /// Whether these are the points that it holds.
     bool holds(const Points& points) const;
-    /// Appends the points as markup. A point that stays at its place and has the value it had
-    /// keeps its text; formats of points move along as `matches` says. Prefix: "c:".
+    /// Appends the points as markup. A point that stays at its place and has the value it had keeps its text;
+    /// formats of points move along as `matches` says. Prefix: "c:".
     void append(std::string& markup, const Points& points, const Matches& matches,
                 const std::string& prefix) const;
 

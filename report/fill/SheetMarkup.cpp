@@ -1,25 +1,19 @@
 #include "report/fill/SheetMarkup.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 #include <utility>
 
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
+#include "report/package/Edits.h"
+#include "report/package/TagScanner.h"
+#include "report/package/XmlText.h"
 
 namespace quillon::report {
 namespace {
 
 using Kind = SheetCell::Kind;
-
-template <typename Number>
-std::optional<Number> parseAll(std::string_view text)
-{
-    Number number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || text.empty()) return {};
-    return number;
-}
 
 Kind readKind(std::string_view type)
 {
@@ -84,7 +78,7 @@ class SheetMarkup::Reader {
 
     void openRow(const Tag& tag)
     {
-        const auto number = parseAll<std::uint32_t>(getAttribute(tag, "r"));
+        const auto number = readPlainNumber<std::uint32_t>(getAttribute(tag, "r"));
         if (!number || *number == 0 || (!sheet_.rows_.empty() && sheet_.rows_.back().number >= *number - 1))
             throw std::runtime_error("the rows of the sheet have no numbers in order");
         sheet_.rows_.push_back({*number - 1, tag.span, tag.span.end, tag.isEmpty});
@@ -100,7 +94,7 @@ class SheetMarkup::Reader {
         lastColumn_ = place->left;
         const Area cell{row, place->left, row, place->left};
         sheet_.usedArea_ = sheet_.usedArea_.value_or(cell).join(cell);
-        const auto style = parseAll<std::uint32_t>(getAttribute(tag, "s"));
+        const auto style = readPlainNumber<std::uint32_t>(getAttribute(tag, "s"));
         sheet_.cells_.push_back({row,
                                  static_cast<std::uint16_t>(place->left),
                                  readKind(getAttribute(tag, "t")),
@@ -178,7 +172,7 @@ int SheetMarkup::getStyle(std::uint32_t row, std::uint32_t column) const
 std::optional<std::uint32_t> SheetMarkup::readShared(const SheetCell& cell) const
 {
     const auto position =
-        cell.kind == Kind::Shared ? parseAll<std::uint32_t>(xml_.getText(cell.value)) : std::nullopt;
+        cell.kind == Kind::Shared ? readPlainNumber<std::uint32_t>(xml_.getText(cell.value)) : std::nullopt;
     return position && *position < strings_.getSize() ? position : std::nullopt;
 }
 
@@ -188,7 +182,7 @@ CellValue SheetMarkup::read(const SheetCell& cell) const
     const auto text = xml_.getText(cell.value);
     if (cell.kind == Kind::Text) return unescapeText(text);
     if (const auto position = readShared(cell)) return strings_.getText(*position);
-    const auto number = cell.kind == Kind::Number ? parseAll<double>(text) : std::nullopt;
+    const auto number = cell.kind == Kind::Number ? readPlainNumber<double>(text) : std::nullopt;
     return number ? CellValue(*number) : CellValue();
 }
 

@@ -1,14 +1,15 @@
 #include "report/fill/SheetTable.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -40,9 +41,7 @@ std::string toText(const CellValue& value)
 
 std::uint32_t readCount(const XmlElement& element, std::string_view name, std::uint32_t otherwise)
 {
-    const auto text = element.getAttribute(name).value_or("");
-    std::from_chars(text.data(), text.data() + text.size(), otherwise);
-    return otherwise;
+    return readLeadingNumber(element.getAttribute(name).value_or(""), otherwise);
 }
 
 /// The last row of those areas that stand in the columns of `table`; nothing when none does.

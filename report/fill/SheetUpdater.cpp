@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "report/package/Edits.h"
 #include "report/workbook/Workbook.h"
 #include "support/Text.h"
 

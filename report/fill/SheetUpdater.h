@@ -11,8 +11,8 @@ class SheetUpdater {
  public:
     explicit SheetUpdater(OpenWorkbook& book) : book_(book) {}
 
-    /// What stands below data that grow, such as a remark, moves down with its rows. Comes before
-    /// cells are written.
+    /// What stands below data that grow, such as a remark, moves down with its rows. Comes before cells are
+    /// written.
     void makeRoom();
     /// Saves the sheets with what was written to their cells.
     /// Throws: std::runtime_error when the data would cover what is not the chart's, or a formula.

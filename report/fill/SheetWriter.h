@@ -6,7 +6,7 @@
 #include "report/fill/CellWrites.h"
 #include "report/fill/SheetMarkup.h"
 #include "report/package/Archive.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "report/package/XmlText.h"
+
 namespace quillon::report {
 namespace {
 

@@ -7,6 +7,7 @@
 
 #include "report/fill/ChartMarkup.h"
 #include "report/fill/Matching.h"
+#include "report/package/Edits.h"
 
 namespace quillon::report {
 

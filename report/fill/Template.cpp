@@ -1,7 +1,6 @@
 #include "report/fill/Template.h"
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <stdexcept>
 
@@ -17,6 +16,7 @@
 #include "report/fill/Placeholders.h"
 #include "report/fill/ScaleWarnings.h"
 #include "report/options/NearName.h"
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 
@@ -58,10 +58,8 @@ bool isNamed(const ChartDrawing& drawing, const std::string& title, const std::s
 /// A number from 1 to `count`; 0 for anything else.
 std::size_t readChartNumber(const std::string& text, std::size_t count)
 {
-    std::size_t number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
-    return isNumber && number <= count ? number : 0;
+    const auto number = readPlainNumber<std::size_t>(text).value_or(0);
+    return number <= count ? number : 0;
 }
 
 std::string describe(const FoundChart& chart)

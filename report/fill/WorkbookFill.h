@@ -39,7 +39,7 @@ QUILLON_EXPORT FilledWorkbook makeFilledWorkbook(std::vector<SeriesCells> series
 /// How a chart part has its workbook.
 enum class WorkbookState { Updated, Replaced, Made };
 
-/// Changes the workbook behind a chart part in its document.
+/// What became of the workbook behind a chart part.
 struct WorkbookChange {
     WorkbookState state;
     std::vector<SeriesCells> series;

@@ -1,9 +1,9 @@
 #include "report/fill/WorkbookMarkup.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
 #include "support/Text.h"
 
@@ -47,9 +47,7 @@ void WorkbookMarkup::readSheets()
 void WorkbookMarkup::readNames()
 {
     for (const auto element : main_.getRoot().findChild("definedNames").getChildren()) {
-        const auto digits = element.getAttribute("localSheetId").value_or("");
-        int sheet = -1;
-        std::from_chars(digits.data(), digits.data() + digits.size(), sheet);
+        const int sheet = readLeadingNumber(element.getAttribute("localSheetId").value_or(""), -1);
         names_.push_back({element.getAttribute("name").value_or(""), sheet, element.getText(), element});
         const auto [known, isNew] = namesByName_.emplace(toLower(names_.back().name), names_.size() - 1);
         if (!isNew && names_.back().sheet >= 0) known->second = names_.size() - 1;

@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+#include "report/package/Edits.h"
+#include "report/package/TagScanner.h"
+#include "report/package/XmlText.h"
+
 namespace quillon::report {
 namespace {
 

@@ -22,8 +22,6 @@ std::u16string toText(double number)
     return num2str(number);
 }
 
-// --- Scale ---
-
 /// The value axis stays where it would stand without.
 void reverseCategories(ChartPart& part)
 {
@@ -126,8 +124,6 @@ void countInUnits(ChartPart& part)
     appendElement(appendElement(units, u"c:dispUnitsLbl"), u"c:layout");
 }
 
-// --- Lines ---
-
 void drawGridlines(ChartPart& part)
 {
     // A radar is drawn with its whole web.
@@ -139,8 +135,6 @@ void drawGridlines(ChartPart& part)
         insertInOrder(axes.category, static_cast<DOMElement*>(lines->cloneNode(true)));
     if (wanted == Gridlines::Category || wanted == Gridlines::None) axes.value->removeChild(lines)->release();
 }
-
-// --- Texts ---
 
 void hideNumbers(ChartPart& part)
 {

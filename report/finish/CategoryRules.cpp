@@ -5,6 +5,7 @@
 #include "report/finish/NumberCaches.h"
 #include "report/finish/Rules.h"
 #include "report/finish/SchemaOrder.h"
+#include "report/finish/SeriesNumbers.h"
 #include "report/finish/ShownChart.h"
 #include "report/finish/Waterfall.h"
 #include "report/package/Xml.h"
@@ -17,8 +18,6 @@ namespace quillon::report {
 using xercesc::DOMElement;
 
 namespace {
-
-// --- Categories ---
 
 DOMElement* makeCategoryNumbers(const ChartPart& part)
 {
@@ -74,8 +73,6 @@ void writeCategories(ChartPart& part)
     if (hasCategoryNumbers(data)) replaceCategories(part, makeCategoryNumbers(part));
 }
 
-// --- Date axis ---
-
 const char16_t* getToken(DateUnit unit)
 {
     switch (unit) {
@@ -106,16 +103,6 @@ void makeDateAxes(ChartPart& part)
     const auto scale = chooseDateScale(part.context.data.categoryValues);
     makeDateAxis(part.axes.category, scale);
     makeDateAxis(part.secondAxes.category, scale);
-}
-
-// --- Points ---
-
-std::vector<double> listX(const chart::DataSeries& series)
-{
-    std::vector<double> x;
-    x.reserve(series.getSize());
-    for (const auto& point : series.getPoints()) x.push_back(point->getX());
-    return x;
 }
 
 /// X values stand in the place of the categories where all series share them.
@@ -165,8 +152,6 @@ void makeXAxis(ChartPart& part)
     replaceInOrder(part.axes.value, u"c:crossBetween", u"midCat");
 }
 
-// --- Waterfalls ---
-
 void appendName(DOMElement* waterfall, const chart::DataSeries& series, unsigned long column)
 {
     auto* name = appendElement(appendElement(waterfall, u"c:tx"), u"c:strRef");
@@ -180,8 +165,7 @@ void appendName(DOMElement* waterfall, const chart::DataSeries& series, unsigned
 
 void appendValues(DOMElement* waterfall, const ChartData& data, unsigned long column)
 {
-    std::vector<double> values;
-    for (const auto& point : data.dataSet->getSeries(0)->getPoints()) values.push_back(point->getValue());
+    const auto values = listValues(*data.dataSet->getSeries(0));
     appendNumbers(appendElement(waterfall, u"c:val"), getCellRange(column, values.size()),
                   readXmlText(data.getDetails(0).numberFormat, "number-format"), values);
 }
@@ -204,7 +188,7 @@ void markWaterfall(ChartPart& part)
     const auto& data = part.context.data;
     const auto column = getValueColumn(data, 0, part.context.workbook);
     auto* extension = appendElement(insertInOrder(part.series[base].element, u"c:extLst"), u"c:ext");
-    extension->setAttribute(u"uri", u"{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}");
+    extension->setAttribute(u"uri", toUtf16(waterfallMark).c_str());
     extension->setAttribute(u"xmlns:q", u"urn:quillon:chart");
     auto* waterfall = appendElement(extension, u"q:waterfall");
     appendName(waterfall, *data.dataSet->getSeries(0), column);

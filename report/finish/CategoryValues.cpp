@@ -1,10 +1,10 @@
 #include "report/finish/CategoryValues.h"
 
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 
+#include "report/options/PlainNumber.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -59,12 +59,8 @@ DateUnit findBase(const std::vector<double>& dates)
 /// Digits, all of them; nothing for anything else.
 std::optional<int> readDigits(const std::string& text, std::size_t at, std::size_t count)
 {
-    int number = 0;
-    if (at + count > text.size()) return {};
-    const auto* first = text.data() + at;
-    const auto [end, error] = std::from_chars(first, first + count, number);
-    if (error != std::errc() || end != first + count || *first == '-') return {};
-    return number;
+    if (at + count > text.size() || text[at] == '-') return {};
+    return readPlainNumber<int>(std::string_view(text).substr(at, count));
 }
 
 }  // namespace
@@ -72,11 +68,8 @@ std::optional<int> readDigits(const std::string& text, std::size_t at, std::size
 std::optional<double> readNumberText(const std::u16string& text)
 {
     const std::string utf8(trim(toUtf8(text)));
-    double number = 0;
-    const auto [end, error] = std::from_chars(utf8.data(), utf8.data() + utf8.size(), number);
-    if (utf8.empty() || error != std::errc() || end != utf8.data() + utf8.size() || !std::isfinite(number))
-        return {};
-    return number;
+    const auto number = readPlainNumber<double>(utf8);
+    return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 std::optional<double> readDateText(const std::u16string& text)

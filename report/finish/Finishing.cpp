@@ -9,9 +9,10 @@ namespace quillon::report {
 void finishChartPart(xercesc::DOMDocument* doc, const ChartContext& context)
 {
     ChartPart part(doc, context);
-    for (const auto& rules : {seriesRules, groupRules, referenceRules, textRules, categoryRules, shapeRules,
-                              markerRules, labelRules, trendRules, titleRules, plotAreaRules, pieRules,
-                              axisRules, numberRules, legendRules, chartRules, lookRules})
+    for (const auto& rules :
+         {seriesRules, groupRules, referenceRules, textRules, categoryRules, shapeRules, markerRules,
+          labelRules, trendRules, errorBarRules, joiningRules, titleRules, plotAreaRules, pieRules, axisRules,
+          numberRules, legendRules, chartRules, lookRules})
         for (const auto& rule : rules)
             if (rule.kinds.contains(context.kind)) rule.apply(part);
 }

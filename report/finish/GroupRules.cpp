@@ -18,8 +18,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-// --- Which series stands where ---
-
 /// A group of series: what it is drawn as, and on which axes. Groups are drawn in this order.
 struct GroupKey {
     bool isSecond;
@@ -65,8 +63,6 @@ std::vector<GroupKey> chooseGroups(const ChartPart& part)
         throw ChartError("", "second: at least one series stands on the first value axis; all are named.");
     return keys;
 }
-
-// --- Groups ---
 
 struct GroupRow {
     ChartKind kind;
@@ -116,8 +112,6 @@ DOMElement* copyGroup(const DOMElement* group)
     return copy;
 }
 
-// --- Series ---
-
 /// The outline of a line is its colour; filled shapes have none. The colours follow later.
 void formShape(DOMElement* series, bool isLine)
 {
@@ -152,8 +146,6 @@ void formSeries(const ChartPart& part, const SeriesPart& series, ChartKind kind)
     formShape(element, isLine(series));
 }
 
-// --- Axes ---
-
 /// A second pair of axes: its categories are those of the first and stay hidden, its values stand opposite.
 void addSecondAxes(ChartPart& part)
 {
@@ -179,8 +171,6 @@ void addSecondAxes(ChartPart& part)
         replaceAttribute(ids[1], u"val", valueId);
     }
 }
-
-// --- The rules ---
 
 /// One kind of series on one pair of axes: the writer's group, renamed.
 void formOnlyGroup(ChartPart& part)

@@ -1,13 +1,14 @@
 #include "report/finish/LabelColors.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 #include <string_view>
 
+#include "report/finish/FillLightness.h"
 #include "report/finish/LabelTexts.h"
 #include "report/finish/NumberFormats.h"
+#include "report/finish/Shapes.h"
 #include "report/options/Length.h"
 #include "report/package/Xml.h"
 #include "support/Text.h"
@@ -18,86 +19,6 @@ using xercesc::DOMElement;
 
 namespace {
 
-// --- How light a fill is ---
-
-/// Red, green and blue, 0 to 1.
-using Rgb = std::array<double, 3>;
-
-Rgb toRgb(std::uint32_t number)
-{
-    const auto channel = [number](unsigned shift) { return (number >> shift & 0xFFU) / 255.0; };
-    return {channel(16), channel(8), channel(0)};
-}
-
-/// A part of the whole that a child of a colour says.
-double readShare(const DOMElement* color, const char16_t* name, double standard)
-{
-    const auto* child = findChild(color, name);
-    return child == nullptr ? standard : static_cast<double>(str2uint(child->getAttribute(u"val"))) / 1e5;
-}
-
-/// Lighter or darker, in the same hue and saturation.
-Rgb changeLightness(const Rgb& color, double factor, double offset)
-{
-    const auto [low, high] = std::minmax({color[0], color[1], color[2]});
-    const double lightness = (low + high) / 2;
-    const double changed = std::clamp(lightness * factor + offset, 0.0, 1.0);
-    const double reach = std::min(lightness, 1 - lightness);
-    const double scale = reach > 0 ? std::min(changed, 1 - changed) / reach : 0;
-    Rgb made{};
-    for (std::size_t i = 0; i < made.size(); ++i) made[i] = changed + (color[i] - lightness) * scale;
-    return made;
-}
-
-Rgb readColor(const DOMElement* color, const ThemeColors& theme)
-{
-    const std::u16string_view value = color->getAttribute(u"val");
-    if (std::u16string_view(color->getTagName()) == u"a:srgbClr")
-        return toRgb(static_cast<std::uint32_t>(std::stoul(toUtf8(value), nullptr, 16)));
-    constexpr std::u16string_view accent = u"accent";
-    if (!value.starts_with(accent)) return {1, 1, 1};
-    const auto number = static_cast<std::size_t>(value[accent.size()] - u'1');
-    return changeLightness(toRgb(theme.accents.at(number)), readShare(color, u"a:lumMod", 1),
-                           readShare(color, u"a:lumOff", 0));
-}
-
-/// As the eye adds up red, green and blue: 0 for black, 1 for white.
-double getLuminance(const Rgb& color)
-{
-    constexpr Rgb weights = {0.2126, 0.7152, 0.0722};
-    double sum = 0;
-    for (std::size_t i = 0; i < weights.size(); ++i)
-        sum +=
-            weights[i] * (color[i] <= 0.04045 ? color[i] / 12.92 : std::pow((color[i] + 0.055) / 1.055, 2.4));
-    return sum;
-}
-
-const DOMElement* findFill(const DOMElement* shape)
-{
-    for (const auto* name : {u"a:solidFill", u"a:gradFill", u"a:pattFill"})
-        if (const auto* fill = shape == nullptr ? nullptr : findChild(shape, name)) return fill;
-    return nullptr;
-}
-
-/// Gradients and patterns are half white; what shines through is white.
-TextColor chooseColor(const DOMElement* fill, const ThemeColors& theme)
-{
-    const bool isSolid = std::u16string_view(fill->getTagName()) == u"a:solidFill";
-    const auto* color = fill->getFirstElementChild();
-    while (!std::u16string_view(color->getTagName()).ends_with(u"Clr") ||
-           color->getAttributeNode(u"val") == nullptr)
-        color = color->getFirstElementChild();
-    const double share = readShare(color, u"a:alpha", 1) * (isSolid ? 1 : 0.5);
-    auto seen = readColor(color, theme);
-    for (auto& channel : seen) channel = channel * share + 1 - share;
-    // Where small texts in black and in white are read equally well.
-    constexpr double middle = 0.36;
-    return getLuminance(seen) < middle ? TextColor::White : TextColor::Black;
-}
-
-// --- Whether a label has room ---
-
-constexpr double textSize = 9;
 constexpr double digitHeight = 0.7;
 constexpr double lineHeight = 1.2;
 
@@ -105,11 +26,6 @@ struct Extent {
     double width;
     double height;
 };
-
-double getTextSize(const ChartPart& part)
-{
-    return part.context.options.fontSize.value_or(textSize);
-}
 
 Extent measure(const std::u16string& text, double size)
 {
@@ -122,10 +38,7 @@ Extent measure(const std::u16string& text, double size)
 /// About what axes, title and legend leave of a chart, in points.
 Extent getPlotSize(const ChartPart& part)
 {
-    const auto points = [](const std::string& length) {
-        return static_cast<double>(parseLength(length)) / emuPerPoint;
-    };
-    return {points(part.context.options.width) * 0.85, points(part.context.options.height) * 0.65};
+    return {parsePoints(part.context.options.width) * 0.85, parsePoints(part.context.options.height) * 0.65};
 }
 
 double readNumber(const DOMElement* parent, const char16_t* name, double standard)
@@ -183,7 +96,7 @@ std::vector<bool> findRoomOnBars(const ChartPart& part, const SeriesPart& series
     for (const auto& point : series.series.getPoints()) {
         const auto text = composeLabel(part, series, settings, rooms.size(), point->getValue());
         rooms.push_back(std::isnan(point->getValue()) ||
-                        hasRoom(bars, point->getValue(), measure(text, getTextSize(part))));
+                        hasRoom(bars, point->getValue(), measure(text, getTextSize(part.context.options))));
     }
     return rooms;
 }
@@ -248,7 +161,7 @@ std::vector<TextColor> chooseLabelColors(const ChartPart& part, const SeriesPart
     for (std::size_t i = 0; i < rooms.size(); ++i) {
         const auto own = ofPoints.find(i);
         const auto* fill = own == ofPoints.end() ? ofSeries : own->second;
-        if (rooms[i] && fill != nullptr) colors[i] = chooseColor(fill, part.context.theme);
+        if (rooms[i] && fill != nullptr) colors[i] = chooseTextColor(fill, part.context.theme);
     }
     return colors;
 }

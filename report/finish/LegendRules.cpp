@@ -18,10 +18,7 @@ namespace {
 /// The most slices that people tell apart.
 constexpr std::size_t maximumSlices = 12;
 
-constexpr double standardPoints = 9;
-
-// --- The extent of texts and legends, in points ---
-
+/// Of a text or a legend, in points.
 struct Extent {
     double width;
     double height;
@@ -54,22 +51,15 @@ double getWidthAtRight(const std::vector<Extent>& entries, double chartHeight)
     return std::ceil(static_cast<double>(entries.size()) / inColumn) * widest;
 }
 
-double getPoints(const std::string& length)
-{
-    return static_cast<double>(parseLength(length)) / emuPerPoint;
-}
-
-// --- The rules ---
-
 /// Below the plot, or right of it where the legend would crowd out the plot.
 Legend choosePlace(ChartPart& part, const std::vector<std::u16string>& texts)
 {
-    const double size = part.context.options.fontSize.value_or(standardPoints);
+    const double size = getTextSize(part.context.options);
     std::vector<Extent> entries;
     entries.reserve(texts.size());
     for (const auto& text : texts) entries.push_back(getEntryExtent(text, size));
-    const double width = getPoints(part.context.options.width);
-    const double height = getPoints(part.context.options.height);
+    const double width = parsePoints(part.context.options.width);
+    const double height = parsePoints(part.context.options.height);
     constexpr double share = 3;
     if (entries.empty() || getHeightBelow(entries, width) <= height / share) return Legend::Bottom;
     if (getWidthAtRight(entries, height) <= width / share) return Legend::Right;

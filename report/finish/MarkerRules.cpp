@@ -14,22 +14,12 @@ using xercesc::DOMElement;
 
 namespace {
 
-/// The fill of the line that `shape` describes, or null.
-const DOMElement* findLineFill(const DOMElement* shape)
-{
-    const auto* line = shape == nullptr ? nullptr : findChild(shape, u"a:ln");
-    if (line == nullptr) return nullptr;
-    for (const auto* name : {u"a:solidFill", u"a:gradFill", u"a:pattFill"})
-        if (const auto* fill = findChild(line, name)) return fill;
-    return nullptr;
-}
-
 /// A disc in the colour of the line.
 void fillMarker(DOMElement* marker, const DOMElement* shape)
 {
     appendElement(marker, u"c:symbol", u"circle");
     appendElement(marker, u"c:size", u"5");
-    const auto* fill = findLineFill(shape);
+    const auto* fill = findFill(shape == nullptr ? nullptr : findChild(shape, u"a:ln"));
     if (fill == nullptr) return;
     auto* properties = appendElement(marker, u"c:spPr");
     properties->appendChild(fill->cloneNode(true));

@@ -42,8 +42,10 @@ extern const std::span<const Rule> categoryRules;
 extern const std::span<const Rule> shapeRules;
 /// What the labels of series and points say, and how they look.
 extern const std::span<const Rule> labelRules;
-/// Trendlines, error bars, drop lines and their like.
 extern const std::span<const Rule> trendRules;
+extern const std::span<const Rule> errorBarRules;
+/// Lines and bars that join points with the axis, or with each other.
+extern const std::span<const Rule> joiningRules;
 /// All runs of the title, with their colours.
 extern const std::span<const Rule> titleRules;
 /// Where the plot area stands, and how it looks.

@@ -40,42 +40,21 @@ bool hasGrouping(const ChartPart& part, ScaleKind kind, std::u16string_view want
 
 Scale getScale(const ChartPart& part, ScaleKind kind)
 {
-    const auto& o = part.context.options;
-    const bool isShare = hasGrouping(part, kind, u"percentStacked");
-    const bool isStacked = isShare || hasGrouping(part, kind, u"stacked");
-    if (kind == ScaleKind::X)
-        return {.kind = kind,
-                .prefix = "x-",
-                .logName = "x-log",
-                .minimum = o.xMin,
-                .maximum = o.xMax,
-                .step = o.xStep,
-                .log = o.xLog,
-                .format = o.xFormat,
-                .title = o.xTitle};
+    const auto& options = part.context.options;
+    const auto& row = scaleOptions.at(static_cast<std::size_t>(kind));
     Scale scale{.kind = kind,
-                .prefix = "value-",
-                .logName = "log",
-                .minimum = o.valueMin,
-                .maximum = o.valueMax,
-                .step = o.valueStep,
-                .log = o.log,
-                .units = o.units,
-                .isShare = isShare,
-                .isStacked = isStacked,
-                .title = o.valueTitle};
-    if (kind == ScaleKind::Second)
-        scale = {.kind = kind,
-                 .prefix = "second-",
-                 .logName = "second-log",
-                 .minimum = o.secondMin,
-                 .maximum = o.secondMax,
-                 .step = o.secondStep,
-                 .log = o.secondLog,
-                 .isShare = isShare,
-                 .isStacked = isStacked,
-                 .format = o.secondFormat,
-                 .title = o.secondTitle};
+                .prefix = row.prefix,
+                .logName = row.logName,
+                .minimum = options.*row.minimum,
+                .maximum = options.*row.maximum,
+                .step = options.*row.step,
+                .log = options.*row.log,
+                .title = options.*row.title};
+    if (row.format != nullptr) scale.format = options.*row.format;
+    if (kind == ScaleKind::X) return scale;
+    if (kind == ScaleKind::Value) scale.units = options.units;
+    scale.isShare = hasGrouping(part, kind, u"percentStacked");
+    scale.isStacked = scale.isShare || hasGrouping(part, kind, u"stacked");
     scale.startsAtZero = hasFilledShapes(part, kind) && !scale.log;
     return scale;
 }

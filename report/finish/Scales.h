@@ -4,11 +4,9 @@
 #include <string>
 
 #include "report/finish/ChartPart.h"
+#include "report/options/ScaleOptions.h"
 
 namespace quillon::report {
-
-/// Which of the axes that show numbers: the first value axis, the second, or the horizontal one of points.
-enum class ScaleKind { Value, Second, X };
 
 /// What the options say of an axis that shows numbers, and how they are called.
 struct Scale {

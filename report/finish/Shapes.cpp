@@ -271,6 +271,20 @@ DOMElement* drawThinLine(DOMElement* line)
     return appendElement(appendElement(line, u"a:solidFill"), u"a:schemeClr", u"tx1");
 }
 
+void drawGreyLine(DOMElement* parent)
+{
+    auto* color = drawThinLine(appendElement(appendElement(parent, u"c:spPr"), u"a:ln"));
+    appendElement(color, u"a:lumMod", u"65000");
+    appendElement(color, u"a:lumOff", u"35000");
+}
+
+const DOMElement* findFill(const DOMElement* properties)
+{
+    for (const auto* name : {u"a:solidFill", u"a:gradFill", u"a:pattFill"})
+        if (const auto* fill = properties == nullptr ? nullptr : findChild(properties, name)) return fill;
+    return nullptr;
+}
+
 bool isLine(const SeriesPart& series)
 {
     for (const auto* name : {u"c:lineChart", u"c:scatterChart", u"c:stockChart"})

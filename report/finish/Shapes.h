@@ -69,6 +69,10 @@ void hide(xercesc::DOMElement* properties);
 /// Gives an a:ln the width of gridlines and the colour of texts; returns the element of the colour, which may
 /// be made lighter.
 xercesc::DOMElement* drawThinLine(xercesc::DOMElement* line);
+/// Gives a new element, of error bars or lines between points, such a line in the grey of texts.
+void drawGreyLine(xercesc::DOMElement* parent);
+/// The fill of a c:spPr or an a:ln; null where it has none, or is null itself.
+const xercesc::DOMElement* findFill(const xercesc::DOMElement* properties);
 /// Fills a new c:spPr of a label or plot area, whose colours are white where none is set.
 void setShape(xercesc::DOMElement* properties, const ShapeSettings& settings);
 

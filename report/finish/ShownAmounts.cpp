@@ -7,6 +7,7 @@
 #include "report/finish/ChartPart.h"
 #include "report/finish/SeriesCopies.h"
 #include "report/finish/SeriesNames.h"
+#include "report/finish/SeriesNumbers.h"
 #include "report/options/ChartError.h"
 
 namespace quillon::report {
@@ -21,14 +22,6 @@ struct AmountRow {
     const std::vector<std::string>& series;
     std::vector<double> SeriesDetails::*amounts;
 };
-
-std::vector<double> listValues(const chart::DataSeries& series)
-{
-    std::vector<double> values;
-    values.reserve(series.getSize());
-    for (const auto& point : series.getPoints()) values.push_back(point->getValue());
-    return values;
-}
 
 void leaveSeries(ChartData& data, const std::vector<bool>& isTaken)
 {

@@ -59,9 +59,9 @@ void writeDates(ChartData& data)
 /// Whether each date is on a later day than the one before: an axis has no unit below days.
 bool ascend(const std::vector<double>& dates)
 {
-    const auto isLate = [](double date, double next) { return std::floor(date) >= std::floor(next); };
+    const auto goesBack = [](double date, double next) { return std::floor(date) >= std::floor(next); };
     return std::none_of(dates.begin(), dates.end(), [](double date) { return std::isnan(date); }) &&
-           std::adjacent_find(dates.begin(), dates.end(), isLate) == dates.end();
+           std::adjacent_find(dates.begin(), dates.end(), goesBack) == dates.end();
 }
 
 bool suitsDateAxis(const ChartContext& context, const std::vector<double>& dates)

@@ -83,8 +83,6 @@ class Preparation {
             own = options_.numberFormat;
     }
 
-    // --- Stock and waterfall ---
-
     void requireStock() const
     {
         const auto count = dataSet().getSeriesCount();
@@ -129,8 +127,6 @@ class Preparation {
         }
         return series;
     }
-
-    // --- The chart ---
 
     ChartKind findWriterKind() const
     {

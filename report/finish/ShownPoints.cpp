@@ -7,6 +7,7 @@
 #include "report/finish/CategoryValues.h"
 #include "report/finish/ChartPart.h"
 #include "report/finish/SeriesCopies.h"
+#include "report/finish/SeriesNumbers.h"
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
 
@@ -19,13 +20,6 @@ bool hasX(const chart::DataSeries& series)
 {
     const auto& points = series.getPoints();
     return std::any_of(points.begin(), points.end(), [](const auto& point) { return point->getX() != 0; });
-}
-
-std::vector<double> listX(const chart::DataSeries& series)
-{
-    std::vector<double> x;
-    for (const auto& point : series.getPoints()) x.push_back(point->getX());
-    return x;
 }
 
 /// Takes the categories for numbers, or else for dates; false where they are neither.

@@ -59,6 +59,12 @@ void appendLines(DOMElement* body, const std::u16string& text, TextColor color)
 
 }  // namespace
 
+double getTextSize(const ChartOptions& options)
+{
+    constexpr double standard = 9;
+    return options.fontSize.value_or(standard);
+}
+
 std::vector<std::u16string> splitLines(std::u16string_view text)
 {
     std::vector<std::u16string> lines;

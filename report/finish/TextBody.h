@@ -7,11 +7,16 @@
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
 
+#include "report/options/ChartOptions.h"
+
 namespace quillon::report {
 
 /// The colour of a text: the grey of all texts, or black or white on a fill.
 enum class TextColor : std::uint8_t { Grey, Black, White };
 inline constexpr std::array allTextColors = {TextColor::White, TextColor::Black, TextColor::Grey};
+
+/// The size of all texts of a chart but its title, in points.
+double getTextSize(const ChartOptions& options);
 
 /// The lines of a text, without their ends.
 std::vector<std::u16string> splitLines(std::u16string_view text);

@@ -1,7 +1,6 @@
 #include <array>
 #include <cmath>
 
-#include "report/finish/NumberCaches.h"
 #include "report/finish/NumberFormats.h"
 #include "report/finish/Rules.h"
 #include "report/finish/Scales.h"
@@ -13,8 +12,6 @@
 #include "report/options/Enumerations.h"
 #include "report/options/NumberFormat.h"
 #include "report/package/Xml.h"
-#include "report/workbook/CellNames.h"
-#include "report/workbook/Workbook.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -27,15 +24,6 @@ std::u16string toText(double number)
 {
     return num2str(number);
 }
-
-void drawGreyLine(DOMElement* parent)
-{
-    auto* color = drawThinLine(appendElement(appendElement(parent, u"c:spPr"), u"a:ln"));
-    appendElement(color, u"a:lumMod", u"65000");
-    appendElement(color, u"a:lumOff", u"35000");
-}
-
-// --- Trendlines ---
 
 std::size_t countPoints(const SeriesPart& series)
 {
@@ -182,119 +170,7 @@ void addTrendlines(ChartPart& part)
         if (isNamed[series.index] && takesTrendline(series)) addTrendline(part, series);
 }
 
-// --- Error bars ---
-
-DOMElement* startErrorBars(const ChartPart& part, const SeriesPart& series, const char16_t* directions,
-                           const char16_t* type)
-{
-    auto* bars = insertInOrder(series.element, u"c:errBars");
-    if (pointKinds.contains(part.context.kind)) appendElement(bars, u"c:errDir", u"y");
-    appendElement(bars, u"c:errBarType", directions);
-    appendElement(bars, u"c:errValType", type);
-    appendElement(bars, u"c:noEndCap", u"0");
-    return bars;
-}
-
-void addComputedErrorBars(const ChartPart& part, const SeriesPart& series)
-{
-    constexpr double standardPercent = 5;
-    const auto kind = *part.context.options.errorBars;
-    auto* bars = startErrorBars(part, series, u"both", findRow(errorBarsRows, kind).token);
-    const double standard = kind == ErrorAmount::Percent ? standardPercent : 1;
-    if (kind != ErrorAmount::Error)
-        appendElement(bars, u"c:val", toText(part.context.options.errorValue.value_or(standard)).c_str());
-    drawGreyLine(bars);
-}
-
-/// The columns of error bars stand behind all others, those of each series together.
-std::size_t findErrorColumn(const ChartPart& part, std::size_t wanted)
-{
-    const auto& data = part.context.data;
-    std::size_t column = part.context.workbook.furtherColumns.size();
-    for (std::size_t i = data.dataSet->getSeriesCount(); i-- > wanted;) {
-        const auto& details = data.getDetails(i);
-        for (const auto* amounts : {&details.errorsPlus, &details.errorsMinus})
-            if (!amounts->empty()) --column;
-    }
-    return column;
-}
-
-void addOwnErrorBars(const ChartPart& part, const SeriesPart& series)
-{
-    const auto& details = part.context.data.getDetails(series.index);
-    const bool hasPlus = !details.errorsPlus.empty();
-    const bool hasMinus = !details.errorsMinus.empty();
-    if (!hasPlus && !hasMinus) return;
-    const auto* directions = !hasMinus ? u"plus" : !hasPlus ? u"minus" : u"both";
-    auto* bars = startErrorBars(part, series, directions, u"cust");
-    auto column = findErrorColumn(part, series.index);
-    const auto append = [&](const char16_t* name, const std::vector<double>& amounts) {
-        if (amounts.empty()) return;
-        const auto cells = getFurtherColumn(part.context.data, column++, part.context.workbook);
-        appendNumbers(appendElement(bars, name), getCellRange(cells, amounts.size()), u"General", amounts);
-    };
-    append(u"c:plus", details.errorsPlus);
-    append(u"c:minus", details.errorsMinus);
-    drawGreyLine(bars);
-}
-
-void addErrorBars(ChartPart& part)
-{
-    for (const auto& series : part.series)
-        if (part.context.options.errorBars)
-            addComputedErrorBars(part, series);
-        else
-            addOwnErrorBars(part, series);
-}
-
-// --- Lines between points ---
-
-void addBars(DOMElement* upDownBars, const char16_t* name, const char16_t* color)
-{
-    auto* properties = appendElement(appendElement(upDownBars, name), u"c:spPr");
-    appendElement(appendElement(properties, u"a:solidFill"), u"a:schemeClr", color);
-    drawThinLine(appendElement(properties, u"a:ln"));
-}
-
-void addUpDownBars(DOMElement* group)
-{
-    auto* bars = insertInOrder(group, u"c:upDownBars");
-    appendElement(bars, u"c:gapWidth", u"150");
-    addBars(bars, u"c:upBars", u"bg1");
-    addBars(bars, u"c:downBars", u"tx1");
-}
-
-void joinPoints(ChartPart& part)
-{
-    const auto& options = part.context.options;
-    for (auto* group : part.groups) {
-        const std::u16string_view name = group->getTagName();
-        const bool isLine = name == u"c:lineChart";
-        if (options.dropLines && (isLine || name == u"c:areaChart"))
-            drawGreyLine(insertInOrder(group, u"c:dropLines"));
-        if (options.highLowLines && isLine) drawGreyLine(insertInOrder(group, u"c:hiLowLines"));
-        if (options.upDownBars && isLine) addUpDownBars(group);
-    }
-}
-
-/// From low to high; with an open series, bars from open to close.
-void joinPrices(ChartPart& part)
-{
-    constexpr std::size_t withOpen = 4;
-    auto* group = part.groups.front();
-    drawGreyLine(insertInOrder(group, u"c:hiLowLines"));
-    if (part.series.size() == withOpen) addUpDownBars(group);
-}
-
-constexpr ChartKinds errorKinds{ChartKind::Bar,  ChartKind::Column,  ChartKind::Line,
-                                ChartKind::Area, ChartKind::Scatter, ChartKind::Bubble};
-
-constexpr std::array rules = {
-    Rule{axisKinds, addTrendlines},
-    Rule{errorKinds, addErrorBars},
-    Rule{ChartKinds(ChartKind::Line, ChartKind::Area), joinPoints},
-    Rule{ChartKinds(ChartKind::Stock), joinPrices},
-};
+constexpr std::array rules = {Rule{axisKinds, addTrendlines}};
 
 }  // namespace
 

@@ -3,11 +3,15 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "report/options/ChartData.h"
 
 namespace quillon::report {
+
+/// The extension of the base of a waterfall that holds the author's series.
+inline constexpr std::string_view waterfallMark = "{5C1D8A64-0B7E-4D0B-9A38-6E2F1B7C9D53}";
 
 /// The series that draw a waterfall, in the order of their colours and columns. Bars that cross 0 have a part
 /// of their own below it. The base is invisible: it carries the others, and stands first in the stack.

@@ -118,7 +118,7 @@ struct ChartOptions {
     std::optional<TickLabels> tickLabels = {};
     /// Degrees, -90 to 90, counter-clockwise. Default: chosen by the word processor.
     std::optional<double> tickRotation = {};
-    /// Every how manyth category has a label, from 1. Default: chosen by the word processor.
+    /// 1 labels every category, 2 every second one. Default: chosen by the word processor.
     std::optional<std::uint32_t> tickInterval = {};
 
     /// What the categories are. Automatic: dates make a date axis on line and area charts where they are

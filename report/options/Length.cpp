@@ -54,6 +54,11 @@ std::int64_t parseLength(const std::string& name, std::string_view text)
     }
 }
 
+double parsePoints(std::string_view text)
+{
+    return static_cast<double>(parseLength(text)) / emuPerPoint;
+}
+
 ChartOptions withSize(ChartOptions options)
 {
     if (options.width.empty()) options.width = "6in";

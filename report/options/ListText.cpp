@@ -63,9 +63,4 @@ std::string putInQuotes(const std::string& text)
     return quoted + "\"";
 }
 
-std::string quoteItem(const std::string& item)
-{
-    return item == trim(item) && item.find_first_of(",\"()") == std::string::npos ? item : putInQuotes(item);
-}
-
 }  // namespace quillon::report

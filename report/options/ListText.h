@@ -28,9 +28,7 @@ std::string joinNames(const Texts& texts)
     return joined;
 }
 
-/// The text in quotes, each quote in it doubled.
+/// The text in quotes, each quote in it doubled, as splitList and unquoteItem read it back.
 QUILLON_EXPORT std::string putInQuotes(const std::string& text);
-/// The item as splitList reads it back: in quotes where it needs them.
-QUILLON_EXPORT std::string quoteItem(const std::string& item);
 
 }  // namespace quillon::report

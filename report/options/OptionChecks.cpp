@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "report/options/ChartError.h"
 #include "report/options/Enumerations.h"
 #include "report/options/ListText.h"
+#include "report/options/ScaleOptions.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -23,19 +25,12 @@ std::string toText(double number)
     return toUtf8(num2str(number));
 }
 
-/// The options of an axis that shows numbers.
-struct AxisOptions {
-    std::string prefix;
-    std::string logName;
-    std::optional<double> minimum;
-    std::optional<double> maximum;
-    std::optional<double> step;
-    std::optional<double> log;
-};
-
-void checkRange(const AxisOptions& axis)
+void checkRange(const ChartOptions& options, const ScaleOptions& axis)
 {
-    const auto& [prefix, logName, low, high, step, log] = axis;
+    const auto& low = options.*axis.minimum;
+    const auto& high = options.*axis.maximum;
+    const auto& step = options.*axis.step;
+    const std::string prefix = axis.prefix;
     if (low && high && *low >= *high)
         refuse(prefix + "min must be below " + prefix + "max; got " + toText(*low) + " and " + toText(*high) +
                ".");
@@ -45,27 +40,24 @@ void checkRange(const AxisOptions& axis)
                " there can be at most 1000 steps.");
 }
 
-void checkLog(const AxisOptions& axis)
+void checkLog(const ChartOptions& options, const ScaleOptions& axis)
 {
-    const auto& [prefix, logName, low, high, step, log] = axis;
-    if (!log) return;
-    for (const auto& [name, end] : {std::pair("min", low), std::pair("max", high)})
-        if (end && *end <= 0)
-            refuse(std::string(prefix).append(name) + " is " + toText(*end) + "; a logarithmic axis (" +
-                   logName + ") shows numbers above 0.");
-    if (step)
-        refuse(prefix + "step is for a linear axis; the gridlines of a logarithmic one (" + logName +
+    if (!(options.*axis.log)) return;
+    const std::string prefix = axis.prefix;
+    for (const auto& [name, member] : {std::pair("min", axis.minimum), std::pair("max", axis.maximum)})
+        if (const auto& end = options.*member; end && *end <= 0)
+            refuse(prefix + name + " is " + toText(*end) + "; a logarithmic axis (" + axis.logName +
+                   ") shows numbers above 0.");
+    if (options.*axis.step)
+        refuse(prefix + "step is for a linear axis; the gridlines of a logarithmic one (" + axis.logName +
                ") stand at the powers of its base.");
 }
 
-void checkAxes(const ChartOptions& o, ChartKind /*kind*/)
+void checkAxes(const ChartOptions& options, ChartKind /*kind*/)
 {
-    for (const auto& axis :
-         {AxisOptions{"value-", "log", o.valueMin, o.valueMax, o.valueStep, o.log},
-          AxisOptions{"second-", "second-log", o.secondMin, o.secondMax, o.secondStep, o.secondLog},
-          AxisOptions{"x-", "x-log", o.xMin, o.xMax, o.xStep, o.xLog}}) {
-        checkRange(axis);
-        checkLog(axis);
+    for (const auto& axis : scaleOptions) {
+        checkRange(options, axis);
+        checkLog(options, axis);
     }
 }
 
@@ -146,7 +138,7 @@ void checkErrorBars(const ChartOptions& o, ChartKind /*kind*/)
     if (o.errorBars && isOwn)
         refuse(
             "error-bars computes the lengths of error bars, and plus-series and minus-series name series "
-            "that hold them; give one of both.");
+            "that hold them; give one or the other.");
     if (o.errorValue && (!o.errorBars || o.errorBars == ErrorAmount::Error))
         refuse("error-value is for error-bars fixed, percent and deviation.");
 }

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
@@ -10,6 +9,7 @@
 #include "report/options/NearName.h"
 #include "report/options/OptionChecks.h"
 #include "report/options/Options.h"
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
 #include "support/Text.h"
 
@@ -108,12 +108,9 @@ void checkValue(const Option& option, const OptionValue& value, const std::strin
 
 double readNumber(const Option& option, const std::string& text, const std::string& name)
 {
-    double number = 0;
-    const auto* last = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), last, number);
-    if (error != std::errc() || end != last)
-        refuse(name, "expected " + describeNumber(option) + ", got " + quoteText(text) + ".");
-    return number;
+    const auto number = readPlainNumber<double>(text);
+    if (!number) refuse(name, "expected " + describeNumber(option) + ", got " + quoteText(text) + ".");
+    return *number;
 }
 
 TextPairs readPairs(const std::string& text, const std::string& name)

@@ -5,9 +5,9 @@
 #include <sys/vfs.h>
 
 #include <cerrno>
-#include <charconv>
 #include <climits>
-#include <system_error>
+
+#include "report/options/PlainNumber.h"
 
 namespace quillon::report {
 namespace {
@@ -49,9 +49,7 @@ std::string readLink(const Descriptor& folder, const std::string& name)
 /// The descriptor of this process that `name`, a number, and the file behind it say; -1 where there is none.
 int findOwn(const std::string& name, const struct stat& file)
 {
-    int number = -1;
-    const auto* end = name.data() + name.size();
-    if (std::from_chars(name.data(), end, number).ptr != end) return -1;
+    const int number = readPlainNumber<int>(name).value_or(-1);
     struct stat own {};
     const bool isSame = fstat(number, &own) == 0 && own.st_dev == file.st_dev && own.st_ino == file.st_ino;
     return isSame ? number : -1;

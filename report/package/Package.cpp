@@ -14,9 +14,10 @@
 #include <utility>
 
 #include "report/options/QuotedText.h"
+#include "report/package/Edits.h"
 #include "report/package/FileKind.h"
 #include "report/package/PartNames.h"
-#include "report/package/XmlSpans.h"
+#include "report/package/XmlText.h"
 #include "support/Text.h"
 
 namespace quillon::report {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "report/options/ListText.h"
 #include "report/options/QuotedText.h"
 #include "report/table/Fail.h"
 #include "report/table/TableScan.h"
@@ -109,13 +110,6 @@ class Statement {
     sqlite3_stmt* handle_ = nullptr;
 };
 
-std::string quoteName(const std::string& name)
-{
-    std::string quoted = "\"";
-    for (const char c : name) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
 /// The query for the only table. Throws: std::runtime_error that lists the tables.
 std::string selectOnlyTable(const Database& database)
 {
@@ -124,7 +118,7 @@ std::string selectOnlyTable(const Database& database)
         "SELECT name FROM sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite_%'");
     std::vector<std::string> tables;
     while (list.step()) tables.emplace_back(list.getText(0));
-    if (tables.size() == 1) return "SELECT * FROM " + quoteName(tables.front());
+    if (tables.size() == 1) return "SELECT * FROM " + putInQuotes(tables.front());
     if (tables.empty()) fail("{}: the database has no table.", database.getName());
     fail("{}: the database has {} tables, {}; --query says what to read, as in \"SELECT * FROM {}\".",
          database.getName(), tables.size(), listNames(tables), tables.front());

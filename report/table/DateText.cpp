@@ -1,10 +1,10 @@
 #include "report/table/DateText.h"
 
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <string>
 
+#include "report/options/PlainNumber.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -20,12 +20,7 @@ struct Token {
     bool isNumber;
 
     std::size_t size() const { return text.size(); }
-    unsigned getNumber() const
-    {
-        unsigned number = 0;
-        std::from_chars(text.data(), text.data() + text.size(), number);
-        return number;
-    }
+    unsigned getNumber() const { return readLeadingNumber(text, 0U); }
 };
 
 struct Tokens {
@@ -224,10 +219,8 @@ std::optional<unsigned> takeClockNumber(std::string_view& text, unsigned bound)
 std::optional<double> takeSeconds(std::string_view& text)
 {
     const auto digits = takeWhile(text, [](char c) { return isDigit(c) || c == '.'; });
-    double seconds = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
-    if (error != std::errc() || end != digits.data() + digits.size() || seconds >= 61) return std::nullopt;
-    return seconds;
+    const auto seconds = readPlainNumber<double>(digits);
+    return seconds && *seconds < 61 ? seconds : std::nullopt;
 }
 
 /// A time of day.

@@ -251,8 +251,7 @@ void requireLimits(const std::string& name, std::size_t series, std::size_t cate
     if (series * categories > limits::points)
         fail(
             "{}: {} series with {} categories make {} points, and a chart shows at most {}; --where, "
-            "--aggregate and "
-            "--top make fewer.",
+            "--aggregate and --top make fewer.",
             name, series, categories, series * categories, limits::points);
 }
 

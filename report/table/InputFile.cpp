@@ -20,9 +20,7 @@ constexpr std::size_t blockSize = 1U << 16U;
 
 std::string nameFile(const std::string& path)
 {
-    if (path == "-") return "standard input";
-    const auto quoted = quoteText(path, path.size());
-    return quoted.substr(1, quoted.size() - 2);
+    return path == "-" ? "standard input" : showText(path, path.size());
 }
 
 int openFile(const std::string& path, const std::string& name)

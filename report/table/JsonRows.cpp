@@ -73,7 +73,7 @@ class RowBuilder {
         }
     }
 
-    // --- What the parser calls ---
+    // The parser calls these.
 
     bool null() { return add({name_, CellKind::Text, 0, {}}); }
     bool boolean(bool value) { return add({name_, CellKind::Text, 0, value ? "true" : "false"}); }

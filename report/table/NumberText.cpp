@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
+#include "report/options/PlainNumber.h"
 #include "support/Text.h"
 
 namespace quillon::report {
@@ -144,10 +144,9 @@ class DigitReader {
     std::optional<Digits> read()
     {
         if (!readWhole() || !readDecimals() || !readExponent() || !rest_.empty()) return std::nullopt;
-        const auto plain = std::string_view(plain_);
-        const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), result_.value);
-        if (error != std::errc() || end != plain.data() + plain.size() || !std::isfinite(result_.value))
-            return std::nullopt;
+        const auto value = readPlainNumber<double>(plain_);
+        if (!value || !std::isfinite(*value)) return std::nullopt;
+        result_.value = *value;
         return result_;
     }
 
@@ -240,12 +239,9 @@ constexpr std::array groupNames = {GroupName{"comma", ","}, GroupName{"point", "
 /// Plain numbers are by far the most: digits, and at most a minus and a point.
 std::optional<double> readPlain(std::string_view cell)
 {
-    double value = 0;
-    const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
     const bool isPlain = !cell.empty() && (isDigit(cell.back()) || cell.back() == '.');
-    if (!isPlain || error != std::errc() || end != cell.data() + cell.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    const auto value = isPlain ? readPlainNumber<double>(cell) : std::nullopt;
+    return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
 /// What stands between two marks, without the blanks around it. Empty: there are none.

@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <set>
 
+#include "report/options/PlainNumber.h"
 #include "report/table/DateText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
@@ -16,10 +16,7 @@ using Attributes = std::vector<XmlAttribute>;
 /// An empty end of a sheet is written as one row, repeated as often as the sheet has rows.
 std::int32_t readCount(const Attributes& attributes, const char* name)
 {
-    const auto text = getAttribute(attributes, name);
-    std::int32_t count = 1;
-    std::from_chars(text.data(), text.data() + text.size(), count);
-    return std::clamp(count, 1, 1'048'576);
+    return std::clamp(readLeadingNumber(getAttribute(attributes, name), 1), 1, 1'048'576);
 }
 
 /// A place behind others; beyond the limits of sheets all places are one.
@@ -148,9 +145,9 @@ class SheetListener : public XmlListener {
     bool readNumber(SourceCell& cell)
     {
         if (type_ != "float" && type_ != "percentage" && type_ != "currency") return false;
-        const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), cell.number);
-        if (error != std::errc() || end != value_.data() + value_.size() || !std::isfinite(cell.number))
-            return false;
+        const auto number = readPlainNumber<double>(value_);
+        if (!number || !std::isfinite(*number)) return false;
+        cell.number = *number;
         cell.kind = CellKind::Number;
         if (type_ == "percentage") cell.format = sheet_.addFormat("0.0%");
         if (type_ == "currency" && !currency_.empty())

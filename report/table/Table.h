@@ -8,10 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "report/options/Listener.h"
 #include "report/table/DateText.h"
 #include "report/table/Rows.h"
-#include "report/table/TableOptions.h"
 
 namespace quillon::report {
 
@@ -59,12 +57,5 @@ struct Table {
     /// Where each row stands in its source.
     std::vector<std::uint32_t> lines = {};
 };
-
-/// Reads a table: a CSV or TSV file, a workbook (.xlsx, .ods), rows as JSON objects in a list or line by
-/// line, or a SQLite database; "-" is standard input. Which it is shows in the file itself. `options` says
-/// how cells are read and which rows are kept (where, drop); its `columns` choose columns (default: all). The
-/// listener's progress hears of bytes read, its warning of what was understood, replaced or left out. Throws:
-/// std::runtime_error with a sentence that names file, line, column and the option that helps.
-Table readTable(const std::string& path, const TableOptions& options, const Listener& listener = {});
 
 }  // namespace quillon::report

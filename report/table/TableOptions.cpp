@@ -50,8 +50,7 @@ void checkTogether(const TableOptions& o)
          "Several category columns keep the table's order; leave out --sort, --top and --transpose."},
         {!o.x.empty() && (rearranges || isLong || hasLevels || !o.aggregate.empty()),
          "--x is for wide tables as they stand; leave out --series, --transpose, --top, --aggregate and "
-         "further "
-         "category columns."},
+         "further category columns."},
         {o.top > 0 && o.aggregate == "mean",
          "--top adds up the rest as \"Other\", and means cannot be added; leave out one of --top and "
          "--aggregate mean."},

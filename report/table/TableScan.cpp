@@ -1,10 +1,10 @@
 #include "report/table/TableScan.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "report/options/ListText.h"
 #include "report/options/NearName.h"
+#include "report/options/PlainNumber.h"
 #include "report/options/QuotedText.h"
 #include "report/table/CellText.h"
 #include "report/table/DateChoice.h"
@@ -171,11 +171,9 @@ std::size_t TableScan::findColumn(const std::string& name, const char* option) c
     const auto& names = layout_.names;
     const auto found = std::find(names.begin(), names.end(), name);
     if (found != names.end()) return static_cast<std::size_t>(found - names.begin());
-    std::size_t position = 0;
-    const auto* const end = name.data() + name.size();
-    if (name.starts_with('#') && std::from_chars(name.data() + 1, end, position).ptr == end &&
-        position >= 1 && position <= names.size())
-        return position - 1;
+    const auto position =
+        name.starts_with('#') ? readPlainNumber<std::size_t>(name.substr(1)).value_or(0) : 0;
+    if (position >= 1 && position <= names.size()) return position - 1;
     const auto whole = std::ranges::find_if(names, [&](const auto& one) { return isPart(name, one); });
     fail("{}: {}: there is no column {}; the columns are {}{}", getPlace().name, option, quoteText(name),
          listNames(names),

@@ -10,8 +10,8 @@ namespace quillon::report {
 
 /// Reads the cells of a sheet of an .xlsx or .ods workbook, or of a range of it, as the options sheet and
 /// range say; of formulas the results that the workbook keeps. Hidden rows and columns are left out with a
-/// note unless the option hidden asks for them. Throws: std::runtime_error for a file that is no workbook, or
-/// a damaged or oversized one, an unknown sheet, and no range.
+/// note unless the option hiddenCells asks for them. Throws: std::runtime_error for a file that is no
+/// workbook, or a damaged or oversized one, an unknown sheet, and no range.
 std::unique_ptr<RowSource> readWorkbookRows(InputFile& file, const TableOptions& options, const Note& note);
 
 }  // namespace quillon::report

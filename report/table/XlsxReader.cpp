@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <map>
 
 #include "report/options/NumberText.h"
+#include "report/options/PlainNumber.h"
 #include "report/table/DateText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
@@ -47,9 +47,7 @@ constexpr BuiltInFormat builtInFormats[] = {
 
 int readInteger(const std::string& text)
 {
-    int number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return readLeadingNumber(text, 0);
 }
 
 /// A listener that needs no text, or no ends.
@@ -255,9 +253,9 @@ class SheetListener : public XmlListener {
     bool readNumber(SourceCell& cell) const
     {
         if (!type_.empty() && type_ != "n") return false;
-        const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), cell.number);
-        if (error != std::errc() || end != value_.data() + value_.size() || !std::isfinite(cell.number))
-            return false;
+        const auto number = readPlainNumber<double>(value_);
+        if (!number || !std::isfinite(*number)) return false;
+        cell.number = *number;
         const bool isDate = style_ < areDates_.size() && areDates_[style_];
         cell.kind = isDate ? CellKind::Date : CellKind::Number;
         if (isDate) cell.number += firstDay_;

@@ -43,6 +43,7 @@ REFUSED = [
      ['1:1: chart 1: expected either "fill", a chart of the template, or "at", a placeholder.']),
     ('{"blocks": [{"headnig": "A"}]}', ['1:14: "headnig": unknown member; did you mean "heading"?']),
     ('{"blocks": [{"image": "no.png"}]}', ['1:23: "image": cannot read "no.png": No such file or directory.']),
+    ('{"blocks": [{"image": "/dev/null"}]}', ['1:13: block 1: Cannot read "/dev/null": it is empty.']),
     ('{"charts": [{"table": "t.csv", "gap": 1e999}]}', ["1:43: the number \"1e999\" is too large."]),
     ('{"charts": ', ["1:12: not well-formed JSON: expected a text in quotes, a number, true, false, null, [ or {, got the end of the text."]),
     ('{"UTF-8": 1,}', ["1:13: not well-formed JSON: expected the name of a member in quotes."]),

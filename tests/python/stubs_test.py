@@ -96,6 +96,12 @@ class Stubs(unittest.TestCase):
                       TOOLS / "stubtest_allowlist.txt", "--ignore-unused-allowlist")
         self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
 
+    def test_strict_type_checker_accepts_the_package(self):
+        with tempfile.TemporaryDirectory() as folder:
+            # pandas and python-docx come without types.
+            checked = run("-m", "mypy", "--strict", "--ignore-missing-imports", "--cache-dir", folder, "-p", "quillon")
+        self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
+
     def test_strict_type_checker_knows_what_users_write(self):
         lines = [*STRICT.splitlines(), *STRICT_WRONG]
         self.assertEqual(self.check(lines, "--strict"), STRICT_WRONG)

@@ -92,10 +92,12 @@ class SeriesItems(Items["DataPoint"]):
     __slots__ = ()
 
     def __len__(self: Any) -> int:
-        return self.Size
+        size: int = self.Size
+        return size
 
     def _item(self: Any, position: int) -> DataPoint:
-        return self.getPoint(position + 1)
+        point: DataPoint = self.getPoint(position + 1)
+        return point
 
     @property
     def values(self) -> array.array[float]:
@@ -135,10 +137,12 @@ class SetItems(Items["DataSeries"]):
     _positions = "a position or a name"
 
     def __len__(self: Any) -> int:
-        return self.SeriesCount
+        count: int = self.SeriesCount
+        return count
 
     def _item(self: Any, position: int) -> DataSeries:
-        return self.getSeries(position + 1)
+        series: DataSeries = self.getSeries(position + 1)
+        return series
 
     @overload
     def __getitem__(self, position: SupportsIndex | str) -> DataSeries: ...
@@ -167,7 +171,8 @@ class SetItems(Items["DataSeries"]):
             raise refuse("add_series: name", "str", name)
         series = DataSeries(name)
         series._extend("add_series", values)
-        return self.appendSeries(series)
+        added: DataSeries = self.appendSeries(series)
+        return added
 
     def without(self: Any, *names: str) -> DataSet:
         """A new set with the same categories and with the series that have other names; it shares them."""
@@ -209,7 +214,8 @@ class ParagraphItems(Items["Text"]):
         return len(self.Content)
 
     def _item(self: Any, position: int) -> Text:
-        return self.Content[position]
+        run: Text = self.Content[position]
+        return run
 
     def _fill(self: Any, contents: dict[str, Any]) -> None:
         Common._fill(self, {"Color": contents["Color"]})
@@ -226,7 +232,8 @@ class Words:
     __slots__ = ()
 
     def _brief(self: Any) -> str | None:
-        return self.Content
+        text: str = self.Content
+        return text
 
 
 class Heading:
@@ -258,7 +265,8 @@ class Point:
 
 
 def make_point(x: float) -> DataPoint:
-    return _core.make_point(x, 0.0)
+    point: DataPoint = _core.make_point(x, 0.0)
+    return point
 
 
 class Shape:

@@ -215,7 +215,7 @@ def _index_names(table: Any) -> list[Any]:
 def _find_categories(source: _Source) -> tuple[list[Any], object]:
     """The names of the categories, none where nothing says them, and the name of the column that they come from."""
     if not source.names:
-        raise Refused(ValueError, f"the table has no columns.")
+        raise Refused(ValueError, "the table has no columns.")
     if source.index is not None and not source.is_numbered():
         return source.index, None
     first = source.read(source.names[0])
@@ -242,5 +242,5 @@ def _leave_out_words(columns: list[tuple[str, list[Any]]]) -> list[tuple[str, li
         what = "dates" if is_date else "text" if isinstance(given[0], str) else "no numbers"
         warn([f"{name!r} holds {what} and is left out."])
     if not kept:
-        raise Refused(ValueError, f"no column holds numbers.")
+        raise Refused(ValueError, "no column holds numbers.")
     return kept

@@ -50,7 +50,7 @@ TEST(ListText, ItemsMayBeQuoted)
         "List \"a,\"b\": a double quote is not closed; an item with a quote stands in quotes, in which it "
         "is doubled.");
     for (const auto* item : {"a", "a,b", "say \"x\"", " b", "f(x", "", "a\"\",b"})
-        EXPECT_EQ(splitList(quoteItem(item) + "," + quoteItem("z")), (Items{item, "z"})) << item;
+        EXPECT_EQ(splitList(putInQuotes(item) + ",z"), (Items{item, "z"})) << item;
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
-#include "report/package/XmlSpans.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
+#include "report/package/Edits.h"
+#include "report/package/TagScanner.h"
+#include "report/package/XmlText.h"
 #include "tests/ThrownText.h"
 
 namespace quillon::report {
