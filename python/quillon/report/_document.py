@@ -190,11 +190,12 @@ class Document:
         """
         self._core.add_charts([_placed(one) for one in listed("add_charts", charts, "a list of charts")])
 
-    def add_caption(self, text: str, label: str = "Figure", name: str = "") -> None:
+    def add_caption(self, text: str, label: str = "", name: str = "") -> None:
         """Append a caption, which stays on the page of what it belongs to: the chart or image before it, or else the
         table behind it.
 
-        label: what is counted, "Figure 1", "Figure 2".
+        label: what is counted, "Figure 1", "Figure 2". Left out: "Table" above a table and "Figure" elsewhere, in the
+            language of the document.
         name: for references to it, Run(reference=name).
         """
         self._core.add_caption(text, label, name)
