@@ -262,7 +262,6 @@ Job readJob(const std::string& path)
     Job job{path, path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path(),
             std::move(source), std::move(tree)};
     requireNoProblems(findProblems(job.tree, getJobForm(), job.folder), job.source);
-    requireNoProblems(findLostReferences(job.tree), job.source);
     return job;
 }
 
