@@ -136,7 +136,7 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
     if (hasTable && !hasChart) requireTableOptions(job);
-    const auto data = readData(job, listener);
+    const auto data = readData(job, listener, {.isTable = hasTable && !hasChart});
     if (hasTable) document.insertTable(job.at, data, job.options);
     if (hasChart || !hasTable)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);

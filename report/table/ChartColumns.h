@@ -22,6 +22,9 @@ struct TableTarget {
     bool hasGaps = false;
     /// Totals of its own, as a waterfall has.
     bool hasTotals = false;
+    /// A table in a document in place of a chart: there categories may repeat, and totals do not dwarf
+    /// others.
+    bool isTable = false;
 };
 
 /// What the columns of the table are for, by position.

@@ -188,6 +188,13 @@ class FillTest(CommandTest):
         self.succeed(*arguments, "--force")
         self.assertEqual(self.read_charts("t.docx")[0], JULY_CHART)
 
+    def test_tables_may_repeat_names_and_add_up(self):
+        self.write("own.csv", b"City,Net\nBonn,1\nBonn,2\nTotal,3\n")
+        self.write("job.json", {"blocks": [{"table": {"table": "own.csv"}}, {"paragraph": "{{table:more}}"}]})
+        self.succeed("--job", "job.json", "-o", "more.docx")
+        self.succeed("fill", "more.docx", "own.csv", "--at", "more", "-o", "out.docx")
+        self.assertEqual(self.read_paragraphs("out.docx"), ["City", "Net", "Bonn", "1", "Bonn", "2", "Total", "3"] * 2)
+
     def test_refuses(self):
         out = ["-o", "out.docx"]
         self.write("only.json", {"blocks": [{"paragraph": "{{table:only}}"}]})
