@@ -184,7 +184,8 @@ TextTable BlockAdder::makeOwnTable(const JsonNode& table) const
 TextTable BlockAdder::makeDataTable(const JsonNode& table) const
 {
     const auto job = readChartJob(table, place_);
-    return makeTable(readData(job, listener_, {.isTable = true}), getText(table, "header"), job.options);
+    return makeTable(readData(job, listener_, {.hasTotals = true, .hasRepeated = true}),
+                     getText(table, "header"), job.options);
 }
 
 void BlockAdder::addTable(const JsonNode& block)

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "report/command/ChartMaker.h"
 #include "report/command/DataWriter.h"
@@ -56,6 +57,8 @@ ChartData readShown(const Template& document, const std::string& chart)
 TableTarget findTarget(const ChartData& shown)
 {
     TableTarget target{.hasX = isOfPoints(shown), .hasTotals = !shown.totals.empty()};
+    const auto& categories = shown.dataSet->getCategories();
+    target.hasRepeated = std::set(categories.begin(), categories.end()).size() < categories.size();
     const auto series = shown.dataSet->getSeriesList();
     for (const auto& one : *series)
         for (const auto& point : one->getPoints()) {
@@ -135,8 +138,9 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
     const bool hasTable = hasPlaceholder(document, job.at, PlaceholderKind::Table);
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
-    if (hasTable && !hasChart) requireTableOptions(job);
-    const auto data = readData(job, listener, {.isTable = hasTable && !hasChart});
+    const bool isTable = hasTable && !hasChart;
+    if (isTable) requireTableOptions(job);
+    const auto data = readData(job, listener, {.hasTotals = isTable, .hasRepeated = isTable});
     if (hasTable) document.insertTable(job.at, data, job.options);
     if (hasChart || !hasTable)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);

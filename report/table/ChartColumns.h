@@ -20,11 +20,10 @@ struct TableTarget {
     bool hasSizes = false;
     /// Gaps already, so that it may have them again.
     bool hasGaps = false;
-    /// Totals of its own, as a waterfall has.
+    /// Totals of its own, as a waterfall has, and a table in a document may have.
     bool hasTotals = false;
-    /// A table in a document in place of a chart: there categories may repeat, and totals do not dwarf
-    /// others.
-    bool isTable = false;
+    /// Categories of one name, as a table in a document may have too.
+    bool hasRepeated = false;
 };
 
 /// What the columns of the table are for, by position.

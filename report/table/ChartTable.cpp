@@ -322,8 +322,8 @@ ChartData readFrom(std::shared_ptr<RowSource> source, TableOptions options, cons
     // Series with X values of their own may differ in length.
     options.gaps = options.gaps || target.hasGaps || !roles.ownX.empty();
     requireRows(scan, roles, options);
-    auto grid = GridMaker(scan, roles, options, target.isTable, note).make();
-    auto totals = target.hasTotals || target.isTable ? std::vector<std::u16string>() : noteTotals(grid, note);
+    auto grid = GridMaker(scan, roles, options, target.hasRepeated, note).make();
+    auto totals = target.hasTotals ? std::vector<std::u16string>() : noteTotals(grid, note);
     shapeGrid(grid, options);
     auto data = makeChartData(grid);
     if (!options.transpose) data.totals = std::move(totals);

@@ -188,12 +188,14 @@ class FillTest(CommandTest):
         self.succeed(*arguments, "--force")
         self.assertEqual(self.read_charts("t.docx")[0], JULY_CHART)
 
-    def test_tables_may_repeat_names_and_add_up(self):
+    def test_tables_may_add_up_and_names_come_twice_where_they_did(self):
         self.write("own.csv", b"City,Net\nBonn,1\nBonn,2\nTotal,3\n")
         self.write("job.json", {"blocks": [{"table": {"table": "own.csv"}}, {"paragraph": "{{table:more}}"}]})
         self.succeed("--job", "job.json", "-o", "more.docx")
         self.succeed("fill", "more.docx", "own.csv", "--at", "more", "-o", "out.docx")
         self.assertEqual(self.read_paragraphs("out.docx"), ["City", "Net", "Bonn", "1", "Bonn", "2", "Total", "3"] * 2)
+        self.run_command("own.csv", "--drop", "Total", "-o", "chart.docx")
+        self.succeed("fill", "chart.docx", "own.csv", "--drop", "Total", "--chart", "1", "-o", "filled.docx")
 
     def test_refuses(self):
         out = ["-o", "out.docx"]
