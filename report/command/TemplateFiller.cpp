@@ -146,23 +146,45 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }
 
+/// Names the chart of a list in which something is refused.
+template <typename Work>
+void doFor(const std::vector<ChartJob>& charts, std::size_t position, const Work& work)
+{
+    try {
+        work(charts[position]);
+    } catch (const std::runtime_error& error) {
+        if (charts.size() == 1) throw;
+        fail("chart {}: {}", position + 1, error.what());
+    }
+}
+
+/// Two tables for one chart are a mistake in the name of one of them.
+void requireOtherChart(const std::vector<FillReport>& filled, const FillReport& chart)
+{
+    for (const auto& other : filled)
+        if (other.number == chart.number)
+            fail("{} is filled already; expected one table for each chart.", quoteText(chart.chart));
+}
+
+/// New charts come last: until then numbers are those of the template.
 void fillCharts(Template& document, const std::vector<ChartJob>& charts, const Listener& listener,
                 FillResult& result)
 {
-    for (std::size_t i = 0; i < charts.size(); ++i) {
-        try {
-            if (!charts[i].fill.empty()) {
-                result.charts.push_back(fillChart(document, charts[i], listener));
-            } else {
-                insert(document, charts[i], listener);
-                result.inserted.push_back(charts[i].at);
-            }
-        } catch (const std::runtime_error& error) {
-            if (charts.size() == 1) throw;
-            fail("chart {}: {}", i + 1, error.what());
+    std::size_t done = 0;
+    for (const bool isNew : {false, true})
+        for (std::size_t i = 0; i < charts.size(); ++i) {
+            if (charts[i].fill.empty() != isNew) continue;
+            doFor(charts, i, [&](const ChartJob& job) {
+                if (isNew) {
+                    insert(document, job, listener);
+                    return result.inserted.push_back(job.at);
+                }
+                auto report = fillChart(document, job, listener);
+                requireOtherChart(result.charts, report);
+                result.charts.push_back(std::move(report));
+            });
+            if (listener.progress) listener.progress(++done, charts.size());
         }
-        if (listener.progress) listener.progress(i + 1, charts.size());
-    }
 }
 
 bool isInText(const Template& document, const std::string& name)

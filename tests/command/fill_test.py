@@ -105,10 +105,11 @@ class FillTest(CommandTest):
     def test_a_job_file_does_the_same(self):
         self.write("job.json", {
             "template": "t.docx", "texts": {"month": "July"},
-            "charts": [{"fill": "1", "table": "july.csv", "title": "New"},
-                       {"at": "margin", "table": "june.csv", "type": "pie", "columns": ["North"]}]})
+            # Numbers are those of the template, also behind a new chart.
+            "charts": [{"at": "margin", "table": "june.csv", "type": "pie", "columns": ["North"]},
+                       {"fill": "2", "table": "july.csv", "title": "New"}]})
         told = self.succeed("--job", "job.json", "-o", "job.docx")
-        arguments = ["fill", "t.docx", "july.csv", "--chart", "1", "--title", "New", "june.csv", "--at", "margin", "--type",
+        arguments = ["fill", "t.docx", "july.csv", "--chart", "2", "--title", "New", "june.csv", "--at", "margin", "--type",
                      "pie", "--columns", "North", "--text", "month=July"]
         self.assertEqual(told, self.succeed(*arguments, "-o", "fill.docx"))
         self.assertEqual(self.read("job.docx"), self.read("fill.docx"))
@@ -227,6 +228,8 @@ class FillTest(CommandTest):
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--match", "size", *out], """Match "size": expected name or position.\n"""),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "july.csv"], 'Cannot write "july.csv"'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--at", "profit", *out], "chart 2: There is no"),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--chart", "Chart 1", *out],
+             'chart 2: "Chart 1" is filled already; expected one table for each chart.'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "x.DOTX"],
              'Cannot write "x.DOTX": the template is a .docx file, and stays one; expected a name that ends so.'),
         ]:
