@@ -146,16 +146,22 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }
 
-/// Names the chart of a list in which something is refused.
+/// Does `work`, and adds what it refuses to the problems, with its place in front.
 template <typename Work>
-void doFor(const std::vector<ChartJob>& charts, std::size_t position, const Work& work)
+void tryTo(const std::string& place, std::vector<std::string>& problems, const Work& work)
 {
     try {
-        work(charts[position]);
+        work();
     } catch (const std::runtime_error& error) {
-        if (charts.size() == 1) throw;
-        fail("chart {}: {}", position + 1, error.what());
+        problems.push_back(place + error.what());
     }
+}
+
+/// Where a chart is asked for, in front of a sentence.
+std::string describePlace(const Filling& filling, std::size_t position)
+{
+    const auto place = filling.places.empty() ? std::string() : filling.places[position];
+    return filling.charts.size() == 1 ? place : fmt::format("{}chart {}: ", place, position + 1);
 }
 
 /// Two tables for one chart are a mistake in the name of one of them.
@@ -167,14 +173,15 @@ void requireOtherChart(const std::vector<FillReport>& filled, const FillReport& 
 }
 
 /// New charts come last: until then numbers are those of the template.
-void fillCharts(Template& document, const std::vector<ChartJob>& charts, const Listener& listener,
-                FillResult& result)
+void fillCharts(Template& document, const Filling& filling, const Listener& listener, FillResult& result,
+                std::vector<std::string>& problems)
 {
     std::size_t done = 0;
     for (const bool isNew : {false, true})
-        for (std::size_t i = 0; i < charts.size(); ++i) {
-            if (charts[i].fill.empty() != isNew) continue;
-            doFor(charts, i, [&](const ChartJob& job) {
+        for (std::size_t i = 0; i < filling.charts.size(); ++i) {
+            const auto& job = filling.charts[i];
+            if (job.fill.empty() != isNew) continue;
+            tryTo(describePlace(filling, i), problems, [&] {
                 if (isNew) {
                     insert(document, job, listener);
                     return result.inserted.push_back(job.at);
@@ -183,7 +190,7 @@ void fillCharts(Template& document, const std::vector<ChartJob>& charts, const L
                 requireOtherChart(result.charts, report);
                 result.charts.push_back(std::move(report));
             });
-            if (listener.progress) listener.progress(++done, charts.size());
+            if (listener.progress) listener.progress(++done, filling.charts.size());
         }
 }
 
@@ -298,9 +305,11 @@ Template openTemplate(const std::string& path)
 FillResult fillTemplate(Template& document, const Filling& filling, const Listener& listener)
 {
     FillResult result;
-    fillCharts(document, filling.charts, listener, result);
+    std::vector<std::string> problems;
+    fillCharts(document, filling, listener, result, problems);
     for (const auto& [name, text] : filling.texts)
-        result.texts.emplace_back(name, document.replace(name, text));
+        tryTo({}, problems, [&] { result.texts.emplace_back(name, document.replace(name, text)); });
+    if (!problems.empty()) throw std::runtime_error(fmt::format("{}", fmt::join(problems, "\n")));
     for (const auto& [name, text] : filling.furtherTexts)
         if (isInText(document, name)) result.texts.emplace_back(name, document.replace(name, text));
     result.left = listLeft(document);

@@ -121,6 +121,16 @@ class FillTest(CommandTest):
                                             {"change": "renamed", "name": "East", "before": "North"}])
         self.assertEqual((report["pointsBefore"], report["pointsAfter"]), (2, 3))
 
+    def test_tells_all_that_cannot_be_filled(self):
+        self.write("job.json", b"""{"template": "t.docx", "texts": {"moth": "x"}, "charts": [
+ {"fill": "Costs", "table": "july.csv", "columns": ["West"]}, {"fill": "1", "table": "june.csv"},
+ {"at": "margn", "table": "june.csv"}]}""")
+        said = self.run_command("--job", "job.json", "-o", "out.docx").stderr
+        self.assertEqual([line.split(" ", 1)[1][:60] for line in said.splitlines()], [
+            'job.json:2:2: chart 1: july.csv: --columns: there is no colu',
+            "job.json:3:2: chart 3: There is no placeholder {{margn}}; di",
+            "There is no placeholder {{moth}}; did you mean {{month}}? Th"])
+
     def test_makes_a_document_for_each_group_of_a_template(self):
         self.write("all.csv", b"month,Month,North,South\nMay,May,1,2\nJun,Jun,3,4\nJun,Jul,5,6\n")
         self.write("job.json", {
