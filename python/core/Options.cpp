@@ -9,6 +9,7 @@
 #include "python/core/Errors.h"
 #include "python/core/Text.h"
 #include "report/options/Enumerations.h"
+#include "report/options/NearName.h"
 #include "report/options/Options.h"
 
 namespace quillon::python {
@@ -74,13 +75,25 @@ OptionValue readValue(const report::Option& option, py::handle value, const std:
     return readText(value, name);
 }
 
+/// The end of a sentence, with the option that was probably meant.
+std::string suggestOption(const std::string& name)
+{
+    std::vector<std::string> names;
+    names.reserve(report::getOptions().size());
+    for (const auto& option : report::getOptions()) {
+        names.emplace_back(option.name);
+        std::replace(names.back().begin(), names.back().end(), '-', '_');
+    }
+    return report::suggestName(name, names);
+}
+
 const report::Option& findOption(std::string name)
 {
     auto hostName = name;
     std::replace(hostName.begin(), hostName.end(), '_', '-');
     const auto* const option = report::findOption(hostName);
     if (option == nullptr || name.find('-') != std::string::npos)
-        throw Refused(PyExc_TypeError, "there is no option \"" + name + "\".");
+        throw Refused(PyExc_TypeError, "there is no option \"" + name + "\"" + suggestOption(name));
     return *option;
 }
 

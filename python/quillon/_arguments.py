@@ -2,9 +2,29 @@
 
 from __future__ import annotations
 
+import difflib
+import functools
+import inspect
 import os
-from collections.abc import Mapping
-from typing import Any
+from collections.abc import Callable, Mapping
+from typing import Any, TypeVar, cast
+
+Function = TypeVar("Function", bound=Callable[..., Any])
+
+
+def suggesting(function: Function) -> Function:
+    """Let a misspelt keyword be refused with the name of the one that was probably meant."""
+    known = list(inspect.signature(function).parameters)
+
+    @functools.wraps(function)
+    def call(*arguments: Any, **keywords: Any) -> Any:
+        for name in keywords.keys() - known:
+            near = difflib.get_close_matches(name, known, 1)
+            if near:
+                raise TypeError(f"{function.__qualname__}() has no argument {name!r}; did you mean {near[0]!r}?")
+        return function(*arguments, **keywords)
+
+    return cast(Function, call)
 
 
 def refuse(place: str, expected: str, value: object) -> TypeError:

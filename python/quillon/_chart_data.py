@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import dataclasses
-from collections.abc import Iterable, Sequence
+from collections.abc import Callable, Iterable, Sequence
 from typing import TYPE_CHECKING, Any, Literal
 
 from quillon import _core
@@ -140,13 +140,19 @@ def as_chart_data(data: Any, place: str) -> ChartData:
     return ChartData._from_table(place, _tables.read_table(place, data, None, None))
 
 
-def as_fill_data(data: Any, place: str) -> ChartData:
-    """Chart data for a chart that exists: names that a table does not say are left to the chart."""
+def as_fill_data(data: Any, place: str, shows_x: Callable[[], bool]) -> ChartData:
+    """Chart data for a chart that exists: names that a table does not say are left to the chart.
+
+    shows_x: whether the chart has X values in place of categories; then series have their own in a column of the table.
+    """
     from quillon.chart import DataSet
 
     if isinstance(data, (ChartData, DataSet)):
         return as_chart_data(data, place)
     read = _tables.read_table(place, data, None, None)
+    columns = dict(read.columns)
+    if any(f"{name} X" in columns for name in columns) and shows_x():
+        return _with_own_x(place, columns)
     filled = ChartData._from_table(place, read)
     if not read.has_categories:
         filled.data_set.Categories = []
@@ -154,6 +160,23 @@ def as_fill_data(data: Any, place: str) -> ChartData:
         for series in filled.data_set:
             series.Name = ""
     return filled
+
+
+def _with_own_x(place: str, columns: dict[str, list[Any]]) -> ChartData:
+    """Series with X values of their own."""
+    from quillon.chart import DataSeries, DataSet
+
+    data = DataSet()
+    for name, cells in columns.items():
+        if name.removesuffix(" X") in columns and name.endswith(" X"):
+            continue
+        if f"{name} X" not in columns:
+            raise ValueError(f"{place}: {name!r}: expected a column {name + ' X'!r}, as other series have one.")
+        series = DataSeries(name)
+        for i, point in enumerate(zip(columns[f"{name} X"], cells), 1):
+            series.appendPoint(*(_cells.number(cell, f"{place}: {name!r}, value {i}") for cell in point))
+        data.appendSeries(series)
+    return ChartData(data)
 
 
 def take_data(chart: Any, data: Any, place: str) -> ChartData | None:

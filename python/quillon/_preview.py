@@ -13,7 +13,7 @@ from collections.abc import Sequence
 from pathlib import Path
 
 from quillon import _core, _options
-from quillon._arguments import refuse
+from quillon._arguments import refuse, suggesting
 from quillon._warnings import warn
 
 _EMU_PER_INCH = 914_400
@@ -29,6 +29,7 @@ class Preview:
 
     __slots__ = ()
 
+    @suggesting
     def preview(
         self,
         dpi: int = 96,

@@ -102,12 +102,33 @@ void noteFlatSeries(const ChartJob& job, const chart::DataSet& dataSet, const No
         job.table, listSeries(dataSet, all.last(1)), listSeries(dataSet, all.first(1)), moved, asLine));
 }
 
+bool isOfPoints(const ChartJob& job)
+{
+    return job.options.kind == ChartKind::Scatter || job.options.kind == ChartKind::Bubble;
+}
+
 /// Whether the numbers of the first column are X: a scatter or bubble chart of a table as it stands.
 bool takesX(const ChartJob& job)
 {
-    const auto kind = job.options.kind.value_or(ChartKind::Column);
     const bool isShaped = job.transpose || job.top > 0 || !job.aggregate.empty() || !job.series.empty();
-    return (kind == ChartKind::Scatter || kind == ChartKind::Bubble) && !isShaped;
+    return isOfPoints(job) && !isShaped;
+}
+
+/// What shaping leaves of the categories may be no X values.
+void requireX(const ChartJob& job, const chart::DataSet& dataSet)
+{
+    const auto& categories = dataSet.getCategories();
+    if (!isOfPoints(job) || categories.empty()) return;
+    if (job.top > 0 && categories.size() > job.top)
+        fail("{}: --top adds up the rest as {}, which is no X value; leave it out, or choose another --type.",
+             job.table, quoteText(toUtf8(categories.back())));
+    const auto first = toUtf8(categories.front());
+    if (job.transpose && first.find_first_of("0123456789") == std::string::npos)
+        fail(
+            "{}: --transpose makes X values of the names of the columns, and {} is no number; leave it out, "
+            "or choose "
+            "another --type.",
+            job.table, quoteText(first));
 }
 
 }  // namespace
@@ -131,6 +152,7 @@ std::shared_ptr<chart::Chart> makeChart(const ChartJob& job, const ChartData& da
             "{}: a pie shows one series, the table gives {}; choose one with --columns, or show all as "
             "rings with --type doughnut.",
             job.table, dataSet.getSeriesCount());
+    requireX(job, dataSet);
     noteManyColumns(job, data, note);
     noteUnits(job, data, note);
     noteFlatSeries(job, dataSet, note);

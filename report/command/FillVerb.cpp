@@ -38,7 +38,7 @@ void requirePlaces(const std::vector<ChartJob>& jobs)
 
 Filling readFilling(const CommandLine& commandLine)
 {
-    Filling filling{readTables(commandLine, 1), readTexts(commandLine)};
+    Filling filling{.charts = readTables(commandLine, 1), .texts = readTexts(commandLine)};
     requirePlaces(filling.charts);
     if (filling.charts.empty() && filling.texts.empty())
         throw UsageError("Expected at least one TABLE with --chart or --at, or --text.");

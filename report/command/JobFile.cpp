@@ -130,7 +130,11 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
         Filling filling{.texts = readTexts(tree)};
         if (group != nullptr) filling.furtherTexts = group->texts;
         if (const auto* charts = tree.find("charts"))
-            for (const auto& chart : charts->items) filling.charts.push_back(readChartJob(chart, place));
+            for (const auto& chart : charts->items) {
+                filling.charts.push_back(readChartJob(chart, place));
+                filling.places.push_back(
+                    describePosition(place.source->text, place.source->name, chart.position) + ": ");
+            }
         auto document = *making.document;
         requireOutputOfKind(document, output.path);
         result = fillTemplate(document, filling, listener);
@@ -263,7 +267,6 @@ Job readJob(const std::string& path)
     Job job{path, path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path(),
             std::move(source), std::move(tree)};
     requireNoProblems(findProblems(job.tree, getJobForm(), job.folder), job.source);
-    requireNoProblems(findLostReferences(job.tree), job.source);
     return job;
 }
 

@@ -1,5 +1,6 @@
 #include "report/command/ReportMaker.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -183,7 +184,8 @@ TextTable BlockAdder::makeOwnTable(const JsonNode& table) const
 TextTable BlockAdder::makeDataTable(const JsonNode& table) const
 {
     const auto job = readChartJob(table, place_);
-    return makeTable(readData(job, listener_), getText(table, "header"), job.options);
+    return makeTable(readData(job, listener_, {.hasTotals = true, .hasRepeated = true}),
+                     getText(table, "header"), job.options);
 }
 
 void BlockAdder::addTable(const JsonNode& block)
@@ -206,7 +208,7 @@ void BlockAdder::addImage(const JsonNode& block)
 void BlockAdder::addCaption(const JsonNode& block)
 {
     document_.addCaption({.text = getText(block, "caption"),
-                          .label = getText(block, "label", "Figure"),
+                          .label = getText(block, "label"),
                           .name = getText(block, "name")});
 }
 
@@ -222,11 +224,10 @@ void BlockAdder::startSection(const JsonNode& block)
                             .left = getText(node, "left", usual.left.c_str())});
 }
 
-/// Adds all items of a list, and only then refuses those that could not be added.
+/// Adds all items of a list, and to the problems what is said of those that cannot be added.
 template <typename Add>
-void addAll(const JsonNode& list, const char* what, const JobText& source, const Add& add)
+void addAll(const JsonNode& list, const char* what, std::vector<Problem>& problems, const Add& add)
 {
-    std::vector<Problem> problems;
     for (std::size_t i = 0; i < list.items.size(); ++i) {
         try {
             add(list.items[i]);
@@ -234,7 +235,6 @@ void addAll(const JsonNode& list, const char* what, const JobText& source, const
             problems.push_back({list.items[i].position, fmt::format("{} {}: {}", what, i + 1, error.what())});
         }
     }
-    requireNoProblems(problems, source);
 }
 
 Document startDocument(const JsonNode& job, const std::filesystem::path& folder)
@@ -274,11 +274,14 @@ Document makeReport(const JsonNode& job, const JobPlace& place, const Listener& 
     auto document = startDocument(job, place.folder);
     setPageLines(document, job);
     BlockAdder adder(document, place, listener);
+    auto problems = findLostReferences(job);
     if (const auto* blocks = job.find("blocks"))
-        addAll(*blocks, "block", *place.source, [&](const auto& block) { adder.add(block); });
+        addAll(*blocks, "block", problems, [&](const auto& block) { adder.add(block); });
     if (const auto* charts = job.find("charts"))
-        addAll(*charts, "chart", *place.source,
+        addAll(*charts, "chart", problems,
                [&](const auto& chart) { addChart(document, readChartJob(chart, place), 0, listener); });
+    std::ranges::stable_sort(problems, {}, &Problem::position);
+    requireNoProblems(problems, *place.source);
     return document;
 }
 

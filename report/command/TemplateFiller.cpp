@@ -7,6 +7,7 @@
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "report/command/ChartMaker.h"
 #include "report/command/DataWriter.h"
@@ -56,6 +57,8 @@ ChartData readShown(const Template& document, const std::string& chart)
 TableTarget findTarget(const ChartData& shown)
 {
     TableTarget target{.hasX = isOfPoints(shown), .hasTotals = !shown.totals.empty()};
+    const auto& categories = shown.dataSet->getCategories();
+    target.hasRepeated = std::set(categories.begin(), categories.end()).size() < categories.size();
     const auto series = shown.dataSet->getSeriesList();
     for (const auto& one : *series)
         for (const auto& point : one->getPoints()) {
@@ -135,30 +138,60 @@ void insert(Template& document, const ChartJob& job, const Listener& listener)
     const bool hasTable = hasPlaceholder(document, job.at, PlaceholderKind::Table);
     const bool hasChart = hasPlaceholder(document, job.at, PlaceholderKind::Paragraph) ||
                           hasPlaceholder(document, job.at, PlaceholderKind::Picture);
-    if (hasTable && !hasChart) requireTableOptions(job);
-    const auto data = readData(job, listener);
+    const bool isTable = hasTable && !hasChart;
+    if (isTable) requireTableOptions(job);
+    const auto data = readData(job, listener, {.hasTotals = isTable, .hasRepeated = isTable});
     if (hasTable) document.insertTable(job.at, data, job.options);
     if (hasChart || !hasTable)
         document.insert(job.at, *makeChart(job, data, listener.warning), job.options, data, listener);
 }
 
-void fillCharts(Template& document, const std::vector<ChartJob>& charts, const Listener& listener,
-                FillResult& result)
+/// Does `work`, and adds what it refuses to the problems, with its place in front.
+template <typename Work>
+void tryTo(const std::string& place, std::vector<std::string>& problems, const Work& work)
 {
-    for (std::size_t i = 0; i < charts.size(); ++i) {
-        try {
-            if (!charts[i].fill.empty()) {
-                result.charts.push_back(fillChart(document, charts[i], listener));
-            } else {
-                insert(document, charts[i], listener);
-                result.inserted.push_back(charts[i].at);
-            }
-        } catch (const std::runtime_error& error) {
-            if (charts.size() == 1) throw;
-            fail("chart {}: {}", i + 1, error.what());
-        }
-        if (listener.progress) listener.progress(i + 1, charts.size());
+    try {
+        work();
+    } catch (const std::runtime_error& error) {
+        problems.push_back(place + error.what());
     }
+}
+
+/// Where a chart is asked for, in front of a sentence.
+std::string describePlace(const Filling& filling, std::size_t position)
+{
+    const auto place = filling.places.empty() ? std::string() : filling.places[position];
+    return filling.charts.size() == 1 ? place : fmt::format("{}chart {}: ", place, position + 1);
+}
+
+/// Two tables for one chart are a mistake in the name of one of them.
+void requireOtherChart(const std::vector<FillReport>& filled, const FillReport& chart)
+{
+    for (const auto& other : filled)
+        if (other.number == chart.number)
+            fail("{} is filled already; expected one table for each chart.", quoteText(chart.chart));
+}
+
+/// New charts come last: until then numbers are those of the template.
+void fillCharts(Template& document, const Filling& filling, const Listener& listener, FillResult& result,
+                std::vector<std::string>& problems)
+{
+    std::size_t done = 0;
+    for (const bool isNew : {false, true})
+        for (std::size_t i = 0; i < filling.charts.size(); ++i) {
+            const auto& job = filling.charts[i];
+            if (job.fill.empty() != isNew) continue;
+            tryTo(describePlace(filling, i), problems, [&] {
+                if (isNew) {
+                    insert(document, job, listener);
+                    return result.inserted.push_back(job.at);
+                }
+                auto report = fillChart(document, job, listener);
+                requireOtherChart(result.charts, report);
+                result.charts.push_back(std::move(report));
+            });
+            if (listener.progress) listener.progress(++done, filling.charts.size());
+        }
 }
 
 bool isInText(const Template& document, const std::string& name)
@@ -272,9 +305,11 @@ Template openTemplate(const std::string& path)
 FillResult fillTemplate(Template& document, const Filling& filling, const Listener& listener)
 {
     FillResult result;
-    fillCharts(document, filling.charts, listener, result);
+    std::vector<std::string> problems;
+    fillCharts(document, filling, listener, result, problems);
     for (const auto& [name, text] : filling.texts)
-        result.texts.emplace_back(name, document.replace(name, text));
+        tryTo({}, problems, [&] { result.texts.emplace_back(name, document.replace(name, text)); });
+    if (!problems.empty()) throw std::runtime_error(fmt::format("{}", fmt::join(problems, "\n")));
     for (const auto& [name, text] : filling.furtherTexts)
         if (isInText(document, name)) result.texts.emplace_back(name, document.replace(name, text));
     result.left = listLeft(document);

@@ -13,6 +13,8 @@ namespace quillon::report {
 /// What a template gets.
 struct Filling {
     std::vector<ChartJob> charts = {};
+    /// Where each chart is asked for, as in "job.json:4:3: ". Empty: on the command line.
+    std::vector<std::string> places = {};
     /// Names of placeholders with what stands for them.
     std::vector<std::pair<std::string, std::string>> texts = {};
     /// The same, for placeholders that the template need not have.
@@ -37,7 +39,8 @@ Template openTemplate(const std::string& path);
 /// template of .docm.
 void requireOutputOfKind(const Template& document, const std::string& output);
 
-/// Gives a template its charts and texts. Throws: std::runtime_error that says what cannot be filled.
+/// Gives a template its charts and texts. Throws: std::runtime_error with a line for each
+/// chart and text that cannot be filled.
 FillResult fillTemplate(Template& document, const Filling& filling, const Listener& listener);
 
 /// The result in sentences, a line each.

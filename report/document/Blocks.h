@@ -44,8 +44,9 @@ enum class ListKind : std::uint8_t { Bullets, Numbers };
 /// chart or image before it, or else the table after it.
 struct Caption {
     std::string text = {};
-    /// What is counted, "Figure 1", "Figure 2"; each label counts for itself.
-    std::string label = "Figure";
+    /// What is counted, "Figure 1", "Figure 2"; each label counts for itself. Default: empty, "Table" above a
+    /// table and "Figure" elsewhere, in the language of the document.
+    std::string label = {};
     /// For references to it; letters, digits and "_", at most 40. Default: empty, none.
     std::string name = {};
 };
@@ -134,8 +135,8 @@ struct Properties {
     std::string author = {};
     std::string keywords = {};
     /// The language of the texts, as in "de-DE", for spelling marks and screen readers; tables have its
-    /// decimal marks and its order of dates, or those of English where it is not among the European ones that
-    /// are known. Default: "en-US", or the template's.
+    /// decimal marks and its order of dates, and captions its words, or those of English where it is not
+    /// among the European ones that are known. Default: "en-US", or the template's.
     std::string language = {};
 };
 

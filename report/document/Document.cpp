@@ -153,7 +153,6 @@ void Document::addCaption(const Caption& caption)
 {
     readXmlText(caption.text, "Caption");
     readXmlText(caption.label, "Caption label");
-    if (caption.label.empty()) throw std::runtime_error("Caption label: expected a text, as in Figure.");
     auto& content = change();
     if (!caption.name.empty()) checkName(caption.name);
     for (const auto& block : content.blocks)

@@ -10,6 +10,7 @@
 #include "report/document/TableMarkup.h"
 #include "report/document/TemplateParts.h"
 #include "report/finish/Finishing.h"
+#include "report/options/Language.h"
 #include "report/options/Length.h"
 #include "report/package/Edits.h"
 #include "support/Text.h"
@@ -71,6 +72,7 @@ DocumentWriter::DocumentWriter(const DocumentContent& content, const Listener& l
       target_(makeTarget(content.look)),
       mainPart_(content.look ? content.look->getMainPart() : "word/document.xml"),
       styles_(makeStyles(content)),
+      captionWords_(findLanguage(styles_.getLanguage()).captions),
       numbering_(readRelated(content.look, "numbering")),
       main_(createMainDocument()),
       body_(main_->getDocumentElement()->getFirstElementChild()),
@@ -138,19 +140,36 @@ void DocumentWriter::addFixedParts()
 void DocumentWriter::numberCaptions()
 {
     std::map<std::string, unsigned> counts;
-    for (const auto& block : content_.blocks)
-        if (const auto* caption = std::get_if<Caption>(&block)) {
-            const auto number = ++counts[caption->label];
-            if (!caption->name.empty())
-                captions_[caption->name] = caption->label + " " + std::to_string(number);
+    for (std::size_t i = 0; i < content_.blocks.size(); ++i)
+        if (const auto* caption = std::get_if<Caption>(&content_.blocks[i])) {
+            const auto label = findLabel(i);
+            const auto number = ++counts[label];
+            if (!caption->name.empty()) captions_[caption->name] = label + " " + std::to_string(number);
         }
 }
 
-template <typename Wanted>
-const Wanted* DocumentWriter::findNext() const
+/// What the caption at a position counts.
+std::string DocumentWriter::findLabel(std::size_t position) const
 {
-    const auto next = position_ + 1;
-    return next < content_.blocks.size() ? std::get_if<Wanted>(&content_.blocks[next]) : nullptr;
+    const auto& label = std::get<Caption>(content_.blocks[position]).label;
+    if (!label.empty()) return label;
+    return std::string(pickName(captionWords_, isAboveTable(position) ? 1 : 0));
+}
+
+/// Whether the caption at a position belongs to the table after it.
+bool DocumentWriter::isAboveTable(std::size_t position) const
+{
+    if (!precedes<TextTable>(position)) return false;
+    if (position == 0) return true;
+    const auto& before = content_.blocks[position - 1];
+    return !isPictured(before) || floats(before);
+}
+
+template <typename Wanted>
+bool DocumentWriter::precedes(std::size_t position) const
+{
+    const auto next = position + 1;
+    return next < content_.blocks.size() && std::holds_alternative<Wanted>(content_.blocks[next]);
 }
 
 DOMElement* DocumentWriter::addParagraph(const char* style)
@@ -160,7 +179,7 @@ DOMElement* DocumentWriter::addParagraph(const char* style)
 
 void DocumentWriter::keepWithCaption(DOMElement* paragraph)
 {
-    if (findNext<Caption>() != nullptr) appendElement(getProperties(paragraph), u"w:keepNext");
+    if (precedes<Caption>(position_)) appendElement(getProperties(paragraph), u"w:keepNext");
 }
 
 void DocumentWriter::add(const TextBlock& block)
@@ -252,19 +271,15 @@ void DocumentWriter::addWorkbook(std::string bytes, const std::string& chartPart
 void DocumentWriter::add(const Caption& block)
 {
     auto* paragraph = addParagraph("caption");
-    const auto* before = position_ == 0 ? nullptr : &content_.blocks[position_ - 1];
-    const bool isAboveTable = findNext<TextTable>() != nullptr;
-    const bool isBehindFloat = before != nullptr && floats(*before);
-    if (isBehindFloat && !isAboveTable)
+    if (isAboveTable(position_))
+        appendElement(getProperties(paragraph), u"w:keepNext");
+    else if (position_ > 0 && floats(content_.blocks[position_ - 1]))
         throw std::runtime_error("A chart that floats has no caption; leave out \"float\".");
-    const bool isBelow = before != nullptr && isPictured(*before) && !isBehindFloat;
-    if (isAboveTable && !isBelow) appendElement(getProperties(paragraph), u"w:keepNext");
-    const auto label = toUtf16(block.label);
+    const auto label = toUtf16(findLabel(position_));
     const auto id = toNumber(++bookmarks_);
     if (!block.name.empty()) startBookmark(paragraph, nameBookmark(block.name), id);
     appendRun(paragraph, label + u" ");
-    appendField(paragraph, u" SEQ " + nameSequence(label) + u" \\* ARABIC ",
-                toNumber(++counts_[block.label]));
+    appendField(paragraph, u" SEQ " + nameSequence(label) + u" \\* ARABIC ", toNumber(++counts_[label]));
     if (!block.name.empty()) endBookmark(paragraph, id);
     if (!block.text.empty()) appendRun(paragraph, u": " + toUtf16(block.text));
 }

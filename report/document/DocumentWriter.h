@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <xercesc/dom/DOM.hpp>
 
 #include "report/document/DocumentContent.h"
@@ -48,16 +49,19 @@ class DocumentWriter {
     void addFixedParts();
     ChartOptions fit(const ChartOptions& options, std::size_t sharing) const;
     bool hasContents() const;
+    std::string findLabel(std::size_t position) const;
+    bool isAboveTable(std::size_t position) const;
     static bool floats(const Block& block);
     static bool isPictured(const Block& block);
     template <typename Wanted>
-    const Wanted* findNext() const;
+    bool precedes(std::size_t position) const;
 
     const DocumentContent& content_;
     const Listener& listener_;
     std::unique_ptr<PartTarget> target_;
     std::string mainPart_;
     Styles styles_;
+    std::string_view captionWords_;
     Numbering numbering_;
     DocumentPointer main_;
     xercesc::DOMElement* body_;
@@ -65,7 +69,7 @@ class DocumentWriter {
     /// By name, "Figure 2".
     std::map<std::string, std::string> captions_;
     /// By label, of the captions so far.
-    std::map<std::string, unsigned> counts_;
+    std::map<std::u16string, unsigned> counts_;
     TextPlace place_;
     Pages pages_;
     std::size_t position_ = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "report/fill/SerialDate.h"
@@ -155,18 +156,27 @@ void listCutValues(std::vector<std::string>& sentences, const FillPlan& plan, co
         const char* element;
         double direction;
         const char* ends;
-    } ends[] = {{"min", -1, " is fixed to start at "}, {"max", 1, " is fixed to end at "}};
+        const char* name;
+    } ends[] = {{"min", -1, " is fixed to start at ", "minimum"},
+                {"max", 1, " is fixed to end at ", "maximum"}};
     std::optional<ShownNumbers> shown;
+    const auto scaling = axis.findChild("scaling");
     for (const auto& end : ends) {
-        const auto text = axis.findChild("scaling").findChild(end.element).getAttribute("val");
+        const auto text = scaling.findChild(end.element).getAttribute("val");
         const double limit = text ? readCachedNumber(*text) : NAN;
         if (!std::isfinite(limit)) continue;
         if (!shown) shown.emplace(plan, axis);
         if (const auto beyond = shown->findBeyond(limit, end.direction))
             sentences.push_back(nameAxis(plan, axis, shown->areX()) + end.ends + print(plan, axis, limit) +
                                 "; " + describe(plan, axis, *beyond) +
-                                " lies outside and does not show in full.");
+                                " lies outside and does not show in full; set the " + end.name +
+                                " to automatic in the document.");
     }
+    if (!scaling.findChild("logBase")) return;
+    if (!shown) shown.emplace(plan, axis);
+    if (const auto low = shown->findBeyond(std::numeric_limits<double>::min(), -1))
+        sentences.push_back(nameAxis(plan, axis, shown->areX()) + " is logarithmic; " +
+                            describe(plan, axis, *low) + " is not above 0 and does not show.");
 }
 
 }  // namespace

@@ -8,7 +8,8 @@
 
 namespace quillon::report {
 
-/// How a language writes numbers and dates. Names stand in a row, with a blank between.
+/// How a language writes numbers and dates, and what it calls things. Names stand in a row, with a blank
+/// between.
 struct Language {
     std::string_view decimalMark;
     std::string_view groupMark;
@@ -19,6 +20,8 @@ struct Language {
     /// From Sunday.
     std::string_view weekdays;
     std::string_view shortWeekdays;
+    /// What captions count: figures, and then tables.
+    std::string_view captions;
 };
 
 /// The language of a tag, "de-DE" or "de_AT" in any case; English for one that is not in the list.

@@ -80,8 +80,9 @@ Columns chooseValues(const TableScan& scan, const TableOptions& options, const C
         else if (scan.getProfile(column).isNumeric())
             chosen.push_back(column);
         else
-            note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out.",
-                             scan.getPlace().name, name));
+            note(fmt::format("{}: column {} holds no numbers, as in -1.5, and is left out{}.",
+                             scan.getPlace().name, name,
+                             describeMagnitude(scan.getProfile(column).getFirstText().text)));
     }
     return chosen;
 }
@@ -97,7 +98,7 @@ std::string describeText(const TableScan& scan, std::size_t column, const TableO
                        quoteText(text.text), place.getUnit(), text.line,
                        isOther
                            ? fmt::format(", a number with a decimal {}; --decimal {} reads it", other, other)
-                           : std::string());
+                           : describeMagnitude(text.text));
 }
 
 [[noreturn]] void refuseTexts(const TableScan& scan, const Columns& categories, const TableOptions& options)

@@ -20,8 +20,10 @@ struct TableTarget {
     bool hasSizes = false;
     /// Gaps already, so that it may have them again.
     bool hasGaps = false;
-    /// Totals of its own, as a waterfall has.
+    /// Totals of its own, as a waterfall has, and a table in a document may have.
     bool hasTotals = false;
+    /// Categories of one name, as a table in a document may have too.
+    bool hasRepeated = false;
 };
 
 /// What the columns of the table are for, by position.

@@ -73,8 +73,9 @@ Columns listColumn(std::optional<std::size_t> column)
 /// Makes a grid of a table whose columns have been read for their roles.
 class GridMaker {
  public:
-    GridMaker(const TableScan& scan, const ChartColumns& roles, const TableOptions& options, const Note& note)
-        : roles_(roles), options_(options), note_(note), table_(readRoles(scan))
+    GridMaker(const TableScan& scan, const ChartColumns& roles, const TableOptions& options, bool mayRepeat,
+              const Note& note)
+        : roles_(roles), options_(options), mayRepeat_(mayRepeat), note_(note), table_(readRoles(scan))
     {
         grid_.name = table_.place.name;
     }
@@ -83,7 +84,7 @@ class GridMaker {
     {
         const bool isGrouped = roles_.series || !options_.aggregate.empty();
         categories_ = isGrouped ? groupRows(categoryColumns_, table_.rowCount) : keepRows(table_.rowCount);
-        if (!isGrouped && categoryColumns_.size() == 1 && xColumn_ == nullptr) noteRepeated();
+        if (!mayRepeat_ && !isGrouped && categoryColumns_.size() == 1 && xColumn_ == nullptr) noteRepeated();
         if (roles_.series)
             readLong();
         else
@@ -277,6 +278,7 @@ class GridMaker {
 
     const ChartColumns& roles_;
     const TableOptions& options_;
+    bool mayRepeat_;
     const Note& note_;
     TableColumns categoryColumns_;
     const TableColumn* seriesColumn_ = nullptr;
@@ -320,7 +322,7 @@ ChartData readFrom(std::shared_ptr<RowSource> source, TableOptions options, cons
     // Series with X values of their own may differ in length.
     options.gaps = options.gaps || target.hasGaps || !roles.ownX.empty();
     requireRows(scan, roles, options);
-    auto grid = GridMaker(scan, roles, options, note).make();
+    auto grid = GridMaker(scan, roles, options, target.hasRepeated, note).make();
     auto totals = target.hasTotals ? std::vector<std::u16string>() : noteTotals(grid, note);
     shapeGrid(grid, options);
     auto data = makeChartData(grid);

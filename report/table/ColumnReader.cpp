@@ -91,6 +91,7 @@ class Reader {
                                other == '.' ? "comma" : "point");
         if (text.find_first_of("0123456789") == std::string::npos)
             return "; --missing names texts that stand for no value.";
+        if (!findMagnitude(text).empty()) return describeMagnitude(text) + ".";
         return fmt::format("{}; --missing and --gaps make it a gap, and --columns chooses other columns.",
                            hasLetter(text) ? ", perhaps with a letter for a digit" : "");
     }

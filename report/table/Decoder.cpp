@@ -81,12 +81,21 @@ Decoder::Decoder(InputFile& file, const std::string& encoding)
     const bool isMarked = mark != marks.end();
     if (encoding_.empty()) encoding_ = isMarked ? mark->encoding : guessUnmarked(start);
     if (encoding_ == "utf-16") encoding_ = isMarked ? mark->encoding : "utf-16le";
+    if (encoding_.starts_with("utf-16")) requireZeros();
     if (isMarked && encoding_ == mark->encoding) markLength_ = mark->bytes.size();
     if (encoding_ != "utf-8" && encoding_ != "utf8") conversion_ = std::make_unique<Conversion>(encoding_);
     file.rewind();
 }
 
 Decoder::~Decoder() = default;
+
+/// The end of a line and each mark between cells has a zero byte in UTF-16.
+void Decoder::requireZeros() const
+{
+    if (file_.peek(blockSize).find('\0') != std::string::npos) return;
+    fail("{}: the file is not in {}, which has zero bytes; leave --encoding out, or name another encoding.",
+         file_.getName(), encoding_);
+}
 
 std::string_view Decoder::read()
 {

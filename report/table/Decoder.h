@@ -13,7 +13,8 @@ namespace quillon::report {
 class Decoder {
  public:
     /// Reads from the start of `file`. An empty `encoding` is UTF-8, or UTF-16 where a byte-order mark or the
-    /// zero bytes of the first letters show it. Throws: std::runtime_error for an encoding that nobody knows.
+    /// zero bytes of the first letters show it. Throws: std::runtime_error for an encoding that nobody knows,
+    /// or in which the file is not.
     Decoder(InputFile& file, const std::string& encoding);
     ~Decoder();
     Decoder(const Decoder&) = delete;
@@ -31,6 +32,7 @@ class Decoder {
 
     void convert(std::string_view bytes);
     [[noreturn]] void refuseByte(unsigned char byte) const;
+    void requireZeros() const;
     void requireNoZero() const;
 
     InputFile& file_;

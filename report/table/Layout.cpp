@@ -186,12 +186,18 @@ void noteLeftOut(const SourcePlace& place, std::size_t first, std::size_t last, 
                          last, side));
 }
 
+std::string describeSkip(const TableOptions& options)
+{
+    return options.skip == 0 ? std::string() : fmt::format(" behind --skip {}", options.skip);
+}
+
 Layout findLayout(RowSource& source, const TableOptions& options, const Note& note)
 {
     const auto& place = source.getPlace();
     const auto preview = readPreview(source);
     if (preview.empty())
-        fail("{}: the table is empty; expected a header row and rows of data{}.", place.name, place.hint);
+        fail("{}: the table is empty{}; expected a header row and rows of data{}.", place.name,
+             describeSkip(options), place.hint);
     const auto width = findWidth(preview);
     if (options.noHeader) return {numberColumns(width), 0, 0};
     const bool isSearched = !source.namesColumns() && options.skip == 0;

@@ -26,6 +26,9 @@ Layout findLayout(RowSource& source, const TableOptions& options, const Note& no
 void noteLeftOut(const SourcePlace& place, std::size_t first, std::size_t last, const char* side,
                  const Note& note);
 
+/// The part of a sentence that names --skip where it was given, as it may have left out all rows.
+std::string describeSkip(const TableOptions& options);
+
 /// Whether every cell is empty.
 bool isEmptyRow(const Row& row);
 

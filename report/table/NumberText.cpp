@@ -28,6 +28,13 @@ constexpr std::string_view currencies[] = {
     "HKD", "HUF", "IDR", "ILS", "INR", "ISK", "JPY", "KES", "KRW", "MXN", "MYR", "NGN", "NOK", "NZD", "PHP",
     "PLN", "RON", "RSD", "RUB", "SAR", "SEK", "SGD", "THB", "TRY", "TWD", "UAH", "USD", "VND", "ZAR"};
 
+/// In these, "m" would be metres.
+constexpr std::string_view magnitudeSigns[] = {"k", "K", "M", "B"};
+constexpr std::string_view magnitudeWords[] = {"tsd",      "mio",      "mrd",      "mln",       "mld",
+                                               "mn",       "bn",       "thousand", "million",   "millions",
+                                               "billion",  "billions", "tausend",  "millionen", "milliarden",
+                                               "millones", "milioni",  "miliardi", "miljoen",   "milliards"};
+
 constexpr std::array<std::string_view, 9> missingMarks = {"n/a",  "na", "nan",    "null",  "-",
                                                           "#n/a", ".",  "\u2013", "\u2014"};
 
@@ -267,6 +274,29 @@ std::optional<NumberText> readNumberText(std::string_view cell)
     const bool begins =
         !digits.empty() && (isDigit(digits.front()) || digits.front() == '.' || digits.front() == ',');
     return begins ? std::optional(peeler.number) : std::nullopt;
+}
+
+std::string_view findMagnitude(std::string_view cell)
+{
+    const auto last = cell.find_last_of("0123456789");
+    if (last == std::string_view::npos || !readNumberText(cell.substr(0, last + 1))) return {};
+    cell.remove_prefix(last + 1);
+    while (const auto blank = matchStart(cell, blanks)) cell.remove_prefix(blank);
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    const auto end = std::find_if_not(cell.begin(), cell.end(), isLetter);
+    const auto word = cell.substr(0, static_cast<std::size_t>(end - cell.begin()));
+    const auto isNamed = [&](const auto& names, const auto& name) {
+        return std::find(std::begin(names), std::end(names), name) != std::end(names);
+    };
+    return isNamed(magnitudeSigns, word) || isNamed(magnitudeWords, toLower(word)) ? word
+                                                                                   : std::string_view();
+}
+
+std::string describeMagnitude(std::string_view cell)
+{
+    const auto word = findMagnitude(cell);
+    if (word.empty()) return {};
+    return "; write the number with all its digits, without \"" + std::string(word) + "\"";
 }
 
 std::optional<Digits> readDigits(std::string_view digits, const NumberStyle& style)

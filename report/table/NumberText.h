@@ -34,6 +34,13 @@ struct NumberText {
 /// Nothing where what is left cannot begin a number.
 std::optional<NumberText> readNumberText(std::string_view cell);
 
+/// The word for thousands, millions or more that follows the number in a cell, as in "10 Mio. €" and "1.5M".
+/// Empty: none.
+std::string_view findMagnitude(std::string_view cell);
+
+/// The end of a sentence on a cell that is no number: it tells of a magnitude in it. Empty: there is none.
+std::string describeMagnitude(std::string_view cell);
+
 /// How digits are read.
 struct NumberStyle {
     /// '.' or ','.

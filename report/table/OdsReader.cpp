@@ -6,6 +6,7 @@
 #include "report/table/DateText.h"
 #include "report/table/Fail.h"
 #include "report/table/Limits.h"
+#include "report/table/NumberText.h"
 #include "report/table/Sheet.h"
 
 namespace quillon::report {
@@ -17,6 +18,19 @@ using Attributes = std::vector<XmlAttribute>;
 std::int32_t readCount(const Attributes& attributes, const char* name)
 {
     return std::clamp(readLeadingNumber(getAttribute(attributes, name), 1), 1, 1'048'576);
+}
+
+/// The format of an amount of money as its cell shows it, "2,50 €"; of one that shows none, with the name of
+/// its currency.
+std::string makeMoneyFormat(std::string_view shown, double amount, const std::string& currency)
+{
+    const auto text = readNumberText(shown);
+    if (!text || text->unit.symbol.empty()) return "#,##0.00 \"" + currency + "\"";
+    for (const char decimal : {'.', ','})
+        if (const auto digits = readDigits(text->digits, {decimal}))
+            if (std::abs(digits->value - std::abs(amount)) < 1)
+                return makeNumberFormat(text->unit, digits->decimals, true);
+    return makeNumberFormat(text->unit, 2, true);
 }
 
 /// A place behind others; beyond the limits of sheets all places are one.
@@ -151,7 +165,7 @@ class SheetListener : public XmlListener {
         cell.kind = CellKind::Number;
         if (type_ == "percentage") cell.format = sheet_.addFormat("0.0%");
         if (type_ == "currency" && !currency_.empty())
-            cell.format = sheet_.addFormat("#,##0.00 \"" + currency_ + "\"");
+            cell.format = sheet_.addFormat(makeMoneyFormat(text_, cell.number, currency_));
         return true;
     }
 

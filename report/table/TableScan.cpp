@@ -54,9 +54,10 @@ TableScan::TableScan(std::shared_ptr<RowSource> source, const TableOptions& opti
     profileRows(note);
     requireNames();
     if (rowCount_ == 0)
-        fail("{}: the table has a header row and no rows of data{}.", getPlace().name, getPlace().hint);
+        fail("{}: the table has a header row and no rows of data{}{}.", getPlace().name,
+             describeSkip(options), getPlace().hint);
     filter_->noteUnknown(getPlace(), note);
-    if (keptCount_ == 0) fail("{}: no row is left by --where and --drop.", getPlace().name);
+    if (keptCount_ == 0) filter_->refuseAll(getPlace(), layout_.names);
 }
 
 std::shared_ptr<StoredRows> TableScan::makeEmptyRows() const
@@ -77,7 +78,7 @@ RowFilter TableScan::makeFilter() const
     std::vector<RowFilter::Condition> conditions;
     for (const auto& condition : options_.where) {
         const auto [name, text] = splitCondition(condition);
-        conditions.push_back({findColumn(name, "--where"), text});
+        conditions.push_back({findColumn(name, "--where"), {text}});
     }
     std::vector<std::size_t> dropColumns;
     for (const auto& name : options_.category) dropColumns.push_back(findColumn(name, "--category"));

@@ -105,10 +105,11 @@ class FillTest(CommandTest):
     def test_a_job_file_does_the_same(self):
         self.write("job.json", {
             "template": "t.docx", "texts": {"month": "July"},
-            "charts": [{"fill": "1", "table": "july.csv", "title": "New"},
-                       {"at": "margin", "table": "june.csv", "type": "pie", "columns": ["North"]}]})
+            # Numbers are those of the template, also behind a new chart.
+            "charts": [{"at": "margin", "table": "june.csv", "type": "pie", "columns": ["North"]},
+                       {"fill": "2", "table": "july.csv", "title": "New"}]})
         told = self.succeed("--job", "job.json", "-o", "job.docx")
-        arguments = ["fill", "t.docx", "july.csv", "--chart", "1", "--title", "New", "june.csv", "--at", "margin", "--type",
+        arguments = ["fill", "t.docx", "july.csv", "--chart", "2", "--title", "New", "june.csv", "--at", "margin", "--type",
                      "pie", "--columns", "North", "--text", "month=July"]
         self.assertEqual(told, self.succeed(*arguments, "-o", "fill.docx"))
         self.assertEqual(self.read("job.docx"), self.read("fill.docx"))
@@ -119,6 +120,16 @@ class FillTest(CommandTest):
         self.assertEqual(report["series"], [{"change": "matched", "name": "South"},
                                             {"change": "renamed", "name": "East", "before": "North"}])
         self.assertEqual((report["pointsBefore"], report["pointsAfter"]), (2, 3))
+
+    def test_tells_all_that_cannot_be_filled(self):
+        self.write("job.json", b"""{"template": "t.docx", "texts": {"moth": "x"}, "charts": [
+ {"fill": "Costs", "table": "july.csv", "columns": ["West"]}, {"fill": "1", "table": "june.csv"},
+ {"at": "margn", "table": "june.csv"}]}""")
+        said = self.run_command("--job", "job.json", "-o", "out.docx").stderr
+        self.assertEqual([line.split(" ", 1)[1][:60] for line in said.splitlines()], [
+            'job.json:2:2: chart 1: july.csv: --columns: there is no colu',
+            "job.json:3:2: chart 3: There is no placeholder {{margn}}; di",
+            "There is no placeholder {{moth}}; did you mean {{month}}? Th"])
 
     def test_makes_a_document_for_each_group_of_a_template(self):
         self.write("all.csv", b"month,Month,North,South\nMay,May,1,2\nJun,Jun,3,4\nJun,Jul,5,6\n")
@@ -188,6 +199,15 @@ class FillTest(CommandTest):
         self.succeed(*arguments, "--force")
         self.assertEqual(self.read_charts("t.docx")[0], JULY_CHART)
 
+    def test_tables_may_add_up_and_names_come_twice_where_they_did(self):
+        self.write("own.csv", b"City,Net\nBonn,1\nBonn,2\nTotal,3\n")
+        self.write("job.json", {"blocks": [{"table": {"table": "own.csv"}}, {"paragraph": "{{table:more}}"}]})
+        self.succeed("--job", "job.json", "-o", "more.docx")
+        self.succeed("fill", "more.docx", "own.csv", "--at", "more", "-o", "out.docx")
+        self.assertEqual(self.read_paragraphs("out.docx"), ["City", "Net", "Bonn", "1", "Bonn", "2", "Total", "3"] * 2)
+        self.run_command("own.csv", "--drop", "Total", "-o", "chart.docx")
+        self.succeed("fill", "chart.docx", "own.csv", "--drop", "Total", "--chart", "1", "-o", "filled.docx")
+
     def test_refuses(self):
         out = ["-o", "out.docx"]
         self.write("only.json", {"blocks": [{"paragraph": "{{table:only}}"}]})
@@ -218,6 +238,8 @@ class FillTest(CommandTest):
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "--match", "size", *out], """Match "size": expected name or position.\n"""),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "july.csv"], 'Cannot write "july.csv"'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--at", "profit", *out], "chart 2: There is no"),
+            (1, ["fill", "t.docx", "july.csv", "--chart", "1", "june.csv", "--chart", "Chart 1", *out],
+             'chart 2: "Chart 1" is filled already; expected one table for each chart.'),
             (1, ["fill", "t.docx", "july.csv", "--chart", "1", "-o", "x.DOTX"],
              'Cannot write "x.DOTX": the template is a .docx file, and stays one; expected a name that ends so.'),
         ]:

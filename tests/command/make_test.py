@@ -81,6 +81,10 @@ REFUSED = [
      "A long table needs both --series, the column of series names, and --value, the column of values."),
     (WIDE, ["--type", "pie"], "t.csv: a pie shows one series, the table gives 2; choose one with --columns, "
      "or show all as rings with --type doughnut."),
+    (b"x,v\n1,2\n2,3\n", ["--type", "scatter", "--top", "1"],
+     't.csv: --top adds up the rest as "Other", which is no X value; leave it out, or choose another --type.'),
+    (b"x,v\n1,2\n2,3\n", ["--type", "bubble", "--transpose"],
+     't.csv: --transpose makes X values of the names of the columns, and "v" is no number; leave it out, or choose another --type.'),
     (WIDE, ["--type", "donut"], '--type: expected column, bar, line, pie, area, doughnut, scatter, bubble, radar, stock or waterfall, got "donut".'),
     (WIDE, ["--legend", "north"], '--legend: expected auto, none, right, top, left or bottom, got "north".'),
     (WIDE, ["--delimiter", "dot"], '--delimiter: expected comma, semicolon, tab or pipe, got "dot".'),

@@ -83,7 +83,7 @@ class Content(unittest.TestCase):
         data = document.to_bytes()
         main = read_part(data, "word/document.xml")
         self.assertRegex(main, ".*".join([
-            '"Title"', "See ", "Figure 1", "there", "<w:numPr>", "one", 'w:ilvl w:val="1"', "<w:b/>", "two", "Chart 1", ": Net",
+            '"Title"', "See ", "Abbildung 1", "there", "<w:numPr>", "one", 'w:ilvl w:val="1"', "<w:b/>", "two", "Chart 1", ": Net",
             "Chart 2", "Chart 3", 'w:w="1700"', ">x<", ">1,5<", ">z<", ">2<", ">2,50<", ">31.12.2024<", ">When<", ">South<", ">3,0<", ">4,5<",
             'descr="Dot"', 'w:type="page"', "TOC", 'w:orient="landscape"']))
         self.assertIn("<dc:creator>Ann", read_part(data, "docProps/core.xml"))
@@ -265,6 +265,11 @@ class Refusals(unittest.TestCase):
             (document.add_table, ([5], ["A"]), TypeError, "^add_table: expected rows of cells, got int"),
             (document.add_table, ("a",), TypeError, "^add_table: expected a data frame, .* got str"),
             (document.add_charts, (chart,), TypeError, "^add_charts: expected a list of charts, got .*ColumnChart"),
+            (document.add_charts, ([(chart, {"value_titel": "a"})],), TypeError, 'there is no option "value_titel"; did you '
+             'mean "value_title"'),
+            (lambda chart: document.add_chart(chart, value_titel="a"), (chart,), TypeError,
+             "^Document.add_chart.* no argument 'value_titel'; did you mean 'value_title'"),
+            (lambda chart: document.add_chart(chart, xyzzy="a"), (chart,), TypeError, "unexpected keyword argument 'xyzzy'"),
             (document.add_charts, ([(chart, 5)],), TypeError, r"^add_charts: expected a chart, \(chart, options\) or"),
             (document.add_image, (5,), TypeError, "^add_image: expected a path or bytes, got int"),
             (document.save, (5,), TypeError, "^save: expected a path or a file object opened for bytes, got int"),

@@ -12,7 +12,7 @@ from pathlib import Path
 import quillon.report
 from charts import make_chart
 from quillon import _core
-from quillon.chart import ColumnChart, DataSet, LineChart, PieChart, from_dataframe
+from quillon.chart import ColumnChart, DataSeries, DataSet, LineChart, PieChart, from_dataframe
 from quillon.report import ChartData, ChartWarning, Document, FillReport, Placeholder, SeriesChange
 
 JUNE = {"North": [1, 3], "South": [2, 4]}
@@ -132,6 +132,29 @@ class Templates(unittest.TestCase):
             made = Document()
             made.add_chart(ColumnChart(), data=frame)
             pandas.testing.assert_frame_equal(quillon.report.open(made.to_bytes()).to_dataframe("1"), frame)
+
+    def test_series_with_x_values_of_their_own_go_through_data_frames(self):
+        import pandas
+
+        data = quillon.report.ChartData(DataSet())
+        for name, points in {"North": [(1, 2), (3, float("nan"))], "South": [(2, 5), (4, 6)]}.items():
+            series = DataSeries(name)
+            for x, y in points:
+                series.appendPoint(x, y)
+            data.data_set.appendSeries(series)
+        document = Document()
+        document.add_chart(ColumnChart(), data, type="scatter")
+        template = quillon.report.open(document.to_bytes())
+        frame = template.to_dataframe("1")
+        before = template.to_bytes()
+        template.fill("1", frame)
+        self.assertEqual(template.to_bytes(), before)
+        frame.loc[0, "South X"] = 9
+        template.fill("1", frame)
+        self.assertEqual(template.to_dataframe("1")["South X"].tolist(), [9, 4])
+        self.assertRaisesRegex(ValueError, "'East': expected a column 'East X'", template.fill, "1", frame.assign(East=1))
+        self.template.fill("Revenue", {"A": [1, 2], "A X": [3, 4]})
+        self.assertEqual(self.template.get_data("Revenue").data_set.SeriesCount, 2)
 
     def test_saves_to_paths_and_files_and_opens_again(self):
         self.template.fill("Revenue", from_dataframe(JULY))

@@ -27,7 +27,7 @@ from docx.shape import InlineShape
 from docx.text.run import Run
 
 from quillon import _core, _options
-from quillon._arguments import refuse
+from quillon._arguments import refuse, suggesting
 from quillon._chart_data import take_data
 from quillon._warnings import ChartWarning, warn
 from quillon.chart import Chart
@@ -44,6 +44,7 @@ _EMU_PER_POINT = 12_700
 _HIGHEST_DRAWING = 1_000_000_000
 
 
+@suggesting
 def add_chart(
     target: Any,
     chart: Chart,
@@ -184,6 +185,7 @@ def charts(document: Any) -> list[FoundChart]:
     return _open("charts", document).charts
 
 
+@suggesting
 def fill(
     document: Any,
     chart: str,

@@ -12,7 +12,7 @@ from typing import Any, Literal
 
 from quillon import _core, _options
 from quillon import chart as charts
-from quillon._arguments import flag, listed, path, refuse
+from quillon._arguments import flag, listed, path, refuse, suggesting
 from quillon._chart_data import ChartData, as_chart_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart, _cells
@@ -83,6 +83,7 @@ class Document:
         rows = [(_runs("add_list", item.text), item.level) for item in given]
         self._core.add_list(rows, flag("add_list: numbered", numbered))
 
+    @suggesting
     def add_chart(
         self,
         chart: Chart,
@@ -190,15 +191,17 @@ class Document:
         """
         self._core.add_charts([_placed(one) for one in listed("add_charts", charts, "a list of charts")])
 
-    def add_caption(self, text: str, label: str = "Figure", name: str = "") -> None:
+    def add_caption(self, text: str, label: str = "", name: str = "") -> None:
         """Append a caption, which stays on the page of what it belongs to: the chart or image before it, or else the
         table behind it.
 
-        label: what is counted, "Figure 1", "Figure 2".
+        label: what is counted, "Figure 1", "Figure 2". Left out: "Table" above a table and "Figure" elsewhere, in the
+            language of the document.
         name: for references to it, Run(reference=name).
         """
         self._core.add_caption(text, label, name)
 
+    @suggesting
     def add_table(
         self,
         table: Any,
@@ -241,6 +244,7 @@ class Document:
         """Go on at the top of the next page."""
         self._core.add_page_break()
 
+    @suggesting
     def start_section(
         self,
         *,
@@ -267,6 +271,7 @@ class Document:
         """Append a table of the headings of levels 1 to `levels`."""
         self._core.add_table_of_contents(levels)
 
+    @suggesting
     def set_properties(
         self, *, title: str = "", author: str = "", keywords: str = "", language: str = ""
     ) -> None:
@@ -294,6 +299,7 @@ class Document:
         save(target, lambda: self._core.to_bytes(progress))
 
 
+@suggesting
 def chart(
     data: Any,
     title: str = "",

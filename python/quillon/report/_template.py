@@ -8,6 +8,7 @@ from collections.abc import Sequence
 from typing import TYPE_CHECKING, Any, Literal
 
 from quillon import _core, _options
+from quillon._arguments import suggesting
 from quillon._chart_data import ChartData, as_chart_data, as_fill_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
@@ -106,10 +107,11 @@ class Template:
         """The data that a chart shows as a pandas data frame: a column for each series; the categories are the index.
 
         Dates stay dates, and levels make an index of several. A chart without categories has its X values as index, or
-        a column "X" before each series when they differ.
+        a column "North X" before each series "North" when they differ, as fill() takes them.
         """
         return _make_frame(self.get_data(chart))
 
+    @suggesting
     def fill(
         self,
         chart: str,
@@ -123,7 +125,8 @@ class Template:
         """Give a chart new data, and return what changed. The chart keeps its look.
 
         data: a data frame or series, a dictionary of lists, an array, chart data, or a data set. A table that names no
-            categories, or no series, leaves the chart its own.
+            categories, or no series, leaves the chart its own. Where a chart shows X values, a column "North X" holds
+            those of "North".
         match: how new series and categories find the old ones whose look they take; what is left over by name goes by
             position.
         title, number_format: those of the chart stay when they are left out.
@@ -138,7 +141,7 @@ class Template:
     def _fill(
         self, chart: str, data: Any, match: str, title: str, number_format: str, totals: Sequence[str]
     ) -> FillReport:
-        chart_data = as_fill_data(data, "fill")
+        chart_data = as_fill_data(data, "fill", lambda: not self.get_data(chart).data_set.Categories)
         if totals:
             chart_data = dataclasses.replace(chart_data, totals=totals)
         number, name, series, before, after, sentences = self._core.fill(
@@ -146,6 +149,7 @@ class Template:
         )
         return FillReport(number, name, [SeriesChange(*row) for row in series], before, after, sentences)
 
+    @suggesting
     def insert(
         self,
         placeholder: str,
@@ -297,7 +301,7 @@ def _make_frame(data: ChartData) -> pandas.DataFrame:
     if all(x == xs[0] for x in xs):
         frame = pandas.DataFrame(dict(enumerate(values for _, values in columns)), index=xs[0] if xs else [])
         return frame.set_axis([name for name, _ in columns], axis=1)
-    parts = [pandas.DataFrame({"X": x, name: values}) for x, (name, values) in zip(xs, columns)]
+    parts = [pandas.DataFrame({f"{name} X": x, name: values}) for x, (name, values) in zip(xs, columns)]
     return pandas.concat(parts, axis=1)
 
 

@@ -323,7 +323,9 @@ TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
                              makeAxis("catAx", '3', '4') + makeScale('4', "<c:max val=\"3\"/>"));
     };
     const std::string ends = "<c:max val=\"10\"/><c:min val=\"0\"/>";
-    const std::string behind = " lies outside and does not show in full.";
+    const std::string behind = " lies outside and does not show in full; set the ";
+    const auto low = behind + "minimum to automatic in the document.";
+    const auto high = behind + "maximum to automatic in the document.";
     const struct {
         std::string part;
         std::vector<NamedValues> series;
@@ -334,13 +336,16 @@ TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
          {}},
         {makeBars("clustered", ends),
          {{"North", {-1, gap, -2.5}}, {"South", {8, 8, 11}}, {"Goal", {1, 4, 1}}},
-         {"the value axis is fixed to start at 0; -2.5 (\"North\", \"Mar\")" + behind,
-          "the value axis is fixed to end at 10; 11 (\"South\", \"Mar\")" + behind,
-          "the second value axis is fixed to end at 3; 4 (\"Goal\", \"Feb\")" + behind}},
+         {"the value axis is fixed to start at 0; -2.5 (\"North\", \"Mar\")" + low,
+          "the value axis is fixed to end at 10; 11 (\"South\", \"Mar\")" + high,
+          "the second value axis is fixed to end at 3; 4 (\"Goal\", \"Feb\")" + high}},
         {makeBars("stacked", ends),
          {{"North", {9, 9.9, 1}}, {"South", {-8, 0.1, 9.5}}, {"Goal", {1, 1, 1}}},
-         {"the value axis is fixed to start at 0; -8 (the series together, \"Jan\")" + behind,
-          "the value axis is fixed to end at 10; 10.5 (the series together, \"Mar\")" + behind}},
+         {"the value axis is fixed to start at 0; -8 (the series together, \"Jan\")" + low,
+          "the value axis is fixed to end at 10; 10.5 (the series together, \"Mar\")" + high}},
+        {makeBars("clustered", "<c:logBase val=\"10\"/><c:max val=\"10\"/>"),
+         {{"North", {1, gap, 1e-9}}, {"South", {8, 0, 10}}, {"Goal", {-1, 1, 1}}},
+         {"the value axis is logarithmic; 0 (\"South\", \"Feb\") is not above 0 and does not show."}},
         {makeBars("percentStacked", "<c:max val=\"1\"/><c:min val=\"0\"/>"),
          {{"North", {90, 99, 1}}, {"South", {8, 1, 95}}, {"Goal", {1, 1, 1}}},
          {}},
@@ -355,7 +360,7 @@ TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
     auto dates = makeTemplate(
         {limit(makeColumns(makeDates({"46023", "46054"}), {"1", "2"}, dateAxes), "<c:max val=\"46054\"/>")});
     EXPECT_EQ(dates.fill("1", makeData({"2026-02-01", "2026-03-01"}, {{"North", {1, 2}}})).warnings,
-              Texts{"the axis of dates is fixed to end at 2026-02-01; 2026-03-01" + behind});
+              Texts{"the axis of dates is fixed to end at 2026-02-01; 2026-03-01" + high});
     auto points = makeTemplate({limit(
         makePoints("scatterChart", makePointSeries(0, makeNumberReference('A', {"7", "8"}), {"7", "8"})),
         "<c:min val=\"5\"/>")});
@@ -363,7 +368,7 @@ TEST(Kinds, SayWhichValuesAFixedScaleCutsOff)
     EXPECT_EQ(points.fill("1", near).warnings, Texts());
     near.dataSet->getSeries(0)->getPoint(1)->setX(4.5);
     EXPECT_EQ(points.fill("1", near).warnings,
-              Texts{"the X axis is fixed to start at 5; 0 (\"S0\", point 1)" + behind});
+              Texts{"the X axis is fixed to start at 5; 0 (\"S0\", point 1)" + low});
 }
 
 TEST(Kinds, KeepTheNamesThatTheDataLeavesUnsaid)
