@@ -6,6 +6,7 @@
 
 #include "chart/model/BarChart.h"
 #include "chart/model/ColumnChart.h"
+#include "chart/model/PatternFillFormat.h"
 #include "chart/model/PieChart.h"
 #include "report/document/Document.h"
 #include "report/fill/Placeholders.h"
@@ -134,6 +135,9 @@ TEST(LabelColors, FollowTransparencyAndRoundsOfAccents)
     EXPECT_EQ(write(faint, 0), "tx1");
     faint->getFill()->setTransparency(20);
     EXPECT_EQ(write(faint, 0), "bg1");
+    const auto striped = chart::DataSeriesShapeFormat::create(u"navy");
+    striped->setFill(chart::PatternFillFormat::create(u"navy"));
+    EXPECT_EQ(write(striped, 0), "bg1");
     // The fourth accent is light; at 60 % of its lightness it is dark, at 60 % and 40 % more it is light
     // again.
     const std::pair<std::size_t, const char*> rounds[] = {
