@@ -307,8 +307,9 @@ FillResult fillTemplate(Template& document, const Filling& filling, const Listen
     FillResult result;
     std::vector<std::string> problems;
     fillCharts(document, filling, listener, result, problems);
-    for (const auto& [name, text] : filling.texts)
-        tryTo({}, problems, [&] { result.texts.emplace_back(name, document.replace(name, text)); });
+    for (const auto& text : filling.texts)
+        tryTo({}, problems,
+              [&] { result.texts.emplace_back(text.first, document.replace(text.first, text.second)); });
     if (!problems.empty()) throw std::runtime_error(fmt::format("{}", fmt::join(problems, "\n")));
     for (const auto& [name, text] : filling.furtherTexts)
         if (isInText(document, name)) result.texts.emplace_back(name, document.replace(name, text));
