@@ -125,9 +125,8 @@ void requireX(const ChartJob& job, const chart::DataSet& dataSet)
     const auto first = toUtf8(categories.front());
     if (job.transpose && first.find_first_of("0123456789") == std::string::npos)
         fail(
-            "{}: --transpose makes X values of the names of the columns, and {} is no number; leave it out, "
-            "or "
-            "choose another --type.",
+            "{}: --transpose makes X values of the names of the columns, and {} is no number; "
+            "leave it out, or choose another --type.",
             job.table, quoteText(first));
 }
 

@@ -115,9 +115,9 @@ const std::vector<Argument>& getInitArguments()
 const std::array verbs = {
     Verb{"", "TABLE [OPTION ...] ... -o DOCUMENT",
          "make a Word document with native, editable charts from tables",
-         "A TABLE is a CSV or TSV file, a workbook (.xlsx or .ods), JSON, Markdown, or a SQLite database; - "
-         "is "
-         "standard input. Options apply to the TABLE before them; those before the first TABLE are for all.",
+         "A TABLE is a CSV or TSV file, a workbook (.xlsx or .ods), JSON, Markdown, or a SQLite database; "
+         "- is standard input. Options apply to the TABLE before them; those before the first TABLE are for "
+         "all.",
          R"text(quillon-report revenue.csv --type column --title "Revenue" -o report.docx
 quillon-report weather.csv --type line --category date --columns temp_max,temp_min -o weather.docx
 quillon-report energy.csv --category year --series source --value net_generation -o energy.docx

@@ -25,9 +25,8 @@ std::size_t findEquals(const std::string& condition)
         if (condition[i] == '=' && !isQuoted) return i;
     }
     fail(
-        "--where: expected a column and a text, as in region=North, got {}; a text with a comma stands in "
-        "double "
-        "quotes, as in 'region=\"North, East\"'.",
+        "--where: expected a column and a text, as in region=North, got {}; "
+        "a text with a comma stands in double quotes, as in 'region=\"North, East\"'.",
         quoteText(condition));
 }
 
