@@ -138,7 +138,7 @@ std::string print(const FillPlan& plan, const XmlElement& axis, double number)
 
 std::string describe(const FillPlan& plan, const XmlElement& axis, const Reach& reach)
 {
-    const auto number = print(plan, axis, reach.number);
+    auto number = print(plan, axis, reach.number);
     if (isOfDates(axis)) return number;
     auto point = "point " + std::to_string(reach.point + 1);
     const auto& categories = plan.getCategories();
