@@ -9,11 +9,11 @@ namespace {
 
 std::mutex& getMutex()
 {
-    static std::mutex mutex;
+    static std::mutex forking;
     static const int registered =
-        pthread_atfork([] { mutex.lock(); }, [] { mutex.unlock(); }, [] { mutex.unlock(); });
+        pthread_atfork([] { forking.lock(); }, [] { forking.unlock(); }, [] { forking.unlock(); });
     static_cast<void>(registered);
-    return mutex;
+    return forking;
 }
 
 }  // namespace
