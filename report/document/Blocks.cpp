@@ -16,16 +16,21 @@ const std::string& choose(const std::string& wanted, const std::string& otherwis
 }
 
 /// The format of a series; without one, as many decimals for all values as one needs, so that they stand
-/// below one another. Where they are many each value has its own.
+/// below one another. Where they are many each value has its own. Thousands are set apart where a value has
+/// five digits, which years have not.
 std::string findFormat(const chart::DataSeries& series, const std::string& format)
 {
+    constexpr double fiveDigits = 10'000;
     if (!format.empty()) return format;
     int decimals = 0;
-    for (const auto& point : series.getPoints())
+    bool isLarge = false;
+    for (const auto& point : series.getPoints()) {
         decimals = std::max(decimals, countDecimals(point->getValue()));
-    return decimals == 0 || decimals > maximumDecimals
-               ? "General"
-               : "0." + std::string(static_cast<std::size_t>(decimals), '0');
+        isLarge = isLarge || std::abs(point->getValue()) >= fiveDigits;
+    }
+    if (decimals > maximumDecimals) return "General";
+    if (isLarge) return makeNumberFormat(decimals);
+    return decimals == 0 ? "General" : "0." + std::string(static_cast<std::size_t>(decimals), '0');
 }
 
 struct Column {

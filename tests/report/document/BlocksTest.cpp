@@ -382,6 +382,9 @@ TEST(Blocks, NumbersOfATableHaveTheDecimalsOfTheirColumn)
         {{1337.5, 1260, 0.25}, {"1337.50", "1260.00", "0.25"}},
         {{1998, 2024}, {"1998", "2024"}},
         {{0.125, 3}, {"0.125", "3"}},
+        {{-1.2e6, 950}, {"-1,200,000", "950"}},
+        {{10'000, 0.5}, {"10,000.0", "0.5"}},
+        {{12'345.678, 9}, {"12345.678", "9"}},
     };
     for (const auto& [values, texts] : cases) {
         const auto rows = readRows(ChartData(makeChart<chart::ColumnChart>(1, values)->getDataSet()));
