@@ -99,7 +99,7 @@ class Templates(unittest.TestCase):
 
         document = Document()
         document.add_chart(ColumnChart(data=make_data(10, 5, 0)), type="waterfall", totals=["Last"])
-        template = quillon.report.open(document.to_bytes())
+        template = quillon.report.open(io.BytesIO(document.to_bytes()))
         self.assertEqual(template.get_data("1").totals, ["Last"])
         template.fill("1", make_data(20, 5, 0), totals=["Last", "This"])
         self.assertEqual(template.get_data("1").totals, ["Last", "This"])

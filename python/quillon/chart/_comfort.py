@@ -26,7 +26,12 @@ class Made(Preview):
     __slots__ = ()
 
     def __init__(self: Any, *arguments: Any, title: Any = None, data: Any = None, **others: Any) -> None:
-        _core.Handle.__init__(self, *arguments, **others)
+        for name in others:
+            raise TypeError(
+                f"{type(self).__name__}() has no argument {name!r}; it takes title and data, and options of the "
+                "look are for add_chart()."
+            )
+        _core.Handle.__init__(self, *arguments)
         _fill_chart(self, title, data)
 
 

@@ -3,12 +3,13 @@
 from __future__ import annotations
 
 import dataclasses
+import io
 import os
 from collections.abc import Sequence
-from typing import TYPE_CHECKING, Any, Literal
+from typing import TYPE_CHECKING, Any, BinaryIO, Literal
 
 from quillon import _core, _options
-from quillon._arguments import suggesting
+from quillon._arguments import refuse, suggesting
 from quillon._chart_data import ChartData, as_chart_data, as_fill_data, take_data
 from quillon._warnings import warn
 from quillon.chart import Chart
@@ -277,13 +278,18 @@ class Template:
         save(target, lambda: (self._core.to_bytes(), ()))
 
 
-def open(source: str | os.PathLike[str] | bytes) -> Template:
-    """Open a document that exists: its path, or the bytes of the file.
+def open(source: str | os.PathLike[str] | bytes | BinaryIO) -> Template:
+    """Open a document that exists: its path, the bytes of the file, or a file object opened for bytes.
 
     Raises FileNotFoundError, and ValueError that says what is wrong with the file, or what it is instead.
     """
+    expected = "a path, bytes or a file object opened for bytes"
+    if isinstance(source, io.TextIOBase):
+        raise refuse("open", expected, source)
+    if not isinstance(source, (str, bytes, os.PathLike)) and hasattr(source, "read"):
+        source = source.read()
     if not isinstance(source, bytes):
-        require_file("open", source, "a path or bytes")
+        require_file("open", source, expected)
     return Template(_core.open_template(source))
 
 
