@@ -235,10 +235,11 @@ Paint getStandardPaint(const ChartPart& part, const SeriesPart& series)
     constexpr std::uint32_t seeThrough = 30;
     const auto name = getGroupName(series);
     const bool isArea = name == u"c:areaChart" && !part.context.options.stacking;
-    const bool isCovering =
-        isArea || name == u"c:bubbleChart" || (name == u"c:radarChart" && !isLine(series));
+    const bool coversOthers = isArea || (name == u"c:radarChart" && !isLine(series));
+    // Bubbles cover those of their own series too.
+    const bool isCovering = name == u"c:bubbleChart" || (coversOthers && part.series.size() > 1);
     Paint paint{part.getStandardColor(series)};
-    if (isCovering && part.series.size() > 1) paint.transparency = seeThrough;
+    if (isCovering) paint.transparency = seeThrough;
     return paint;
 }
 
