@@ -7,6 +7,7 @@
 
 #include "report/options/NearName.h"
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -52,6 +53,7 @@ CommandLine::CommandLine(std::span<const Argument> arguments, const std::vector<
         }
     }
     requireOnce();
+    requireUtf8();
 }
 
 /// A word that is an option is hardly meant as a value, which has been forgotten.
@@ -98,6 +100,20 @@ void CommandLine::requireOnce() const
             const bool isForTable = word.argument->isPerTable() && !table.empty();
             misused("--{} is given twice{}; it takes one value.", word.argument->name,
                     isForTable ? " for " + quoteText(table) : "");
+        }
+    }
+}
+
+/// Names of files may be any bytes.
+void CommandLine::requireUtf8() const
+{
+    for (const auto& word : words_) {
+        if (word.argument == nullptr || word.argument->value == "FILE") continue;
+        try {
+            toUtf16(word.text);
+        } catch (const std::runtime_error&) {
+            throw std::runtime_error(fmt::format("--{}: expected text in UTF-8, got {}.", word.argument->name,
+                                                 quoteText(word.text)));
         }
     }
 }

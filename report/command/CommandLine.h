@@ -26,7 +26,8 @@ class CommandLine {
     };
 
     /// `arguments` must outlive the command line.
-    /// Throws: UsageError for an option that is unknown, lacks its value or is given too often.
+    /// Throws: UsageError for an option that is unknown, lacks its value or is given too often;
+    /// std::runtime_error for a value that is not in UTF-8.
     CommandLine(std::span<const Argument> arguments, const std::vector<std::string>& words);
 
     bool has(const std::string& name) const;
@@ -42,6 +43,7 @@ class CommandLine {
     const Argument* findKnown(const std::string& word) const;
     const Argument& find(const std::string& word) const;
     void requireOnce() const;
+    void requireUtf8() const;
 
     std::span<const Argument> arguments_;
     std::vector<Word> words_;

@@ -101,6 +101,7 @@ REFUSED = [
     (WIDE, ["--title", "a\x01"],
      "chart 1, title: character 2 (U+0001) cannot stand in a document; "
      "only tab and line break of the control characters can."),
+    (WIDE, ["--title", "a\udcffb"], '--title: expected text in UTF-8, got "a\\xFFb".'),
     (WIDE, ["missing.csv"], 'chart 2: Cannot read "missing.csv": No such file or directory.'),
     (WIDE, ["."], 'chart 2: Cannot read ".": it is a folder.'),
 ]
