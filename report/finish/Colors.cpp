@@ -134,12 +134,11 @@ Targets findTargets(const ChartContext& context)
 
 [[noreturn]] void refuseName(const std::string& name, const Targets& targets)
 {
-    const auto list = listNames(targets.names);
+    const auto& names = targets.names;
     throw ChartError("", std::string("series-colors: there is no ") + targets.one + " " + quoteText(name) +
-                             "; " +
-                             (list.empty() ? std::string("there are no ") + targets.many
-                                           : std::string("the ") + targets.many + " are" + list) +
-                             ".");
+                             (names.empty() ? std::string("; there are no ") + targets.many
+                                            : std::string("; the ") + targets.many + " are") +
+                             listNames(names, name));
 }
 
 std::u16string readDigits(const std::string& text)

@@ -13,15 +13,11 @@ namespace {
 [[noreturn]] void refuseName(const chart::DataSet& dataSet, const std::string& name, const char* option)
 {
     std::vector<std::u16string> names;
-    std::vector<std::string> texts;
     const auto all = dataSet.getSeriesList();
-    for (const auto& series : *all) {
-        names.push_back(series->getName());
-        texts.push_back(toUtf8(series->getName()));
-    }
+    for (const auto& series : *all) names.push_back(series->getName());
     throw ChartError("", std::string(option) + ": there is no series " + quoteText(name) + "; " +
-                             (names.empty() ? "there are no series" : "the series are" + listNames(names)) +
-                             suggestName(name, texts));
+                             (names.empty() ? "there are no series" : "the series are") +
+                             listNames(names, name));
 }
 
 }  // namespace
@@ -48,18 +44,22 @@ std::vector<std::size_t> findCategories(const std::vector<std::u16string>& categ
         if (categories[i] == name) positions.push_back(i);
     if (positions.empty())
         throw ChartError("", std::string(option) + ": there is no category " + quoteText(name) +
-                                 "; the categories are" + listNames(categories) + ".");
+                                 "; the categories are" + listNames(categories, toUtf8(name)));
     return positions;
 }
 
-std::string listNames(const std::vector<std::u16string>& names)
+std::string listNames(const std::vector<std::u16string>& names, const std::string& wanted)
 {
     constexpr std::size_t named = 20;
+    // Near names of a million categories would be long to find.
+    constexpr std::size_t compared = 1000;
     std::string list;
     for (std::size_t i = 0; i < std::min(names.size(), named); ++i)
         list += (i == 0 ? " " : ", ") + quoteText(names[i]);
     if (names.size() > named) list += " and " + std::to_string(names.size() - named) + " more";
-    return list;
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < std::min(names.size(), compared); ++i) texts.push_back(toUtf8(names[i]));
+    return list + suggestName(wanted, texts);
 }
 
 }  // namespace quillon::report

@@ -19,7 +19,8 @@ std::vector<std::size_t> findSeries(const chart::DataSet& dataSet, const std::ve
 std::vector<std::size_t> findCategories(const std::vector<std::u16string>& categories,
                                         const std::u16string& name, const char* option);
 
-/// ` "North", "South" and 3 more`, at most 20 of them.
-std::string listNames(const std::vector<std::u16string>& names);
+/// The end of a sentence about a name that is not there: ` "North", "South" and 3 more`, at most 20 of them,
+/// and the one that was probably meant.
+std::string listNames(const std::vector<std::u16string>& names, const std::string& wanted);
 
 }  // namespace quillon::report

@@ -8,6 +8,7 @@
 #include "report/finish/SeriesNames.h"
 #include "report/options/ChartError.h"
 #include "report/options/QuotedText.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
@@ -41,7 +42,7 @@ void requireTotals(const std::vector<std::u16string>& categories, const std::vec
     for (const auto& total : totals)
         if (!known.contains(total))
             throw ChartError("", "totals: there is no category " + quoteText(total) + "; the categories are" +
-                                     listNames(categories) + ".");
+                                     listNames(categories, toUtf8(total)));
 }
 
 std::vector<Bar> makeBars(const chart::DataSeries& series, const std::vector<bool>& totals)

@@ -626,7 +626,8 @@ TEST(ChartOptions, AreRefusedInASentence)
          "chart 1, series 2 (\"S2\"): it is not drawn as a line, and dashed is for lines."},
         {ChartKind::Bar,
          {.categoryColors = {{"C2", "red"}}},
-         "chart 1: category-colors: there is no category \"C2\"; the categories are \"C1\"."},
+         "chart 1: category-colors: there is no category \"C2\"; the categories are \"C1\"; did you mean "
+         "\"C1\"?"},
         {ChartKind::Bar, {.numberFormat = "0 \"kg"}, format("0 \"kg", "a quote stays open.")},
         {ChartKind::Bar, {.numberFormat = "[Red0"}, format("[Red0", "a bracket stays open.")},
         {ChartKind::Bar, {.numberFormat = "0]"}, format("0]", "a bracket closes that was not open.")},

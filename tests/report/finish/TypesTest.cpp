@@ -114,6 +114,13 @@ TEST(ChartTypes, HaveTheirGroupsAndAxes)
     }
 }
 
+TEST(ChartTypes, LetBubblesBeSeenThroughOneAnother)
+{
+    expectRows(
+        makeData({{1, 2}, {3, 4}}),
+        {{{{"type", "bubble"}, {"size-series", "B"}}, "//c:ser/c:spPr/a:solidFill//a:alpha/@val", "70000"}});
+}
+
 TEST(ChartTypes, DrawTheWebOfARadar)
 {
     const auto count = "count(//c:catAx/c:majorGridlines) + 10 * count(//c:valAx/c:majorGridlines)";
@@ -340,8 +347,9 @@ TEST(ChartTypes, RefuseWhatDoesNotFit)
               "chart 1: size-series: 2 series hold amounts for 3 others; name one for each, or one for all.");
     EXPECT_EQ(refusal(data, {{"type", "waterfall"}}),
               "chart 1: a waterfall chart has one series, of changes and totals; got 3.");
-    EXPECT_EQ(refusal(words, {{"type", "waterfall"}, {"totals", "three"}}),
-              "chart 1: totals: there is no category \"three\"; the categories are \"one\", \"2\".");
+    EXPECT_EQ(refusal(words, {{"type", "waterfall"}, {"totals", "onne"}}),
+              "chart 1: totals: there is no category \"onne\"; the categories are \"one\", \"2\"; did you "
+              "mean \"one\"?");
     EXPECT_EQ(refusal(words, {{"category-type", "date"}}),
               "chart 1: category-type date: category 1 is \"one\"; expected a date, as in 2026-07-31.");
     EXPECT_EQ(refusal(words, {{"category-type", "number"}}),
