@@ -155,12 +155,22 @@ std::string chooseAxisFormat(const ChartPart& part, const Scale& scale)
     return makeNumberFormat(std::max(countValueDecimals(part, scale), stepDecimals));
 }
 
+/// Years have no thousands; numbers of five digits are hard to read without.
+const char* chooseXNumberFormat(const ChartPart& part)
+{
+    constexpr double fiveDigits = 10'000;
+    const auto scale = getScale(part, ScaleKind::X);
+    const auto range = findRange(part, scale);
+    const bool isLarge = range.high >= fiveDigits || range.low <= -fiveDigits;
+    return isLarge && countValueDecimals(part, scale) == 0 ? "#,##0" : "General";
+}
+
 std::string chooseXFormat(const ChartPart& part)
 {
     const auto& format = part.context.options.xFormat;
     if (!format.empty()) return format;
     const auto& data = part.context.data;
-    if (data.categoryKind != CategoryKind::Date) return "General";
+    if (data.categoryKind != CategoryKind::Date) return chooseXNumberFormat(part);
     return data.categoryFormat.empty() ? chooseDateFormat(data.categoryValues) : data.categoryFormat;
 }
 

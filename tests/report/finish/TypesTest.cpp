@@ -114,8 +114,25 @@ TEST(ChartTypes, HaveTheirGroupsAndAxes)
     }
 }
 
+TEST(ChartTypes, SetThousandsOfXApartWhereAYearHasNone)
+{
+    const std::pair<std::vector<double>, const char*> cases[] = {
+        {{1998, 9999}, "General"},
+        {{120, 10'000}, "#,##0"},
+        {{-10'000, 5}, "#,##0"},
+        {{0.5, 20'000}, "General"},
+    };
+    for (const auto& [xs, format] : cases) {
+        auto data = makeData({{1, 2}});
+        for (std::size_t i = 0; i < 2; ++i) data.dataSet->getSeries(0)->getPoint(i)->setX(xs[i]);
+        expectRows(data,
+                   {{{{"type", "scatter"}}, "//c:valAx[c:axPos/@val='b']/c:numFmt/@formatCode", format}});
+    }
+}
+
 TEST(ChartTypes, LetBubblesBeSeenThroughOneAnother)
 {
+    expectRows(makeData({{1, 2}}), {{{{"type", "area"}}, "count(//c:ser//a:alpha)", "0"}});
     expectRows(
         makeData({{1, 2}, {3, 4}}),
         {{{{"type", "bubble"}, {"size-series", "B"}}, "//c:ser/c:spPr/a:solidFill//a:alpha/@val", "70000"}});
