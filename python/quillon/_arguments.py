@@ -12,6 +12,9 @@ from typing import Any, TypeVar, cast
 Function = TypeVar("Function", bound=Callable[..., Any])
 
 
+_OF_CHART = "the title is the chart's own, as in ColumnChart(title='Sales')"
+
+
 def suggesting(function: Function) -> Function:
     """Let a misspelt keyword be refused with the name of the one that was probably meant."""
     known = list(inspect.signature(function).parameters)
@@ -20,8 +23,10 @@ def suggesting(function: Function) -> Function:
     def call(*arguments: Any, **keywords: Any) -> Any:
         for name in keywords.keys() - known:
             near = difflib.get_close_matches(name, known, 1)
-            if near:
-                raise TypeError(f"{function.__qualname__}() has no argument {name!r}; did you mean {near[0]!r}?")
+            # The titles of its axes are near, and not meant.
+            hint = _OF_CHART if name == "title" and "chart" in known else f"did you mean {near[0]!r}?" if near else ""
+            if hint:
+                raise TypeError(f"{function.__qualname__}() has no argument {name!r}; {hint}")
         return function(*arguments, **keywords)
 
     return cast(Function, call)

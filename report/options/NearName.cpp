@@ -28,6 +28,16 @@ std::size_t measureDistance(const std::string& a, const std::string& b)
     return steps[a.size()][b.size()];
 }
 
+/// The one name that goes on from what was typed.
+std::string findLongerName(std::string_view typed, const std::vector<std::string>& names)
+{
+    constexpr std::size_t tellsEnough = 3;
+    const auto goesOn = [&typed](const std::string& name) { return toLower(name).starts_with(typed); };
+    const auto only = std::ranges::find_if(names, goesOn);
+    if (typed.size() < tellsEnough || only == names.end()) return {};
+    return std::any_of(only + 1, names.end(), goesOn) ? std::string() : *only;
+}
+
 }  // namespace
 
 std::string findNearName(std::string_view typed, const std::vector<std::string>& names)
@@ -47,7 +57,7 @@ std::string findNearName(std::string_view typed, const std::vector<std::string>&
         fewest = distance;
         nearest = name;
     }
-    return nearest;
+    return nearest.empty() ? findLongerName(wanted, names) : nearest;
 }
 
 std::string suggestName(std::string_view typed, const std::vector<std::string>& names)

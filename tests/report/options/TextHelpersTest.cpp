@@ -32,6 +32,9 @@ TEST(NearName, IsTheOneThatWasMeant)
     EXPECT_EQ(findNearName("categry", names), "category");
     EXPECT_EQ(findNearName("xy", names), "");
     EXPECT_EQ(findNearName("a", {"b"}), "");
+    EXPECT_EQ(findNearName("Exp", {"linear", "exponential", "export"}), "");
+    EXPECT_EQ(findNearName("Expo", {"linear", "Exponential"}), "Exponential");
+    EXPECT_EQ(findNearName("ex", {"linear", "exponential"}), "");
     EXPECT_EQ(suggestName("colums", {"columns"}), "; did you mean \"columns\"?");
     EXPECT_EQ(suggestName("x", {}), ".");
 }
