@@ -270,6 +270,7 @@ class Refusals(unittest.TestCase):
             (lambda chart: document.add_chart(chart, value_titel="a"), (chart,), TypeError,
              "^Document.add_chart.* no argument 'value_titel'; did you mean 'value_title'"),
             (lambda chart: document.add_chart(chart, title="a"), (chart,), TypeError, "^Document.add_chart.* the chart's own, as in"),
+            (lambda rows: document.add_table(rows, title="a"), ([],), TypeError, "^Document.add_table.* no argument 'title'; did you mean"),
             (lambda chart: document.add_chart(chart, xyzzy="a"), (chart,), TypeError, "unexpected keyword argument 'xyzzy'"),
             (document.add_charts, ([(chart, 5)],), TypeError, r"^add_charts: expected a chart, \(chart, options\) or"),
             (document.add_image, (5,), TypeError, "^add_image: expected a path or bytes, got int"),
