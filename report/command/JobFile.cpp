@@ -77,6 +77,7 @@ struct Making {
         for (const auto& file : files) output.requireOther(file);
         if (const auto* found = job.tree.find("template"))
             output.requireOtherThanTemplate((job.folder / found->text).string());
+        if (!document) output.requireNameOfNew();
         output.requireWritable();
     }
 };

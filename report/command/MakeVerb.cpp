@@ -27,6 +27,7 @@ void makeFromTables(const CommandLine& commandLine, const Output& output)
     if (output.path.empty() && !isCheck) throw UsageError("Expected --output, the document to write.");
     const auto jobs = readTables(commandLine);
     for (const auto& job : jobs) output.requireOther(job.table);
+    output.requireNameOfNew();
     if (!isCheck) output.requireWritable();
     ProgressLine progress;
     const auto listener = progress.getListener("chart");

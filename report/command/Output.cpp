@@ -13,23 +13,42 @@
 #include "report/options/QuotedText.h"
 #include "report/package/OutputFile.h"
 #include "report/table/Fail.h"
+#include "support/Text.h"
 
 namespace quillon::report {
 namespace {
 
 constexpr mode_t mayWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 
+std::string getEnding(const std::string& path)
+{
+    return toLower(std::filesystem::path(path).extension().string());
+}
+
 bool isPdf(const std::string& path)
 {
-    return path.ends_with(".pdf") || path.ends_with(".PDF");
+    return getEnding(path) == ".pdf";
 }
 
 /// Whether a name promises a file that is no document of ours. A table of that name would be lost for one.
 bool isForeign(const std::string& path)
 {
-    constexpr std::string_view endings[] = {".doc", ".odt", ".rtf",  ".htm",  ".html", ".txt", ".md",
-                                            ".csv", ".tsv", ".xlsx", ".xlsm", ".ods",  ".json"};
-    return std::ranges::find(endings, std::filesystem::path(path).extension()) != std::end(endings);
+    constexpr std::string_view endings[] = {".doc",  ".odt", ".rtf",  ".htm", ".html", ".txt",
+                                            ".md",   ".csv", ".tsv",  ".xls", ".ods",  ".xlsx",
+                                            ".xlsm", ".ppt", ".pptx", ".json"};
+    return std::ranges::find(endings, getEnding(path)) != std::end(endings);
+}
+
+/// Whether a word processor would refuse a new document by that name, as its content is that of .docx.
+bool isOtherKind(const std::string& path)
+{
+    constexpr std::string_view endings[] = {".docm", ".dotx", ".dotm"};
+    return std::ranges::find(endings, getEnding(path)) != std::end(endings);
+}
+
+[[noreturn]] void refuseName(const std::string& path)
+{
+    fail("Cannot write {}: expected a name that ends in .docx or .pdf.", quoteText(path, 200));
 }
 
 /// The mode of a file that nobody may write; nothing for others, and where there is none.
@@ -101,10 +120,14 @@ void Output::requireUnprotected() const
         fail("Cannot write {}: it is write-protected; --force replaces it.", quoteText(path, 200));
 }
 
+void Output::requireNameOfNew() const
+{
+    if (isOtherKind(path)) refuseName(path);
+}
+
 void Output::requireWritable() const
 {
-    if (isForeign(path))
-        fail("Cannot write {}: expected a name that ends in .docx or .pdf.", quoteText(path, 200));
+    if (isForeign(path)) refuseName(path);
     if (isPdf(path)) requirePdf(path);
     if (!isStandard()) requireUnprotected();
     if (isStandard() && isatty(STDOUT_FILENO) != 0)

@@ -20,6 +20,9 @@ struct Output {
     /// Refuses to replace a file that the document is made from: an author who forgets the name of the
     /// document must not lose a table for it. Throws: std::runtime_error.
     void requireOther(const std::string& input) const;
+    /// Refuses a name by which word processors do not open a document that is made, and not filled: .docm.
+    /// Throws: std::runtime_error.
+    void requireNameOfNew() const;
     /// Throws: std::runtime_error for a target that is write-protected, unless forced, for a name that
     /// promises another kind of file, and for a PDF where LibreOffice is missing.
     void requireWritable() const;

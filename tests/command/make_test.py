@@ -217,9 +217,11 @@ class MakeTest(CommandTest):
     def test_writes_no_document_by_the_name_of_another_kind(self):
         self.write("t.csv", WIDE)
         self.write("u.csv", b"precious")
-        for name in ("u.csv", "out.odt", "out.html"):
+        for name in ("u.csv", "out.odt", "OUT.PPTX", "out.docm"):
             self.require_refusal(1, f'Cannot write "{name}": expected a name that ends in .docx or .pdf.',
                                  "t.csv", "-o", name)
+        self.write("job.json", '{"blocks": []}')
+        self.require_refusal(1, 'Cannot write "out.dotx": expected', "--job", "job.json", "-o", "out.dotx")
         self.assertEqual(self.read("u.csv"), b"precious")
 
     def test_a_document_is_no_table(self):
