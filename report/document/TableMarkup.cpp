@@ -72,17 +72,18 @@ bool isNumericColumn(const TextTable& table, std::size_t column)
     return any && column > 0;
 }
 
-/// Twips by the length of the longest text, in shares of the text's width.
+/// Twips by the length of the longest text and the margins beside it, in shares of the text's width.
 std::vector<std::int64_t> shareWidth(const Rows& rows, std::int64_t textWidth)
 {
     constexpr std::size_t shortest = 4;
     constexpr std::size_t longest = 40;
+    constexpr std::size_t margins = 3;
     std::vector<std::size_t> lengths;
     std::size_t sum = 0;
     for (std::size_t i = 0; i < rows.front().size(); ++i) {
         std::size_t length = 0;
         for (const auto& row : rows) length = std::max(length, row[i].size());
-        lengths.push_back(std::clamp(length, shortest, longest));
+        lengths.push_back(std::clamp(length, shortest, longest) + margins);
         sum += lengths.back();
     }
     const auto whole = static_cast<std::int64_t>(std::max(sum, shortest));

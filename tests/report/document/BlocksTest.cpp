@@ -181,6 +181,11 @@ TEST(Blocks, AreWrittenAsTheMarkupHasThem)
              d.addTable({{"a", "b"}, {}, {"1in", "2in"}});
          },
          "gridCol", "w", "1440|2880"},
+        {"room for a short name beside long texts",
+         [](auto& d) {
+             d.addTable({{"a", "Women"}, {{std::string(60, 'x'), "5"}}});
+         },
+         "gridCol", "w", "7610|1415"},
         {"numbers stand right",
          [](auto& d) {
              d.addTable({{"a", "b", "c"}, {{"Q1", "1.5", "x"}, {"Q2", "", "2"}}});
