@@ -47,18 +47,29 @@ NumberRange findPlainRange(const ChartPart& part, ScaleKind kind)
     return range;
 }
 
+/// The series from the bottom of the stacks to the top.
+std::vector<const SeriesPart*> listUpwards(const ChartPart& part)
+{
+    std::vector<const SeriesPart*> series;
+    for (const auto& one : part.series) series.push_back(&one);
+    constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
+    if (part.context.kind == ChartKind::Waterfall && base < series.size())
+        std::rotate(series.begin(), series.begin() + base, series.begin() + base + 1);
+    return series;
+}
+
 /// From the lowest to the highest end of the parts of the stacks.
 NumberRange findStackedRange(const ChartPart& part, ScaleKind kind)
 {
     NumberRange range;
     std::vector<double> ups;
     std::vector<double> downs;
-    for (const auto& series : part.series) {
-        if (!standsOn(part, series, kind)) continue;
+    for (const auto* series : listUpwards(part)) {
+        if (!standsOn(part, *series, kind)) continue;
         std::size_t index = 0;
-        ups.resize(std::max<std::size_t>(ups.size(), series.series.getSize()));
+        ups.resize(std::max<std::size_t>(ups.size(), series->series.getSize()));
         downs.resize(ups.size());
-        for (const auto& point : series.series.getPoints()) {
+        for (const auto& point : series->series.getPoints()) {
             if (const double value = point->getValue(); !std::isnan(value))
                 range.add((value < 0 ? downs : ups)[index] += value);
             ++index;

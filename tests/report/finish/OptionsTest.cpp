@@ -475,6 +475,7 @@ TEST(ValueAxis, StartsAtZeroWhereBarsShowItsNumbers)
         {Column, {{1001, 1050}}, {{"log", "10"}}, ""},
         {Column, {{1001, 1050}}, {{"stacking", "percent"}}, ""},
         {Bar, {{45'000, 45'010}, {5, 6}}, {{"stacking", "normal"}, {"hidden", "S1"}}, ""},
+        {Column, {{1200, 5, -3}}, {{"type", "waterfall"}, {"totals", "C1"}}, "0"},
     };
     for (const auto& [kind, values, texts, end] : cases)
         EXPECT_EQ(readXPath(write(makeSeries(kind, values), makeOptions(texts)).chart,
