@@ -220,7 +220,7 @@ class MakeTest(CommandTest):
         for name in ("u.csv", "out.odt", "OUT.PPTX", "out.docm"):
             self.require_refusal(1, f'Cannot write "{name}": expected a name that ends in .docx or .pdf.',
                                  "t.csv", "-o", name)
-        self.write("job.json", '{"blocks": []}')
+        self.write("job.json", {"blocks": []})
         self.require_refusal(1, 'Cannot write "out.dotx": expected', "--job", "job.json", "-o", "out.dotx")
         self.assertEqual(self.read("u.csv"), b"precious")
 
