@@ -51,6 +51,7 @@ NumberRange findPlainRange(const ChartPart& part, ScaleKind kind)
 std::vector<const SeriesPart*> listUpwards(const ChartPart& part)
 {
     std::vector<const SeriesPart*> series;
+    series.reserve(part.series.size());
     for (const auto& one : part.series) series.push_back(&one);
     constexpr auto base = static_cast<std::size_t>(WaterfallPart::Base);
     if (part.context.kind == ChartKind::Waterfall && base < series.size())
