@@ -12,6 +12,7 @@
 #include <optional>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include "report/command/ChartReader.h"
 #include "report/command/CommandLine.h"
@@ -120,13 +121,18 @@ std::string putInFront(const std::string& what, const std::string& lines)
     return result;
 }
 
-/// Makes and writes one document, and returns what was filled.
-FillResult makeOne(const Making& making, const JsonNode& tree, const Group* group, const Output& output,
-                   const Listener& listener)
+/// A document, and what was filled in it.
+struct Made {
+    FillResult result = {};
+    std::string bytes = {};
+};
+
+/// Makes one document, to be written to a path.
+Made makeOne(const Making& making, const JsonNode& tree, const Group* group, const std::string& path,
+             const Listener& listener)
 {
     const JobPlace place{making.job.folder, group, &making.job.source};
-    FillResult result;
-    std::string bytes;
+    Made made;
     if (making.document) {
         Filling filling{.texts = readTexts(tree)};
         if (group != nullptr) filling.furtherTexts = group->texts;
@@ -137,17 +143,16 @@ FillResult makeOne(const Making& making, const JsonNode& tree, const Group* grou
                     describePosition(place.source->text, place.source->name, chart.position) + ": ");
             }
         auto document = *making.document;
-        requireOutputOfKind(document, output.path);
-        result = fillTemplate(document, filling, listener);
-        bytes = document.toBytes();
+        requireOutputOfKind(document, path);
+        made.result = fillTemplate(document, filling, listener);
+        made.bytes = document.toBytes();
     } else {
         const auto texts = readTexts(tree);
         const auto filled = fillInTexts(tree, texts);
-        result.left = tellUnfilled(filled, listNames(texts, group), place, listener);
-        bytes = makeReport(filled, place, listener).toBytes(listener);
+        made.result.left = tellUnfilled(filled, listNames(texts, group), place, listener);
+        made.bytes = makeReport(filled, place, listener).toBytes(listener);
     }
-    if (!making.options.isCheck) output.write(bytes);
-    return result;
+    return made;
 }
 
 void tell(const Making& making, const FillResult& result, const std::string& output)
@@ -159,12 +164,14 @@ void tell(const Making& making, const FillResult& result, const std::string& out
         fmt::print("{}", describeFilling(result));
 }
 
-void tellGroups(const Making& making, const std::vector<FillResult>& results,
-                const std::vector<Group>& groups)
+void tellGroups(const Making& making, const std::vector<Made>& made, const std::vector<Group>& groups)
 {
     std::vector<std::string> outputs;
+    std::vector<FillResult> results;
     outputs.reserve(groups.size());
+    results.reserve(groups.size());
     for (const auto& group : groups) outputs.push_back(group.output);
+    for (const auto& one : made) results.push_back(one.result);
     if (making.options.asJson) return fmt::print("{}", describeFillingsAsJson(results, outputs));
     for (std::size_t i = 0; i < groups.size(); ++i) {
         fmt::print("{}\n", outputs[i]);
@@ -172,14 +179,14 @@ void tellGroups(const Making& making, const std::vector<FillResult>& results,
     }
 }
 
-/// Makes the documents of all groups, on all cores. A failure ends it: that of the first group in their order
-/// which fails is told, whichever thread comes first.
+/// Makes the documents of all groups, and writes them once all are made, on all cores. A failure ends it:
+/// that of the first group in their order which fails is told, whichever thread comes first.
 class GroupRun {
  public:
     GroupRun(const Making& making, const std::vector<Group>& groups)
         : making_(making),
           groups_(groups),
-          results_(groups.size()),
+          made_(groups.size()),
           warnings_(groups.size()),
           failures_(groups.size())
     {
@@ -187,31 +194,50 @@ class GroupRun {
 
     void run()
     {
-        const std::size_t count =
-            std::min<std::size_t>(std::max(1U, std::thread::hardware_concurrency()), groups_.size());
-        std::vector<std::jthread> threads;
-        for (std::size_t i = 0; i < count; ++i) threads.emplace_back([this] { work(); });
-        threads.clear();
-        progress_.clear();
-        tellWarnings();
-        tellGroups(making_, results_, groups_);
+        doAll("document", &GroupRun::makeGroup);
+        if (!making_.options.isCheck) doAll("writing document", &GroupRun::writeGroup);
+        tellGroups(making_, made_, groups_);
     }
 
  private:
-    void work()
+    using Step = void (GroupRun::*)(std::size_t index);
+
+    /// Throws: the failure of the first group that fails.
+    void doAll(const char* what, Step step)
     {
-        // What was taken is made, so that no group before one that failed is left out.
+        next_ = done_ = 0;
+        const std::size_t count =
+            std::min<std::size_t>(std::max(1U, std::thread::hardware_concurrency()), groups_.size());
+        std::vector<std::jthread> threads;
+        for (std::size_t i = 0; i < count; ++i)
+            threads.emplace_back([this, what, step] { work(what, step); });
+        threads.clear();
+        progress_.clear();
+        tellWarnings();
+    }
+
+    void work(const char* what, Step step)
+    {
+        // What was taken is done, so that no group before one that failed is left out.
         while (!isStopped_) {
             const auto i = next_++;
             if (i >= groups_.size()) break;
             try {
-                makeGroup(i);
+                (this->*step)(i);
+            } catch (const std::runtime_error& error) {
+                stop(i, std::make_exception_ptr(
+                            std::runtime_error(putInFront(quoteText(groups_[i].name) + ": ", error.what()))));
             } catch (...) {
-                failures_[i] = std::current_exception();
-                isStopped_ = true;
+                stop(i, std::current_exception());
             }
-            progress_.show(fmt::format("document {} of {}", ++done_, groups_.size()));
+            progress_.show(fmt::format("{} {} of {}", what, ++done_, groups_.size()));
         }
+    }
+
+    void stop(std::size_t index, std::exception_ptr failure)
+    {
+        failures_[index] = std::move(failure);
+        isStopped_ = true;
     }
 
     void makeGroup(std::size_t index)
@@ -219,16 +245,18 @@ class GroupRun {
         const auto& group = groups_[index];
         const Listener listener{nullptr,
                                 [&](const std::string& sentence) { warnings_[index].push_back(sentence); }};
-        try {
-            results_[index] = makeOne(making_, makeGroupJob(making_.job.tree, group), &group,
-                                      {group.output, making_.options.output.force}, listener);
-        } catch (const std::runtime_error& error) {
-            throw std::runtime_error(putInFront(quoteText(group.name) + ": ", error.what()));
-        }
+        made_[index] =
+            makeOne(making_, makeGroupJob(making_.job.tree, group), &group, group.output, listener);
+    }
+
+    void writeGroup(std::size_t index)
+    {
+        const auto bytes = std::exchange(made_[index].bytes, {});
+        Output{groups_[index].output, making_.options.output.force}.write(bytes);
     }
 
     /// Each sentence once, in the order of the groups, and the first failure behind those before it.
-    void tellWarnings() const
+    void tellWarnings()
     {
         std::set<std::string_view> known;
         for (std::size_t i = 0; i < groups_.size(); ++i) {
@@ -236,11 +264,12 @@ class GroupRun {
                 if (known.insert(sentence).second) warn(sentence);
             if (failures_[i]) std::rethrow_exception(failures_[i]);
         }
+        warnings_.assign(groups_.size(), {});
     }
 
     const Making& making_;
     const std::vector<Group>& groups_;
-    std::vector<FillResult> results_;
+    std::vector<Made> made_;
     std::vector<std::vector<std::string>> warnings_;
     std::vector<std::exception_ptr> failures_;
     std::atomic<std::size_t> next_ = 0;
@@ -282,9 +311,10 @@ void runJob(const Job& job, const JobOptions& options)
         throw UsageError("Expected --output, the document to write.");
     if (!options.isCheck) making.requireOutput(options.output);
     ProgressLine progress;
-    const auto result = makeOne(making, job.tree, nullptr, options.output, progress.getListener("chart"));
+    const auto made = makeOne(making, job.tree, nullptr, options.output.path, progress.getListener("chart"));
+    if (!options.isCheck) options.output.write(made.bytes);
     progress.clear();
-    tell(making, result, options.output.path);
+    tell(making, made.result, options.output.path);
 }
 
 }  // namespace quillon::report

@@ -278,6 +278,13 @@ class JobTest(CommandTest):
                 self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv", "u.csv", "v.csv"])
         self.require_refusal(2, '--output is for one document; "for-each" names', "--job", "job.json", "-o", "out.docx")
 
+    def test_writes_no_group_where_one_cannot_be_made(self):
+        self.write("t.csv", b"region,net\n" + b"".join(b"%d,1\n" % number for number in range(20)) + b"last,\n")
+        self.write("job.json", {"for-each": {"table": "t.csv", "by": "region", "output": "{region}.docx"},
+                                "blocks": [{"chart": {"table": "t.csv"}}]})
+        self.assertIn('"last": job.json:1:', self.run_command("--job", "job.json").stderr)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["job.json", "t.csv"])
+
     def test_an_example_of_a_table_makes_a_report(self):
         self.write("data/t.csv", "\"A \"\"b\"\"\",Größe\nx,1\ny,\n".encode())
         self.write("jobs/.keep", b"")
