@@ -57,29 +57,64 @@ void rename(Edits& edits, const XmlElement& axis, const std::string& name)
     edits.replace({end, end + tag}, newTag);
 }
 
+bool isLinked(const XmlElement& format)
+{
+    const auto linked = format.getAttribute("sourceLinked").value_or("");
+    return linked == "1" || linked == "true";
+}
+
+void insertFormat(Edits& edits, const XmlElement& axis, const std::string& format, const char* linked)
+{
+    for (const auto child : axis.getChildren()) {
+        if (contains(beforeFormat, child.getName())) continue;
+        return edits.insert(child.getOuter().begin, "<" + std::string(axis.getPrefix()) +
+                                                        "numFmt formatCode=\"" + escapeAttribute(format) +
+                                                        "\" sourceLinked=\"" + linked + "\"/>");
+    }
+}
+
 /// Dates need a format that shows their units; one that was set for other categories may say General. An
 /// empty one leaves the axis as it is.
 void writeFormat(Edits& edits, const XmlElement& axis, const std::string& format, std::string_view units)
 {
     if (format.empty()) return;
-    const auto code = escapeAttribute(format);
-    if (const auto element = axis.findChild("numFmt")) {
-        if (!showsUnit(element.getAttribute("formatCode").value_or(""), units))
-            edits.setAttribute(element, "formatCode", format);
-        return;
-    }
-    for (const auto child : axis.getChildren()) {
-        if (contains(beforeFormat, child.getName())) continue;
-        return edits.insert(
-            child.getOuter().begin,
-            "<" + std::string(axis.getPrefix()) + "numFmt formatCode=\"" + code + "\" sourceLinked=\"1\"/>");
-    }
+    const auto element = axis.findChild("numFmt");
+    if (!element) return insertFormat(edits, axis, format, "1");
+    if (!showsUnit(element.getAttribute("formatCode").value_or(""), units))
+        edits.setAttribute(element, "formatCode", format);
 }
 
-void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates, bool is1904)
+/// The labels of a new axis, whatever the cells say, unless the axis has a format that tells them apart.
+void writeScaleFormat(Edits& edits, const XmlElement& axis, const DateScale& scale)
+{
+    constexpr std::array<std::string_view, 3> letters = {"dD", "mM", "yY"};
+    const auto element = axis.findChild("numFmt");
+    if (!element) return insertFormat(edits, axis, scale.format, "0");
+    const auto shown = element.getAttribute("formatCode").value_or("");
+    if (!isLinked(element) && showsUnit(shown, letters.at(static_cast<std::size_t>(scale.unit)))) return;
+    edits.setAttribute(element, "formatCode", scale.format);
+    edits.setAttribute(element, "sourceLinked", "0");
+}
+
+std::string makeSteps(const XmlElement& axis, const DateScale& scale)
+{
+    const auto tag = "<" + std::string(axis.getPrefix());
+    return tag + "majorUnit val=\"" + std::to_string(scale.step) + "\"/>" + tag + "majorTimeUnit val=\"" +
+           getToken(scale.unit) + "\"/>";
+}
+
+/// Steps in the unit of the dates are left to the word processor; where labels show a larger unit, it would
+/// write "2024" twelve times.
+std::string makeUnits(const XmlElement& axis, const DateScale& scale)
+{
+    const auto base =
+        "<" + std::string(axis.getPrefix()) + "baseTimeUnit val=\"" + getToken(scale.base) + "\"/>";
+    return scale.unit == scale.base ? base : base + makeSteps(axis, scale);
+}
+
+void makeDateAxis(Edits& edits, const XmlElement& axis, const DateScale& scale)
 {
     rename(edits, axis, "dateAx");
-    writeFormat(edits, axis, dates.format, "yYmMdDhHsS");
     // The unit stands behind the last of these that the axis has.
     XmlElement previous;
     for (const auto child : axis.getChildren()) {
@@ -88,21 +123,17 @@ void makeDateAxis(Edits& edits, const XmlElement& axis, const Categories& dates,
             previous = child;
         if (contains(textOnly, child.getName())) edits.remove(child.getOuter());
     }
-    if (!previous) return;
-    edits.insert(previous.getOuter().end, "<" + std::string(axis.getPrefix()) + "baseTimeUnit val=\"" +
-                                              getToken(findScale(dates, is1904).base) + "\"/>");
+    if (previous) edits.insert(previous.getOuter().end, makeUnits(axis, scale));
 }
 
 /// Days need a format that tells them apart; one that does already stays.
 void showDays(Edits& edits, const XmlElement& axis, const std::string& cellFormat, const char* format)
 {
     const auto element = axis.findChild("numFmt");
-    const auto linked = element.getAttribute("sourceLinked").value_or("");
-    const bool isLinked = linked == "1" || linked == "true";
-    const auto shown = isLinked ? cellFormat : element.getAttribute("formatCode").value_or("");
+    const auto shown = isLinked(element) ? cellFormat : element.getAttribute("formatCode").value_or("");
     if (!element || showsUnit(shown, "dD")) return;
     edits.setAttribute(element, "formatCode", format);
-    if (isLinked) edits.setAttribute(element, "sourceLinked", "0");
+    edits.setAttribute(element, "sourceLinked", "0");
 }
 
 /// Dates that need a smaller unit than those before would fall together. The labels then stand as on a new
@@ -117,9 +148,7 @@ void refineUnit(Edits& edits, const XmlElement& axis, const DateScale& scale, co
     edits.setAttribute(element, "val", getToken(scale.base));
     for (const auto child : axis.getChildren())
         if (contains(dateOnly, child.getName()) && !(child == element)) edits.remove(child.getOuter());
-    const auto tag = "<" + std::string(axis.getPrefix());
-    edits.insert(element.getOuter().end, tag + "majorUnit val=\"" + std::to_string(scale.step) + "\"/>" +
-                                             tag + "majorTimeUnit val=\"" + getToken(scale.unit) + "\"/>");
+    edits.insert(element.getOuter().end, makeSteps(axis, scale));
     if (scale.unit == DateUnit::Days) showDays(edits, axis, cellFormat, scale.format);
 }
 
@@ -167,6 +196,7 @@ class AxisChange {
     bool is1904_;
     bool hadTimes_;
     bool areNewTimes_;
+    bool isFormatGiven_;
 };
 
 AxisChange::AxisChange(const FillPlan& plan)
@@ -174,7 +204,8 @@ AxisChange::AxisChange(const FillPlan& plan)
       after_(plan.getCategories()),
       is1904_(plan.getPart().is1904()),
       hadTimes_(before_.haveTimes()),
-      areNewTimes_(after_.haveTimes() && !hadTimes_)
+      areNewTimes_(after_.haveTimes() && !hadTimes_),
+      isFormatGiven_(plan.isCategoryFormatGiven())
 {
 }
 
@@ -185,7 +216,12 @@ void AxisChange::writeTextAxis(Edits& edits, const XmlElement& axis) const
     const bool wereDays = before_.kind == Categories::Kind::Date && !hadTimes_;
     const bool areDays = after_.kind == Categories::Kind::Date && !after_.haveTimes();
     if (areDays && !wereDays && (isAutomatic || hadTimes_)) {
-        makeDateAxis(edits, axis, after_, is1904_);
+        const auto scale = findScale(after_, is1904_);
+        makeDateAxis(edits, axis, scale);
+        if (isFormatGiven_)
+            writeFormat(edits, axis, after_.format, "yYmMdDhHsS");
+        else
+            writeScaleFormat(edits, axis, scale);
         setAutomatic(edits, axis, true);
     } else if (areNewTimes_) {
         setAutomatic(edits, axis, false);

@@ -35,6 +35,8 @@ class FillPlan {
     bool isEmptied(std::size_t group) const;
     const Categories& getCategoriesBefore() const { return categories_.before; }
     const Categories& getCategories() const { return *categories_.after; }
+    /// Whether the data says how its categories look.
+    bool isCategoryFormatGiven() const { return !data_.categoryFormat.empty(); }
     /// For each category, the old one whose formats it takes.
     const Matches& getCategoryMatches() const { return *categories_.matches; }
     const FillReport& getReport() const { return report_; }

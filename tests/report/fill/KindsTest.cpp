@@ -182,6 +182,17 @@ TEST(Kinds, OfCategoriesFollowTheData)
     auto realDates = isoDates;
     realDates.categoryValues = {46234, 46265};
     realDates.categoryKind = CategoryKind::Date;
+    auto formatted = realDates;
+    formatted.categoryFormat = "d.m.yy";
+    auto years = makeData({"2024-01-01", "2026-01-01"}, {{"North", {1, 2}}});
+    years.categoryValues = {45292, 46023};
+    years.categoryKind = CategoryKind::Date;
+    auto overYears = makeData({"2010-01-01", "2010-02-01", "2026-01-01"}, {{"North", {1, 2, 3}}});
+    overYears.categoryValues = {40179, 40210, 46023};
+    overYears.categoryKind = CategoryKind::Date;
+    const auto ownFormat = [&texts](const std::string& format) {
+        return changeAll(texts, "\"General\" sourceLinked=\"1\"", "\"" + format + "\" sourceLinked=\"0\"");
+    };
     auto levels = makeData({"Q1", "Q2"}, {{"North", {1, 2}}});
     levels.levels = {{u"2026", u""}};
     const auto days = makeData({"2026-07-30", "2026-07-31"}, {{"North", {1, 2}}});
@@ -203,9 +214,19 @@ TEST(Kinds, OfCategoriesFollowTheData)
         {texts, realDates,
          "<c:numRef><c:f>Sheet1!$A$2:$A$3</c:f><c:numCache><c:formatCode>yyyy\\-mm\\-dd</"
          "c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
-         "<c:numFmt formatCode=\"yyyy\\-mm\\-dd\" sourceLinked=\"1\"/><c:crossAx val=\"2\"/><c:crosses "
+         "<c:numFmt formatCode=\"mmm yy\" sourceLinked=\"0\"/><c:crossAx val=\"2\"/><c:crosses "
          "val=\"autoZero\"/><c:auto val=\"1\"/><c:lblOffset val=\"100\"/><c:baseTimeUnit "
          "val=\"months\"/></c:dateAx>"},
+        {texts, years, "<c:formatCode>yyyy\\-mm\\-dd</c:formatCode>",
+         "<c:numFmt formatCode=\"yyyy\" sourceLinked=\"0\"/>"},
+        // Labels of a larger unit than that of the dates would repeat.
+        {texts, overYears, "<c:numRef>",
+         "<c:baseTimeUnit val=\"months\"/><c:majorUnit val=\"2\"/><c:majorTimeUnit val=\"years\"/>"},
+        // What the author says of the dates or their axis holds, as long as it tells the labels apart.
+        {texts, formatted, "<c:formatCode>d.m.yy</c:formatCode>",
+         "<c:numFmt formatCode=\"d.m.yy\" sourceLinked=\"1\"/>"},
+        {ownFormat("m/yy"), years, "<c:numRef>", "<c:numFmt formatCode=\"m/yy\" sourceLinked=\"0\"/>"},
+        {ownFormat("mmm"), years, "<c:numRef>", "<c:numFmt formatCode=\"yyyy\" sourceLinked=\"0\"/>"},
         {dates, isoDates,
          "<c:formatCode>mmm\\ yy</c:formatCode><c:ptCount val=\"2\"/><c:pt idx=\"0\"><c:v>46234</c:v>",
          "<c:dateAx>"},
