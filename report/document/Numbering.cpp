@@ -39,7 +39,7 @@ std::string makeDefinition(ListKind kind, unsigned id)
 
 unsigned readId(const XmlElement& element, std::string_view attribute)
 {
-    return readLeadingNumber(element.getAttribute(Ns::Word, attribute).value_or(""), 0U);
+    return readPlainNumber<unsigned>(element.getAttribute(Ns::Word, attribute).value_or("")).value_or(0);
 }
 
 /// Larger than every id of the part.

@@ -16,7 +16,7 @@ namespace {
 std::int64_t readTwips(const XmlElement& element, std::string_view attribute, std::int64_t otherwise)
 {
     const auto text = element ? element.getAttribute(Ns::Word, attribute).value_or("") : std::string();
-    return readLeadingNumber(text, otherwise) * emuPerTwip;
+    return readPlainNumber<std::int64_t>(text).value_or(otherwise) * emuPerTwip;
 }
 
 void readReference(const XmlElement& child, const char* name, std::vector<PageLineReference>& references)

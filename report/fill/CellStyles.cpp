@@ -15,7 +15,7 @@ constexpr int firstOwnFormat = 164;
 
 int readNumber(const XmlElement& element, std::string_view name)
 {
-    return readLeadingNumber(element.getAttribute(name).value_or(""), 0);
+    return readPlainNumber<int>(element.getAttribute(name).value_or("")).value_or(0);
 }
 
 /// The number of a format that the styles have; 0 when they have none such.

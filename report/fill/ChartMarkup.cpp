@@ -93,7 +93,7 @@ const char* findProblemBelow(const XmlElement& element)
 
 std::uint32_t readNumber(const XmlElement& element, std::uint32_t otherwise)
 {
-    return readLeadingNumber(element.getAttribute("val").value_or(""), otherwise);
+    return readPlainNumber<std::uint32_t>(element.getAttribute("val").value_or("")).value_or(otherwise);
 }
 
 bool isSet(const XmlElement& element)

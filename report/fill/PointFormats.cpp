@@ -13,7 +13,7 @@ namespace {
 
 std::size_t readIndex(const XmlElement& holder)
 {
-    return readLeadingNumber(holder.getAttribute("val").value_or(""), noMatch);
+    return readPlainNumber<std::size_t>(holder.getAttribute("val").value_or("")).value_or(noMatch);
 }
 
 /// The markup of an element on its way to a position.

@@ -41,7 +41,7 @@ std::string toText(const CellValue& value)
 
 std::uint32_t readCount(const XmlElement& element, std::string_view name, std::uint32_t otherwise)
 {
-    return readLeadingNumber(element.getAttribute(name).value_or(""), otherwise);
+    return readPlainNumber<std::uint32_t>(element.getAttribute(name).value_or("")).value_or(otherwise);
 }
 
 /// The last row of those areas that stand in the columns of `table`; nothing when none does.

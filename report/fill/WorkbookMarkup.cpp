@@ -47,7 +47,8 @@ void WorkbookMarkup::readSheets()
 void WorkbookMarkup::readNames()
 {
     for (const auto element : main_.getRoot().findChild("definedNames").getChildren()) {
-        const int sheet = readLeadingNumber(element.getAttribute("localSheetId").value_or(""), -1);
+        const int sheet =
+            readPlainNumber<int>(element.getAttribute("localSheetId").value_or("")).value_or(-1);
         names_.push_back({element.getAttribute("name").value_or(""), sheet, element.getText(), element});
         const auto [known, isNew] = namesByName_.emplace(toLower(names_.back().name), names_.size() - 1);
         if (!isNew && names_.back().sheet >= 0) known->second = names_.size() - 1;

@@ -143,16 +143,16 @@ std::string chooseAxisFormat(const ChartPart& part, const Scale& scale)
 {
     if (!scale.format.empty()) return scale.format;
     if (scale.isShare) return chooseShareFormat(part.context.options);
+    // Beside thousands the decimals of the values say nothing.
+    constexpr double large = 1000;
+    const bool isWhole = findStepUnit(part, scale) / getUnit(scale.units) >= large;
     for (const auto& series : part.series)
         if (const auto& own = part.getDetails(series).numberFormat;
             standsOn(part, series, scale.kind) && !own.empty())
-            return own;
+            return isWhole ? dropDecimals(own) : own;
     const int stepDecimals = countStepDecimals(part, scale);
     if (stepDecimals > maximumDecimals) return "General";
-    // Beside thousands the decimals of the values say nothing.
-    constexpr double large = 1000;
-    if (findStepUnit(part, scale) / getUnit(scale.units) >= large) return makeNumberFormat(0);
-    return makeNumberFormat(std::max(countValueDecimals(part, scale), stepDecimals));
+    return makeNumberFormat(isWhole ? 0 : std::max(countValueDecimals(part, scale), stepDecimals));
 }
 
 /// Years have no thousands; numbers of five digits are hard to read without.

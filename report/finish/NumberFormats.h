@@ -33,7 +33,8 @@ bool isFarFromZero(const NumberRange& range);
 double findSpan(const ChartPart& part, const Scale& scale);
 
 /// How the numbers of a value axis look: as the option or its first series that says so has it, or with
-/// thousands separators and the decimals that values and gridlines need. Shares are percentages.
+/// thousands separators and the decimals that values and gridlines need. Shares are percentages. Gridlines
+/// that are thousands apart have no decimals, unless the option has them.
 std::string chooseAxisFormat(const ChartPart& part, const Scale& scale);
 /// The same for the horizontal axis of points, whose numbers may be years, and may be dates.
 std::string chooseXFormat(const ChartPart& part);

@@ -106,6 +106,25 @@ std::string makeNumberFormat(int decimals)
     return decimals == 0 ? "#,##0" : "#,##0." + std::string(static_cast<std::size_t>(decimals), '0');
 }
 
+std::string dropDecimals(const std::string& format)
+{
+    constexpr std::string_view digits = "0#?";
+    std::string whole;
+    bool isQuoted = false;
+    for (std::size_t i = 0; i < format.size();) {
+        const auto behind = std::min(format.find_first_not_of(digits, i + 1), format.size());
+        const bool isPoint =
+            format[i] == '.' && !isQuoted && i > 0 && digits.find(format[i - 1]) != std::string_view::npos;
+        const bool isNeeded = behind < format.size() && (format[behind] == ',' || format[behind] == 'E');
+        if (format[i] == '"') isQuoted = !isQuoted;
+        if (isPoint && !isNeeded)
+            i = behind;
+        else
+            whole += format[i++];
+    }
+    return whole;
+}
+
 void checkNumberFormat(const std::string& format)
 {
     const auto length = toUtf16(format).size();

@@ -17,6 +17,10 @@ int countDecimals(double value);
 /// Thousands separators and that many decimals: 1 gives "#,##0.0".
 std::string makeNumberFormat(int decimals);
 
+/// The same format for whole numbers: #,##0.00 "EUR" gives #,##0 "EUR". A format that divides its numbers
+/// ("0.0,,") or shows powers of ten ("0.0E+00") keeps its decimals, as they still tell something.
+std::string dropDecimals(const std::string& format);
+
 /// Refuses what a word processor or a spreadsheet takes for a damaged file: quotes or brackets that stay
 /// open, letters that stand for nothing, more than four parts or 255 characters.
 /// Throws: std::runtime_error that says what is wrong.

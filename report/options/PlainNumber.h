@@ -19,12 +19,4 @@ std::optional<Number> readPlainNumber(std::string_view text)
     return number;
 }
 
-/// The number that the text begins with, whatever follows; `otherwise` when it begins with none.
-template <typename Number>
-Number readLeadingNumber(std::string_view text, Number otherwise)
-{
-    std::from_chars(text.data(), text.data() + text.size(), otherwise);
-    return otherwise;
-}
-
 }  // namespace quillon::report

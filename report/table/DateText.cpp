@@ -20,7 +20,7 @@ struct Token {
     bool isNumber;
 
     std::size_t size() const { return text.size(); }
-    unsigned getNumber() const { return readLeadingNumber(text, 0U); }
+    unsigned getNumber() const { return readPlainNumber<unsigned>(text).value_or(0); }
 };
 
 struct Tokens {

@@ -17,7 +17,8 @@ using Attributes = std::vector<XmlAttribute>;
 /// An empty end of a sheet is written as one row, repeated as often as the sheet has rows.
 std::int32_t readCount(const Attributes& attributes, const char* name)
 {
-    return std::clamp(readLeadingNumber(getAttribute(attributes, name), 1), 1, 1'048'576);
+    return std::clamp(readPlainNumber<std::int32_t>(getAttribute(attributes, name)).value_or(1), 1,
+                      1'048'576);
 }
 
 /// The format of an amount of money as its cell shows it, "2,50 €"; of one that shows none, with the name of

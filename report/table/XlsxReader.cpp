@@ -47,7 +47,7 @@ constexpr BuiltInFormat builtInFormats[] = {
 
 int readInteger(const std::string& text)
 {
-    return readLeadingNumber(text, 0);
+    return readPlainNumber<int>(text).value_or(0);
 }
 
 /// A listener that needs no text, or no ends.

@@ -223,13 +223,14 @@ TEST(Blocks, CountCaptionsByLabelAndReferToThem)
               " SEQ Figure \\* ARABIC 2: two");
 }
 
-/// The texts of a caption of a chart, one above a table, and one that says what it counts.
+/// The texts of a caption between a chart and a table, one above a table, and one that says what it counts.
 std::string labelCaptions(const std::string& language)
 {
     return readTexts(readPart(write([&](Document& document) {
                                   document.setProperties({.language = language});
                                   document.addChart(makeColumns());
                                   document.addCaption({.name = "shown"});
+                                  document.addTable({{"a"}, {{"b"}}});
                                   for (const auto* label : {"", "Table"}) {
                                       document.addCaption({.label = label});
                                       document.addTable({{"a"}, {{"b"}}});
@@ -241,12 +242,14 @@ std::string labelCaptions(const std::string& language)
 
 TEST(Blocks, NameCaptionsInTheLanguageUnlessTheirAuthorDoes)
 {
-    EXPECT_EQ(labelCaptions("de-AT"),
-              "Abbildung  SEQ Abbildung \\* ARABIC 1Tabelle  SEQ Tabelle \\* ARABIC 1abTable  SEQ Table \\* "
-              "ARABIC 1ab REF shown \\h Abbildung 1");
-    EXPECT_EQ(labelCaptions("ja"),
-              "Figure  SEQ Figure \\* ARABIC 1Table  SEQ Table \\* ARABIC 1abTable  SEQ Table \\* ARABIC 2ab "
-              "REF shown \\h Figure 1");
+    EXPECT_EQ(
+        labelCaptions("de-AT"),
+        "Abbildung  SEQ Abbildung \\* ARABIC 1abTabelle  SEQ Tabelle \\* ARABIC 1abTable  SEQ Table \\* "
+        "ARABIC 1ab REF shown \\h Abbildung 1");
+    EXPECT_EQ(
+        labelCaptions("ja"),
+        "Figure  SEQ Figure \\* ARABIC 1abTable  SEQ Table \\* ARABIC 1abTable  SEQ Table \\* ARABIC 2ab "
+        "REF shown \\h Figure 1");
 }
 
 TEST(Blocks, CountALabelOfTwoWordsAsOne)

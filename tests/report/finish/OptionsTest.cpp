@@ -397,6 +397,26 @@ TEST(NumberFormats, OfSeriesShowInCachesAndLabels)
         EXPECT_EQ(readXPath(write(chart, given, data).chart, "//c:formatCode"), codes);
 }
 
+TEST(NumberFormats, OfSeriesShowNoDecimalsBesideThousands)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"#,##0.00 \"S.0\"", "#,##0 \"S.0\""},
+        {"#,##0.0##;[Red]-0.0", "#,##0;[Red]-0"},
+        {"0.0,", "0.0,"},
+        {"0.00E+00", "0.00E+00"},
+        {".00", ".00"},
+        {"General", "General"},
+    };
+    for (const auto& [own, axis] : cases) {
+        const auto chart = makeSeries(ChartKind::Column, {{1500, 90'000}});
+        ChartData data(chart->getDataSet());
+        data.series = {{.numberFormat = own}};
+        const auto part = write(chart, {.labels = {Label::Value}}, data).chart;
+        EXPECT_EQ(readXPath(part, "//c:valAx/c:numFmt/@formatCode"), axis);
+        EXPECT_EQ(readXPath(part, "//c:ser/c:dLbls/c:numFmt/@formatCode"), own);
+    }
+}
+
 TEST(Labels, OfTheChartTreeWinOverOptions)
 {
     const auto chart = makeSeries(ChartKind::Column, {{1, 2.5}, {1, 2}});
