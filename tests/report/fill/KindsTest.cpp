@@ -225,6 +225,10 @@ TEST(Kinds, OfCategoriesFollowTheData)
         // What the author says of the dates or their axis holds, as long as it tells the labels apart.
         {texts, formatted, "<c:formatCode>d.m.yy</c:formatCode>",
          "<c:numFmt formatCode=\"d.m.yy\" sourceLinked=\"1\"/>"},
+        {changeAll(texts, "\"General\"", "\"m/yy\""), years, "<c:numRef>",
+         "<c:numFmt formatCode=\"yyyy\" sourceLinked=\"0\"/>"},
+        {changeAll(texts, "<c:numFmt formatCode=\"General\" sourceLinked=\"1\"/>", ""), years, "<c:numRef>",
+         "<c:axPos val=\"b\"/><c:numFmt formatCode=\"yyyy\" sourceLinked=\"0\"/><c:crossAx"},
         {ownFormat("m/yy"), years, "<c:numRef>", "<c:numFmt formatCode=\"m/yy\" sourceLinked=\"0\"/>"},
         {ownFormat("mmm"), years, "<c:numRef>", "<c:numFmt formatCode=\"yyyy\" sourceLinked=\"0\"/>"},
         {dates, isoDates,
